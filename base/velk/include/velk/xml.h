@@ -1,0 +1,11 @@
+/// @file
+/// The XML document model: the types and functions of pugixml under the in-house name.
+#pragma once
+
+#include <pugixml.hpp>
+
+namespace VELK {
+namespace XML {
+using namespace pugi;
+}
+}  // namespace VELK

@@ -1,0 +1,3 @@
+#include <pi/trace.h>
+
+bool VELKTrace::tracesEnabled = false;

@@ -1,0 +1,28 @@
+/// @file
+/// Texts of numbered language resources.
+#pragma once
+
+#include <string>
+
+/// The texts of the process, one table for all modules. Thread-safe.
+class __attribute__((visibility("default"))) CLanguageSupport {
+public:
+    /// Writes the text of a resource; an unknown number empties it.
+    static void ResolveString(unsigned int id, std::string& text);
+
+    /// Sets the text of a resource.
+    static void SetString(unsigned int id, const std::string& text);
+
+    /// Forgets all texts.
+    static void Clear();
+
+    /// Adds the texts of a file, replacing those of the same number.
+    ///
+    /// @code{.xml}
+    ///     <Strings language="en"><String id="10056">Rebuild started on %1</String></Strings>
+    /// @endcode
+    /// @throws std::runtime_error with file, line and column when the file cannot be read, is not
+    /// well-formed, or
+    ///         holds anything but String elements with a number of their own; no text is changed then
+    static void LoadFile(const std::string& path);
+};

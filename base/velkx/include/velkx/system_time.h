@@ -1,0 +1,29 @@
+/// @file
+/// Calendar fields of a time stamp.
+#pragma once
+
+#include <cstdint>
+
+namespace VELKX {
+
+/// A date and time of day.
+struct _DATE {
+    int m_Year;   ///< such as 2021
+    int m_Month;  ///< 1 to 12
+    int m_Day;    ///< 1 to 31
+    int m_Hour;
+    int m_Minute;
+    int m_Second;
+};
+
+class __attribute__((visibility("default"))) CSystemTime {
+public:
+    /// Splits a time stamp into calendar fields of the local time zone (environment variable TZ).
+    ///
+    /// @param timeStamp milliseconds since 1970-01-01 00:00:00 UTC
+    /// @param date      out: all 0 where the year does not fit an int
+    /// Thread-safe as long as no thread changes the environment.
+    static void GetDate(std::uint64_t timeStamp, VELKX::_DATE& date);
+};
+
+}  // namespace VELKX

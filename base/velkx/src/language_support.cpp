@@ -1,0 +1,123 @@
+#include <velkx/language_support.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <fstream>
+#include <map>
+#include <mutex>
+#include <pugixml.hpp>
+#include <shared_mutex>
+#include <sstream>
+#include <stdexcept>
+#include <system_error>
+#include <utility>
+
+namespace {
+
+using Texts = std::map<unsigned int, std::string>;
+
+std::shared_mutex mutex;
+Texts texts;
+
+/// A language file being read; knows where things stand in it.
+class LanguageFile {
+public:
+    explicit LanguageFile(const std::string& path) : m_Path(path), m_Content(Read(path)) {}
+
+    Texts Parse() const {
+        pugi::xml_document document;
+        const pugi::xml_parse_result result = document.load_buffer(m_Content.data(), m_Content.size());
+        if (!result) {
+            Fail(result.offset, result.description());
+        }
+        const pugi::xml_node root = document.document_element();
+        if (std::strcmp(root.name(), "Strings") != 0) {
+            Fail(root.offset_debug(), "the root element is not Strings");
+        }
+        Texts found;
+        for (const pugi::xml_node child : root.children()) {
+            if (std::strcmp(child.name(), "String") != 0) {
+                Fail(child.offset_debug(), "only String elements may stand in Strings");
+            }
+            if (!found.emplace(Id(child), Text(child)).second) {
+                Fail(child.offset_debug(),
+                     "the id " + std::string(child.attribute("id").value()) + " stands twice");
+            }
+        }
+        return found;
+    }
+
+private:
+    static std::string Read(const std::string& path) {
+        std::ifstream file(path, std::ios::binary);
+        std::ostringstream content;
+        if (!file || (file.peek() != std::ifstream::traits_type::eof() && !(content << file.rdbuf()))) {
+            throw std::runtime_error(path + ": cannot be read: " + std::generic_category().message(errno));
+        }
+        return content.str();
+    }
+
+    unsigned int Id(const pugi::xml_node& node) const {
+        const char* text = node.attribute("id").value();
+        const char* end = text + std::strlen(text);
+        unsigned int id = 0;
+        const auto [rest, error] = std::from_chars(text, end, id);
+        if (error != std::errc() || rest != end) {
+            Fail(node.offset_debug(), "a String element needs a number as its id");
+        }
+        return id;
+    }
+
+    std::string Text(const pugi::xml_node& node) const {
+        std::string text;
+        for (const pugi::xml_node part : node.children()) {
+            if (part.type() != pugi::node_pcdata && part.type() != pugi::node_cdata) {
+                Fail(part.offset_debug(), "a String element holds nothing but text");
+            }
+            text += part.value();
+        }
+        return text;
+    }
+
+    [[noreturn]] void Fail(std::ptrdiff_t offset, const std::string& reason) const {
+        const auto end = m_Content.begin() +
+                         std::clamp<std::ptrdiff_t>(offset, 0, static_cast<std::ptrdiff_t>(m_Content.size()));
+        const auto line = 1 + std::count(m_Content.begin(), end, '\n');
+        const auto lineStart = std::find(std::make_reverse_iterator(end), m_Content.rend(), '\n').base();
+        throw std::runtime_error(m_Path + ":" + std::to_string(line) + ":" +
+                                 std::to_string(1 + (end - lineStart)) + ": " + reason);
+    }
+
+    std::string m_Path;
+    std::string m_Content;
+};
+
+}  // namespace
+
+void CLanguageSupport::ResolveString(unsigned int id, std::string& text) {
+    const std::shared_lock lock(mutex);
+    const auto found = texts.find(id);
+    if (found == texts.end()) {
+        text.clear();
+    } else {
+        text = found->second;
+    }
+}
+
+void CLanguageSupport::SetString(unsigned int id, const std::string& text) {
+    const std::unique_lock lock(mutex);
+    texts[id] = text;
+}
+
+void CLanguageSupport::Clear() {
+    const std::unique_lock lock(mutex);
+    texts.clear();
+}
+
+void CLanguageSupport::LoadFile(const std::string& path) {
+    Texts loaded = LanguageFile(path).Parse();
+    const std::unique_lock lock(mutex);
+    loaded.merge(texts);  // a text of the file wins over one of the same number
+    texts = std::move(loaded);
+}

@@ -1,0 +1,22 @@
+include(CMakePackageConfigHelpers)
+
+set(PI_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/pi)
+
+install(DIRECTORY include/pi base/velk/include/velk base/velkx/include/velkx DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+# One export set per library, so that a deployment can bring the base libraries itself.
+foreach(library IN ITEMS velk velkx pi)
+    string(TOUPPER ${library} namespace)
+    install(TARGETS ${library} EXPORT ${library}Targets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    install(EXPORT ${library}Targets NAMESPACE ${namespace}:: DESTINATION ${PI_CMAKE_DIR})
+endforeach()
+
+configure_package_config_file(cmake/piConfig.cmake.in piConfig.cmake INSTALL_DESTINATION ${PI_CMAKE_DIR})
+write_basic_package_version_file(piConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/piConfig.cmake ${PROJECT_BINARY_DIR}/piConfigVersion.cmake
+    DESTINATION ${PI_CMAKE_DIR})
+
+# A pkg-config file that finds its tree from its own place, so that the installed tree can be moved.
+file(RELATIVE_PATH PI_PC_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+configure_file(cmake/pi.pc.in pi.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/pi.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

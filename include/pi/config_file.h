@@ -1,0 +1,38 @@
+/// @file
+/// Configuration files of the service, as an empty shell.
+#pragma once
+
+#include <pi/types.h>
+
+#include <string>
+#include <vector>
+
+namespace PI {
+
+/// A key of a configuration file with its value.
+class CConfigValue {
+public:
+    std::string m_Key;
+    std::string m_Value;
+};
+
+/// Present for plug-ins that name it: every member does nothing, leaves its arguments alone, and the reading
+/// and writing ones return 0.
+class PI_API CConfigFile {
+public:
+    CConfigFile();
+
+    void SetFileName(const std::string& fileName);
+
+    int ReadKeyValue(int key, int value);
+    int ReadKeyValue(const std::string& key);
+    int ReadSectionKeyValue(const std::string& section, const std::string& key, std::string& value);
+    int ReadKeyValueList(std::vector<CConfigValue>& values);
+
+    int WriteKeyValue(int key, int value);
+    int WriteKeyValue(const std::string& key);
+    int WriteSectionKeyValue(const std::string& section, const std::string& key, const std::string& value);
+    int WriteKeyValueList(const std::vector<CConfigValue>& values);
+};
+
+}  // namespace PI

@@ -1,0 +1,67 @@
+/// @file
+/// SMART data of solid-state drives.
+#pragma once
+
+#include <pi/ssd_endurance.h>
+#include <pi/types.h>
+
+#include <cstdint>
+#include <string>
+#include <type_traits>
+
+namespace PI {
+
+/// One attribute of an ATA SMART page.
+struct _IDE_SMART_ATTRIBUTE {
+    std::uint8_t m_ID;  ///< 0: the slot is empty
+    std::uint8_t m_Flags[2];
+    std::uint8_t m_Current;  ///< normalised value
+    std::uint8_t m_Worst;    ///< lowest normalised value so far
+    std::uint8_t m_Raw[6];   ///< 48 bits, lowest byte first
+    std::uint8_t m_Reserved;
+};
+
+/// The page that an ATA drive returns for SMART READ DATA (ACS-3, B0h/D0h), byte for byte.
+struct _IDE_SMART_DATA {
+    std::uint8_t m_Revision[2];
+    _IDE_SMART_ATTRIBUTE m_Attributes[30];
+    std::uint8_t m_Rest[150];  ///< self-test and off-line data, not read by this library
+};
+static_assert(sizeof(_IDE_SMART_ATTRIBUTE) == 12 && sizeof(_IDE_SMART_DATA) == 512);
+static_assert(std::is_trivially_copyable_v<_IDE_SMART_DATA>);
+
+/// What the remaining lifetime of a SATA solid-state drive is computed from, read from the drive's SMART
+/// page.
+///
+/// Supported are the models of SATASSDEndurance. One object serves one drive and one thread at a time.
+class PI_API CSmartValues {
+public:
+    /// Looks the model up; nothing else about the drive is known yet.
+    ///
+    /// @param vendor kept when the model is unknown; a known model brings its own
+    /// @param model  as CPluginHelper::SplitSATAModelName gives it
+    CSmartValues(const std::string& vendor, const std::string& model);
+
+    /// Whether the model is in the list.
+    bool IsSupported();
+
+    /// Reads the figures from a page: what the page does not hold keeps its value, and of two attributes with
+    /// the same number the later one counts.
+    ///
+    /// For InnoDisk the rated endurance becomes 0 afterwards, so that ComputeRemainingLifeTime goes by the
+    /// wear; further calls still reckon with the rated one.
+    /// @return IsSupported(); when false nothing is read or changed
+    bool Evaluate(_IDE_SMART_DATA& data);
+
+    std::uint64_t m_Endurance = 0;       ///< terabytes that may be written; 0 when unsupported
+    std::uint64_t m_PowerOnHours = 0;    ///< attribute 9
+    std::uint64_t m_BytesWritten = 0;    ///< bytes
+    std::int32_t m_SpareIndicator = -1;  ///< normalised value of the vendor's spare attribute; -1: none seen
+    std::int32_t m_PercentUsed = 0;      ///< wear in percent, 0 when new; not limited to 100
+    std::string m_Vendor;                ///< the list's vendor, or the one passed in when unsupported
+    std::string m_Model;                 ///< as passed in
+    std::uint32_t m_GroupFlag = 0;       ///< the list row's
+    bool m_Supported = false;            ///< the model is in the list
+};
+
+}  // namespace PI

@@ -1,0 +1,12 @@
+/// @file
+/// Every public header of the library.
+#pragma once
+
+#include <pi/config_file.h>
+#include <pi/drives.h>
+#include <pi/model.h>
+#include <pi/plugin_helper.h>
+#include <pi/ssd_endurance.h>
+#include <pi/trace.h>
+#include <pi/types.h>
+#include <pi/vocabulary.h>

@@ -1,0 +1,325 @@
+/// @file
+/// Typed values of managed objects.
+///
+/// Everything here is a value: copies are deep, nothing is shared, the caller serialises access to one
+/// object.
+#pragma once
+
+#include <pi/types.h>
+#include <pi/vocabulary.h>
+#include <velk/xml.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace PI {
+
+/// Data of a choice: one of a list of allowed numbers.
+class PI_API CChoiceData {
+public:
+    CChoiceData() = default;
+    CChoiceData(const CChoiceData&) = default;
+    CChoiceData(CChoiceData&&) noexcept = default;
+    CChoiceData& operator=(const CChoiceData&) = default;
+    CChoiceData& operator=(CChoiceData&&) noexcept = default;
+    virtual ~CChoiceData();
+
+    std::int32_t m_Value = 1;             ///< the selected choice
+    std::vector<std::int32_t> m_Choices;  ///< the allowed choices
+};
+
+/// Data of a number within bounds.
+class PI_API CRangeData {
+public:
+    CRangeData() = default;
+    CRangeData(const CRangeData&) = default;
+    CRangeData(CRangeData&&) noexcept = default;
+    CRangeData& operator=(const CRangeData&) = default;
+    CRangeData& operator=(CRangeData&&) noexcept = default;
+    virtual ~CRangeData();
+
+    std::int32_t m_Value = 1;
+    std::int32_t m_Min = -1;
+    std::int32_t m_Max = -1;
+    std::uint32_t m_Step = 0;  ///< 0: the range has not been set
+};
+
+/// Data of a text.
+class PI_API CStringData {
+public:
+    CStringData() = default;
+    CStringData(const CStringData&) = default;
+    CStringData(CStringData&&) noexcept = default;
+    CStringData& operator=(const CStringData&) = default;
+    CStringData& operator=(CStringData&&) noexcept = default;
+    virtual ~CStringData();
+
+    std::string m_Value;
+    std::int64_t m_Extra1 = 0;  ///< left to its users: stored, copied and compared only
+    std::int64_t m_Extra2 = 0;  ///< as m_Extra1
+};
+
+/// Data of a yes or no.
+class PI_API CBoolData {
+public:
+    CBoolData() = default;
+    CBoolData(const CBoolData&) = default;
+    CBoolData(CBoolData&&) noexcept = default;
+    CBoolData& operator=(const CBoolData&) = default;
+    CBoolData& operator=(CBoolData&&) noexcept = default;
+    virtual ~CBoolData();
+
+    bool m_Value = false;
+};
+
+/// Data of an unsigned number.
+class PI_API CLongData {
+public:
+    CLongData() = default;
+    CLongData(const CLongData&) = default;
+    CLongData(CLongData&&) noexcept = default;
+    CLongData& operator=(const CLongData&) = default;
+    CLongData& operator=(CLongData&&) noexcept = default;
+    virtual ~CLongData();
+
+    std::uint64_t m_Value = 0;
+};
+
+/// Data of a signed number.
+class PI_API CSignedLongData {
+public:
+    CSignedLongData() = default;
+    CSignedLongData(const CSignedLongData&) = default;
+    CSignedLongData(CSignedLongData&&) noexcept = default;
+    CSignedLongData& operator=(const CSignedLongData&) = default;
+    CSignedLongData& operator=(CSignedLongData&&) noexcept = default;
+    virtual ~CSignedLongData();
+
+    std::int64_t m_Value = 0;
+};
+
+/// Data of two lists of numbers that are always set, read and compared together.
+class PI_API CMultiValueData {
+public:
+    CMultiValueData() = default;
+    CMultiValueData(const CMultiValueData&) = default;
+    CMultiValueData(CMultiValueData&&) noexcept = default;
+    CMultiValueData& operator=(const CMultiValueData&) = default;
+    CMultiValueData& operator=(CMultiValueData&&) noexcept = default;
+    virtual ~CMultiValueData();
+
+    std::vector<std::int32_t> m_Values;
+    std::vector<std::int32_t> m_Values2;
+};
+
+/// Data of a fractional number.
+class PI_API CFloatData {
+public:
+    CFloatData() = default;
+    CFloatData(const CFloatData&) = default;
+    CFloatData(CFloatData&&) noexcept = default;
+    CFloatData& operator=(const CFloatData&) = default;
+    CFloatData& operator=(CFloatData&&) noexcept = default;
+    virtual ~CFloatData();
+
+    float m_Value = 0.0F;
+};
+
+/// Data of a list of unsigned numbers.
+class PI_API CMultiLongData {
+public:
+    CMultiLongData() = default;
+    CMultiLongData(const CMultiLongData&) = default;
+    CMultiLongData(CMultiLongData&&) noexcept = default;
+    CMultiLongData& operator=(const CMultiLongData&) = default;
+    CMultiLongData& operator=(CMultiLongData&&) noexcept = default;
+    virtual ~CMultiLongData();
+
+    std::vector<std::uint64_t> m_Values;
+};
+
+/// Data of an XML document.
+///
+/// A copy goes through text: it holds the elements, attributes and character data of the source, but not its
+/// comments, processing instructions, declaration, document type or white space between elements.
+class PI_API CXMLData {
+public:
+    CXMLData() = default;
+    CXMLData(const CXMLData& source);
+    CXMLData(CXMLData&&) noexcept = default;
+    CXMLData& operator=(const CXMLData& source);
+    CXMLData& operator=(CXMLData&&) noexcept = default;
+    virtual ~CXMLData();
+
+    VELK::XML::xml_document m_Document;
+};
+
+/// Data of a list of texts of which some are selected.
+class PI_API CMultiStringData {
+public:
+    CMultiStringData() = default;
+    CMultiStringData(const CMultiStringData&) = default;
+    CMultiStringData(CMultiStringData&&) noexcept = default;
+    CMultiStringData& operator=(const CMultiStringData&) = default;
+    CMultiStringData& operator=(CMultiStringData&&) noexcept = default;
+    virtual ~CMultiStringData();
+
+    std::vector<std::string> m_Values;
+    std::uint32_t m_SelectionMask = 0xFFFFFFFF;  ///< bit (i mod 32) selects element i
+};
+
+/// One typed value of a managed object: a capacity, a name, the choices of a setting, a range.
+///
+/// A property holds data of all eleven kinds at once; m_Type says which of them counts. A setter writes one
+/// kind and makes it the one that counts, the others keep what they hold. A getter that asks for another kind
+/// than m_Type says reports so with a trace (category 20) and still delivers what that kind holds.
+///
+/// Setters and getters return ErrorCode::SUCCESS where nothing else is said. They throw only what the
+/// standard library throws when memory runs out. An out-parameter is always written.
+class PI_API CProperty {
+public:
+    /// Data of every kind, whatever m_Type says.
+    struct PI_API _DATA {
+        _DATA() = default;
+        _DATA(const _DATA&) = default;
+        _DATA(_DATA&&) noexcept = default;
+        _DATA& operator=(const _DATA&) = default;
+        _DATA& operator=(_DATA&&) noexcept = default;
+        ~_DATA();
+
+        CChoiceData m_Choice;
+        CRangeData m_Range;
+        CStringData m_String;
+        CBoolData m_Bool;
+        CLongData m_Long;
+        CSignedLongData m_SignedLong;
+        CMultiValueData m_MultiValue;
+        CFloatData m_Float;
+        CMultiLongData m_MultiLong;
+        CXMLData m_XML;
+        CMultiStringData m_MultiString;
+    };
+
+    /// A property without identity, type and value.
+    CProperty();
+
+    /// A property without type and value; the flag goes to m_Flag1.
+    CProperty(_PROPERTY_ID id, bool flag);
+
+    /// Copies the fields and the data of every kind; XML as CXMLData says.
+    CProperty(const CProperty& source);
+    CProperty& operator=(const CProperty& source);
+
+    /// Moves the data of every kind; nothing of an XML document is lost. The source may only be assigned to
+    /// or destroyed afterwards.
+    CProperty(CProperty&& source) noexcept;
+    CProperty& operator=(CProperty&& source) noexcept;
+
+    virtual ~CProperty();
+
+    /// Compares the descriptive fields, then the data of the kind that m_Type names; the other kinds are
+    /// ignored.
+    ///
+    /// Types NONE, UNDEFINED and unknown ones hold no value and are never equal, not even to a copy of
+    /// themselves: callers rely on it.
+    bool operator==(const CProperty& other) const;
+
+    int SetValue(bool value);
+    int SetValue(unsigned long value);
+    int SetValue(long value);
+    int SetValue(float value);
+
+    /// Stores a value brought into [min, max], and the bounds and the step as given. The lower bound is
+    /// looked at first: with min above max, a value below min becomes min.
+    int SetValue(int value, int min, int max, unsigned int step);
+
+    /// Stores a choice and the choices allowed; whether the one is among the others is not checked.
+    /// @return ErrorCode::INVALID_PARAMETER, with nothing changed, when there are no choices
+    int SetValue(int value, const std::vector<int>& choices);
+
+    int SetValue(std::vector<int>& values, std::vector<int>& values2);
+    int SetValue(std::vector<unsigned long>& values);
+
+    /// @param mask selects the elements that make up the text of the value: bit (i mod 32) stands for element
+    /// i
+    int SetValue(const std::vector<std::string>& values, unsigned int mask);
+
+    /// Stores a copy of a document, as CXMLData describes it.
+    int SetValue(const VELK::XML::xml_document& document);
+
+    /// Stores a text without leading and trailing white space, as the global locale classifies it.
+    ///
+    /// Where m_Format is 4 (encoded text) only a text that begins with "ENC1(" is taken, unchanged; any other
+    /// is replaced by an empty one, so a plain secret never gets in.
+    int SetValue(const std::string& text);
+
+    /// As SetValue(const std::string&).
+    /// @throws std::logic_error when text is null
+    int SetValue(const char* text);
+
+    /// The selected choice. Traced when there are no choices.
+    int GetValueChoice(int& value) const;
+    int GetValue(int& value, std::vector<int>& choices);
+
+    /// The value as stored. Traced when the step is 0.
+    int GetValueRange(int& value) const;
+    /// The value brought into the bounds, the lower one first.
+    int GetValueRangeNormalized(int& value) const;
+    int GetValue(int& value, int& min, int& max, unsigned int& step);
+
+    int GetValue(bool& value);
+    int GetValue(unsigned long& value);
+    int GetValue(long& value);
+    int GetValue(float& value);
+
+    /// Both lists. Traced when either is empty.
+    int GetValue(std::vector<int>& values, std::vector<int>& values2);
+    /// The list. Traced when it is empty, unless allowEmpty.
+    int GetValue(std::vector<unsigned long>& values, bool allowEmpty);
+
+    /// A copy of the document, as CXMLData describes it.
+    int GetValue(VELK::XML::xml_document& document);
+
+    /// The list itself, valid as long as the property is not changed. Traced when it is empty.
+    const std::vector<std::string>& GetValueMultiString(unsigned int& mask) const;
+    int GetValue(std::vector<std::string>& values, unsigned int& mask);
+    int GetValue(std::vector<std::string>& values);
+
+    /// The text; of a list of texts, the selected ones joined by ", ", where an empty one adds nothing.
+    int GetValueString(std::string& text) const;
+    int GetValue(std::string& text);
+    /// The same, returned.
+    /// @param error takes the code of the call; may be null
+    std::string GetValue(_ERROR_CODE* error);
+
+    _PROPERTY_ID m_ID = PropertyID::UNDEFINED;
+    std::int32_t m_SecondaryID = 1;  ///< set together with m_ID
+    // The attributes are descriptive; they are stored, copied and compared only.
+    std::int32_t m_Attribute1 = 1;
+    std::int32_t m_Attribute2 = 1;
+    std::int32_t m_Attribute3 = -1;
+    std::int32_t m_Attribute4 = 1;
+    std::int32_t m_Attribute5 = 1;  ///< not set from a description
+    _PROPERTY_TYPE m_Type = PropertyType::UNDEFINED;
+    std::int32_t m_Format = 0;  ///< 0 plain, 1 number, 4 encoded text
+    bool m_Flag1 = false;
+    std::int32_t m_Attribute6 = 1;
+    bool m_Flag2 = true;
+    _DATA m_Data;
+};
+
+/// Static description of a property, from which CPluginHelper::GenerateCProperty fills one.
+struct _PROPERTY_DESCRIPTION {
+    _PROPERTY_ID m_ID;
+    std::int32_t m_Attribute4;
+    std::int32_t m_Attribute1;
+    std::int32_t m_Attribute2;
+    std::int32_t m_Attribute3;
+    _PROPERTY_TYPE m_Type;
+    std::int32_t m_Attribute6;
+    bool m_Flag2;
+    bool m_Flag1;
+};
+
+}  // namespace PI

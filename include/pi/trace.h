@@ -1,0 +1,83 @@
+/// @file
+/// Diagnostic traces.
+#pragma once
+
+#include <pi/types.h>
+
+#include <cstdint>
+#include <memory>
+#include <ostream>
+#include <string>
+
+/// One diagnostic line: built with a category and a format text, fed with arguments, written when destroyed.
+///
+/// @code
+///     VELKTrace(494, "VELK_Trace", 3, "drive %d: %s") << 7 << "not ready";
+/// @endcode
+///
+/// The line is tag + "[milliseconds since the process's first trace][name][number]" + message. It goes, at
+/// debug severity, to the plog logger whose number is the category; a category that is not in the list goes
+/// to logger 0 under the tag "[defaultLog]". Loggers are created by the hosting process; without one nothing
+/// is written. A message that holds a NUL byte is handed over whole, but plog's formatters print the text
+/// before it.
+///
+/// Threads: each object belongs to one thread; any number of threads may trace at once.
+class PI_API VELKTrace {
+public:
+    /// Starts a line.
+    ///
+    /// @param number   printed in the line's prefix
+    /// @param name     printed in the line's prefix, not null
+    /// @param category selects tag and logger
+    /// @param format   text with printf-like ("%d", "%-5s") or numbered ("%1%") placeholders, not null.
+    /// Without
+    ///                 arguments it is the message as it stands, "%%" included.
+    /// @throws an exception derived from std::exception when the format text is malformed, std::logic_error
+    ///         when the name is null
+    VELKTrace(int number, const char* name, int category, const char* format);
+
+    VELKTrace(const VELKTrace&) = delete;
+    VELKTrace& operator=(const VELKTrace&) = delete;
+
+    /// Writes the line if tracesEnabled is true and the category's logger takes debug records. Never throws.
+    ~VELKTrace();
+
+    /// Fills the next placeholder with whatever the value's own operator<< prints, under the placeholder's
+    /// flags.
+    ///
+    /// The message stays the raw format text until the last placeholder is filled. Arguments beyond the last
+    /// placeholder are ignored, and so are exceptions of the value's operator<<.
+    template <class T>
+    VELKTrace& operator<<(T value) {
+        Feed(&Print<T>, &value);
+        return *this;
+    }
+
+    /// Switches all traces of the process on or off; false at first. Defined in libvelk.
+    static bool tracesEnabled;
+
+private:
+    struct Format;
+    using Printer = void (*)(std::ostream&, const void*);
+
+    template <class T>
+    static void Print(std::ostream& stream, const void* value) {
+        stream << *static_cast<const T*>(value);
+    }
+
+    void Feed(Printer print, const void* value) noexcept;
+    void Write() const;
+
+    std::int32_t m_Number;
+    std::string m_Name;
+    std::int32_t m_Category;
+    std::unique_ptr<Format> m_Format;
+    std::string m_Message;
+};
+
+extern template PI_API VELKTrace& VELKTrace::operator<< <std::string>(std::string value);
+extern template PI_API VELKTrace& VELKTrace::operator<< <PI::_PROPERTY_TYPE>(PI::_PROPERTY_TYPE value);
+
+namespace PI {
+using ::VELKTrace;
+}

@@ -1,0 +1,82 @@
+/// @file
+/// Enumerations that all parts of the interface share, and the export macro.
+///
+/// Every enumeration is a plain enumeration carried as a signed 32-bit number. Its constants live in a
+/// namespace of their own, so equal names of two enumerations never meet; its type name is visible in PI.
+#pragma once
+
+#include <cstdint>
+
+/// Marks what the library exports; everything else is hidden.
+#define PI_API __attribute__((visibility("default")))
+
+#include <pi/vocabulary/undefine_macros.h>
+
+namespace PI {
+
+namespace Severity {
+/// Severity of an event or of SCSI sense data. Any other number counts as DEBUG.
+enum _SEVERITY : std::int32_t {
+    DEBUG = 1,
+    INFORMATION = 2,
+    WARNING = 3,
+    ERROR = 4,
+};
+}  // namespace Severity
+using Severity::_SEVERITY;
+
+namespace Units {
+/// Unit of a capacity, in steps of 1024. The numbers do not ascend with the magnitude.
+enum _UNITS : std::int32_t {
+    BYTES = 21025,
+    KILOBYTES = 21003,
+    MEGABYTES = 21002,
+    GIGABYTES = 21022,
+    TERABYTES = 21026,
+    PETABYTES = 21027,
+    UNSPECIFIED = 21006,  ///< default of the array-layout records
+};
+}  // namespace Units
+using Units::_UNITS;
+
+namespace ObjectType {
+/// Kind of a managed object. Plug-ins and the service use further numbers of their own.
+enum _OBJECT_TYPE : std::int32_t {
+    UNDEFINED = 1,
+    TASK = 19005,
+    ADAPTER_1 = 19007,
+    ADAPTER_2 = 19009,
+    ADAPTER_3 = 19010,
+    ADAPTER_4 = 19012,
+    ADAPTER_5 = 19037,
+    ADAPTER_6 = 19038,
+    ADAPTER_7 = 19039,
+    ADAPTER_8 = 19042,
+    ADAPTER_9 = 19051,
+};
+}  // namespace ObjectType
+using ObjectType::_OBJECT_TYPE;
+
+namespace PropertyType {
+/// Kind of data that a property holds.
+enum _PROPERTY_TYPE : std::int32_t {
+    NONE = 0,
+    UNDEFINED = 1,  ///< a new property, no value yet
+    STRING = 2,
+    CHOICE = 3,
+    BOOL = 4,
+    LONG = 5,
+    SIGNED_LONG = 6,
+    RANGE = 7,
+    MULTI_VALUE = 8,
+    FLOAT = 9,
+    MULTI_LONG = 10,
+    XML = 11,
+    MULTI_STRING = 12,
+};
+}  // namespace PropertyType
+using PropertyType::_PROPERTY_TYPE;
+
+}  // namespace PI
+
+#include <pi/vocabulary/restore_macros.h>

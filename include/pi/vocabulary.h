@@ -1,0 +1,98 @@
+/// @file
+/// The numbers that service and plug-ins exchange, and their names.
+///
+/// Each vocabulary is written once, as a list in pi/vocabulary/: from it come the constants here and the
+/// names that the functions below return. The numbers are fixed for ever.
+///
+/// Threads: look-ups of known numbers may run concurrently. A look-up of an unknown number writes to the
+/// vocabulary's table, and must not run together with any other look-up in the same vocabulary.
+#pragma once
+
+#include <pi/types.h>
+
+#include <string>
+
+#include <pi/vocabulary/undefine_macros.h>
+
+namespace PI {
+
+namespace ErrorCode {
+/// Outcome of an operation: SUCCESS (0), or a failure from GENERAL (20000) upward.
+enum _ERROR_CODE : std::int32_t {
+#define PI_ERROR_CODE(number, constant, name) constant = number,
+#include <pi/vocabulary/error_codes.def>
+#undef PI_ERROR_CODE
+};
+}  // namespace ErrorCode
+using ErrorCode::_ERROR_CODE;
+
+namespace PropertyID {
+/// Which property of a managed object a value belongs to.
+enum _PROPERTY_ID : std::int32_t {
+#define PI_PROPERTY_ID(number, constant, name) constant = number,
+#include <pi/vocabulary/property_ids.def>
+#undef PI_PROPERTY_ID
+};
+}  // namespace PropertyID
+using PropertyID::_PROPERTY_ID;
+
+namespace PropertyValue {
+/// Named states that choice and number properties hold.
+enum _PROPERTY_VALUE : std::int32_t {
+#define PI_PROPERTY_VALUE(number, constant, name) constant = number,
+#include <pi/vocabulary/property_values.def>
+#undef PI_PROPERTY_VALUE
+};
+}  // namespace PropertyValue
+using PropertyValue::_PROPERTY_VALUE;
+
+namespace OperationID {
+/// Actions that plug-ins offer on managed objects.
+enum _OPERATION_ID : std::int32_t {
+#define PI_OPERATION_ID(number, constant, name) constant = number,
+#include <pi/vocabulary/operation_ids.def>
+#undef PI_OPERATION_ID
+};
+}  // namespace OperationID
+using OperationID::_OPERATION_ID;
+
+namespace EventID {
+/// Events that plug-ins report.
+enum _EVENT_ID : std::int32_t {
+#define PI_EVENT_ID(number, constant, name) constant = number,
+#include <pi/vocabulary/event_ids.def>
+#undef PI_EVENT_ID
+};
+}  // namespace EventID
+using EventID::_EVENT_ID;
+
+/// Name of an error code, such as "SUCCESS" for 0.
+///
+/// An unknown code gives an empty name and is remembered with it, so that asking again gives the same string.
+/// @return a reference that stays valid, and stays the same for the same code, until the library is unloaded
+/// @throws std::bad_alloc when an unknown code cannot be remembered
+PI_API const std::string& ErrorCodeToString(int code);
+
+/// Name of a property identifier, such as "MAJOR_VERSION" for 30000; otherwise as ErrorCodeToString.
+PI_API const std::string& PropertyIDToString(int id);
+
+/// Name of a property value, such as "RAID0" for 40007; otherwise as ErrorCodeToString. The name of 0 is
+/// empty.
+PI_API const std::string& PropertyValueToString(int value);
+
+/// Name of an operation identifier, such as "ALARM_ON" for 50008; otherwise as ErrorCodeToString.
+PI_API const std::string& OperationIDToString(int id);
+
+/// Name of an event identifier, such as "UNKNOWN" for 10000; otherwise as ErrorCodeToString.
+PI_API const std::string& EventIDToString(int id);
+
+/// Number of a property value's name, letter for letter; the smallest where several values bear the name.
+///
+/// Unknown numbers that PropertyValueToString was asked for take part with their empty name, so an empty
+/// name gives the smallest of them when it is negative, and otherwise 0.
+/// @return the number, or defaultValue when no value bears the name
+PI_API int StringToPropertyValue(const std::string& name, int defaultValue);
+
+}  // namespace PI
+
+#include <pi/vocabulary/restore_macros.h>

@@ -1,0 +1,22 @@
+// The library's own traces: all pass the same number and name.
+#pragma once
+
+#include <pi/trace.h>
+
+namespace PI {
+
+constexpr int TRACE_CATEGORY_PROPERTY = 20;
+constexpr int TRACE_CATEGORY_DRIVE_COMBINATION = 21;
+
+/// Writes a line with its arguments. Costs one look at the flag while traces are off, so hot paths may call
+/// it.
+template <class... Arguments>
+void Trace(int category, const char* format, const Arguments&... arguments) {
+    if (!VELKTrace::tracesEnabled) {
+        return;
+    }
+    VELKTrace trace(494, "VELK_Trace", category, format);
+    static_cast<void>((trace << ... << arguments));
+}
+
+}  // namespace PI

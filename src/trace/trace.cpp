@@ -1,0 +1,102 @@
+#include <pi/trace.h>
+#include <plog/Log.h>
+
+#include <boost/format.hpp>
+#include <chrono>
+#include <locale>
+#include <string_view>
+
+struct VELKTrace::Format {
+    // The classic locale keeps numbers plain digits whatever the process's locale is.
+    explicit Format(const char* text) : m_Text(text, std::locale::classic()) {}
+
+    boost::format m_Text;
+};
+
+namespace {
+
+struct Argument {
+    void (*m_Print)(std::ostream&, const void*);
+    const void* m_Value;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Argument& argument) {
+    argument.m_Print(stream, argument.m_Value);
+    return stream;
+}
+
+std::uint64_t NowMs() {
+    using std::chrono::nanoseconds;
+    const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+    return static_cast<std::uint64_t>(std::chrono::duration_cast<nanoseconds>(sinceEpoch).count() / 1000000);
+}
+
+// Set by the first trace of the process and kept, whatever its name says.
+std::uint64_t TimeBaseMs() {
+    static const std::uint64_t lastTimeStamp = NowMs();
+    return lastTimeStamp;
+}
+
+template <int Instance>
+void WriteTo(std::size_t line, std::string_view tag, std::string_view prefix, std::string_view message) {
+    plog::Logger<Instance>* logger = plog::get<Instance>();
+    if (logger == nullptr || !logger->checkSeverity(plog::debug)) {
+        return;
+    }
+    plog::Record record(plog::debug, "VELKTrace::~VELKTrace()", line, "", nullptr, Instance);
+    record << tag << prefix << message;
+    logger->write(record);
+}
+
+}  // namespace
+
+VELKTrace::VELKTrace(int number, const char* name, int category, const char* format)
+    : m_Number(number),
+      m_Name(name),
+      m_Category(category),
+      m_Format(std::make_unique<Format>(format)),
+      m_Message(format) {}
+
+VELKTrace::~VELKTrace() {
+    if (!tracesEnabled) {
+        return;
+    }
+    try {
+        Write();
+    } catch (...) {
+        // A trace never fails its caller.
+    }
+}
+
+void VELKTrace::Feed(Printer print, const void* value) noexcept {
+    boost::format& text = m_Format->m_Text;
+    // Asked first, so that the usual course of feeding throws nothing.
+    if (text.remaining_args() <= 0) {
+        return;
+    }
+    try {
+        text % Argument{print, value};
+        if (text.remaining_args() <= 0) {
+            m_Message = text.str();
+        }
+    } catch (...) {
+        // The message stays as it was.
+    }
+}
+
+void VELKTrace::Write() const {
+    const std::uint64_t base = TimeBaseMs();
+    const std::string prefix =
+        "[" + std::to_string(NowMs() - base) + "][" + m_Name + "][" + std::to_string(m_Number) + "]";
+    switch (m_Category) {
+#define PI_TRACE_CATEGORY(category, tag, line) \
+    case category:                             \
+        return WriteTo<category>(line, tag, prefix, m_Message);
+#include "trace/categories.def"
+#undef PI_TRACE_CATEGORY
+        default: return WriteTo<0>(453, "[defaultLog]", prefix, m_Message);
+    }
+}
+
+template VELKTrace& VELKTrace::operator<< <std::string>(std::string value);
+template VELKTrace& VELKTrace::operator<< <PI::_PROPERTY_TYPE>(PI::_PROPERTY_TYPE value);
