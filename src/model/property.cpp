@@ -43,18 +43,6 @@ void CheckData(const CProperty& property, bool isUsable) {
 
 }  // namespace
 
-CProperty::_DATA::~_DATA() = default;
-
-CProperty::CProperty() = default;
-
-CProperty::CProperty(_PROPERTY_ID id, bool flag) : m_ID(id), m_SecondaryID(id), m_Flag1(flag) {}
-
-CProperty::CProperty(const CProperty& source) = default;
-CProperty& CProperty::operator=(const CProperty& source) = default;
-CProperty::CProperty(CProperty&& source) noexcept = default;
-CProperty& CProperty::operator=(CProperty&& source) noexcept = default;
-CProperty::~CProperty() = default;
-
 bool CProperty::operator==(const CProperty& other) const {
     if (m_ID != other.m_ID || m_SecondaryID != other.m_SecondaryID || m_Attribute1 != other.m_Attribute1 ||
         m_Attribute2 != other.m_Attribute2 || m_Attribute3 != other.m_Attribute3 ||
