@@ -2,4 +2,7 @@
 /// The data model that service and plug-ins exchange.
 #pragma once
 
+#include <pi/layout.h>
+#include <pi/object.h>
 #include <pi/property.h>
+#include <pi/task.h>

@@ -4,6 +4,7 @@
 
 #include <pi/config_file.h>
 #include <pi/drives.h>
+#include <pi/events.h>
 #include <pi/model.h>
 #include <pi/plugin_helper.h>
 #include <pi/ssd_endurance.h>

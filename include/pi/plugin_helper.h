@@ -6,9 +6,12 @@
 #include <pi/types.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace PI {
 
+class CEvent;
 class CProperty;
 struct _PROPERTY_DESCRIPTION;
 
@@ -22,6 +25,16 @@ public:
 
     /// Copies a description's fields into a property; m_Attribute5, m_Format and all data stay as they are.
     static void GenerateCProperty(const _PROPERTY_DESCRIPTION& description, CProperty& property);
+
+    // --- Events
+
+    /// Renders an event as key/value pairs: "EventID", "Host", "Source", "Timestamp", "Datetime", "Severity",
+    /// "Placeholders", "Description", "SequenceNumber", in this order.
+    ///
+    /// The description is the language resource whose number is the event's identifier, with the first %1 to
+    /// %6 replaced by the placeholders in turn; without one it reads "Unknown Event" and "Placeholders" is
+    /// left out. What the language support throws is absorbed. The event's resolved placeholders are written.
+    static std::vector<std::pair<std::string, std::string>> StringifyEventMessage(CEvent& event);
 
     // --- Drives: identification
 

@@ -5,6 +5,7 @@
 
 namespace PI {
 
+constexpr int TRACE_CATEGORY_DATA = 3;
 constexpr int TRACE_CATEGORY_PROPERTY = 20;
 constexpr int TRACE_CATEGORY_DRIVE_COMBINATION = 21;
 

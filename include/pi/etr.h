@@ -1,0 +1,64 @@
+/// @file
+/// Estimated time remaining of long-running activities.
+#pragma once
+
+#include <pi/types.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace PI {
+
+/// Estimates how long an activity still needs, from samples of its progress.
+///
+/// A plug-in keeps one estimate per activity in a vector and feeds it whenever it polls the activity. Times
+/// are milliseconds of the monotonic clock (NowSteady). All arithmetic is unsigned 64-bit and wraps. The
+/// caller serialises access. Traced under category 3.
+class PI_API CETR {
+public:
+    CETR() = default;
+    /// An activity that starts at timeStamp, with its first sample.
+    CETR(unsigned long id, int percent, unsigned long timeStamp);
+
+    unsigned long GetID();
+
+    /// Milliseconds of CLOCK_MONOTONIC. Thread-safe.
+    static unsigned long NowSteady();
+
+    /// Takes a sample.
+    ///
+    /// @param percent 0 to 100; a negative one is ignored. One at or below an earlier sample drops that and
+    /// all
+    ///                later ones. From 100 on, an estimate above a minute becomes one minute and nothing is
+    ///                kept.
+    void Compute(int percent, unsigned long timeStamp);
+
+    /// Feeds a sample to the activity with an identifier, which is added to the list when it is new.
+    ///
+    /// @param pause for a known activity: the time since its last sample does not count, and percent is
+    /// ignored
+    /// @return the activity's index in the list
+    static long Add(std::vector<CETR>& list, unsigned long id, int percent, bool pause,
+                    unsigned long timeStamp);
+
+    /// Removes all activities with an identifier, if any; the others keep their order.
+    static void Remove(std::vector<CETR>& list, unsigned long id);
+
+    /// A duration in milliseconds as hours:minutes:seconds; empty below a second, "> 99:59:59" from 100 hours
+    /// on.
+    static std::string RemainingTimeToString(unsigned long ms);
+
+    /// The estimate as RemainingTimeToString gives it; "> 99:59:59" when there is none yet.
+    void GetETR(std::string& out);
+
+    // All ones in a time: not known.
+    std::uint64_t m_ID = 0;
+    std::uint64_t m_StartTime = 0xFFFFFFFFFFFFFFFF;  ///< may be moved to fit the pace of the samples
+    std::uint64_t m_LastTime = 0xFFFFFFFFFFFFFFFF;   ///< of the latest sample
+    std::uint64_t m_RemainingTime = 0xFFFFFFFFFFFFFFFF;
+    std::vector<std::int32_t> m_PercentageComplete;  ///< of the samples kept, ascending
+    std::vector<std::uint64_t> m_TimeStamps;         ///< of the samples kept, same index
+};
+
+}  // namespace PI

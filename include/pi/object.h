@@ -1,0 +1,95 @@
+/// @file
+/// Managed objects and the operations offered on them.
+///
+/// An object holds operations, and an operation may hold objects, so both stand in this header. Both are
+/// values: copies are deep, nothing is shared, the caller serialises access to one of them.
+#pragma once
+
+#include <pi/event.h>
+#include <pi/layout.h>
+#include <pi/property.h>
+#include <pi/types.h>
+
+#include <cstdint>
+#include <vector>
+
+namespace PI {
+
+class COperation;
+
+/// What a plug-in reports to the service: an adapter, a drive, a logical drive, a battery.
+///
+/// Making objects advances m_UniqueIDCounter without a lock: one thread at a time makes objects.
+class PI_API CObject {
+public:
+    /// Takes the next unique identifier.
+    CObject();
+    /// As CObject(), with an identifier and a type.
+    CObject(unsigned long id, _OBJECT_TYPE type);
+
+    /// A copy is the same object: it carries the unique identifier. So does a moved one.
+    CObject(const CObject& source);
+    CObject(CObject&& source) noexcept;
+    CObject& operator=(const CObject& source);
+    CObject& operator=(CObject&& source) noexcept;
+    virtual ~CObject();
+
+    /// Compares every field, the unique identifier included: two objects made separately are different
+    /// whatever they hold.
+    bool operator==(const CObject& other) const;
+
+    /// The unique identifier that the next new object takes; 0 at load.
+    static std::uint64_t m_UniqueIDCounter;
+
+    // What m_RelatedIDs1 and 2, m_ObjectValue and m_ObjectFlag mean is up to the plug-in.
+    std::uint64_t m_ObjectID = 0;
+    _OBJECT_TYPE m_ObjectType = ObjectType::UNDEFINED;
+    std::vector<std::uint64_t> m_RelatedIDs1;
+    std::vector<std::uint64_t> m_RelatedIDs2;
+    std::uint64_t m_ObjectValue = 0;
+    bool m_ObjectFlag = false;
+    std::vector<CProperty> m_Properties;
+    std::vector<COperation> m_Operations;
+    std::uint64_t m_UniqueID;
+};
+
+/// An action offered on an object, or asked for, with all its parameters.
+///
+/// What the headers, parameters and the flag mean is up to the plug-ins and the service.
+class PI_API COperation {
+public:
+    COperation();
+    COperation(const COperation& source);
+    COperation(COperation&& source) noexcept;
+    COperation& operator=(const COperation& source);
+    COperation& operator=(COperation&& source) noexcept;
+    virtual ~COperation();
+
+    /// Compares every field, the elements of the lists by their own operator== with what that leaves out. An
+    /// operation that holds a property without a value is never equal, not even to itself.
+    bool operator==(const COperation& other) const;
+
+    std::uint32_t m_Header1 = 1;
+    std::uint32_t m_Header2 = 1;
+    std::uint32_t m_Header3 = 1;
+    std::vector<CProperty> m_Properties;
+    std::vector<CLogicalDrive> m_LogicalDriveList;
+    std::vector<CDrive> m_DriveList;
+    std::vector<CLevel> m_LevelList;
+    std::vector<CMigration> m_MigrationList;
+    std::vector<CEvent> m_EventList;
+    std::vector<CPartition> m_PartitionList;
+    std::vector<CObject> m_ObjectList;
+    std::uint32_t m_Parameter1 = 1;
+    std::uint32_t m_Parameter2 = 1;
+    std::uint32_t m_Parameter3 = 1;
+    std::uint32_t m_Parameter4 = 1;
+    std::uint32_t m_Parameter5 = 0xFFFFFFFF;
+    std::uint32_t m_Parameter6 = 1;
+    std::uint32_t m_Parameter7 = 1;
+    std::uint32_t m_Parameter8 = 1;
+    bool m_OperationFlag = false;
+    std::uint32_t m_Parameter9 = 1;
+};
+
+}  // namespace PI

@@ -1,0 +1,47 @@
+/// @file
+/// Scheduled and running tasks.
+#pragma once
+
+#include <pi/object.h>
+
+#include <cstdint>
+#include <string>
+
+#include <pi/vocabulary/undefine_macros.h>
+
+namespace PI {
+
+/// A scheduled or running task: an object of type ObjectType::TASK with fields of its own.
+///
+/// What the texts, values and the flag mean is up to the plug-ins and the service.
+class PI_API CTask : public CObject {
+public:
+    /// Takes the next unique identifier and the current time.
+    CTask();
+    CTask(const CTask& source);
+    CTask(CTask&& source) noexcept;
+    CTask& operator=(const CTask& source);
+    CTask& operator=(CTask&& source) noexcept;
+    ~CTask() override;
+
+    /// Compares every field, those of the object included.
+    bool operator==(const CTask& other) const;
+
+    std::string m_TaskText1;
+    std::string m_TaskText2;
+    std::string m_TaskText3;
+    std::uint64_t m_TaskValue1 = 0;
+    std::uint32_t m_TaskValue2 = 0;
+    std::uint64_t m_CreationTime;  ///< VELK::now() when the task was made
+    std::uint64_t m_TaskValue3 = 0;
+    std::uint64_t m_TaskValue4 = 0xFFFFFFFFFFFFFFFF;
+    std::uint64_t m_TaskValue5 = 0;
+    std::uint32_t m_TaskValue6 = 0;
+    std::uint32_t m_TaskValue7 = 0;
+    bool m_TaskFlag = false;
+    std::uint64_t m_TaskStatus = PropertyValue::OK;  ///< a property value
+};
+
+}  // namespace PI
+
+#include <pi/vocabulary/restore_macros.h>

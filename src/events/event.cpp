@@ -1,0 +1,101 @@
+#include <pi/event.h>
+#include <velkx/language_support.h>
+
+#include <utility>
+
+#include "util/number_reader.h"
+
+namespace PI {
+
+namespace {
+
+constexpr char TEXT_PREFIX[] = "T:";
+constexpr char RESOURCE_PREFIX[] = "I:";
+constexpr std::size_t PREFIX_LENGTH = 2;
+
+bool HasPrefix(const std::string& stored, const char* prefix) {
+    return stored.compare(0, PREFIX_LENGTH, prefix) == 0;
+}
+
+void Resolve(const std::string& stored, std::string& resolved) {
+    // A text placeholder that is empty keeps its prefix here: callers rely on it.
+    if (stored.size() <= PREFIX_LENGTH) {
+        resolved = stored;
+    } else if (HasPrefix(stored, RESOURCE_PREFIX)) {
+        const auto number = NumberReader().Read<int>(std::string_view(stored).substr(PREFIX_LENGTH));
+        CLanguageSupport::ResolveString(static_cast<unsigned int>(number.value_or(0)), resolved);
+    } else if (HasPrefix(stored, TEXT_PREFIX)) {
+        resolved.assign(stored, PREFIX_LENGTH, std::string::npos);
+    } else {
+        resolved = stored;
+    }
+}
+
+}  // namespace
+
+// The value of an event; the resolved and scratch strings are no part of it.
+template <class Source>
+void CEvent::Assign(Source&& source) {
+    m_Handle = source.m_Handle;
+    m_EventID = source.m_EventID;
+    m_Severity = source.m_Severity;
+    m_TimeStamp = source.m_TimeStamp;
+    m_PlaceHolder1 = std::forward<Source>(source).m_PlaceHolder1;
+    m_PlaceHolder2 = std::forward<Source>(source).m_PlaceHolder2;
+    m_PlaceHolder3 = std::forward<Source>(source).m_PlaceHolder3;
+    m_PlaceHolder4 = std::forward<Source>(source).m_PlaceHolder4;
+    m_PlaceHolder5 = std::forward<Source>(source).m_PlaceHolder5;
+    m_PlaceHolder6 = std::forward<Source>(source).m_PlaceHolder6;
+    m_Data = std::forward<Source>(source).m_Data;
+    m_Source = std::forward<Source>(source).m_Source;
+    m_Host = std::forward<Source>(source).m_Host;
+    m_SequenceNumber = source.m_SequenceNumber;
+}
+
+CEvent::CEvent() = default;
+
+CEvent::CEvent(const CEvent& source) {
+    Assign(source);
+}
+
+CEvent::CEvent(CEvent&& source) noexcept {
+    Assign(std::move(source));
+}
+
+CEvent& CEvent::operator=(const CEvent& source) {
+    Assign(source);
+    return *this;
+}
+
+CEvent& CEvent::operator=(CEvent&& source) noexcept {
+    Assign(std::move(source));
+    return *this;
+}
+
+CEvent::~CEvent() = default;
+
+bool CEvent::operator==(const CEvent& other) const {
+    return m_Handle == other.m_Handle && m_EventID == other.m_EventID && m_Severity == other.m_Severity &&
+           m_TimeStamp == other.m_TimeStamp;
+}
+
+#define PI_PLACEHOLDER(N)                                              \
+    void CEvent::SetPlaceHolder##N(const std::string& text) {          \
+        m_PlaceHolder##N = TEXT_PREFIX + text;                         \
+    }                                                                  \
+    void CEvent::SetPlaceHolder##N(int resource) {                     \
+        m_PlaceHolder##N = RESOURCE_PREFIX + std::to_string(resource); \
+    }                                                                  \
+    std::string& CEvent::GetPlaceHolder##N() {                         \
+        Resolve(m_PlaceHolder##N, m_Resolved##N);                      \
+        return m_Resolved##N;                                          \
+    }
+PI_PLACEHOLDER(1)
+PI_PLACEHOLDER(2)
+PI_PLACEHOLDER(3)
+PI_PLACEHOLDER(4)
+PI_PLACEHOLDER(5)
+PI_PLACEHOLDER(6)
+#undef PI_PLACEHOLDER
+
+}  // namespace PI

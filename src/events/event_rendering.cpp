@@ -1,0 +1,100 @@
+#include <pi/event.h>
+#include <pi/plugin_helper.h>
+#include <velkx/language_support.h>
+#include <velkx/system_time.h>
+
+#include "util/format_text.h"
+
+namespace PI {
+
+namespace {
+
+constexpr char UNKNOWN_EVENT[] = "Unknown Event";
+
+constexpr std::string& (CEvent::*PLACEHOLDER_GETTERS[])() = {
+    &CEvent::GetPlaceHolder1, &CEvent::GetPlaceHolder2, &CEvent::GetPlaceHolder3,
+    &CEvent::GetPlaceHolder4, &CEvent::GetPlaceHolder5, &CEvent::GetPlaceHolder6,
+};
+
+std::string DateTimeText(std::uint64_t timeStamp) {
+    VELKX::_DATE date = {};
+    VELKX::CSystemTime::GetDate(timeStamp, date);
+    return FormatText("%02d/%02d/%4d %02d:%02d:%02d", date.m_Month, date.m_Day, date.m_Year, date.m_Hour,
+                      date.m_Minute, date.m_Second);
+}
+
+const char* SeverityText(_SEVERITY severity) {
+    switch (severity) {
+        case Severity::WARNING: return "WARNING";
+        case Severity::ERROR: return "ERROR";
+        case Severity::INFORMATION: return "INFORMATION";
+        default: return "DEBUG";
+    }
+}
+
+std::string DescriptionText(unsigned int eventID) {
+    std::string text;
+    try {
+        CLanguageSupport::ResolveString(eventID, text);
+    } catch (...) {
+        text.clear();
+    }
+    return text;
+}
+
+/// Replaces the first marker of each placeholder, one placeholder after the other, so that a value may bring
+/// in a later marker.
+void FillIn(CEvent& event, std::string& description, std::vector<std::string>& used) {
+    try {
+        char marker[] = "%1";
+        for (const auto getter : PLACEHOLDER_GETTERS) {
+            const std::string& value = (event.*getter)();
+            const std::size_t position = description.find(marker);
+            if (!value.empty() && position != std::string::npos) {
+                used.push_back(value);
+                description.replace(position, sizeof(marker) - 1, value);
+            }
+            ++marker[1];
+        }
+    } catch (...) {
+        description = UNKNOWN_EVENT;
+    }
+}
+
+std::string ListText(const std::vector<std::string>& values) {
+    std::string text = "[";
+    for (const std::string& value : values) {
+        if (text.size() > 1) {
+            text += ", ";
+        }
+        text += value;
+    }
+    return text + "]";
+}
+
+}  // namespace
+
+std::vector<std::pair<std::string, std::string>> CPluginHelper::StringifyEventMessage(CEvent& event) {
+    std::vector<std::pair<std::string, std::string>> rendered;
+    rendered.reserve(9);
+    rendered.emplace_back("EventID", std::to_string(event.m_EventID));
+    rendered.emplace_back("Host", event.m_Host.empty() ? "localhost" : event.m_Host);
+    rendered.emplace_back("Source", event.m_Source);
+    rendered.emplace_back("Timestamp", std::to_string(event.m_TimeStamp));
+    rendered.emplace_back("Datetime", DateTimeText(event.m_TimeStamp));
+    rendered.emplace_back("Severity", SeverityText(event.m_Severity));
+
+    std::string description = DescriptionText(event.m_EventID);
+    if (description.empty()) {
+        description = UNKNOWN_EVENT;
+    } else {
+        std::vector<std::string> used;
+        FillIn(event, description, used);
+        rendered.emplace_back("Placeholders", ListText(used));
+    }
+    rendered.emplace_back("Description", std::move(description));
+    rendered.emplace_back("SequenceNumber", std::to_string(event.m_SequenceNumber));
+    return rendered;
+}
+
+}  // namespace PI
