@@ -1,0 +1,253 @@
+#include <gtest/gtest.h>
+#include <pi/vocabulary.h>
+
+#include <climits>
+#include <string>
+#include <vector>
+
+#include "vocabulary/expected_names.h"
+
+namespace {
+
+/// Numbers without a gap, with the names at both ends.
+struct NumberRun {
+    int m_First;
+    const char* m_FirstName;
+    int m_Last;
+    const char* m_LastName;
+};
+
+struct Vocabulary {
+    const char* m_Name;
+    const std::string& (*m_ToString)(int);
+    const char* m_ExpectedNames;
+    std::size_t m_Count;
+    std::vector<NumberRun> m_Runs;
+};
+
+void PrintTo(const Vocabulary& vocabulary, std::ostream* stream) {
+    *stream << vocabulary.m_Name;
+}
+
+// clang-format off
+const std::vector<Vocabulary> vocabularies = {
+    {"ErrorCode", PI::ErrorCodeToString, "error_codes.tsv", 176, {
+        {0, "SUCCESS", 0, "SUCCESS"},
+        {20000, "GENERAL", 20166, "SSD_ONLY"},
+        {20168, "INVALID_INPUT_CHARACTER", 20175, "UNAUTHORIZED"},
+    }},
+    {"PropertyID", PI::PropertyIDToString, "property_ids.tsv", 661, {
+        {0, "FRAME_START", 3, "SEPARATOR_END"},
+        {29900, "RUI_PROPERTIES", 29908, "STRIPE_SIZE"},
+        {29999, "DUMMY", 30527, "SOCKET"},
+        {30529, "TASK_SPEED", 30545, "SSD_OPO"},
+        {30547, "SIGNED_LONG_PARAM", 30564, "ENCRYPTION_MODE"},
+        {35000, "ADDR_00", 35050, "DOMAIN"},
+        {35100, "HEADING_ALL", 35125, "HEADING_COMMENT"},
+        {35127, "HEADING_PROPERTY", 35128, "HEADING_VALUE"},
+        {35200, "BADBLOCK_LOG", 35203, "SENSE_LOG"},
+        {2147483647, "UNSPECIFIED", 2147483647, "UNSPECIFIED"},
+    }},
+    {"PropertyValue", PI::PropertyValueToString, "property_values.tsv", 670, {
+        {0, "", 1, "UNDEFINED"},
+        {40000, "ENABLED", 40373, "NOT_SECURED"},
+        {40375, "RAID0_SSC", 40381, "TRANSPARENT"},
+        {40383, "BGI_PAUSED", 40502, "VERIFYINGFIXING"},
+        {40507, "MEDIUM_HIGH", 40540, "SSD_WEAR_INFORMATION_SUPPORTED"},
+        {40542, "RPI_CAPABLE", 40584, "FAILED_DUE_TO_PSA"},
+        {40586, "PREDICTIVE_FAILURE", 40675, "CONTROLLER_BASED_ENCRYPTION"},
+    }},
+    {"OperationID", PI::OperationIDToString, "operation_ids.tsv", 164, {
+        {1, "UNDEFINED", 1, "UNDEFINED"},
+        {50000, "CREATE_LOGICAL_DRIVE", 50040, "CANCEL_VERIFYFIX"},
+        {50042, "RESET_ERROR_COUNTERS", 50101, "GET_COLLECTION_FOR_COPY_BACK"},
+        {50103, "CREATE_TASK", 50115, "TEST_LDAP_CONNECTION"},
+        {50117, "PAUSE_COPY_BACK", 50118, "CONTINUE_COPY_BACK"},
+        {50121, "ENABLE_SSD_CACHING", 50166, "OP_GET_EVENTS_EECD"},
+        {50500, "ADD_SERVER", 50500, "ADD_SERVER"},
+    }},
+    {"EventID", PI::EventIDToString, "event_ids.tsv", 1437, {
+        {1, "UNDEFINED", 5, "TEST_TRAP"},
+        {10000, "UNKNOWN", 10853, "BBU_CANNOT_DO_TRANSPARENT_LEARN"},
+        {10858, "BBU_REPLACEMENT_NEEDED_SOH_NOT_OPTIMAL", 10913, "SAS_PHY_LINK_SPEED_UPDATED"},
+        {10915, "LD_ACCESS_UNBLOCKED", 11112, "EVT_PD_STATE_CHANGE_TO_NORMAL"},
+        {12000, "MICROSEMI_NO_AVAILABLE_EVENT", 12145, "EVT_PD_STATE_CHANGE_MIGRATING_TO_UNK"},
+        {12200, "EVT_MV_CODE_EVT_ERR", 12377, "EVT_PD_STATE_CHANGE_JOURNALING_TO_OFFL"},
+    }},
+};
+// clang-format on
+
+class Names : public testing::TestWithParam<Vocabulary> {
+protected:
+    const std::string& Name(int number) const { return GetParam().m_ToString(number); }
+
+    const std::map<int, std::string> m_Expected = PI::Test::ExpectedNames(GetParam().m_ExpectedNames);
+};
+
+INSTANTIATE_TEST_SUITE_P(AllVocabularies, Names, testing::ValuesIn(vocabularies),
+                         [](const auto& instance) { return instance.param.m_Name; });
+
+TEST_P(Names, EveryNumberHasItsName) {
+    ASSERT_EQ(m_Expected.size(), GetParam().m_Count);
+    for (const auto& [number, name] : m_Expected) {
+        EXPECT_EQ(Name(number), name) << number;
+    }
+}
+
+TEST_P(Names, NoOtherNumberFromZeroToSixtyThousandHasAName) {
+    for (int number = 0; number <= 60000; ++number) {
+        const auto expected = m_Expected.find(number);
+        ASSERT_EQ(Name(number), expected == m_Expected.end() ? "" : expected->second) << number;
+    }
+}
+
+TEST_P(Names, RunsEndWhereTheyEnd) {
+    std::size_t count = 0;
+    for (const NumberRun& run : GetParam().m_Runs) {
+        EXPECT_EQ(Name(run.m_First), run.m_FirstName) << run.m_First;
+        EXPECT_EQ(Name(run.m_Last), run.m_LastName) << run.m_Last;
+        if (run.m_First > 0) {
+            EXPECT_EQ(Name(run.m_First - 1), "") << run.m_First - 1;
+        }
+        if (run.m_Last < INT_MAX) {
+            EXPECT_EQ(Name(run.m_Last + 1), "") << run.m_Last + 1;
+        }
+        for (int number = run.m_First; number < run.m_Last; ++number) {
+            EXPECT_EQ(m_Expected.count(number), 1u) << number;
+        }
+        count += static_cast<std::size_t>(run.m_Last - run.m_First) + 1;
+    }
+    EXPECT_EQ(count, GetParam().m_Count);
+}
+
+TEST_P(Names, SameNumberGivesTheSameString) {
+    for (const auto& [number, name] : m_Expected) {
+        EXPECT_EQ(&Name(number), &Name(number)) << number;
+    }
+}
+
+TEST_P(Names, UnknownNumberGivesTheSameEmptyStringTwice) {
+    const int unknown[] = {2147483646, 60001, 19999, 9999};
+    for (const int number : unknown) {
+        const std::string& first = Name(number);
+        EXPECT_EQ(first, "") << number;
+        EXPECT_EQ(&Name(number), &first) << number;
+    }
+    EXPECT_NE(&Name(60001), &Name(60002));
+}
+
+TEST_P(Names, ReferencesOutliveLookUpsOfUnknownNumbers) {
+    const auto& [number, name] = *m_Expected.rbegin();
+    const std::string& before = Name(number);
+
+    for (int unknown = 70000; unknown < 75000; ++unknown) {
+        Name(unknown);
+    }
+
+    EXPECT_EQ(&Name(number), &before);
+    EXPECT_EQ(before, name);
+}
+
+TEST_P(Names, LargestNumbersAreLookedUpLikeAllOthers) {
+    EXPECT_EQ(Name(INT_MAX), GetParam().m_ToString == PI::PropertyIDToString ? "UNSPECIFIED" : "");
+    EXPECT_EQ(Name(INT_MAX - 1), "");
+}
+
+TEST_P(Names, AreUpperCaseLettersDigitsAndUnderscores) {
+    const bool values = GetParam().m_ToString == PI::PropertyValueToString;
+    for (const auto& [number, name] : m_Expected) {
+        // The one name with small letters is meant.
+        if (values && number == 40339) {
+            EXPECT_EQ(Name(number), "ADAPTER_STATUS_INFO_empty");
+            continue;
+        }
+        EXPECT_EQ(Name(number).find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_"), std::string::npos)
+            << number;
+    }
+}
+
+TEST(ErrorCodeToString, KeepsDeliberateSpellings) {
+    EXPECT_EQ(PI::ErrorCodeToString(20067), "LOGICALDRIVE_NOT_CREATEABLE");
+    EXPECT_EQ(PI::ErrorCodeToString(20102), "HINT_UNUSEABLE_SEGMENT");
+}
+
+TEST(ErrorCodeToString, NamesTheTellingCodes) {
+    EXPECT_EQ(PI::ErrorCodeToString(0), "SUCCESS");
+    EXPECT_EQ(PI::ErrorCodeToString(20000), "GENERAL");
+    EXPECT_EQ(PI::ErrorCodeToString(20121), "TIMEOUT");
+    EXPECT_EQ(PI::ErrorCodeToString(20125), "SHUTTING_DOWN");
+    EXPECT_EQ(PI::ErrorCodeToString(20128), "PLUGIN_BUSY");
+    EXPECT_EQ(PI::ErrorCodeToString(20174), "MDADM_ERROR");
+    EXPECT_EQ(PI::ErrorCodeToString(20175), "UNAUTHORIZED");
+    EXPECT_EQ(PI::ErrorCodeToString(1), "");
+    EXPECT_EQ(PI::ErrorCodeToString(20176), "");
+}
+
+TEST(ErrorCodeToString, MailBlockBeginsWithSmtp) {
+    for (int code = 20136; code <= 20160; ++code) {
+        EXPECT_EQ(PI::ErrorCodeToString(code).rfind("SMTP_", 0), 0u) << code;
+    }
+}
+
+TEST(PropertyIDToString, FirstNameOfANumberWins) {
+    EXPECT_EQ(PI::PropertyIDToString(1), "UNDEFINED");
+    EXPECT_EQ(PI::PropertyIDToString(29900), "RUI_PROPERTIES");
+}
+
+TEST(PropertyIDToString, RepeatedNamesBelongToBothNumbers) {
+    struct Pair {
+        int m_First;
+        int m_Second;
+        const char* m_Name;
+    };
+    const Pair pairs[] = {
+        {29904, 30045, "RAID_LEVEL"},
+        {29905, 30334, "CACHE_SETTINGS"},
+        {30056, 35044, "TYPE"},
+        {30063, 35031, "PRODUCT"},
+        {30224, 35040, "SLOT"},
+        {30295, 35042, "STARTTIME"},
+        {30486, 35034, "REMAINING_RESERVE_SPACE"},
+    };
+    for (const Pair& pair : pairs) {
+        EXPECT_EQ(PI::PropertyIDToString(pair.m_First), pair.m_Name);
+        EXPECT_EQ(PI::PropertyIDToString(pair.m_Second), pair.m_Name);
+        EXPECT_NE(&PI::PropertyIDToString(pair.m_First), &PI::PropertyIDToString(pair.m_Second));
+    }
+}
+
+TEST(PropertyIDToString, HeadingsBeginWithHeading) {
+    for (const int id : {35100, 35125, 35127, 35128}) {
+        EXPECT_EQ(PI::PropertyIDToString(id).rfind("HEADING_", 0), 0u) << id;
+    }
+}
+
+TEST(OperationIDToString, AddServerHasTwoNumbers) {
+    EXPECT_EQ(PI::OperationIDToString(50108), "ADD_SERVER");
+    EXPECT_EQ(PI::OperationIDToString(50500), "ADD_SERVER");
+}
+
+TEST(OperationIDToString, OnlyOneNameBeginsWithOp) {
+    int count = 0;
+    for (int id = 50000; id <= 50500; ++id) {
+        count += PI::OperationIDToString(id).rfind("OP_", 0) == 0;
+    }
+    EXPECT_EQ(count, 1);
+    EXPECT_EQ(PI::OperationIDToString(50166), "OP_GET_EVENTS_EECD");
+}
+
+TEST(EventIDToString, PlaceInTheListDoesNotMatter) {
+    const auto expected = PI::Test::ExpectedNames("event_ids.tsv");
+
+    EXPECT_EQ(PI::EventIDToString(10557), expected.at(10557));
+    EXPECT_EQ(PI::EventIDToString(10558), expected.at(10558));
+    EXPECT_NE(PI::EventIDToString(10557), PI::EventIDToString(10558));
+}
+
+TEST(EventIDToString, KeepsNumbersAndAbbreviationsInNames) {
+    EXPECT_EQ(PI::EventIDToString(10310), "BBU_RELEARN_WILL_START_IN_4_DAYS");
+    EXPECT_EQ(PI::EventIDToString(10427), "PD_STATE_CHANGE_BY_USER_AVAIL_TO_FAIL");
+    EXPECT_EQ(PI::EventIDToString(11111), "EVT_PD_STATE_CHANGE_TO_FAIL");
+}
+
+}  // namespace
