@@ -2,6 +2,7 @@
 /// Every public header of the library.
 #pragma once
 
+#include <pi/adapters.h>
 #include <pi/config_file.h>
 #include <pi/drives.h>
 #include <pi/events.h>

@@ -26,6 +26,24 @@ public:
     /// Copies a description's fields into a property; m_Attribute5, m_Format and all data stay as they are.
     static void GenerateCProperty(const _PROPERTY_DESCRIPTION& description, CProperty& property);
 
+    // --- Help and icons
+
+    /// Page and anchor of a help topic, such as "properties.htm#ADAPTER_ACTIVITY".
+    /// @param path out: empty when the topic is unknown
+    /// @return SUCCESS, or GENERAL when the topic is unknown
+    static int GetHelpPath(int topic, std::string& path);
+
+    /// File name of an icon, such as "adapter_ok_no.gif"; otherwise as GetHelpPath.
+    static int GetIconPath(int icon, std::string& fileName);
+
+    /// Icon of a physical drive. State, medium and power are property values.
+    ///
+    /// @param aura    highlighted
+    /// @param foreign belongs to a configuration from elsewhere
+    /// @param power   PropertyValue::STOPPED, or any other value for a running drive
+    /// @return an icon for GetIconPath; a plain drive icon where there is none of its own
+    static int GetPDStatusIcon(int state, int medium, bool aura, bool foreign, int power);
+
     // --- Events
 
     /// Renders an event as key/value pairs: "EventID", "Host", "Source", "Timestamp", "Datetime", "Severity",
@@ -110,6 +128,50 @@ public:
     /// @param value out: single precision; above 1024 only in petabytes
     /// @return true always
     static bool ConvertBytesToOtherUnit(unsigned long bytes, float& value, _UNITS& unit);
+
+    // --- Drives: SCSI sense data
+
+    /// Text and severity of a sense key as SCSI Primary Commands (SPC) numbers it.
+    /// @param senseKey its low four bits count
+    /// @return SUCCESS always
+    static int TranslateSenseKey(unsigned char senseKey, std::string& text, _SEVERITY& severity);
+
+    /// Text of an additional sense code and qualifier, as the T10 committee publishes it, in lower case.
+    ///
+    /// @param text out: empty for an unknown pair; the codes 40h (from qualifier 80h on), 4Dh and 70h count
+    /// as unknown
+    ///             but have a text all the same, in which the qualifier stands as a character, be it a NUL
+    ///             byte
+    /// @return SUCCESS, or GENERAL when the pair is unknown
+    static int TranslateSenseASC(unsigned char asc, unsigned char ascq, std::string& text);
+
+    // --- Texts
+
+    /// Percent-encodes a text, with lower-case digits. Letters, digits, blanks and ()-.:_~ stay; the bytes
+    /// 01h, 16h, BEh and EEh are dropped.
+    static std::string stringurlencode(const std::string& in);
+
+    /// Removes what an XML element name cannot hold of a resource text: blanks and #()./:<=>.
+    /// @param out may be the same string as in
+    /// @return 0 always
+    static int GenXMLNodeConformantString(const std::string& in, std::string& out);
+
+    /// Whether a text is that of a language resource, without regard to case as the global locale knows it.
+    /// @param conformant compares with the resource text as GenXMLNodeConformantString gives it
+    static bool MatchNLS(const std::string& text, int id, bool conformant);
+
+    /// Whether a password has 8 to 32 bytes and among them an ASCII upper-case letter, lower-case letter,
+    /// digit and punctuation character.
+    static bool ValidatePasswordStrength(std::string& password);
+
+    /// Writes data[first] to data[end - 1] as upper-case hexadecimal bytes with blanks between them; nothing
+    /// when first is not below end.
+    /// @param data readable in that range
+    /// @return true always
+    static bool HexDump(std::string& out, unsigned char* data, unsigned long first, unsigned long end);
+
+    /// Whether an object type is one of the nine adapter types.
+    static bool IsAdapterType(PI::_OBJECT_TYPE type);
 };
 
 }  // namespace PI

@@ -1,0 +1,51 @@
+/// @file
+/// Numbering of adapters across all plug-ins of the process.
+#pragma once
+
+#include <pi/types.h>
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace PI {
+
+/// Gives an adapter an identifier made from where it sits, and a number: its place among the host's adapters,
+/// in the order in which they were registered.
+///
+/// The lists are one for the process and are never cleared, so numbers stay. Different places can make the
+/// same identifier; such adapters share a number. No lock is taken: one thread at a time registers and asks,
+/// asking included, since it may add an empty list for a new host.
+class PI_API CGlobalAdapterID {
+public:
+    /// Identifiers by host, in the order of registration.
+    static std::map<std::string, std::vector<int>> AllHostsAdaptersUniqueIDs;
+
+    int GetAdapterUniqueID() const;
+
+    /// Sets the identifier and registers it for the host, if it is not registered yet.
+    void SetAdapterUniqueID(int id);
+
+    /// The adapter's place among its host's, from 0; 0xFFFFFFFF when its identifier is not registered.
+    unsigned int GetGlobalAdapterNumber() const;
+
+    /// Makes an identifier, a + 2b + 3c + 4d + 2 in wrapping 32-bit arithmetic, and registers it for the
+    /// host.
+    /// @return the identifier, new or not
+    static int GenerateUniqueAdapterNumber(int a, int b, int c, int d, std::string host);
+
+    /// Makes an identifier from m_IDPart1 to 4 in the same way, sets and registers it; only when both it and
+    /// the present identifier are above 1 as unsigned numbers, so an adapter without an identifier keeps
+    /// none.
+    void GenerateUniqueAdapterNumber();
+
+    std::int32_t m_IDPart1 = 0;  ///< where the adapter sits, set by the plug-in, as are the next three
+    std::int32_t m_IDPart2 = 0;
+    std::int32_t m_IDPart3 = 0;
+    std::int32_t m_IDPart4 = 0;
+    std::int32_t m_AdapterUniqueID = 0;
+    std::string m_HostName;
+};
+
+}  // namespace PI
