@@ -37,6 +37,17 @@ std::uint64_t TimeBaseMs() {
     return lastTimeStamp;
 }
 
+struct Line {
+    std::string_view m_Tag;
+    std::string_view m_Prefix;
+    std::string_view m_Message;
+};
+
+// plog cuts texts that it is given directly at their first NUL byte; this one it hands to the stream.
+std::ostream& operator<<(std::ostream& stream, const Line& line) {
+    return stream << line.m_Tag << line.m_Prefix << line.m_Message;
+}
+
 template <int Instance>
 void WriteTo(std::size_t line, std::string_view tag, std::string_view prefix, std::string_view message) {
     plog::Logger<Instance>* logger = plog::get<Instance>();
@@ -44,7 +55,7 @@ void WriteTo(std::size_t line, std::string_view tag, std::string_view prefix, st
         return;
     }
     plog::Record record(plog::debug, "VELKTrace::~VELKTrace()", line, "", nullptr, Instance);
-    record << tag << prefix << message;
+    record << Line{tag, prefix, message};
     logger->write(record);
 }
 

@@ -1,7 +1,7 @@
 // Text comparison and trimming that does not depend on the process's locale.
 #pragma once
 
-#include <boost/algorithm/string/predicate.hpp>
+#include <algorithm>
 #include <boost/algorithm/string/trim.hpp>
 #include <locale>
 #include <string>
@@ -9,8 +9,14 @@
 
 namespace PI {
 
+constexpr char ToUpper(char character) {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
+}
+
 inline bool EqualsIgnoringCase(std::string_view left, std::string_view right) {
-    return left.size() == right.size() && boost::algorithm::iequals(left, right, std::locale::classic());
+    return left.size() == right.size() &&
+           std::equal(left.begin(), left.end(), right.begin(),
+                      [](char one, char other) { return ToUpper(one) == ToUpper(other); });
 }
 
 inline void Trim(std::string& text) {
