@@ -1,0 +1,111 @@
+#include "drive_command.h"
+
+#include "drive_assessment.h"
+#include "drive_json.h"
+#include "drive_ranking.h"
+#include "drive_sheet.h"
+#include "drive_table.h"
+#include "input_files.h"
+#include "output.h"
+#include "smartctl_reader.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace pitool {
+namespace {
+
+/// What is kept of a drive until all are read: only what will be printed.
+struct ReportedDrive {
+    DriveRank m_Rank;
+    DriveRow m_Row;      ///< unless JSON is wanted
+    std::string m_Json;  ///< if JSON is wanted
+};
+
+/// Collects the drives of a run.
+class DriveCollection {
+public:
+    explicit DriveCollection(bool json) : m_WantJson(json) {}
+
+    void Add(const DriveAssessment& drive) {
+        ReportedDrive& reported = m_Drives.emplace_back();
+        reported.m_Rank = RankDrive(drive);
+        CountDrive(drive, m_Summary);
+        if (m_WantJson) {
+            reported.m_Json = DriveJson(drive);
+            return;
+        }
+        reported.m_Row = MakeDriveRow(drive);
+        if (m_Drives.size() == 1) {
+            m_Sheet = DriveSheet(drive);
+        }
+    }
+
+    void Refuse(const std::string& file, const std::string& reason) {
+        ReportFileError(file, reason);
+        m_Summary.m_Refused += 1;
+        if (m_WantJson) {
+            m_Errors.emplace_back(file, reason);
+        }
+    }
+
+    bool AllRead() const { return m_Summary.m_Refused == 0; }
+
+    /// Writes the report; false when it could not be written whole.
+    bool Write() {
+        std::stable_sort(
+            m_Drives.begin(), m_Drives.end(),
+            [](const ReportedDrive& left, const ReportedDrive& right) { return left.m_Rank < right.m_Rank; });
+        if (m_WantJson) {
+            return WriteDriveDocument(Pointers(&ReportedDrive::m_Json), m_Errors, m_Summary, WriteOutput);
+        }
+        if (m_Drives.size() <= 1) {
+            return WriteOutput(m_Sheet);
+        }
+        return WriteOutput(DriveTable(Pointers(&ReportedDrive::m_Row)) + SummaryLine(m_Summary) + "\n");
+    }
+
+private:
+    template <class Member>
+    std::vector<const Member*> Pointers(Member ReportedDrive::*member) const {
+        std::vector<const Member*> pointers;
+        pointers.reserve(m_Drives.size());
+        for (const ReportedDrive& drive : m_Drives) {
+            pointers.push_back(&(drive.*member));
+        }
+        return pointers;
+    }
+
+    bool m_WantJson;
+    std::vector<ReportedDrive> m_Drives;
+    std::vector<std::pair<std::string, std::string>> m_Errors;
+    DriveSummary m_Summary;
+    std::string m_Sheet;  ///< of the first drive
+};
+
+}  // namespace
+
+ExitStatus RunDrive(const DriveOptions& options) {
+    DriveCollection drives(options.m_Json);
+    std::vector<std::string> files;
+    std::string text;
+    std::string reason;
+    DriveReport report;
+    for (const std::string& argument : options.m_Files) {
+        if (!ExpandArgument(argument, files, reason)) {
+            drives.Refuse(argument, reason);
+            continue;
+        }
+        for (const std::string& file : files) {
+            if (ReadInput(file, text, reason) && ReadSmartctlReport(text, report, reason)) {
+                drives.Add(AssessDrive(file, report));
+            } else {
+                drives.Refuse(file, reason);
+            }
+        }
+    }
+    const bool written = drives.Write();
+    return written && drives.AllRead() ? EXIT_DONE : EXIT_BAD_INPUT;
+}
+
+}  // namespace pitool

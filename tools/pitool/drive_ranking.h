@@ -1,0 +1,39 @@
+/// @file
+/// Which of several drives needs attention first.
+#pragma once
+
+#include "drive_assessment.h"
+
+#include <cstddef>
+#include <string>
+
+namespace pitool {
+
+/// How bad off a drive is; the smaller, the worse.
+struct DriveRank {
+    /// 0 failing, 1 worn, 2 lifetime known, 3 rotating disk, 4 lifetime unknown
+    int m_Group = 0;
+    unsigned long m_Remaining = 0;  ///< hours; within group 2 fewer come first
+    unsigned long m_Used = 0;       ///< percent; more comes first
+};
+
+DriveRank RankDrive(const DriveAssessment& drive);
+
+/// Worst first. Drives that are equal here stand in the order of their files.
+bool operator<(const DriveRank& left, const DriveRank& right);
+
+/// Counts of the drives that were read. A drive may count as failing and as worn.
+struct DriveSummary {
+    std::size_t m_Drives = 0;
+    std::size_t m_Failing = 0;
+    std::size_t m_Worn = 0;             ///< WORN_PERCENT or more
+    std::size_t m_UnknownLifetime = 0;  ///< solid-state drives without an estimate
+    std::size_t m_Refused = 0;          ///< inputs that gave no drive
+};
+
+void CountDrive(const DriveAssessment& drive, DriveSummary& summary);
+
+/// The summary in one line.
+std::string SummaryLine(const DriveSummary& summary);
+
+}  // namespace pitool

@@ -1,0 +1,18 @@
+/// @file
+/// One drive as a sheet to read.
+#pragma once
+
+#include "drive_assessment.h"
+
+#include <string>
+
+namespace pitool {
+
+/// What the sheet says of a figure: its value, where it comes from and which way it counts; or "unknown" or
+/// "not applicable" with the reason.
+std::string FigureText(const Figure& figure);
+
+/// The file's name, then a line a property.
+std::string DriveSheet(const DriveAssessment& drive);
+
+}  // namespace pitool

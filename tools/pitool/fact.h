@@ -1,0 +1,41 @@
+/// @file
+/// Something that is known about a drive, or why it is not.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace pitool {
+
+/// The plainest reason why something is unknown.
+constexpr const char* NOT_REPORTED = "not reported";
+
+/// A value with where it comes from, or no value with the reason.
+template <class Value>
+struct Fact {
+    std::optional<Value> m_Value;
+    std::string m_Source;  ///< where the value comes from; empty: the report says so itself
+    std::string m_Reason;  ///< why there is no value; empty when there is one
+
+    explicit operator bool() const { return m_Value.has_value(); }
+    const Value& operator*() const { return *m_Value; }
+};
+
+template <class Value>
+Fact<Value> Known(Value value, std::string source = {}) {
+    return {std::move(value), std::move(source), {}};
+}
+
+template <class Value>
+Fact<Value> Unknown(std::string reason) {
+    return {std::nullopt, {}, std::move(reason)};
+}
+
+/// A reported value as it is, or the reason for its absence.
+template <class Value>
+Fact<Value> FromReport(const std::optional<Value>& value, const char* reasonWithout) {
+    return value ? Known<Value>(*value) : Unknown<Value>(reasonWithout);
+}
+
+}  // namespace pitool

@@ -1,0 +1,139 @@
+#include "figure.h"
+
+#include "printable_text.h"
+
+#include <pi/plugin_helper.h>
+
+#include <cstdio>
+
+namespace pitool {
+namespace {
+
+template <class Value>
+Figure Make(PI::_PROPERTY_ID id, const Fact<Value>& fact) {
+    Figure figure;
+    figure.m_Property = PI::CProperty(id, false);
+    figure.m_Source = fact.m_Source;
+    figure.m_Reason = fact.m_Reason;
+    return figure;
+}
+
+template <class Value>
+Figure MakeWithValue(PI::_PROPERTY_ID id, const Fact<Value>& fact, Unit unit, Direction direction) {
+    Figure figure = Make(id, fact);
+    figure.m_Unit = unit;
+    figure.m_Direction = direction;
+    if (fact) {
+        figure.m_Property.SetValue(*fact);
+    }
+    return figure;
+}
+
+/// Two places behind the point where the number is a fraction of a larger unit.
+std::string FixedText(double value, int places) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.*f", places, value);
+    return text;
+}
+
+std::string RotationText(unsigned long rpm) {
+    float thousands = 0.0F;
+    PI::CPluginHelper::RoundRPM(rpm, thousands);
+    char display[32];
+    std::snprintf(display, sizeof display, "%g", static_cast<double>(thousands));
+    return std::to_string(rpm) + " rotations per minute (" + display + " thousand)";
+}
+
+std::string NumberText(unsigned long value, Unit unit) {
+    switch (unit) {
+        case Unit::BYTES: return BytesText(value);
+        case Unit::ROTATIONS_PER_MINUTE: return RotationText(value);
+        case Unit::HOURS:
+            if (value == 1) {
+                return "1 hour";
+            }
+            break;
+        default: break;
+    }
+    const std::string name = UnitText(unit);
+    return std::to_string(value) + (name.empty() ? "" : " " + name);
+}
+
+}  // namespace
+
+Figure MakeFigure(PI::_PROPERTY_ID id, const Fact<std::string>& fact) {
+    return MakeWithValue(id, fact, Unit::NONE, Direction::NONE);
+}
+
+Figure MakeFigure(PI::_PROPERTY_ID id, const Fact<unsigned long>& fact, Unit unit, Direction direction) {
+    return MakeWithValue(id, fact, unit, direction);
+}
+
+Figure MakeFigure(PI::_PROPERTY_ID id, const Fact<long>& fact, Unit unit) {
+    return MakeWithValue(id, fact, unit, Direction::NONE);
+}
+
+Figure MakeStateFigure(PI::_PROPERTY_ID id, const Fact<int>& fact, const std::vector<int>& choices) {
+    Figure figure = Make(id, fact);
+    if (fact) {
+        figure.m_Property.SetValue(*fact, choices);
+    }
+    return figure;
+}
+
+const char* UnitText(Unit unit) {
+    switch (unit) {
+        case Unit::BYTES: return "bytes";
+        case Unit::HOURS: return "hours";
+        case Unit::PERCENT: return "percent";
+        case Unit::TERABYTES: return "terabytes written";
+        case Unit::CELSIUS: return "degrees Celsius";
+        case Unit::ROTATIONS_PER_MINUTE: return "rotations per minute";
+        case Unit::NONE: break;
+    }
+    return "";
+}
+
+const char* DirectionText(Direction direction) {
+    switch (direction) {
+        case Direction::UP: return "up";
+        case Direction::DOWN: return "down";
+        case Direction::NONE: break;
+    }
+    return "";
+}
+
+std::string BytesText(unsigned long bytes) {
+    struct Name {
+        PI::_UNITS m_Unit;
+        const char* m_Name;
+    };
+    constexpr Name NAMES[] = {
+        {PI::Units::KILOBYTES, "kibibytes"}, {PI::Units::MEGABYTES, "mebibytes"},
+        {PI::Units::GIGABYTES, "gibibytes"}, {PI::Units::TERABYTES, "tebibytes"},
+        {PI::Units::PETABYTES, "pebibytes"},
+    };
+    float value = 0.0F;
+    PI::_UNITS unit = PI::Units::BYTES;
+    PI::CPluginHelper::ConvertBytesToOtherUnit(bytes, value, unit);
+    for (const Name& name : NAMES) {
+        if (name.m_Unit == unit) {
+            return FixedText(static_cast<double>(value), 2) + " " + name.m_Name;
+        }
+    }
+    return std::to_string(bytes) + (bytes == 1 ? " byte" : " bytes");
+}
+
+std::string FigureValueText(const Figure& figure) {
+    const PI::CProperty& property = figure.m_Property;
+    switch (property.m_Type) {
+        case PI::PropertyType::STRING: return PrintableText(property.m_Data.m_String.m_Value);
+        case PI::PropertyType::CHOICE: return PI::PropertyValueToString(property.m_Data.m_Choice.m_Value);
+        case PI::PropertyType::LONG: return NumberText(property.m_Data.m_Long.m_Value, figure.m_Unit);
+        case PI::PropertyType::SIGNED_LONG:
+            return std::to_string(property.m_Data.m_SignedLong.m_Value) + " " + UnitText(figure.m_Unit);
+        default: return "";
+    }
+}
+
+}  // namespace pitool

@@ -1,0 +1,30 @@
+/// @file
+/// How long a drive will serve.
+#pragma once
+
+#include "drive_wear.h"
+#include "fact.h"
+
+#include <string>
+
+namespace pitool {
+
+/// What an estimate goes by.
+enum class LifetimeBasis { NONE, RATED_ENDURANCE, WEAR_INDICATOR, DRIVE_STATISTICS };
+
+/// "rated endurance and bytes written", "wear indicator", "drive's own statistics"; empty for NONE.
+const char* LifetimeBasisText(LifetimeBasis basis);
+
+struct Lifetime {
+    Fact<unsigned long> m_RemainingHours;  ///< counts down
+    LifetimeBasis m_Basis = LifetimeBasis::NONE;
+    bool m_Applicable = true;  ///< false for rotating disks
+};
+
+/// The span, in hours, that estimates stay within: five years.
+constexpr unsigned long SERVICE_SPAN_HOURS = 43829;
+
+/// Estimates with PI::CPluginHelper::ComputeRemainingLifeTime.
+Lifetime EstimateLifetime(const DriveWear& wear, bool solidState);
+
+}  // namespace pitool

@@ -1,0 +1,31 @@
+#include "command_line.h"
+#include "output.h"
+
+#include <exception>
+
+namespace {
+
+int Run(int argc, char** argv) {
+    const pitool::CommandLine line = pitool::ParseCommandLine(argc, argv);
+    switch (line.m_Command) {
+        case pitool::CommandLine::DRIVE: return pitool::RunDrive(line.m_Drive);
+        case pitool::CommandLine::NONE: break;
+    }
+    if (!line.m_Error.empty()) {
+        pitool::ReportError(line.m_Error + "; see pitool --help");
+        return line.m_ExitStatus;
+    }
+    return pitool::WriteOutput(line.m_Text) ? line.m_ExitStatus : pitool::EXIT_BAD_INPUT;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    pitool::PrepareOutput();
+    try {
+        return Run(argc, argv);
+    } catch (const std::exception& error) {
+        pitool::ReportError(error.what());
+        return pitool::EXIT_BAD_INPUT;
+    }
+}
