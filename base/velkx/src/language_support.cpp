@@ -1,6 +1,7 @@
 #include <velkx/language_support.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <cstring>
 #include <fstream>
@@ -27,13 +28,18 @@ public:
 
     Texts Parse() const {
         pugi::xml_document document;
-        const pugi::xml_parse_result result = document.load_buffer(m_Content.data(), m_Content.size());
+        // As a fragment, so that text outside the root element is not passed over.
+        const pugi::xml_parse_result result = document.load_buffer(
+            m_Content.data(), m_Content.size(), pugi::parse_default | pugi::parse_fragment);
         if (!result) {
             Fail(result.offset, result.description());
         }
-        const pugi::xml_node root = document.document_element();
+        const pugi::xml_node root = document.first_child();
         if (std::strcmp(root.name(), "Strings") != 0) {
             Fail(root.offset_debug(), "the root element is not Strings");
+        }
+        if (const pugi::xml_node rest = root.next_sibling()) {
+            Fail(rest.offset_debug(), "nothing may stand behind the root element");
         }
         Texts found;
         for (const pugi::xml_node child : root.children()) {
@@ -52,7 +58,10 @@ private:
     static std::string Read(const std::string& path) {
         std::ifstream file(path, std::ios::binary);
         std::ostringstream content;
-        if (!file || (file.peek() != std::ifstream::traits_type::eof() && !(content << file.rdbuf()))) {
+        if (file && file.peek() != std::ifstream::traits_type::eof()) {
+            content << file.rdbuf();
+        }
+        if (!file.is_open() || file.bad() || !content) {
             throw std::runtime_error(path + ": cannot be read: " + std::generic_category().message(errno));
         }
         return content.str();
