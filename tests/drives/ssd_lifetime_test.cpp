@@ -1,0 +1,263 @@
+#include <gtest/gtest.h>
+#include <pi/plugin_helper.h>
+
+#include <algorithm>
+#include <limits>
+#include <random>
+
+#include "support/random_seed.h"
+
+namespace PI::Test {
+namespace {
+
+__extension__ using Wide = unsigned __int128;
+
+constexpr unsigned long ALL_ONES = std::numeric_limits<unsigned long>::max();
+constexpr unsigned long SPAN = 43829;
+constexpr unsigned long MIB = 1UL << 20;
+
+struct Lifetime {
+    bool m_IsKnown;
+    unsigned long m_Hours;
+};
+
+bool operator==(const Lifetime& left, const Lifetime& right) {
+    return left.m_IsKnown == right.m_IsKnown && left.m_Hours == right.m_Hours;
+}
+
+std::ostream& operator<<(std::ostream& stream, const Lifetime& lifetime) {
+    return stream << lifetime.m_IsKnown << ' ' << lifetime.m_Hours;
+}
+
+Lifetime Compute(unsigned long powerOnHours, unsigned long bytesWritten, unsigned percentUsed,
+                 unsigned long enduranceTB) {
+    Lifetime lifetime = {false, 7};
+    lifetime.m_IsKnown = CPluginHelper::ComputeRemainingLifeTime(powerOnHours, bytesWritten, percentUsed,
+                                                                 enduranceTB, lifetime.m_Hours);
+    return lifetime;
+}
+
+Lifetime Known(unsigned long hours) {
+    return {true, hours};
+}
+
+// --- The rules once more, step by step, in arithmetic of a chosen width
+
+Wide Wrap(Wide value, int bits) {
+    return bits == 128 ? value : value & ((Wide(1) << bits) - 1);
+}
+
+unsigned long Clamped(Wide ceiling) {
+    return static_cast<unsigned long>(std::min<Wide>(std::max<Wide>(ceiling, 1), SPAN));
+}
+
+Lifetime Expected(unsigned long powerOnHours, unsigned long bytesWritten, unsigned percentUsed,
+                  unsigned long enduranceTB, int bits = 64) {
+    const unsigned percent = percentUsed > 100 ? 100 : percentUsed;
+    Wide hours = powerOnHours;
+    Wide ceiling = 0;
+    Wide remaining = 0;
+    bool byRate = false;
+    if (hours > SPAN) {
+        if (percent > 0) {
+            return Known(1);
+        }
+        hours = SPAN;
+        byRate = true;
+    } else {
+        ceiling = SPAN - hours;
+        if (percent > 0) {
+            const Wide end = (4382900 - SPAN * percent) / 100;
+            if (end < hours) {
+                return Known(ceiling == 0 ? 1 : static_cast<unsigned long>(ceiling));
+            }
+            remaining = end - hours;
+        } else if (hours == 0) {
+            return {false, ALL_ONES};
+        } else {
+            byRate = true;
+        }
+    }
+    if (byRate) {
+        const Wide written = bytesWritten >> 20;
+        const Wide endurance = Wrap(Wide(enduranceTB) << 20, bits);
+        const Wide smaller = written < endurance ? written : endurance;
+        if (smaller == 0) {
+            return Known(Clamped(ceiling));
+        }
+        remaining = Wrap((endurance - smaller) * hours, bits) / smaller;
+    }
+    if (remaining < ceiling) {
+        return Known(remaining == 0 ? 1 : static_cast<unsigned long>(remaining));
+    }
+    return Known(Clamped(ceiling));
+}
+
+// --- Wear in percent
+
+TEST(RemainingLifeTimeByWear, KnownDrives) {
+    EXPECT_EQ(Compute(50000, 0, 5, 0), Known(1));
+    EXPECT_EQ(Compute(10000, 0, 50, 0), Known(11914));
+    EXPECT_EQ(Compute(10000, 0, 90, 0), Known(33829));
+    EXPECT_EQ(Compute(0, 0, 1, 0), Known(43390));
+    EXPECT_EQ(Compute(0, 0, 50, 0), Known(21914));
+    EXPECT_EQ(Compute(0, 0, 99, 0), Known(438));
+}
+
+TEST(RemainingLifeTimeByWear, AWornOutDriveHasTheCeilingLeftOrOneHour) {
+    EXPECT_EQ(Compute(1, 0, 100, 0), Known(SPAN - 1));
+    EXPECT_EQ(Compute(0, 0, 100, 0), Known(1));
+}
+
+TEST(RemainingLifeTimeByWear, PercentAbove100Counts100) {
+    for (const unsigned percent : {101U, 255U, 1000U, 0x80000000U, 0xFFFFFFFFU}) {
+        for (const unsigned long hours : {0UL, 1UL, 1000UL, SPAN - 1, SPAN, SPAN + 1, ALL_ONES}) {
+            EXPECT_EQ(Compute(hours, 0, percent, 0), Compute(hours, 0, 100, 0)) << percent << ' ' << hours;
+        }
+    }
+}
+
+TEST(RemainingLifeTimeByWear, TheEndOfTheSpanLeavesOneHour) {
+    EXPECT_EQ(Compute(SPAN - 1, 0, 1, 0), Known(1));
+    EXPECT_EQ(Compute(SPAN, 0, 1, 0), Known(1));
+    EXPECT_EQ(Compute(SPAN + 1, 0, 1, 0), Known(1));
+    EXPECT_EQ(Compute(ALL_ONES, 0, 1, 0), Known(1));
+}
+
+TEST(RemainingLifeTimeByWear, TheUnwornHoursDecideUpToThemselves) {
+    // 50 %: 21914 hours.
+    EXPECT_EQ(Compute(21913, 0, 50, 0), Known(1));
+    EXPECT_EQ(Compute(21914, 0, 50, 0), Known(1));
+    EXPECT_EQ(Compute(21915, 0, 50, 0), Known(SPAN - 21915));
+    EXPECT_EQ(Compute(21912, 0, 50, 0), Known(2));
+}
+
+TEST(RemainingLifeTimeByWear, WrittenBytesAndEnduranceDoNotMatter) {
+    EXPECT_EQ(Compute(10000, ALL_ONES, 50, 1), Known(11914));
+    EXPECT_EQ(Compute(10000, 1, 50, ALL_ONES), Known(11914));
+}
+
+TEST(RemainingLifeTimeByWear, FollowsTheRulesForEveryHourAndPercent) {
+    for (unsigned percent = 1; percent <= 101; ++percent) {
+        for (unsigned long hours = 0; hours <= SPAN + 2; ++hours) {
+            const Lifetime lifetime = Compute(hours, 0, percent, 0);
+            if (!(lifetime == Expected(hours, 0, percent, 0)) || lifetime.m_Hours < 1 ||
+                lifetime.m_Hours > SPAN) {
+                FAIL() << hours << " hours, " << percent << " %: " << lifetime;
+            }
+        }
+    }
+}
+
+// --- Written bytes
+
+TEST(RemainingLifeTimeByRate, ANewDriveTellsNothing) {
+    EXPECT_EQ(Compute(0, 0, 0, 70), (Lifetime{false, ALL_ONES}));
+    EXPECT_EQ(Compute(0, ALL_ONES, 0, 70), (Lifetime{false, ALL_ONES}));
+    EXPECT_EQ(Compute(0, ALL_ONES, 0, ALL_ONES), (Lifetime{false, ALL_ONES}));
+}
+
+TEST(RemainingLifeTimeByRate, WithoutEnduranceTheCeilingIsLeft) {
+    for (const unsigned long written : {0UL, 1UL, MIB, ALL_ONES}) {
+        EXPECT_EQ(Compute(1000, written, 0, 0), Known(42829));
+    }
+}
+
+TEST(RemainingLifeTimeByRate, LessThanAMebibyteWrittenCountsAsNothing) {
+    EXPECT_EQ(Compute(1000, 0, 0, 70), Known(42829));
+    EXPECT_EQ(Compute(1000, MIB - 1, 0, 70), Known(42829));
+    EXPECT_EQ(Compute(43828, MIB - 1, 0, 70), Known(1));
+}
+
+TEST(RemainingLifeTimeByRate, TheRateSoFarIsCarriedOn) {
+    // 1 TB of 4 TB in 1000 hours: 3000 more.
+    EXPECT_EQ(Compute(1000, MIB << 20, 0, 4), Known(3000));
+    // 3 TB of 4 TB in 1000 hours: a third of that.
+    EXPECT_EQ(Compute(1000, 3 * (MIB << 20), 0, 4), Known(333));
+    // The rest of the last mebibyte does not count.
+    EXPECT_EQ(Compute(1000, (MIB << 20) + MIB - 1, 0, 4), Known(3000));
+    EXPECT_EQ(Compute(1000, (MIB << 20) + MIB, 0, 4), Known(2999));
+}
+
+TEST(RemainingLifeTimeByRate, AWornOutDriveHasOneHourLeft) {
+    EXPECT_EQ(Compute(1000, MIB << 20, 0, 1), Known(1));
+    EXPECT_EQ(Compute(1000, ALL_ONES, 0, 1), Known(1));
+}
+
+TEST(RemainingLifeTimeByRate, TheCeilingIsNotExceeded) {
+    // 1 TB of 70 TB in 1000 hours would last 69000 hours.
+    EXPECT_EQ(Compute(1000, MIB << 20, 0, 70), Known(42829));
+    // Exactly the ceiling, and one hour less: 43829 hours in all against the endurance.
+    EXPECT_EQ(Compute(1, MIB << 20, 0, SPAN), Known(SPAN - 1));
+    EXPECT_EQ(Compute(1, MIB << 20, 0, SPAN - 1), Known(SPAN - 2));
+    EXPECT_EQ(Compute(1, MIB << 20, 0, SPAN + 1), Known(SPAN - 1));
+}
+
+TEST(RemainingLifeTimeByRate, TheEndOfTheSpanLeavesOneHour) {
+    for (const unsigned long hours : {SPAN - 1, SPAN, SPAN + 1, 50000UL, ALL_ONES}) {
+        EXPECT_EQ(Compute(hours, MIB << 20, 0, 70), Known(1)) << hours;
+        EXPECT_EQ(Compute(hours, 0, 0, 70), Known(1)) << hours;
+        EXPECT_EQ(Compute(hours, ALL_ONES, 0, 0), Known(1)) << hours;
+    }
+}
+
+TEST(RemainingLifeTimeByRate, TheEnduranceWrapsAt64Bits) {
+    // 2^44 TB are 2^64 MiB, which is nothing.
+    EXPECT_EQ(Compute(1000, MIB << 20, 0, 1UL << 44), Known(42829));
+    // 2^44 + 4 TB count as 4.
+    EXPECT_EQ(Compute(1000, MIB << 20, 0, (1UL << 44) + 4), Known(3000));
+    EXPECT_EQ(Expected(1000, MIB << 20, 0, (1UL << 44) + 4, 128), Known(42829));
+    // The largest endurance that does not wrap.
+    EXPECT_EQ(Compute(1, MIB << 20, 0, (1UL << 44) - 1), Expected(1, MIB << 20, 0, (1UL << 44) - 1));
+}
+
+TEST(RemainingLifeTimeByRate, TheProductWrapsAt64Bits) {
+    // (2^54 + 2^20 - 2^20 MiB) x 1024 hours is 2^64: nothing left, so one hour; without wrapping, the
+    // ceiling.
+    EXPECT_EQ(Compute(1024, MIB << 20, 0, (1UL << 34) + 1), Known(1));
+    EXPECT_EQ(Expected(1024, MIB << 20, 0, (1UL << 34) + 1, 128), Known(SPAN - 1024));
+    // One terabyte less stays below 2^64.
+    EXPECT_EQ(Compute(1024, MIB << 20, 0, 1UL << 34), Known(SPAN - 1024));
+}
+
+TEST(RemainingLifeTime, FollowsTheRulesForRandomDrives) {
+    std::mt19937_64 random(RandomSeed());
+    int wrapped = 0;
+    for (int round = 0; round < 500000; ++round) {
+        const unsigned long hours =
+            Below(random, 4) == 0 ? random() >> Below(random, 64) : Below(random, 45000);
+        const unsigned percent = Below(random, 3) == 0 ? Below(random, 110) : 0;
+        const bool isHuge = Below(random, 2) == 0;  // so that much of the arithmetic wraps
+        const unsigned long written = isHuge ? random() : random() >> Below(random, 64);
+        const unsigned long endurance = isHuge ? random() : random() >> Below(random, 64);
+        const Lifetime expected = Expected(hours, written, percent, endurance);
+        ASSERT_EQ(Compute(hours, written, percent, endurance), expected)
+            << hours << ' ' << written << ' ' << percent << ' ' << endurance;
+        wrapped += !(expected == Expected(hours, written, percent, endurance, 128));
+    }
+    EXPECT_GT(wrapped, 500);
+}
+
+TEST(RemainingLifeTime, FollowsTheRulesAroundEveryBoundary) {
+    const unsigned long hours[] = {0,    1,        2,        1024,      SPAN - 2, SPAN - 1,
+                                   SPAN, SPAN + 1, SPAN + 2, 1UL << 32, ALL_ONES};
+    const unsigned long written[] = {0,       1,         MIB - 1,         MIB,       MIB + 1,
+                                     MIB * 2, MIB << 20, (MIB << 20) - 1, 1UL << 63, ALL_ONES};
+    const unsigned percents[] = {0, 1, 2, 50, 99, 100, 101, 0xFFFFFFFF};
+    const unsigned long endurances[] = {
+        0,       1, 2, 70, 36500, (1UL << 43) - 1, 1UL << 43, (1UL << 44) - 1, 1UL << 44, (1UL << 44) + 1,
+        ALL_ONES};
+    for (const unsigned long h : hours) {
+        for (const unsigned long w : written) {
+            for (const unsigned p : percents) {
+                for (const unsigned long c : endurances) {
+                    EXPECT_EQ(Compute(h, w, p, c), Expected(h, w, p, c))
+                        << h << ' ' << w << ' ' << p << ' ' << c;
+                }
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace PI::Test

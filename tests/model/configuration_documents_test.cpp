@@ -1,0 +1,652 @@
+#include <gtest/gtest.h>
+#include <pi/layout.h>
+
+#include <algorithm>
+#include <chrono>
+#include <sstream>
+#include <string>
+
+#include "support/global_locale.h"
+#include "support/random_seed.h"
+
+namespace {
+
+using namespace PI;
+using namespace PI::Test;
+using VELK::XML::xml_document;
+using VELK::XML::xml_node;
+
+constexpr std::uint64_t ALL_ONES = 0xFFFFFFFFFFFFFFFF;
+
+CArray ReadArray(const std::string& text) {
+    xml_document document;
+    document.load_string(text.c_str());
+    return CArray(document);
+}
+
+CLogicalDrive ReadLogicalDrive(const std::string& text) {
+    xml_document document;
+    document.load_string(text.c_str());
+    return CLogicalDrive(document);
+}
+
+/// The one drive of an array document, with these attributes.
+CDrive ReadDrive(const std::string& attributes) {
+    const CArray array = ReadArray("<ArrayConfiguration><Containers><Container><Drive " + attributes +
+                                   "/></Container></Containers></ArrayConfiguration>");
+    return array.m_Containers.at(0).m_Drives.at(0);
+}
+
+// --- Everything a record holds, as text, so that records can be compared whole.
+
+std::string Describe(const std::vector<std::uint64_t>& ids) {
+    std::string text;
+    for (const std::uint64_t id : ids) {
+        text += " " + std::to_string(id);
+    }
+    return text + "\n";
+}
+
+std::string Describe(const std::vector<CContainer>& containers) {
+    std::ostringstream text;
+    for (const CContainer& container : containers) {
+        text << " container\n";
+        for (const CDrive& drive : container.m_Drives) {
+            text << "  drive " << drive.m_ObjectID << " start " << drive.m_StartAddress << " used "
+                 << drive.m_UsedSize << " configurable " << drive.m_IsConfigurable << " logical drive "
+                 << drive.m_LogicalDrive << " owner " << drive.m_LogicalOwner << " properties "
+                 << drive.m_Properties.size() << "\n";
+        }
+    }
+    return text.str();
+}
+
+std::string Describe(const CArray& array) {
+    std::ostringstream text;
+    text << "array: value1 " << array.m_Value1 << " size " << array.m_Size << " units " << array.m_Units
+         << " properties " << array.m_Properties.size() << "\n"
+         << Describe(array.m_Containers) << "logical drives" << Describe(array.m_LogicalDrives);
+    return text.str();
+}
+
+std::string Describe(const CLogicalDrive& logicalDrive) {
+    std::ostringstream text;
+    text << "logical drive: id " << logicalDrive.m_ID << " value1 " << logicalDrive.m_Value1 << " value2 "
+         << logicalDrive.m_Value2 << " size " << logicalDrive.m_Size << " units " << logicalDrive.m_Units
+         << " spans " << logicalDrive.m_SpanCount << " of " << logicalDrive.m_SpanSize << " value3 "
+         << logicalDrive.m_Value3 << " value4 " << logicalDrive.m_Value4 << " properties "
+         << logicalDrive.m_Properties.size() << "\n"
+         << Describe(logicalDrive.m_Containers) << "global" << Describe(logicalDrive.m_GlobalHotSpares)
+         << "dedicated" << Describe(logicalDrive.m_DedicatedHotSpares) << "associated"
+         << Describe(logicalDrive.m_AssociatedLogicalDrives);
+    return text.str();
+}
+
+// --- The reading rules in their plainest form: a path for every list, a stream for every number.
+
+template <class Number>
+Number PlainNumber(const xml_node& node, const char* attribute, Number fallback) {
+    const std::string text = node.attribute(attribute).value();
+    if (text.empty()) {
+        return fallback;
+    }
+    std::istringstream stream(text);
+    stream.imbue(std::locale::classic());
+    Number number = {};
+    stream >> std::dec >> std::skipws >> std::noboolalpha >> number;
+    const bool isConsumed = stream.rdbuf()->sgetc() == std::istringstream::traits_type::eof();
+    return stream.fail() || !isConsumed ? fallback : number;
+}
+
+void PlainContainers(const xml_document& document, const char* path, std::vector<CContainer>& containers) {
+    for (const auto& selected : document.select_nodes(path)) {
+        CContainer container;
+        for (const auto& child : selected.node().select_nodes("*")) {
+            CDrive drive;
+            drive.m_ObjectID = PlainNumber<std::uint64_t>(child.node(), "ObjectID", 0);
+            drive.m_StartAddress = PlainNumber<std::uint64_t>(child.node(), "StartAddress", 0);
+            drive.m_UsedSize = PlainNumber<std::uint64_t>(child.node(), "UsedSize", 0);
+            drive.m_IsConfigurable = PlainNumber<bool>(child.node(), "IsConfigurable", true);
+            drive.m_LogicalDrive = PlainNumber<std::uint64_t>(child.node(), "LogicalDrive", 0);
+            drive.m_LogicalOwner = PlainNumber<std::uint64_t>(child.node(), "LogicalOwner", 0);
+            container.m_Drives.push_back(drive);
+        }
+        containers.push_back(container);
+    }
+}
+
+void PlainIDs(const xml_document& document, const char* path, std::vector<std::uint64_t>& ids) {
+    for (const auto& selected : document.select_nodes(path)) {
+        ids.push_back(PlainNumber<std::uint64_t>(selected.node(), "ObjectID", 0));
+    }
+}
+
+CArray PlainArray(const xml_document& document) {
+    CArray array;
+    const xml_node root = document.select_node("/ArrayConfiguration").node();
+    array.m_Size = PlainNumber<std::uint64_t>(root, "Size", 0);
+    array.m_Units = static_cast<_UNITS>(PlainNumber<std::int32_t>(root, "Units", 0));
+    PlainContainers(document, "/ArrayConfiguration/Containers/Container", array.m_Containers);
+    PlainIDs(document, "/ArrayConfiguration/LogicalDrives/LogicalDrive", array.m_LogicalDrives);
+    return array;
+}
+
+CLogicalDrive PlainLogicalDrive(const xml_document& document) {
+    CLogicalDrive drive;
+    const xml_node root = document.select_node("/LogicalDriveConfiguration").node();
+    drive.m_Size = PlainNumber<std::uint64_t>(root, "Size", 0);
+    drive.m_Units = static_cast<_UNITS>(PlainNumber<std::int32_t>(root, "Units", 0));
+    drive.m_SpanCount = PlainNumber<std::uint64_t>(root, "SpanCount", 0);
+    drive.m_SpanSize = PlainNumber<std::uint64_t>(root, "SpanSize", 0);
+    PlainContainers(document, "/LogicalDriveConfiguration/Containers/Container", drive.m_Containers);
+    PlainIDs(document, "/LogicalDriveConfiguration/GlobalHotSpares/Drive", drive.m_GlobalHotSpares);
+    PlainIDs(document, "/LogicalDriveConfiguration/DedicatedHotSpares/Drive", drive.m_DedicatedHotSpares);
+    PlainIDs(document, "/LogicalDriveConfiguration/AssociatedLogicalDrives/LogicalDrive",
+             drive.m_AssociatedLogicalDrives);
+    return drive;
+}
+
+// --- Whole documents
+
+TEST(ArrayDocument, EveryPieceGoesToItsField) {
+    const CArray array = ReadArray(R"(
+        <ArrayConfiguration Size="1024" Units="21022">
+            <Containers>
+                <Container>
+                    <Drive ObjectID="1" StartAddress="2" UsedSize="3" IsConfigurable="0" LogicalDrive="4"
+                           LogicalOwner="5"/>
+                    <Drive ObjectID="6"/>
+                </Container>
+                <Container>
+                    <Drive UsedSize="18446744073709551615"/>
+                </Container>
+            </Containers>
+            <LogicalDrives>
+                <LogicalDrive ObjectID="8"/>
+                <LogicalDrive ObjectID="7"/>
+            </LogicalDrives>
+        </ArrayConfiguration>)");
+    EXPECT_EQ(Describe(array),
+              "array: value1 0 size 1024 units 21022 properties 0\n"
+              " container\n"
+              "  drive 1 start 2 used 3 configurable 0 logical drive 4 owner 5 properties 0\n"
+              "  drive 6 start 0 used 0 configurable 1 logical drive 0 owner 0 properties 0\n"
+              " container\n"
+              "  drive 0 start 0 used 18446744073709551615 configurable 1 logical drive 0 owner 0 properties "
+              "0\n"
+              "logical drives 8 7\n");
+}
+
+TEST(LogicalDriveDocument, EveryPieceGoesToItsField) {
+    const CLogicalDrive logicalDrive = ReadLogicalDrive(R"(
+        <LogicalDriveConfiguration Size="1024" Units="21002" SpanCount="2" SpanSize="512">
+            <Containers>
+                <Container>
+                    <Drive ObjectID="1" StartAddress="2" UsedSize="3" IsConfigurable="1" LogicalDrive="4"
+                           LogicalOwner="5"/>
+                </Container>
+            </Containers>
+            <GlobalHotSpares><Drive ObjectID="6"/><Drive ObjectID="7"/></GlobalHotSpares>
+            <DedicatedHotSpares><Drive ObjectID="8"/></DedicatedHotSpares>
+            <AssociatedLogicalDrives>
+                <LogicalDrive ObjectID="10"/><LogicalDrive ObjectID="9"/><LogicalDrive ObjectID="11"/>
+            </AssociatedLogicalDrives>
+        </LogicalDriveConfiguration>)");
+    EXPECT_EQ(Describe(logicalDrive),
+              "logical drive: id 0 value1 0 value2 -1 size 1024 units 21002 spans 2 of 512 value3 1 value4 "
+              "18446744073709551615 properties 0\n"
+              " container\n"
+              "  drive 1 start 2 used 3 configurable 1 logical drive 4 owner 5 properties 0\n"
+              "global 6 7\n"
+              "dedicated 8\n"
+              "associated 10 9 11\n");
+}
+
+TEST(ArrayDocument, AnEmptyDocumentGivesZerosAndEmptyLists) {
+    xml_document document;
+    EXPECT_EQ(Describe(CArray(document)),
+              "array: value1 0 size 0 units 0 properties 0\n"
+              "logical drives\n");
+}
+
+TEST(LogicalDriveDocument, AnEmptyDocumentGivesZerosAndEmptyLists) {
+    xml_document document;
+    const CLogicalDrive logicalDrive(document);
+    EXPECT_EQ(Describe(logicalDrive),
+              "logical drive: id 0 value1 0 value2 -1 size 0 units 0 spans 0 of 0 value3 1 value4 "
+              "18446744073709551615 properties 0\n"
+              "global\n"
+              "dedicated\n"
+              "associated\n");
+    EXPECT_EQ(logicalDrive.m_Value4, ALL_ONES);
+}
+
+TEST(ConfigurationDocuments, WithoutUnitsTheUnitIsZeroAndNotThatOfANewRecord) {
+    EXPECT_EQ(ReadArray("<ArrayConfiguration/>").m_Units, 0);
+    EXPECT_EQ(ReadLogicalDrive("<LogicalDriveConfiguration/>").m_Units, 0);
+    EXPECT_EQ(CArray().m_Units, Units::UNSPECIFIED);
+    EXPECT_EQ(CLogicalDrive().m_Units, Units::UNSPECIFIED);
+}
+
+TEST(ConfigurationDocuments, OneKindReadsNothingFromTheOther) {
+    const std::string inner =
+        "Size='1' Units='2' SpanCount='3'><Containers><Container/></Containers>"
+        "<LogicalDrives><LogicalDrive/></LogicalDrives>"
+        "<GlobalHotSpares><Drive/></GlobalHotSpares>";
+    xml_document empty;
+    EXPECT_EQ(Describe(ReadArray("<LogicalDriveConfiguration " + inner + "</LogicalDriveConfiguration>")),
+              Describe(CArray(empty)));
+    EXPECT_EQ(Describe(ReadLogicalDrive("<ArrayConfiguration " + inner + "</ArrayConfiguration>")),
+              Describe(CLogicalDrive(empty)));
+}
+
+TEST(ConfigurationDocuments, TheDocumentStaysAsItIs) {
+    const auto textOf = [](const xml_document& document) {
+        std::ostringstream text;
+        document.save(text);
+        return text.str();
+    };
+    xml_document document;
+    document.load_string(
+        "<ArrayConfiguration Size=' 1'><Containers><Container><Drive/></Container></Containers>"
+        "</ArrayConfiguration>");
+    const std::string before = textOf(document);
+    const CArray array(document);
+    const CLogicalDrive logicalDrive(document);
+    EXPECT_EQ(textOf(document), before);
+    EXPECT_EQ(array.m_Size, 1U);
+}
+
+// --- Numbers
+
+std::uint64_t ReadSize(const std::string& value) {
+    return ReadArray("<ArrayConfiguration Size=\"" + value + "\"/>").m_Size;
+}
+
+TEST(ConfigurationDocuments, ANumberStandsAloneButForLeadingBlanks) {
+    EXPECT_EQ(ReadSize("1024"), 1024U);
+    EXPECT_EQ(ReadSize(" 1024"), 1024U);
+    EXPECT_EQ(ReadSize("&#9;&#10;&#13; 1024"), 1024U);
+    EXPECT_EQ(ReadSize("1024 "), 0U);
+    EXPECT_EQ(ReadSize("1024K"), 0U);
+    EXPECT_EQ(ReadSize("1024 1"), 0U);
+    EXPECT_EQ(ReadSize("0x400"), 0U);
+    EXPECT_EQ(ReadSize("1,024"), 0U);
+    EXPECT_EQ(ReadSize("1024.0"), 0U);
+    EXPECT_EQ(ReadSize(""), 0U);
+    EXPECT_EQ(ReadSize(" "), 0U);
+    EXPECT_EQ(ReadSize("many"), 0U);
+}
+
+TEST(ConfigurationDocuments, SignsAreReadAsAStreamReadsThem) {
+    EXPECT_EQ(ReadSize("+5"), 5U);
+    EXPECT_EQ(ReadSize("-1"), ALL_ONES);
+    EXPECT_EQ(ReadSize("- 1"), 0U);
+}
+
+TEST(ConfigurationDocuments, ANumberThatDoesNotFitIsAbsent) {
+    EXPECT_EQ(ReadSize("18446744073709551615"), ALL_ONES);
+    EXPECT_EQ(ReadSize("18446744073709551616"), 0U);
+}
+
+TEST(ConfigurationDocuments, UnitsIsSigned32Bit) {
+    const auto units = [](const std::string& value) {
+        return static_cast<std::int64_t>(ReadArray("<ArrayConfiguration Units='" + value + "'/>").m_Units);
+    };
+    EXPECT_EQ(units("21022"), 21022);
+    EXPECT_EQ(units(" 21022"), 21022);
+    EXPECT_EQ(units("5"), 5) << "stored as written, whether it is a unit or not";
+    EXPECT_EQ(units("2147483647"), 2147483647);
+    EXPECT_EQ(units("2147483648"), 0);
+    EXPECT_EQ(units("-2147483648"), -2147483648);
+    EXPECT_EQ(units("-2147483649"), 0);
+    EXPECT_EQ(units("21022 "), 0);
+    EXPECT_EQ(units(""), 0);
+    EXPECT_EQ(units("GB"), 0);
+}
+
+TEST(ConfigurationDocuments, UnitsOfALogicalDriveIsSigned32BitToo) {
+    EXPECT_EQ(ReadLogicalDrive("<LogicalDriveConfiguration Units='2147483647'/>").m_Units, 2147483647);
+    EXPECT_EQ(ReadLogicalDrive("<LogicalDriveConfiguration Units='2147483648'/>").m_Units, 0);
+}
+
+TEST(ConfigurationDocuments, IsConfigurableIsTrueUnlessZero) {
+    EXPECT_TRUE(ReadDrive("").m_IsConfigurable);
+    EXPECT_TRUE(ReadDrive("IsConfigurable=''").m_IsConfigurable);
+    EXPECT_TRUE(ReadDrive("IsConfigurable='1'").m_IsConfigurable);
+    EXPECT_FALSE(ReadDrive("IsConfigurable='0'").m_IsConfigurable);
+    EXPECT_FALSE(ReadDrive("IsConfigurable=' 0'").m_IsConfigurable);
+    EXPECT_FALSE(ReadDrive("IsConfigurable='-0'").m_IsConfigurable);
+    EXPECT_TRUE(ReadDrive("IsConfigurable='0 '").m_IsConfigurable);
+    EXPECT_TRUE(ReadDrive("IsConfigurable='2'").m_IsConfigurable);
+    EXPECT_TRUE(ReadDrive("IsConfigurable='-1'").m_IsConfigurable);
+    EXPECT_TRUE(ReadDrive("IsConfigurable='false'").m_IsConfigurable);
+    EXPECT_TRUE(ReadDrive("IsConfigurable='no'").m_IsConfigurable);
+}
+
+TEST(ConfigurationDocuments, EachNumberFallsBackByItself) {
+    const CDrive drive = ReadDrive(
+        "ObjectID='1' StartAddress='2 ' UsedSize='3' IsConfigurable='0' LogicalDrive='x' LogicalOwner='5'");
+    EXPECT_EQ(drive.m_ObjectID, 1U);
+    EXPECT_EQ(drive.m_StartAddress, 0U);
+    EXPECT_EQ(drive.m_UsedSize, 3U);
+    EXPECT_FALSE(drive.m_IsConfigurable);
+    EXPECT_EQ(drive.m_LogicalDrive, 0U);
+    EXPECT_EQ(drive.m_LogicalOwner, 5U);
+}
+
+TEST(ConfigurationDocuments, AttributeNamesAreExact) {
+    const CDrive drive = ReadDrive("objectID='1' x:ObjectID='2' ObjectId='3' StartAddress='4'");
+    EXPECT_EQ(drive.m_ObjectID, 0U);
+    EXPECT_EQ(drive.m_StartAddress, 4U);
+}
+
+TEST(ConfigurationDocuments, OfAnAttributeGivenTwiceTheFirstCounts) {
+    EXPECT_EQ(ReadDrive("ObjectID='1' ObjectID='2'").m_ObjectID, 1U);
+    EXPECT_EQ(ReadDrive("ObjectID='x' ObjectID='2'").m_ObjectID, 0U);
+}
+
+TEST(ConfigurationDocuments, TheGlobalLocaleDoesNotMatter) {
+    const GlobalLocale odd(OddLocale());
+    EXPECT_EQ(ReadSize(" 1024"), 1024U);
+    EXPECT_EQ(ReadSize("x1024"), 0U);
+}
+
+// --- Lists
+
+TEST(ConfigurationDocuments, EveryElementInAContainerIsADrive) {
+    const CArray array = ReadArray(
+        "<ArrayConfiguration><Containers><Container>"
+        "<Drive ObjectID='1'/><Disk ObjectID='2'/><x:Container ObjectID='3'/>"
+        "</Container></Containers></ArrayConfiguration>");
+    EXPECT_EQ(Describe(array.m_Containers),
+              " container\n"
+              "  drive 1 start 0 used 0 configurable 1 logical drive 0 owner 0 properties 0\n"
+              "  drive 2 start 0 used 0 configurable 1 logical drive 0 owner 0 properties 0\n"
+              "  drive 3 start 0 used 0 configurable 1 logical drive 0 owner 0 properties 0\n");
+}
+
+TEST(ConfigurationDocuments, OnlyElementsInAContainerAreDrives) {
+    xml_document document;
+    document.load_string(
+        "<ArrayConfiguration><Containers><Container>"
+        "text<!--comment--><?Drive ObjectID='1'?><![CDATA[data]]><Drive ObjectID='2'><Drive "
+        "ObjectID='3'/></Drive> "
+        "</Container></Containers></ArrayConfiguration>",
+        VELK::XML::parse_full | VELK::XML::parse_ws_pcdata);
+    const CArray array(document);
+    ASSERT_EQ(array.m_Containers.size(), 1U);
+    ASSERT_EQ(array.m_Containers[0].m_Drives.size(), 1U);
+    EXPECT_EQ(array.m_Containers[0].m_Drives[0].m_ObjectID, 2U);
+}
+
+TEST(ConfigurationDocuments, AContainerWithoutDrivesIsKept) {
+    const CArray array = ReadArray(
+        "<ArrayConfiguration><Containers><Container/><Container><Drive/></Container><Container>text</"
+        "Container>"
+        "</Containers></ArrayConfiguration>");
+    ASSERT_EQ(array.m_Containers.size(), 3U);
+    EXPECT_EQ(array.m_Containers[0].m_Drives.size(), 0U);
+    EXPECT_EQ(array.m_Containers[1].m_Drives.size(), 1U);
+    EXPECT_EQ(array.m_Containers[2].m_Drives.size(), 0U);
+}
+
+TEST(ConfigurationDocuments, AnIdentifierThatIsMissingOrMalformedIsZero) {
+    const CLogicalDrive logicalDrive = ReadLogicalDrive(
+        "<LogicalDriveConfiguration>"
+        "<GlobalHotSpares><Drive ObjectID='5'/><Drive/></GlobalHotSpares>"
+        "<DedicatedHotSpares><Drive ObjectID='6 '/><Drive ObjectID=' 7'/></DedicatedHotSpares>"
+        "<AssociatedLogicalDrives><LogicalDrive ObjectID=''/></AssociatedLogicalDrives>"
+        "</LogicalDriveConfiguration>");
+    EXPECT_EQ(logicalDrive.m_GlobalHotSpares, (std::vector<std::uint64_t>{5, 0}));
+    EXPECT_EQ(logicalDrive.m_DedicatedHotSpares, (std::vector<std::uint64_t>{0, 7}));
+    EXPECT_EQ(logicalDrive.m_AssociatedLogicalDrives, (std::vector<std::uint64_t>{0}));
+}
+
+TEST(ConfigurationDocuments, ElsewhereThanInContainersNamesCount) {
+    const CLogicalDrive logicalDrive = ReadLogicalDrive(
+        "<LogicalDriveConfiguration>"
+        "<Containers><container><Drive/></container><Box/></Containers>"
+        "<GlobalHotSpares><LogicalDrive ObjectID='1'/><Drive ObjectID='2'/></GlobalHotSpares>"
+        "<AssociatedLogicalDrives><Drive ObjectID='3'/></AssociatedLogicalDrives>"
+        "<Container/><Drive ObjectID='4'/>"
+        "</LogicalDriveConfiguration>");
+    EXPECT_TRUE(logicalDrive.m_Containers.empty());
+    EXPECT_EQ(logicalDrive.m_GlobalHotSpares, (std::vector<std::uint64_t>{2}));
+    EXPECT_TRUE(logicalDrive.m_AssociatedLogicalDrives.empty());
+}
+
+TEST(ConfigurationDocuments, ListsAreNotLookedForDeeper) {
+    const CArray array = ReadArray(
+        "<Outer><ArrayConfiguration "
+        "Size='1'><Containers><Container/></Containers></ArrayConfiguration></Outer>");
+    EXPECT_EQ(array.m_Size, 0U);
+    EXPECT_TRUE(array.m_Containers.empty());
+}
+
+TEST(ConfigurationDocuments, SeveralListsAreReadAsOneInDocumentOrder) {
+    const CArray array = ReadArray(
+        "<ArrayConfiguration>"
+        "<LogicalDrives><LogicalDrive ObjectID='1'/></LogicalDrives>"
+        "<Containers><Container><Drive ObjectID='10'/></Container></Containers>"
+        "<LogicalDrives/>"
+        "<Containers><Container/><Container><Drive ObjectID='11'/></Container></Containers>"
+        "<LogicalDrives><LogicalDrive ObjectID='2'/></LogicalDrives>"
+        "</ArrayConfiguration>");
+    EXPECT_EQ(array.m_LogicalDrives, (std::vector<std::uint64_t>{1, 2}));
+    ASSERT_EQ(array.m_Containers.size(), 3U);
+    EXPECT_EQ(array.m_Containers[0].m_Drives.at(0).m_ObjectID, 10U);
+    EXPECT_TRUE(array.m_Containers[1].m_Drives.empty());
+    EXPECT_EQ(array.m_Containers[2].m_Drives.at(0).m_ObjectID, 11U);
+}
+
+TEST(ConfigurationDocuments, OfSeveralRootsTheFirstGivesTheAttributesAndAllGiveTheirLists) {
+    const CArray array = ReadArray(
+        "<Other Size='9'/>"
+        "<ArrayConfiguration Units='3'><LogicalDrives><LogicalDrive ObjectID='1'/></LogicalDrives>"
+        "</ArrayConfiguration>"
+        "<ArrayConfiguration Size='2' Units='4'><LogicalDrives><LogicalDrive ObjectID='2'/></LogicalDrives>"
+        "</ArrayConfiguration>");
+    EXPECT_EQ(array.m_Size, 0U);
+    EXPECT_EQ(array.m_Units, 3);
+    EXPECT_EQ(array.m_LogicalDrives, (std::vector<std::uint64_t>{1, 2}));
+}
+
+TEST(ConfigurationDocuments, ProcessingInstructionsAreNoElementsWhateverTheirNames) {
+    xml_document document;
+    document.load_string(
+        "<?ArrayConfiguration Size='7'?>"
+        "<ArrayConfiguration Size='1'><?Containers?><Containers><?Container?><Container/></Containers>"
+        "<LogicalDrives><?LogicalDrive ObjectID='8'?><LogicalDrive ObjectID='9'/></LogicalDrives>"
+        "</ArrayConfiguration>",
+        VELK::XML::parse_full);
+    const CArray array(document);
+    EXPECT_EQ(array.m_Size, 1U);
+    EXPECT_EQ(array.m_Containers.size(), 1U);
+    EXPECT_EQ(array.m_LogicalDrives, (std::vector<std::uint64_t>{9}));
+}
+
+// --- Random documents against the plain reading
+
+/// Writes documents that are mostly as they should be, with much in them that is not.
+class DocumentWriter {
+public:
+    explicit DocumentWriter(std::uint32_t seed) : m_Random(seed) {}
+
+    std::string Write() {
+        m_Text.clear();
+        Some(3, [&] {
+            Noise();
+            const char* root = Pick({"ArrayConfiguration", "LogicalDriveConfiguration", "Other"});
+            Element(root, {"Size", "Units", "SpanCount", "SpanSize"}, [&] { Some(5, [&] { List(); }); });
+        });
+        return m_Text;
+    }
+
+private:
+    void List() {
+        Noise();
+        const char* list = Pick({"Containers", "Containers", "LogicalDrives", "GlobalHotSpares",
+                                 "DedicatedHotSpares", "AssociatedLogicalDrives", "Container", "Other"});
+        Element(list, {"ObjectID"}, [&] {
+            Some(4, [&] {
+                Noise();
+                const char* entry =
+                    Pick({"Container", "Container", "Drive", "LogicalDrive", "drive", "Containers"});
+                Element(entry, {"ObjectID"}, [&] { Some(4, [&] { Drive(); }); });
+            });
+        });
+    }
+
+    void Drive() {
+        Noise();
+        Element(Pick({"Drive", "Drive", "Disk", "Container"}),
+                {"ObjectID", "StartAddress", "UsedSize", "IsConfigurable", "LogicalDrive", "LogicalOwner"},
+                [&] { Noise(); });
+    }
+
+    template <class Content>
+    void Element(const std::string& name, std::initializer_list<const char*> attributes, Content content) {
+        m_Text += "<" + name;
+        for (const char* attribute : attributes) {
+            const std::uint32_t times = Below(m_Random, 20) == 0 ? 2 : Below(m_Random, 5) != 0 ? 1 : 0;
+            for (std::uint32_t i = 0; i < times; ++i) {
+                m_Text += std::string(" ") + attribute + "=\"" + Number() + "\"";
+            }
+        }
+        m_Text += ">";
+        content();
+        m_Text += "</" + name + ">";
+    }
+
+    std::string Number() {
+        if (Below(m_Random, 2) == 0) {
+            return Pick({"",
+                         " ",
+                         "0",
+                         "1",
+                         "2",
+                         "00",
+                         "01",
+                         " 0",
+                         "0 ",
+                         "1 ",
+                         " 12",
+                         "&#9;12",
+                         "12K",
+                         "1 2",
+                         "+5",
+                         "+",
+                         "-",
+                         "-0",
+                         "-1",
+                         "- 1",
+                         "--1",
+                         "0x10",
+                         "1e3",
+                         "1.5",
+                         "1,024",
+                         "true",
+                         "false",
+                         "&#xFF11;",
+                         "2147483647",
+                         "2147483648",
+                         "-2147483648",
+                         "-2147483649",
+                         "4294967296",
+                         "9223372036854775808",
+                         "-9223372036854775809",
+                         "18446744073709551615",
+                         "18446744073709551616",
+                         "-18446744073709551615",
+                         "-18446744073709551616",
+                         "000000000000000000000000000007"});
+        }
+        std::string digits;
+        for (std::uint32_t count = 1 + Below(m_Random, 20); count != 0; --count) {
+            digits += static_cast<char>('0' + Below(m_Random, 10));
+        }
+        return digits;
+    }
+
+    void Noise() {
+        m_Text += Pick({"", "", "", "", " text ", "\n  ", "<!--Drive-->", "<![CDATA[<Drive/>]]>",
+                        "<?Drive ObjectID=\"1\"?>", "<?Container?>", "<?ArrayConfiguration Size=\"1\"?>",
+                        "<?LogicalDriveConfiguration Size=\"1\"?>"});
+    }
+
+    template <class Action>
+    void Some(std::uint32_t most, Action action) {
+        for (std::uint32_t count = Below(m_Random, most + 1); count != 0; --count) {
+            action();
+        }
+    }
+
+    const char* Pick(std::initializer_list<const char*> from) {
+        return from.begin()[Below(m_Random, static_cast<std::uint32_t>(from.size()))];
+    }
+
+    std::mt19937 m_Random;
+    std::string m_Text;
+};
+
+TEST(ConfigurationDocuments, RandomDocumentsReadAsByPathsAndPlainStreams) {
+    DocumentWriter writer(RandomSeed());
+    std::size_t drives = 0;
+    std::size_t spares = 0;
+    for (int i = 0; i < 10000; ++i) {
+        const std::string text = writer.Write();
+        const unsigned options =
+            i % 2 == 0 ? VELK::XML::parse_default : VELK::XML::parse_full | VELK::XML::parse_ws_pcdata;
+        xml_document document;
+        ASSERT_TRUE(document.load_string(text.c_str(), options | VELK::XML::parse_fragment)) << text;
+
+        const CArray array(document);
+        ASSERT_EQ(Describe(array), Describe(PlainArray(document))) << text;
+        const CLogicalDrive logicalDrive(document);
+        ASSERT_EQ(Describe(logicalDrive), Describe(PlainLogicalDrive(document))) << text;
+
+        for (const CContainer& container : array.m_Containers) {
+            drives += container.m_Drives.size();
+        }
+        spares += logicalDrive.m_GlobalHotSpares.size();
+    }
+    EXPECT_GT(drives, 1000U) << "the documents must say something";
+    EXPECT_GT(spares, 100U) << "the documents must say something";
+}
+
+// --- Size
+
+std::string ManyDrives(std::uint64_t count) {
+    std::string text = "<ArrayConfiguration><Containers><Container>";
+    for (std::uint64_t i = 0; i < count; ++i) {
+        const std::string number = std::to_string(i);
+        text += "<Drive ObjectID='" + number + "' StartAddress=' " + number + "' UsedSize='" + number +
+                "' IsConfigurable='0' LogicalDrive='" + number + "' LogicalOwner=' " + number + "'/>";
+    }
+    return text + "</Container></Containers></ArrayConfiguration>";
+}
+
+TEST(ConfigurationDocuments, AHundredThousandDrivesAreReadInTimeLinearInTheirNumber) {
+    const auto milliseconds = [](std::uint64_t count) {
+        xml_document document;
+        document.load_string(ManyDrives(count).c_str());
+        double best = 1e9;
+        for (int run = 0; run < 3; ++run) {
+            const auto start = std::chrono::steady_clock::now();
+            const CArray array(document);
+            const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
+            best = std::min(best, taken.count());
+            const std::vector<CDrive>& drives = array.m_Containers.at(0).m_Drives;
+            EXPECT_EQ(drives.size(), count);
+            EXPECT_EQ(drives.back().m_LogicalOwner, count - 1);
+        }
+        return best;
+    };
+    const double few = milliseconds(10000);
+    const double many = milliseconds(100000);
+    RecordProperty("milliseconds_for_100000", std::to_string(many));
+    EXPECT_LT(many, 40 * few) << "quadratic reading would take 100 times as long: " << many << " ms";
+}
+
+}  // namespace
