@@ -13,9 +13,12 @@ namespace {
 std::atomic<int> thrown = 0;
 }
 
-// Stands before the run-time library's own, which it calls.
-extern "C" __attribute__((visibility("default"), noreturn)) void __cxa_throw(void* exception, void* type,
-                                                                             void (*destroy)(void*)) {
+// Stands before the run-time library's own __cxa_throw, which it calls. The name is given to the assembler
+// only, because compilers disagree about its declaration.
+extern "C" __attribute__((visibility("default"), noreturn)) void CountedThrow(
+    void* exception, void* type, void (*destroy)(void*)) __asm__("__cxa_throw");
+
+void CountedThrow(void* exception, void* type, void (*destroy)(void*)) {
     using Throw = void (*)(void*, void*, void (*)(void*));
     static const auto original = reinterpret_cast<Throw>(dlsym(RTLD_NEXT, "__cxa_throw"));
     ++thrown;

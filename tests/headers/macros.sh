@@ -1,0 +1,39 @@
+#!/bin/sh
+# macros.sh headers system-headers compiler...: the public headers define the export macro and leave all other macros
+# as they find them.
+# headers, system-headers: separated by semicolons, as they are included
+set -eu
+headers=$(echo "$1" | tr ';' ' ')
+system=$(echo "$2" | tr ';' ' ')
+shift 2
+
+include() {
+    for header in "$@"; do
+        echo "#include <$header>"
+    done
+}
+
+# What the headers of the standard library and of pugixml define is theirs.
+public=$(include $headers | "$@" -M -x c++ - | tr -d '\\' | tr ' ' '\n' | grep -E '/(pi|velk|velkx)/[a-z_]+\.h$')
+foreign=$(sed -n 's/^#include <\(.*\)>.*/\1/p' $public | grep -vE '^(pi|velk|velkx)/' | sort -u)
+
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+{
+    include $system $foreign
+} >"$folder/before.cpp"
+{
+    cat "$folder/before.cpp"
+    include $headers
+} >"$folder/after.cpp"
+for file in before after; do
+    "$@" -dM -E -x c++ "$folder/$file.cpp" | sort >"$folder/$file"
+done
+
+difference=$(diff "$folder/before" "$folder/after" | grep '^[<>]' || true)
+expected='> #define PI_API __attribute__((visibility("default")))'
+if [ "$difference" != "$expected" ]; then
+    echo "macros that come (>) or go (<):"
+    echo "$difference"
+    exit 1
+fi
