@@ -1,25 +1,46 @@
 #include <pi/object.h>
 
+#include <tuple>
+#include <utility>
+
 namespace PI {
+
+namespace {
+
+template <class Operation>
+auto Fields(Operation& operation) {
+    return std::tie(operation.m_Header1, operation.m_Header2, operation.m_Header3, operation.m_Properties,
+                    operation.m_LogicalDriveList, operation.m_DriveList, operation.m_LevelList,
+                    operation.m_MigrationList, operation.m_EventList, operation.m_PartitionList,
+                    operation.m_ObjectList, operation.m_Parameter1, operation.m_Parameter2,
+                    operation.m_Parameter3, operation.m_Parameter4, operation.m_Parameter5,
+                    operation.m_Parameter6, operation.m_Parameter7, operation.m_Parameter8,
+                    operation.m_OperationFlag, operation.m_Parameter9);
+}
+
+}  // namespace
 
 COperation::COperation() = default;
 COperation::COperation(const COperation& source) = default;
 COperation::COperation(COperation&& source) noexcept = default;
-COperation& COperation::operator=(const COperation& source) = default;
-COperation& COperation::operator=(COperation&& source) noexcept = default;
+
+// The source may stand somewhere below the target, whose old content therefore goes last.
+COperation& COperation::operator=(const COperation& source) {
+    return *this = COperation(source);
+}
+
+COperation& COperation::operator=(COperation&& source) noexcept {
+    COperation taken(std::move(source));
+    auto fields = Fields(*this);
+    auto takenFields = Fields(taken);
+    fields.swap(takenFields);
+    return *this;
+}
+
 COperation::~COperation() = default;
 
 bool COperation::operator==(const COperation& other) const {
-    return m_Header1 == other.m_Header1 && m_Header2 == other.m_Header2 && m_Header3 == other.m_Header3 &&
-           m_Properties == other.m_Properties && m_LogicalDriveList == other.m_LogicalDriveList &&
-           m_DriveList == other.m_DriveList && m_LevelList == other.m_LevelList &&
-           m_MigrationList == other.m_MigrationList && m_EventList == other.m_EventList &&
-           m_PartitionList == other.m_PartitionList && m_ObjectList == other.m_ObjectList &&
-           m_Parameter1 == other.m_Parameter1 && m_Parameter2 == other.m_Parameter2 &&
-           m_Parameter3 == other.m_Parameter3 && m_Parameter4 == other.m_Parameter4 &&
-           m_Parameter5 == other.m_Parameter5 && m_Parameter6 == other.m_Parameter6 &&
-           m_Parameter7 == other.m_Parameter7 && m_Parameter8 == other.m_Parameter8 &&
-           m_OperationFlag == other.m_OperationFlag && m_Parameter9 == other.m_Parameter9;
+    return Fields(*this) == Fields(other);
 }
 
 }  // namespace PI
