@@ -158,6 +158,7 @@ public:
 
     /// Whether a text is that of a language resource, without regard to case as the global locale knows it.
     /// @param conformant compares with the resource text as GenXMLNodeConformantString gives it
+    /// @throws whatever the language support throws
     static bool MatchNLS(const std::string& text, int id, bool conformant);
 
     /// Whether a password has 8 to 32 bytes and among them an ASCII upper-case letter, lower-case letter,
