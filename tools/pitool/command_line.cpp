@@ -5,20 +5,31 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
 namespace pitool {
 namespace {
 
-/// The arguments in the order that CLI11 takes them from a list: the last first. It would take a file named
-/// "[a,b]" for two and one named "++" for a separator, so such names get a "./".
+/// The arguments in the order that CLI11 takes them from a list: the last first.
+///
+/// File names that CLI11 would misread get a "./": "[a,b]" would be two files, "++" a separator, and behind
+/// "--", which it takes only as the first of several files, names that begin with a hyphen.
 std::vector<std::string> ReversedArguments(int argc, const char* const* argv) {
     std::vector<std::string> arguments;
-    for (int i = argc - 1; i > 0; --i) {
+    bool namesOnly = false;
+    for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
-        const bool special = argument == "++" || (!argument.empty() && argument.front() == '[');
-        arguments.push_back((special ? "./" : "") + argument);
+        if (argument == "--" && !namesOnly) {
+            namesOnly = true;
+            continue;
+        }
+        const char first = argument.empty() ? '\0' : argument.front();
+        const bool misread =
+            first == '[' || argument == "++" || (namesOnly && first == '-' && argument != STANDARD_INPUT);
+        arguments.push_back((misread ? "./" : "") + argument);
     }
+    std::reverse(arguments.begin(), arguments.end());
     return arguments;
 }
 
