@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <plog/Formatters/MessageOnlyFormatter.h>
 
 #include <boost/format.hpp>
 #include <cstdint>
@@ -301,6 +302,23 @@ TEST(TraceArguments, NulByteInAnArgumentIsKeptInTheRecord) {
 
     EXPECT_THAT(appender.m_Cut, testing::EndsWith("][name][1]<a"));
     EXPECT_THAT(appender.m_Whole, testing::EndsWith(std::string("][name][1]<a\0b>", 15)));
+}
+
+TEST(TraceArguments, NulByteEndsTheLinesOfPlogsFormatters) {
+    class Appender : public plog::IAppender {
+    public:
+        void write(const plog::Record& record) override {
+            m_Line = plog::MessageOnlyFormatter::format(record);
+        }
+        std::string m_Line;
+    };
+    Appender appender;
+    TraceRecorder<3> recorder;
+    plog::get<3>()->addAppender(&appender);
+
+    VELKTrace(1, "name", 3, "<%s>") << std::string("a\0b", 3);
+
+    EXPECT_THAT(appender.m_Line, testing::EndsWith("][name][1]<a\n"));
 }
 
 // --- Texts that are no format.
