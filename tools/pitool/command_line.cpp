@@ -5,49 +5,201 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace pitool {
 namespace {
 
+/// Stands before a text that CLI11 would misread, and is taken off again behind its back.
+constexpr char GUARD = '\x01';
+
+/// Whether CLI11 takes a text for something else: "[a,b]" for two, "++" for a separator.
+bool IsMisread(const std::string& text) {
+    return text == "++" || (!text.empty() && (text.front() == '[' || text.front() == GUARD));
+}
+
 /// The arguments in the order that CLI11 takes them from a list: the last first.
 ///
-/// File names that CLI11 would misread get a "./": "[a,b]" would be two files, "++" a separator, and behind
-/// "--", which it takes only as the first of several files, names that begin with a hyphen.
+/// What CLI11 would misread is guarded; so is, behind "--", what begins with a hyphen: CLI11 takes "--" only
+/// as the first of several arguments.
 std::vector<std::string> ReversedArguments(int argc, const char* const* argv) {
     std::vector<std::string> arguments;
-    bool namesOnly = false;
+    bool noOptions = false;
     for (int i = 1; i < argc; ++i) {
-        const std::string argument = argv[i];
-        if (argument == "--" && !namesOnly) {
-            namesOnly = true;
+        std::string argument = argv[i];
+        if (argument == "--" && !noOptions) {
+            noOptions = true;
             continue;
         }
-        const char first = argument.empty() ? '\0' : argument.front();
-        const bool misread =
-            first == '[' || argument == "++" || (namesOnly && first == '-' && argument != STANDARD_INPUT);
-        arguments.push_back((misread ? "./" : "") + argument);
+        const bool hyphen = !argument.empty() && argument.front() == '-' && argument != STANDARD_INPUT;
+        const std::size_t value = argument.find('=') + 1;
+        if (IsMisread(argument) || (noOptions && hyphen)) {
+            argument.insert(0, 1, GUARD);
+        } else if (hyphen && value != 0 && IsMisread(argument.substr(value))) {
+            argument.insert(value, 1, GUARD);
+        }
+        arguments.push_back(std::move(argument));
     }
     std::reverse(arguments.begin(), arguments.end());
     return arguments;
+}
+
+/// Takes the guard off a text; @return whether there was one.
+bool Unguard(std::string& text) {
+    const bool guarded = !text.empty() && text.front() == GUARD;
+    text.erase(0, guarded ? 1 : 0);
+    return guarded;
+}
+
+void Unguard(std::optional<std::string>& text) {
+    if (text) {
+        Unguard(*text);
+    }
+}
+
+/// A file that was guarded keeps a sign that it is one.
+void UnguardFile(std::string& file) {
+    if (Unguard(file)) {
+        file.insert(0, "./");
+    }
+}
+
+void Unguard(CommandLine& line) {
+    std::for_each(line.m_Drive.m_Files.begin(), line.m_Drive.m_Files.end(), UnguardFile);
+    UnguardFile(line.m_Layout.m_File);
+    Unguard(line.m_Event.m_Strings);
+    EventFields& fields = line.m_Event.m_Fields;
+    for (auto* field : {&fields.m_ID, &fields.m_Severity, &fields.m_TimeStamp, &fields.m_Host,
+                        &fields.m_Source, &fields.m_Sequence}) {
+        Unguard(*field);
+    }
+    for (std::size_t i = 0; i < PLACEHOLDERS; ++i) {
+        Unguard(fields.m_Texts[i]);
+        Unguard(fields.m_Resources[i]);
+    }
+    for (auto* texts : {&line.m_Name.m_Queries, &line.m_Sense.m_Codes}) {
+        for (std::string& text : *texts) {
+            Unguard(text);
+        }
+    }
+    Unguard(line.m_Name.m_List);
+    Unguard(line.m_Sense.m_Data);
+}
+
+constexpr const char* JSON_HELP = "Print JSON instead of text";
+
+/// A command in the making.
+struct Command {
+    CLI::App* m_App;
+    CommandLine::Command m_Command;
+};
+
+Command AddDrive(CLI::App& app, DriveOptions& options) {
+    CLI::App* drive = app.add_subcommand("drive", "Report drives from what \"smartctl --json -a\" printed.");
+    drive
+        ->add_option("FILE", options.m_Files,
+                     "File to read; - is standard input, a directory means every .json in it")
+        ->required();
+    drive->add_flag("--json", options.m_Json, JSON_HELP);
+    return {drive, CommandLine::DRIVE};
+}
+
+Command AddLayout(CLI::App& app, LayoutOptions& options) {
+    CLI::App* layout = app.add_subcommand(
+        "layout", "Print the layout that an array or logical-drive configuration document describes.");
+    layout->add_option("FILE", options.m_File, "Document to read; - is standard input")->required();
+    layout->add_flag("--json", options.m_Json, JSON_HELP);
+    return {layout, CommandLine::LAYOUT};
+}
+
+Command AddEvent(CLI::App& app, EventOptions& options) {
+    CLI::App* event = app.add_subcommand(
+        "event", "Render an event, given by options, or as JSON on standard input where there are none.");
+    EventFields& fields = options.m_Fields;
+    event->add_option("--id", fields.m_ID, "Number or name of the event (10000)");
+    event->add_option("--severity", fields.m_Severity,
+                      "DEBUG, INFORMATION, WARNING, ERROR or a number (INFORMATION)");
+    event->add_option("--timestamp", fields.m_TimeStamp, "Milliseconds since 1970-01-01 UTC (now)");
+    event->add_option("--host", fields.m_Host, "Host on which the event arose (localhost)");
+    event->add_option("--source", fields.m_Source, "Component that raised the event");
+    event->add_option("--sequence", fields.m_Sequence, "Running number (0)");
+    for (std::size_t i = 0; i < PLACEHOLDERS; ++i) {
+        const std::string number = std::to_string(i + 1);
+        CLI::Option* text = event->add_option("--placeholder" + number, fields.m_Texts[i],
+                                              "Text for the marker %" + number + " of the description");
+        event
+            ->add_option("--resource" + number, fields.m_Resources[i],
+                         "Number of the language resource for the marker %" + number)
+            ->excludes(text);
+    }
+    event->add_option("--strings", options.m_Strings, "Language file (the one that came with pitool)");
+    event->add_flag("--json", options.m_Json, JSON_HELP);
+    return {event, CommandLine::EVENT};
+}
+
+Command AddEta(CLI::App& app) {
+    return {app.add_subcommand("eta",
+                               "Read lines \"percent milliseconds\" from standard input, or \"percent\" for "
+                               "the present time, and print the estimated time remaining after each."),
+            CommandLine::ETA};
+}
+
+Command AddName(CLI::App& app, NameOptions& options) {
+    CLI::App* name = app.add_subcommand("name", "Find names of numbers and numbers of names.");
+    CLI::Option* queries =
+        name->add_option("WORD|NUMBER", options.m_Queries, "Number, name or part of a name, in any case");
+    CLI::Option* list = name->add_option(
+        "--list", options.m_List,
+        "Print a whole vocabulary: error codes, property identifiers, property values, operation "
+        "identifiers, event identifiers");
+    name->add_flag("--json", options.m_Json, JSON_HELP);
+    list->excludes(queries);
+    return {name, CommandLine::NAME};
+}
+
+Command AddSense(CLI::App& app, SenseOptions& options) {
+    CLI::App* sense = app.add_subcommand("sense", "Explain SCSI sense codes or sense data.");
+    constexpr int CODES = 3;
+    CLI::Option* codes =
+        sense->add_option("KEY ASC ASCQ", options.m_Codes, "Sense key and additional codes, hexadecimal")
+            ->expected(CODES);
+    sense->add_option("--data", options.m_Data, "Sense data, hexadecimal bytes")->excludes(codes);
+    sense->add_flag("--json", options.m_Json, JSON_HELP);
+    return {sense, CommandLine::SENSE};
+}
+
+/// What CLI11 cannot tell by itself; empty when all is well.
+std::string FindMisuse(const CommandLine& line, const CLI::App& command) {
+    const auto& files = line.m_Drive.m_Files;
+    if (std::count(files.begin(), files.end(), STANDARD_INPUT) > 1) {
+        return "standard input can be read only once";
+    }
+    if (line.m_Command == CommandLine::NAME && line.m_Name.m_Queries.empty() &&
+        command.count("--list") == 0) {
+        return "name needs a WORD, a NUMBER or --list";
+    }
+    if (line.m_Command == CommandLine::SENSE && line.m_Sense.m_Codes.empty() &&
+        command.count("--data") == 0) {
+        return "sense needs KEY ASC ASCQ or --data";
+    }
+    return "";
 }
 
 }  // namespace
 
 CommandLine ParseCommandLine(int argc, const char* const* argv) {
     CommandLine line;
-    CLI::App app("Reports drives with the knowledge of the pi library.", "pitool");
+    CLI::App app("Shows what the pi library knows: drives, layouts, events, progress, names, sense data.",
+                 "pitool");
     app.set_version_flag("--version", "pitool " PITOOL_VERSION);
     app.require_subcommand(1);
-
-    CLI::App* drive = app.add_subcommand("drive", "Report drives from what \"smartctl --json -a\" printed.");
-    drive
-        ->add_option("FILE", line.m_Drive.m_Files,
-                     "File to read; - is standard input, a directory means every .json in it")
-        ->required();
-    drive->add_flag("--json", line.m_Drive.m_Json, "Print JSON instead of text");
-
+    const Command commands[] = {
+        AddDrive(app, line.m_Drive), AddLayout(app, line.m_Layout), AddEvent(app, line.m_Event), AddEta(app),
+        AddName(app, line.m_Name),   AddSense(app, line.m_Sense),
+    };
     try {
         app.parse(ReversedArguments(argc, argv));
     } catch (const CLI::CallForHelp&) {
@@ -61,13 +213,19 @@ CommandLine ParseCommandLine(int argc, const char* const* argv) {
         line.m_ExitStatus = EXIT_BAD_USAGE;
         return line;
     }
-    const auto& files = line.m_Drive.m_Files;
-    if (std::count(files.begin(), files.end(), STANDARD_INPUT) > 1) {
-        line.m_Error = "standard input can be read only once";
-        line.m_ExitStatus = EXIT_BAD_USAGE;
-        return line;
+    Unguard(line);
+    for (const Command& command : commands) {
+        if (!app.got_subcommand(command.m_App)) {
+            continue;
+        }
+        line.m_Command = command.m_Command;
+        line.m_Error = FindMisuse(line, *command.m_App);
+        if (!line.m_Error.empty()) {
+            line.m_Command = CommandLine::NONE;
+            line.m_ExitStatus = EXIT_BAD_USAGE;
+        }
     }
-    line.m_Command = CommandLine::DRIVE;
+    line.m_Event.m_FromInput = !HasField(line.m_Event.m_Fields);
     return line;
 }
 

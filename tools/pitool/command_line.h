@@ -3,7 +3,11 @@
 #pragma once
 
 #include "drive_command.h"
+#include "event_command.h"
 #include "exit_status.h"
+#include "layout_command.h"
+#include "name_command.h"
+#include "sense_command.h"
 
 #include <string>
 
@@ -11,8 +15,12 @@ namespace pitool {
 
 /// The command of a command line with its options, or a text or an error that ends the run at once.
 struct CommandLine {
-    enum Command { NONE, DRIVE } m_Command = NONE;
+    enum Command { NONE, DRIVE, LAYOUT, EVENT, ETA, NAME, SENSE } m_Command = NONE;
     DriveOptions m_Drive;
+    LayoutOptions m_Layout;
+    EventOptions m_Event;
+    NameOptions m_Name;
+    SenseOptions m_Sense;
     std::string m_Text;                   ///< asked for by --help or --version
     std::string m_Error;                  ///< why the command line is refused
     ExitStatus m_ExitStatus = EXIT_DONE;  ///< of a run that ends at once

@@ -1,4 +1,5 @@
 #include "command_line.h"
+#include "eta_command.h"
 #include "output.h"
 
 #include <exception>
@@ -9,6 +10,11 @@ int Run(int argc, char** argv) {
     const pitool::CommandLine line = pitool::ParseCommandLine(argc, argv);
     switch (line.m_Command) {
         case pitool::CommandLine::DRIVE: return pitool::RunDrive(line.m_Drive);
+        case pitool::CommandLine::LAYOUT: return pitool::RunLayout(line.m_Layout);
+        case pitool::CommandLine::EVENT: return pitool::RunEvent(line.m_Event);
+        case pitool::CommandLine::ETA: return pitool::RunEta();
+        case pitool::CommandLine::NAME: return pitool::RunName(line.m_Name);
+        case pitool::CommandLine::SENSE: return pitool::RunSense(line.m_Sense);
         case pitool::CommandLine::NONE: break;
     }
     if (!line.m_Error.empty()) {

@@ -1,0 +1,22 @@
+/// @file
+/// The command "event".
+#pragma once
+
+#include "event_options.h"
+#include "exit_status.h"
+
+#include <string>
+
+namespace pitool {
+
+struct EventOptions {
+    EventFields m_Fields;
+    bool m_FromInput = true;  ///< no field was given: the event is JSON on standard input
+    std::string m_Strings;    ///< language file; empty: the one that came with the program
+    bool m_Json = false;
+};
+
+/// Renders an event on standard output.
+ExitStatus RunEvent(const EventOptions& options);
+
+}  // namespace pitool

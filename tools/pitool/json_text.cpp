@@ -1,0 +1,9 @@
+#include "json_text.h"
+
+namespace pitool {
+
+std::string JsonText(const Json& json) {
+    return json.dump(2, ' ', true, Json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace pitool

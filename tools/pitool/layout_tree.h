@@ -1,0 +1,14 @@
+/// @file
+/// Layouts as a tree.
+#pragma once
+
+#include "layout_document.h"
+
+#include <string>
+
+namespace pitool {
+
+/// The tree, one line a node.
+std::string LayoutTree(const LayoutDocument& document);
+
+}  // namespace pitool

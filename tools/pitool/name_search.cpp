@@ -1,0 +1,63 @@
+#include "name_search.h"
+
+#include "whole_number.h"
+
+#include <cstdint>
+
+namespace pitool {
+namespace {
+
+bool IsNumber(const std::string& text) {
+    const std::size_t first = text.find_first_not_of("+-");
+    return first <= 1 && text.find_first_not_of("0123456789", first) == std::string::npos;
+}
+
+void SearchNumber(const std::string& query, std::vector<NameFinding>& findings) {
+    std::int32_t number = 0;
+    if (!ReadWholeNumber(query.front() == '+' ? query.substr(1) : query, number)) {
+        return;
+    }
+    for (const Vocabulary& vocabulary : Vocabularies()) {
+        const VocabularyEntry* entry = FindNumber(vocabulary, number);
+        if (entry != nullptr) {
+            findings.push_back({query, &vocabulary, entry, NameMatch::NUMBER});
+        }
+    }
+}
+
+void SearchWord(const std::string& query, NameMatch wanted, std::vector<NameFinding>& findings) {
+    const std::string word = UpperCase(query);
+    for (const Vocabulary& vocabulary : Vocabularies()) {
+        for (const VocabularyEntry& entry : vocabulary) {
+            const std::string name = UpperCase(entry.m_Name);
+            if (name.find(word) == std::string::npos) {
+                continue;
+            }
+            const NameMatch match = name == word ? NameMatch::EXACT : NameMatch::PART;
+            if (match == wanted) {
+                findings.push_back({query, &vocabulary, &entry, match});
+            }
+        }
+    }
+}
+
+}  // namespace
+
+bool SearchNames(const std::string& query, std::vector<NameFinding>& findings, std::string& reason) {
+    const std::size_t before = findings.size();
+    if (query.empty()) {
+        reason = "an empty word is in every name";
+        return false;
+    }
+    if (IsNumber(query)) {
+        SearchNumber(query, findings);
+        reason = "no vocabulary holds this number";
+    } else {
+        SearchWord(query, NameMatch::EXACT, findings);
+        SearchWord(query, NameMatch::PART, findings);
+        reason = "no name holds this word";
+    }
+    return findings.size() > before;
+}
+
+}  // namespace pitool

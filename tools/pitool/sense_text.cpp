@@ -1,0 +1,95 @@
+#include "sense_text.h"
+
+#include "json_text.h"
+
+#include <pi/plugin_helper.h>
+#include <pi/vocabulary.h>
+
+#include <utility>
+
+namespace pitool {
+namespace {
+
+constexpr const char* UNKNOWN_PAIR = "unknown";
+
+/// The library puts the qualifier of a patterned text in as a character; here it stands as digits.
+std::string WithQualifierAsDigits(std::string text, std::uint8_t qualifier) {
+    const std::size_t place = text.find(std::string("0x") + static_cast<char>(qualifier));
+    if (place != std::string::npos) {
+        text.replace(place + 2, 1, HexText(qualifier).substr(0, 2));
+    }
+    return text;
+}
+
+const char* SeverityText(PI::_SEVERITY severity) {
+    switch (severity) {
+        case PI::Severity::INFORMATION: return "INFORMATION";
+        case PI::Severity::WARNING: return "WARNING";
+        case PI::Severity::ERROR: return "ERROR";
+        case PI::Severity::DEBUG: break;
+    }
+    return "DEBUG";
+}
+
+const char* FormatText(SenseFormat format) {
+    switch (format) {
+        case SenseFormat::FIXED: return "fixed";
+        case SenseFormat::DESCRIPTOR: return "descriptor";
+        case SenseFormat::NONE: break;
+    }
+    return "";
+}
+
+std::string KeyDigit(const SenseCodes& codes) {
+    return HexText(codes.m_Key).substr(1);
+}
+
+}  // namespace
+
+SenseMeaning ExplainSense(const SenseCodes& codes) {
+    SenseMeaning meaning;
+    PI::_SEVERITY severity = PI::Severity::DEBUG;
+    PI::CPluginHelper::TranslateSenseKey(codes.m_Key, meaning.m_KeyText, severity);
+    meaning.m_Severity = SeverityText(severity);
+    const int result =
+        PI::CPluginHelper::TranslateSenseASC(codes.m_ASC, codes.m_ASCQ, meaning.m_AdditionalText);
+    if (result != PI::ErrorCode::SUCCESS) {
+        meaning.m_AdditionalText = WithQualifierAsDigits(std::move(meaning.m_AdditionalText), codes.m_ASCQ);
+    }
+    return meaning;
+}
+
+std::string SenseSheet(const SenseCodes& codes) {
+    const SenseMeaning meaning = ExplainSense(codes);
+    std::string sheet;
+    if (codes.m_Format != SenseFormat::NONE) {
+        sheet +=
+            "format      " + HexText(codes.m_ResponseCode) + ", " + FormatText(codes.m_Format) +
+            (codes.m_Deferred ? ", deferred error: it belongs to an earlier command\n" : ", current error\n");
+    }
+    return sheet + "sense key   " + KeyDigit(codes) + ", " + meaning.m_KeyText + "\nadditional  " +
+           HexText(codes.m_ASC) + " " + HexText(codes.m_ASCQ) + ", " +
+           (meaning.m_AdditionalText.empty() ? UNKNOWN_PAIR : meaning.m_AdditionalText) + "\nseverity    " +
+           meaning.m_Severity + "\n";
+}
+
+std::string SenseJson(const SenseCodes& codes) {
+    const SenseMeaning meaning = ExplainSense(codes);
+    const bool bare = codes.m_Format == SenseFormat::NONE;
+    return JsonText({
+        {"format", "pitool sense"},
+        {"version", 1},
+        {"response_code", bare ? Json(nullptr) : Json(codes.m_ResponseCode)},
+        {"layout", bare ? Json(nullptr) : Json(FormatText(codes.m_Format))},
+        {"deferred", bare ? Json(nullptr) : Json(codes.m_Deferred)},
+        {"key", codes.m_Key},
+        {"key_text", meaning.m_KeyText},
+        {"asc", codes.m_ASC},
+        {"ascq", codes.m_ASCQ},
+        {"additional_text",
+         meaning.m_AdditionalText.empty() ? Json(nullptr) : Json(meaning.m_AdditionalText)},
+        {"severity", meaning.m_Severity},
+    });
+}
+
+}  // namespace pitool
