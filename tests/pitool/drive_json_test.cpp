@@ -1,0 +1,114 @@
+#include "drive_json.h"
+
+#include "sample_reports.h"
+
+#include <gtest/gtest.h>
+
+using namespace pitool;
+using namespace pitool::test;
+
+namespace {
+
+std::string Document(const std::vector<std::string>& drives,
+                     const std::vector<std::pair<std::string, std::string>>& errors) {
+    std::vector<const std::string*> pointers;
+    for (const std::string& drive : drives) {
+        pointers.push_back(&drive);
+    }
+    std::string text;
+    EXPECT_TRUE(WriteDriveDocument(pointers, errors, {1, 2, 3, 4, 5}, [&](std::string_view piece) {
+        text += piece;
+        return true;
+    }));
+    return text;
+}
+
+}  // namespace
+
+TEST(DriveDocument, HasItsShapeWithoutDrivesToo) {
+    EXPECT_EQ(Document({}, {}), R"({
+  "format": "pitool drive",
+  "version": 1,
+  "drives": [],
+  "errors": [],
+  "summary": {
+    "drives": 1,
+    "failing": 2,
+    "worn": 3,
+    "unknown_lifetime": 4,
+    "refused": 5
+  }
+}
+)");
+}
+
+TEST(DriveDocument, KeepsTheOrderGiven) {
+    EXPECT_EQ(Document({R"({"b":1,"a":[2]})", "{}"}, {{"f", "r"}, {"g", "s"}}), R"({
+  "format": "pitool drive",
+  "version": 1,
+  "drives": [
+    {
+      "b": 1,
+      "a": [
+        2
+      ]
+    },
+    {}
+  ],
+  "errors": [
+    {
+      "file": "f",
+      "reason": "r"
+    },
+    {
+      "file": "g",
+      "reason": "s"
+    }
+  ],
+  "summary": {
+    "drives": 1,
+    "failing": 2,
+    "worn": 3,
+    "unknown_lifetime": 4,
+    "refused": 5
+  }
+}
+)");
+}
+
+TEST(DriveDocument, StopsAtTheFirstPieceThatCannotBeWritten) {
+    const std::string drive = "{}";
+    for (int refused = 1; refused <= 8; ++refused) {
+        int pieces = 0;
+        EXPECT_FALSE(WriteDriveDocument({&drive}, {{"f", "r"}}, {},
+                                        [&](std::string_view) { return ++pieces < refused; }));
+        EXPECT_EQ(pieces, refused);
+    }
+}
+
+TEST(DriveJson, UnknownFiguresAreNullWithAReason) {
+    for (const char* protocol : {"ATA", "NVMe", "SCSI"}) {
+        Json report = AtaReport("SAMPLE");
+        report["device"]["protocol"] = protocol;
+        const Json json = Json::parse(DriveJson(Assess(report)));
+        for (const auto& [name, figure] : json["properties"].items()) {
+            EXPECT_EQ(figure.size(), 8U) << name;
+            EXPECT_NE(figure["value"].is_null(), figure["reason"].is_null()) << name;
+        }
+        EXPECT_TRUE(json["lifetime"]["remaining_hours"].is_null());
+        EXPECT_TRUE(json["lifetime"]["basis"].is_null());
+        EXPECT_TRUE(json["lifetime"]["reason"].is_string());
+    }
+}
+
+TEST(DriveJson, IsAsciiWhateverTheDriveSays) {
+    Json report = AtaReport("A\xC2\x9B\xE2\x80\xAE");
+    DriveAssessment drive = Assess(report);
+    drive.m_File = "bad\xFF.json";
+    const std::string text = DriveJson(drive);
+    for (const char c : text) {
+        EXPECT_GE(c, ' ');
+    }
+    EXPECT_EQ(Json::parse(text)["file"], "bad\xEF\xBF\xBD.json");
+    EXPECT_EQ(Json::parse(text)["properties"]["PRODUCT"]["value"], "A\xC2\x9B\xE2\x80\xAE");
+}

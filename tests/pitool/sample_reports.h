@@ -1,0 +1,59 @@
+// Reports to start a test from, and ways to change them.
+#pragma once
+
+#include "drive_assessment.h"
+#include "smartctl_reader.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace pitool::test {
+
+using Json = nlohmann::ordered_json;
+
+/// The least that is a report of an ATA drive.
+inline Json AtaReport(const std::string& model) {
+    return {{"device", {{"name", "/dev/sdx"}, {"protocol", "ATA"}}}, {"model_name", model}};
+}
+
+/// A row of an attribute table.
+inline Json Attribute(int id, int current, std::uint64_t raw) {
+    return {{"id", id}, {"value", current}, {"worst", current}, {"raw", {{"value", raw}}}};
+}
+
+/// A solid-state drive with an attribute table.
+inline Json SolidStateReport(const std::string& model, std::uint64_t hours,
+                             const std::vector<Json>& attributes) {
+    Json report = AtaReport(model);
+    report["rotation_rate"] = 0;
+    report["power_on_time"]["hours"] = hours;
+    report["ata_smart_attributes"]["table"] = attributes;
+    return report;
+}
+
+/// Reads a report that must be readable.
+inline DriveReport Read(const Json& json) {
+    DriveReport report;
+    std::string reason;
+    EXPECT_TRUE(ReadSmartctlReport(json.dump(), report, reason)) << reason;
+    return report;
+}
+
+inline DriveAssessment Assess(const Json& json) {
+    return AssessDrive("sample.json", Read(json));
+}
+
+inline std::string ReadFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_TRUE(file.is_open()) << path;
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+}  // namespace pitool::test
