@@ -2,6 +2,7 @@
 #include <pi/property.h>
 
 #include <boost/algorithm/string/trim.hpp>
+#include <utility>
 
 #include "model/xml_copy.h"
 #include "trace/library_trace.h"
@@ -133,8 +134,11 @@ int CProperty::SetValue(int value, const std::vector<int>& choices) {
 }
 
 int CProperty::SetValue(std::vector<int>& values, std::vector<int>& values2) {
-    m_Data.m_MultiValue.m_Values = values;
-    m_Data.m_MultiValue.m_Values2 = values2;
+    // Copied before either is stored: the lists given may be the property's own.
+    std::vector<int> copy = values;
+    std::vector<int> copy2 = values2;
+    m_Data.m_MultiValue.m_Values = std::move(copy);
+    m_Data.m_MultiValue.m_Values2 = std::move(copy2);
     m_Type = PropertyType::MULTI_VALUE;
     m_Format = FORMAT_PLAIN;
     return ErrorCode::SUCCESS;

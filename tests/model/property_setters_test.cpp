@@ -288,6 +288,16 @@ TEST(PropertySetters, TakeTheirOwnDataAsValue) {
     EXPECT_EQ(KindTexts(property), before);
 }
 
+TEST(PropertySetters, TakeTheirOwnTwoListsTheOtherWayRound) {
+    CProperty property;
+    std::vector<int> values = {1, 2};
+    std::vector<int> values2 = {3};
+    property.SetValue(values, values2);
+    property.SetValue(property.m_Data.m_MultiValue.m_Values2, property.m_Data.m_MultiValue.m_Values);
+    EXPECT_EQ(property.m_Data.m_MultiValue.m_Values, (std::vector<int>{3}));
+    EXPECT_EQ(property.m_Data.m_MultiValue.m_Values2, (std::vector<int>{1, 2}));
+}
+
 // --- Plain text
 
 TEST(SetValueText, PlainTextIsTrimmedAndTheFormatReset) {
