@@ -1,0 +1,40 @@
+/// @file
+/// Says in the service's terms how arrays and their members are.
+#pragma once
+
+#include "mdstat.h"
+#include "sysfs.h"
+
+#include <pi/vocabulary.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace mdraid {
+
+/// A member in the service's terms.
+struct MemberAssessment {
+    PI::_PROPERTY_VALUE m_Status = PI::PropertyValue::UNKNOWN;
+    std::string m_Role;  ///< such as "slot 0, write-mostly"
+};
+
+/// An array in the service's terms.
+struct Assessment {
+    PI::_PROPERTY_VALUE m_Level = PI::PropertyValue::UNKNOWN;
+    PI::_PROPERTY_VALUE m_Status = PI::PropertyValue::UNKNOWN;
+    PI::_PROPERTY_VALUE m_Activity = PI::PropertyValue::IDLE;
+    std::uint32_t m_MissingDrives = 0;        ///< slots without a drive that works
+    bool m_IsRedundant = false;               ///< by its level
+    std::string m_Reason;                     ///< why the status is not OPERATIONAL; for people
+    std::vector<MemberAssessment> m_Members;  ///< in the order of Array::m_Members
+};
+
+/// Whether an array is but the frame that drives with metadata of a BIOS are kept in: the arrays proper are
+/// made from its drives.
+bool IsContainer(const Array& array, const SysfsArray& sysfs);
+
+/// @param sysfs decides where both tell; may be empty
+Assessment Assess(const Array& array, const SysfsArray& sysfs);
+
+}  // namespace mdraid

@@ -1,0 +1,100 @@
+#include "events.h"
+
+#include <velk/clock.h>
+
+#include <utility>
+
+namespace mdraid {
+namespace {
+
+namespace Event = PI::EventID;
+namespace Value = PI::PropertyValue;
+namespace Severity = PI::Severity;
+using PI::_PROPERTY_VALUE;
+
+struct StatusRow {
+    _PROPERTY_VALUE m_Status;
+    PI::_EVENT_ID m_Event;
+    PI::_SEVERITY m_Severity;
+};
+constexpr StatusRow STATUSES[] = {
+    {Value::OPERATIONAL, Event::LOGICALDRIVE_OPERATIONAL, Severity::INFORMATION},
+    {Value::PARTIALLY_DEGRADED, Event::LD_PARTIALLY_DEGRADED, Severity::WARNING},
+    {Value::DEGRADED, Event::LOGICALDRIVE_DEGRADED, Severity::WARNING},
+    {Value::FAILED, Event::LOGICALDRIVE_FAILED, Severity::ERROR},
+    {Value::OFFLINE, Event::LOGICALDRIVE_FAILED, Severity::ERROR},
+};
+
+struct ActivityRow {
+    _PROPERTY_VALUE m_Activity;
+    PI::_EVENT_ID m_Started;
+    PI::_EVENT_ID m_Finished;
+};
+constexpr ActivityRow ACTIVITIES[] = {
+    {Value::INITIALIZING, Event::INITIALIZATION_STARTED, Event::INITIALIZATION_FINISHED},
+    {Value::REBUILDING, Event::REBUILD_STARTED, Event::REBUILD_FINISHED},
+    {Value::MIGRATING, Event::MIGRATION_STARTED, Event::MIGRATION_FINISHED},
+    {Value::CHECKING, Event::CHECK_STARTED, Event::CHECK_FINISHED},
+};
+
+}  // namespace
+
+void EventLog::Update(const std::vector<ArrayReport>& reports) {
+    for (const ArrayReport& report : reports) {
+        Known now = {report.m_Assessment.m_Status, report.m_Assessment.m_Activity, {}};
+        for (const Member& member : report.m_Array.m_Members) {
+            if (member.m_Faulty) {
+                now.m_FailedMembers.insert(member.m_Name);
+            }
+        }
+        const auto before = m_Known.find(report.m_ObjectID);
+        UpdateArray(report, before == m_Known.end() ? nullptr : &before->second, now);
+        m_Known[report.m_ObjectID] = std::move(now);
+    }
+}
+
+void EventLog::UpdateArray(const ArrayReport& report, const Known* before, const Known& now) {
+    for (const std::string& member : now.m_FailedMembers) {
+        if (before == nullptr || before->m_FailedMembers.count(member) == 0) {
+            Add(report.m_ObjectID, Event::DISK_OFFLINE, Severity::ERROR, member, report.m_Title);
+        }
+    }
+    const _PROPERTY_VALUE statusBefore = before == nullptr ? Value::OPERATIONAL : before->m_Status;
+    for (const StatusRow& row : STATUSES) {
+        if (row.m_Status == now.m_Status && now.m_Status != statusBefore) {
+            const std::string& reason = report.m_Assessment.m_Reason;
+            Add(report.m_ObjectID, row.m_Event, row.m_Severity, report.m_Title,
+                reason.empty() ? "all drives work" : reason);
+        }
+    }
+    if (before == nullptr || before->m_Activity == now.m_Activity) {
+        return;
+    }
+    for (const ActivityRow& row : ACTIVITIES) {
+        const std::string& level = PI::PropertyValueToString(report.m_Assessment.m_Level);
+        if (row.m_Activity == before->m_Activity && now.m_Activity == Value::IDLE) {
+            Add(report.m_ObjectID, row.m_Finished, Severity::INFORMATION, report.m_Title, level);
+        } else if (row.m_Activity == now.m_Activity) {
+            Add(report.m_ObjectID, row.m_Started, Severity::INFORMATION, report.m_Title, level);
+        }
+    }
+}
+
+void EventLog::Add(std::uint64_t handle, PI::_EVENT_ID id, PI::_SEVERITY severity, const std::string& object,
+                   const std::string& detail) {
+    PI::CEvent& event = m_Events.emplace_back();
+    event.m_Handle = handle;
+    event.m_EventID = static_cast<std::uint32_t>(id);
+    event.m_Severity = severity;
+    event.m_TimeStamp = VELK::now();
+    event.SetPlaceHolder1(object);
+    event.SetPlaceHolder2(detail);
+    event.m_Source = "mdraid";
+    event.m_SequenceNumber = ++m_SequenceNumber;
+}
+
+std::vector<PI::CEvent> EventLog::Take() {
+    return std::exchange(m_Events, {});
+}
+
+}  // namespace mdraid

@@ -1,0 +1,293 @@
+#include "inventory.h"
+
+#include <pi/adapters.h>
+#include <pi/events.h>
+#include <pi/plugin_helper.h>
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+
+#include "object_builder.h"
+#include "trace.h"
+
+namespace mdraid {
+namespace {
+
+namespace ID = PI::PropertyID;
+namespace Value = PI::PropertyValue;
+namespace Operation = PI::OperationID;
+namespace Type = PI::PropertyType;
+using PI::_PROPERTY_VALUE;
+
+// Property, help topic, kind of data; in the order in which they are shown.
+namespace AdapterRow {
+constexpr auto NAME = Describe(ID::NAME, 23081, Type::STRING);
+constexpr auto ADAPTER_NUMBER = Describe(ID::ADAPTER_NUMBER, 23003, Type::LONG);
+constexpr auto STATUS = Describe(ID::STATUS, 23127, Type::CHOICE);
+constexpr auto LOGICAL_DRIVES = Describe(ID::CUR_LOGICAL_DRIVES, 1, Type::LONG);
+}  // namespace AdapterRow
+
+namespace ArrayRow {
+constexpr auto NAME = Describe(ID::NAME, 23239, Type::STRING);
+constexpr auto OS_DEVICE = Describe(ID::OS_DEVICE, 23241, Type::STRING);
+constexpr auto NUMBER = Describe(ID::LOGICAL_DRIVE_NUMBER, 23240, Type::LONG);
+constexpr auto RAID_LEVEL = Describe(ID::RAID_LEVEL_2, 23243, Type::CHOICE);
+constexpr auto STATUS = Describe(ID::STATUS, 23249, Type::CHOICE);
+constexpr auto SIZE = Describe(ID::LOGICAL_SIZE, 23237, Type::FLOAT);
+constexpr auto STRIPE_SIZE = Describe(ID::STRIPESIZE, 23250, Type::FLOAT);
+constexpr auto ACCESS_MODE = Describe(ID::ACCESS_MODE, 23221, Type::CHOICE);
+constexpr auto MISSING_DRIVES = Describe(ID::MISSING_DRIVES, 23238, Type::LONG);
+constexpr auto ACTIVITY = Describe(ID::ACTIVITY, 23222, Type::CHOICE);
+constexpr auto REMAINING_TIME = Describe(ID::REMAINING_TIME, 23245, Type::STRING);
+}  // namespace ArrayRow
+
+namespace MemberRow {
+constexpr auto NAME = Describe(ID::NAME, 23298, Type::STRING);
+constexpr auto OS_DEVICE = Describe(ID::OS_DEVICE, 23300, Type::STRING);
+constexpr auto STATUS = Describe(ID::STATUS, 23324, Type::CHOICE);
+constexpr auto USAGE = Describe(ID::USAGE, 23330, Type::STRING);
+constexpr auto SIZE = Describe(ID::CONFIGURABLE_SIZE, 23281, Type::FLOAT);
+constexpr auto MEDIA_TYPE = Describe(ID::MEDIA_TYPE, 23296, Type::CHOICE);
+constexpr auto ERRORS = Describe(ID::MEDIA_ERROR_COUNT, 23295, Type::LONG);
+}  // namespace MemberRow
+
+// An activity, the property that its progress goes to, and what can be done about it.
+struct ActivityRow {
+    _PROPERTY_VALUE m_Activity;
+    PI::_PROPERTY_ID m_Progress;
+    PI::_OPERATION_ID m_Operation;
+    int m_HelpTopic;
+};
+constexpr ActivityRow ACTIVITIES[] = {
+    {Value::INITIALIZING, ID::INITIALIZATION_PROGRESS, Operation::PAUSE_INITIALIZATION, 23490},
+    {Value::REBUILDING, ID::REBUILD_PROGRESS, Operation::PAUSE_REBUILD, 23494},
+    {Value::MIGRATING, ID::MIGRATION_PROGRESS, Operation::PAUSE_MIGRATION, 23492},
+    {Value::CHECKING, ID::CHECK_PROGRESS, Operation::CANCEL_CHECK, 23415},
+};
+
+constexpr int ICON_ADAPTER_OK = 24000;
+constexpr int ICON_ADAPTER_FAIL = 24001;
+constexpr int ICON_ADAPTER_WARNING = 24002;
+constexpr int ICON_ARRAY_FAIL = 24050;
+constexpr int ICON_ARRAY_OK = 24054;
+constexpr int ICON_ARRAY_REBUILDING = 24062;
+constexpr int ICON_ARRAY_WARNING = 24063;
+
+// No slot on a bus: numbers of our own, far above those of buses and devices.
+constexpr int ADAPTER_PLACE = 0x6D640000;
+
+constexpr const char* MACHINE_ITSELF = "/";
+
+constexpr const char* ADAPTER = "adapter";
+
+/// The number at the end of "md127".
+std::optional<unsigned long> ArrayNumber(const std::string& name) {
+    unsigned long number = 0;
+    const char* const end = name.data() + name.size();
+    if (name.compare(0, 2, "md") != 0) {
+        return std::nullopt;
+    }
+    const auto [rest, error] = std::from_chars(name.data() + 2, end, number);
+    return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
+}
+
+int ArrayIcon(const Assessment& assessment) {
+    switch (assessment.m_Status) {
+        case Value::OPERATIONAL: return ICON_ARRAY_OK;
+        case Value::FAILED:
+        case Value::OFFLINE: return ICON_ARRAY_FAIL;
+        default:
+            return assessment.m_Activity == Value::REBUILDING ? ICON_ARRAY_REBUILDING : ICON_ARRAY_WARNING;
+    }
+}
+
+bool IsArrayIcon(const ArrayReport& report, int icon) {
+    return ArrayIcon(report.m_Assessment) == icon;
+}
+
+PI::CObject MakeAdapter(const std::vector<ArrayReport>& reports, std::uint64_t id) {
+    const bool anyFailed = std::any_of(reports.begin(), reports.end(), [](const ArrayReport& report) {
+        return IsArrayIcon(report, ICON_ARRAY_FAIL);
+    });
+    const bool allOk = std::all_of(reports.begin(), reports.end(), [](const ArrayReport& report) {
+        return IsArrayIcon(report, ICON_ARRAY_OK);
+    });
+    PI::CObject adapter(id, PI::ObjectType::ADAPTER_1);
+    adapter.m_ObjectValue = static_cast<std::uint64_t>(anyFailed ? ICON_ADAPTER_FAIL
+                                                       : allOk   ? ICON_ADAPTER_OK
+                                                                 : ICON_ADAPTER_WARNING);
+    AddText(adapter, AdapterRow::NAME, "Linux software RAID");
+    AddAdapterNumber(adapter, AdapterRow::ADAPTER_NUMBER, ADAPTER_PLACE, 0, 0, 0);
+    AddState(adapter, AdapterRow::STATUS, anyFailed ? Value::ERROR : allOk ? Value::OK : Value::WARNING);
+    AddNumber(adapter, AdapterRow::LOGICAL_DRIVES, reports.size());
+    return adapter;
+}
+
+void AddActivity(PI::CObject& object, const ArrayReport& report) {
+    AddState(object, ArrayRow::ACTIVITY, report.m_Assessment.m_Activity);
+    for (const ActivityRow& row : ACTIVITIES) {
+        if (row.m_Activity == report.m_Assessment.m_Activity && report.m_Array.m_Sync.has_value()) {
+            AddFraction(object, Describe(row.m_Progress, 1, Type::FLOAT),
+                        static_cast<float>(report.m_Array.m_Sync->m_PerMille) / 10.0F);
+            AddOperation(object, row.m_Operation, row.m_HelpTopic);
+        }
+    }
+    if (!report.m_RemainingTime.empty()) {
+        AddText(object, ArrayRow::REMAINING_TIME, report.m_RemainingTime);
+    }
+}
+
+void AddArrayOperations(PI::CObject& object, const Assessment& assessment) {
+    const bool isRunning = assessment.m_Status != Value::OFFLINE && assessment.m_Status != Value::FAILED;
+    if (!assessment.m_IsRedundant || !isRunning) {
+        return;
+    }
+    if (assessment.m_MissingDrives != 0 && assessment.m_Activity == Value::IDLE) {
+        AddOperation(object, Operation::REPLACE_MISSING, 23498);
+    } else if (assessment.m_MissingDrives == 0) {
+        AddOperation(object, Operation::CREATE_DEDICATED_HOTSPARE, 23437);
+        if (assessment.m_Activity == Value::IDLE) {
+            AddOperation(object, Operation::START_CHECK, 23508);
+        }
+    }
+}
+
+std::optional<unsigned long> SizeInBytes(const ArrayReport& report) {
+    if (report.m_Sysfs.m_SizeBytes.has_value()) {
+        return report.m_Sysfs.m_SizeBytes;
+    }
+    if (report.m_Array.m_SizeKiB.has_value() && *report.m_Array.m_SizeKiB <= UINT64_MAX / 1024) {
+        return *report.m_Array.m_SizeKiB * 1024;
+    }
+    return std::nullopt;
+}
+
+PI::CObject MakeArray(const ArrayReport& report, std::uint64_t adapterID) {
+    const Array& array = report.m_Array;
+    const Assessment& assessment = report.m_Assessment;
+    PI::CObject object(report.m_ObjectID, LOGICAL_DRIVE);
+    object.m_RelatedIDs1 = {adapterID};
+    object.m_ObjectValue = static_cast<std::uint64_t>(ArrayIcon(assessment));
+    AddText(object, ArrayRow::NAME, report.m_GivenName.empty() ? array.m_Name : report.m_GivenName);
+    AddText(object, ArrayRow::OS_DEVICE, "/dev/" + array.m_Name);
+    if (const auto number = ArrayNumber(array.m_Name)) {
+        AddNumber(object, ArrayRow::NUMBER, *number);
+    }
+    AddState(object, ArrayRow::RAID_LEVEL, assessment.m_Level);
+    AddState(object, ArrayRow::STATUS, assessment.m_Status);
+    if (array.m_State == ArrayState::INACTIVE) {
+        return object;  // what else the kernel says of it is about its drives
+    }
+    if (const auto size = SizeInBytes(report)) {
+        AddCapacity(object, ArrayRow::SIZE, *size);
+    }
+    if (array.m_ChunkKiB != 0) {
+        AddCapacity(object, ArrayRow::STRIPE_SIZE, array.m_ChunkKiB * 1024UL);
+    }
+    AddState(object, ArrayRow::ACCESS_MODE, array.m_ReadOnly ? Value::READ_ONLY : Value::READ_WRITE);
+    if (array.m_Slots.has_value()) {
+        AddNumber(object, ArrayRow::MISSING_DRIVES, assessment.m_MissingDrives);
+    }
+    AddActivity(object, report);
+    AddArrayOperations(object, assessment);
+    return object;
+}
+
+PI::CObject MakeMember(const ArrayReport& report, std::size_t index, std::uint64_t id) {
+    const Member& member = report.m_Array.m_Members[index];
+    const MemberAssessment& assessment = report.m_Assessment.m_Members[index];
+    const auto found = report.m_Sysfs.m_Members.find(member.m_Name);
+    const SysfsMember sysfs = found == report.m_Sysfs.m_Members.end() ? SysfsMember() : found->second;
+    const _PROPERTY_VALUE medium = sysfs.m_Rotational.value_or(true) ? Value::HDD : Value::SSD;
+
+    PI::CObject object(id, PHYSICAL_DRIVE);
+    object.m_RelatedIDs1 = {report.m_ObjectID};
+    object.m_ObjectValue = static_cast<std::uint64_t>(
+        PI::CPluginHelper::GetPDStatusIcon(assessment.m_Status, medium, false, false, Value::ACTIVATED));
+    AddText(object, MemberRow::NAME, member.m_Name);
+    AddText(object, MemberRow::OS_DEVICE, "/dev/" + member.m_Name);
+    AddState(object, MemberRow::STATUS, assessment.m_Status);
+    AddText(object, MemberRow::USAGE, assessment.m_Role);
+    if (sysfs.m_SizeKiB.has_value() && *sysfs.m_SizeKiB <= UINT64_MAX / 1024) {
+        AddCapacity(object, MemberRow::SIZE, *sysfs.m_SizeKiB * 1024);
+    }
+    if (sysfs.m_Rotational.has_value()) {
+        AddState(object, MemberRow::MEDIA_TYPE, medium);
+    }
+    if (sysfs.m_Errors.has_value()) {
+        AddNumber(object, MemberRow::ERRORS, *sysfs.m_Errors);
+    }
+    if (assessment.m_Status == Value::DEDICATED_HOTSPARE) {
+        AddOperation(object, Operation::DELETE_DEDICATED_HOTSPARE, 23444);
+    } else if (assessment.m_Status == Value::OPERATIONAL && report.m_Assessment.m_IsRedundant &&
+               report.m_Assessment.m_Status == Value::OPERATIONAL) {
+        AddOperation(object, Operation::MAKE_OFFLINE, 23477);
+    }
+    return object;
+}
+
+}  // namespace
+
+std::vector<ArrayReport> ReadArrays(const std::filesystem::path& root, ObjectIDs& ids, Progress& progress,
+                                    std::vector<std::string>& errors) {
+    ids.Get(ADAPTER);
+    std::vector<ArrayReport> reports;
+    const std::filesystem::path mdstatPath = root / "proc/mdstat";
+    std::string error;
+    const std::optional<std::string> text = ReadTextFile(mdstatPath, error);
+    if (!text.has_value()) {
+        if (root == MACHINE_ITSELF && !std::filesystem::exists(mdstatPath)) {
+            Trace("no software RAID: there is no " +
+                  mdstatPath.string());  // the kernel's module is not loaded
+        } else {
+            errors.push_back(error);
+        }
+        return reports;
+    }
+    const Mdstat mdstat = ParseMdstat(*text);
+    for (const MdstatError& mdstatError : mdstat.m_Errors) {
+        errors.push_back(mdstatPath.string() + ": line " + std::to_string(mdstatError.m_Line) + ": " +
+                         mdstatError.m_Text);
+    }
+    Trace(mdstatPath.string() + ": " + std::to_string(mdstat.m_Arrays.size()) + " arrays, " +
+          std::to_string(mdstat.m_Errors.size()) + " errors");
+
+    const std::map<std::string, std::string> names = ReadArrayNames(root);
+    const std::uint64_t now = PI::CETR::NowSteady();
+    for (const Array& array : mdstat.m_Arrays) {
+        ArrayReport report;
+        report.m_Sysfs = ReadSysfsArray(root, array.m_Name);
+        if (IsContainer(array, report.m_Sysfs)) {
+            TraceDebug(array.m_Name + " is a container and not reported");
+            continue;
+        }
+        report.m_ObjectID = ids.Get("array " + array.m_Name);
+        report.m_Array = array;
+        const auto name = names.find(array.m_Name);
+        report.m_GivenName = name == names.end() ? "" : name->second;
+        report.m_Title =
+            report.m_GivenName.empty() ? array.m_Name : array.m_Name + " (" + report.m_GivenName + ")";
+        report.m_Assessment = Assess(array, report.m_Sysfs);
+        report.m_RemainingTime = progress.Update(report.m_ObjectID, array, now);
+        TraceDebug(report.m_Title + " is " + PI::PropertyValueToString(report.m_Assessment.m_Status));
+        reports.push_back(std::move(report));
+    }
+    return reports;
+}
+
+void AppendObjects(const std::vector<ArrayReport>& reports, ObjectIDs& ids,
+                   std::vector<PI::CObject>& objects) {
+    const std::uint64_t adapterID = ids.Get(ADAPTER);
+    objects.push_back(MakeAdapter(reports, adapterID));
+    for (const ArrayReport& report : reports) {
+        objects.push_back(MakeArray(report, adapterID));
+        for (std::size_t i = 0; i < report.m_Array.m_Members.size(); ++i) {
+            const std::string& member = report.m_Array.m_Members[i].m_Name;
+            objects.push_back(
+                MakeMember(report, i, ids.Get("member " + member + " of " + report.m_Array.m_Name)));
+        }
+    }
+}
+
+}  // namespace mdraid

@@ -1,0 +1,21 @@
+#include "trace.h"
+
+#include <pi/trace.h>
+
+namespace mdraid {
+namespace {
+
+constexpr int TRACE_NUMBER = 501;  // marks this plug-in's lines
+constexpr const char* TRACE_NAME = "mdraid";
+
+}  // namespace
+
+void Trace(const std::string& text) {
+    VELKTrace(TRACE_NUMBER, TRACE_NAME, 275, "%s") << text;
+}
+
+void TraceDebug(const std::string& text) {
+    VELKTrace(TRACE_NUMBER, TRACE_NAME, 276, "%s") << text;
+}
+
+}  // namespace mdraid

@@ -1,0 +1,122 @@
+// Loads plug-ins and prints what they report.
+#include <velkx/language_support.h>
+
+#include <cstdio>
+#include <exception>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "inventory.h"
+#include "options.h"
+#include "plugin.h"
+#include "printable_text.h"
+#include "trace_files.h"
+
+namespace {
+
+constexpr int EXIT_OK = 0;
+constexpr int EXIT_ERRORS = 1;
+constexpr int EXIT_USAGE = 2;
+
+void Print(const std::string& text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+/// One line on the error output, behind what has been printed before it.
+void Complain(const std::string& text) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "service: %s\n", service::PrintableText(text).c_str());
+}
+
+std::vector<std::unique_ptr<service::Plugin>> LoadPlugins(const std::filesystem::path& folder,
+                                                          bool& anyError) {
+    std::vector<std::unique_ptr<service::Plugin>> plugins;
+    for (const std::filesystem::path& file : service::FindPlugins(folder)) {
+        try {
+            plugins.push_back(std::make_unique<service::Plugin>(file));
+        } catch (const std::exception& error) {
+            Complain(file.filename().string() + ": " + error.what());
+            anyError = true;
+        }
+    }
+    return plugins;
+}
+
+void Configure(const std::vector<std::unique_ptr<service::Plugin>>& plugins, const service::Setting& setting,
+               bool& anyError) {
+    bool found = false;
+    for (const auto& plugin : plugins) {
+        if (plugin->Name() != setting.m_Plugin) {
+            continue;
+        }
+        found = true;
+        if (plugin->Configure(setting.m_Key, setting.m_Value) != PI::ErrorCode::SUCCESS) {
+            Complain(setting.m_Plugin + ": does not take the setting " + setting.m_Key);
+            anyError = true;
+        }
+    }
+    if (!found) {
+        Complain("there is no plug-in " + setting.m_Plugin + " to be set up");
+        anyError = true;
+    }
+}
+
+void Report(const service::Plugin& plugin, bool& anyError) {
+    std::vector<std::string> errors;
+    std::vector<PI::CObject> objects = plugin.GetObjects(errors);
+    std::vector<PI::CEvent> events = plugin.GetEvents(errors);
+    Print("Plug-in " + service::PrintableText(plugin.Name()) + "\n");
+    Print(service::InventoryText(objects));
+    Print(service::EventsText(events));
+    for (const std::string& error : errors) {
+        Complain(plugin.Name() + ": " + error);
+        anyError = true;
+    }
+}
+
+int Run(const service::Options& options) {
+    CLanguageSupport::LoadFile(
+        options.m_LanguageFile.empty()
+            ? std::filesystem::read_symlink("/proc/self/exe").replace_filename("strings.en.xml")
+            : options.m_LanguageFile);
+    for (const int category : options.m_TraceCategories) {
+        service::WriteTraces(category, options.m_TraceFolder);
+    }
+    bool anyError = false;
+    const auto plugins = LoadPlugins(options.m_PluginFolder, anyError);
+    for (const service::Setting& setting : options.m_Settings) {
+        Configure(plugins, setting, anyError);
+    }
+    for (const auto& plugin : plugins) {
+        Report(*plugin, anyError);
+    }
+    if (std::fflush(stdout) != 0) {
+        throw std::runtime_error("the output cannot be written");
+    }
+    return anyError ? EXIT_ERRORS : EXIT_OK;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    service::Options options;
+    try {
+        options = service::ParseOptions(argc, argv);
+    } catch (const std::invalid_argument& error) {
+        Complain(error.what());
+        std::fputs(service::USAGE, stderr);
+        return EXIT_USAGE;
+    }
+    if (options.m_ShowHelp) {
+        std::fputs(service::USAGE, stdout);
+        return EXIT_OK;
+    }
+    try {
+        return Run(options);
+    } catch (const std::exception& error) {
+        Complain(error.what());
+        return EXIT_ERRORS;
+    }
+}

@@ -1,0 +1,33 @@
+/// @file
+/// The command line.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace service {
+
+/// A setting for a plug-in: "mdraid.root=/srv/captured".
+struct Setting {
+    std::string m_Plugin;
+    std::string m_Key;
+    std::string m_Value;
+};
+
+struct Options {
+    std::filesystem::path m_PluginFolder;
+    std::vector<Setting> m_Settings;
+    std::vector<int> m_TraceCategories;  ///< each once
+    std::filesystem::path m_TraceFolder = ".";
+    std::filesystem::path m_LanguageFile;  ///< empty: the one beside the program
+    bool m_ShowHelp = false;
+};
+
+/// Text for users.
+extern const char* const USAGE;
+
+/// @throws std::invalid_argument saying in one line what is wrong
+Options ParseOptions(int argc, char** argv);
+
+}  // namespace service

@@ -1,0 +1,106 @@
+#include "plugin.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <system_error>
+
+namespace service {
+namespace {
+
+/// Calls an entry point that fills a list.
+template <class Entry, class Item>
+std::vector<Item> Ask(Entry* entry, std::vector<Item> items, std::vector<std::string>& errors) {
+    std::vector<std::string> ownErrors;
+    int code = PI::ErrorCode::GENERAL;
+    try {
+        code = entry(items, ownErrors);
+    } catch (const std::exception& error) {
+        ownErrors.push_back(std::string("exception: ") + error.what());
+    } catch (...) {
+        ownErrors.emplace_back("exception of an unknown type");
+    }
+    if (code != PI::ErrorCode::SUCCESS && ownErrors.empty()) {
+        ownErrors.push_back("error " + std::to_string(code) + " " + PI::ErrorCodeToString(code));
+    }
+    errors.insert(errors.end(), ownErrors.begin(), ownErrors.end());
+    return items;
+}
+
+/// What the loader says, without the path that it begins with.
+std::string LoaderError(const std::filesystem::path& file) {
+    const char* const error = dlerror();
+    std::string text = error == nullptr ? "cannot be loaded" : error;
+    const std::string prefix = file.string() + ": ";
+    return text.compare(0, prefix.size(), prefix) == 0 ? text.substr(prefix.size()) : text;
+}
+
+}  // namespace
+
+template <class Function>
+void Plugin::Find(const char* name, Function*& function) const {
+    function = reinterpret_cast<Function*>(dlsym(m_Handle, name));
+    if (function == nullptr) {
+        throw std::runtime_error(std::string("has no entry point ") + name);
+    }
+}
+
+Plugin::Plugin(const std::filesystem::path& file)
+    : m_Handle(dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    if (m_Handle == nullptr) {
+        throw std::runtime_error(LoaderError(std::filesystem::absolute(file)));
+    }
+    try {
+        decltype(PluginInterfaceVersion)* version = nullptr;
+        decltype(PluginName)* name = nullptr;
+        Find("PluginInterfaceVersion", version);
+        if (version() != PLUGIN_INTERFACE_VERSION) {
+            throw std::runtime_error("is made for version " + std::to_string(version()) +
+                                     " of the interface, this host has version " +
+                                     std::to_string(PLUGIN_INTERFACE_VERSION));
+        }
+        Find("PluginName", name);
+        Find("PluginConfigure", m_Configure);
+        Find("PluginGetObjects", m_GetObjects);
+        Find("PluginGetEvents", m_GetEvents);
+        m_Name = name();
+    } catch (...) {
+        dlclose(m_Handle);
+        throw;
+    }
+}
+
+Plugin::~Plugin() {
+    dlclose(m_Handle);
+}
+
+int Plugin::Configure(const std::string& key, const std::string& value) const {
+    return m_Configure(key.c_str(), value.c_str());
+}
+
+std::vector<PI::CObject> Plugin::GetObjects(std::vector<std::string>& errors) const {
+    return Ask(m_GetObjects, std::vector<PI::CObject>(), errors);
+}
+
+std::vector<PI::CEvent> Plugin::GetEvents(std::vector<std::string>& errors) const {
+    return Ask(m_GetEvents, std::vector<PI::CEvent>(), errors);
+}
+
+std::vector<std::filesystem::path> FindPlugins(const std::filesystem::path& folder) {
+    std::vector<std::filesystem::path> files;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (entry->path().extension() == ".so") {
+            files.push_back(entry->path());
+        }
+    }
+    if (error) {
+        throw std::runtime_error(folder.string() + ": " + error.message());
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+}  // namespace service

@@ -1,0 +1,54 @@
+/// @file
+/// What a plug-in exports and how the host of this example reads it.
+///
+/// The library leaves several fields of its objects to the service and its plug-ins. This service uses them
+/// so:
+///
+/// | Field | Meaning |
+/// |---|---|
+/// | CObject::m_ObjectID | unique within the plug-in, the same for the same thing in every call |
+/// | CObject::m_ObjectType | an adapter type, LOGICAL_DRIVE or PHYSICAL_DRIVE |
+/// | CObject::m_RelatedIDs1 | the object that this one is part of; empty for an adapter |
+/// | CObject::m_ObjectValue | icon identifier, 0 for none |
+/// | CProperty::m_Attribute1 | help topic, 1 for none |
+/// | CProperty::m_Attribute2 | PI::_UNITS of a FLOAT that is a capacity, otherwise 1 |
+/// | COperation::m_Header1 | operation identifier |
+/// | COperation::m_Header2 | help topic, 1 for none |
+/// | CEvent::m_Handle | m_ObjectID of the object that the event is about |
+#pragma once
+
+#include <pi/pi.h>
+
+#include <string>
+#include <vector>
+
+/// Raised with every change that keeps older plug-ins from working.
+constexpr int PLUGIN_INTERFACE_VERSION = 1;
+
+/// Object types of this service beside the adapter types of the library.
+constexpr auto LOGICAL_DRIVE = static_cast<PI::_OBJECT_TYPE>(19901);
+constexpr auto PHYSICAL_DRIVE = static_cast<PI::_OBJECT_TYPE>(19902);
+
+// The host calls from one thread. What is returned must not point into the plug-in: the host keeps it after
+// unloading. No exception may leave these functions.
+extern "C" {
+
+/// PLUGIN_INTERFACE_VERSION as the plug-in was compiled with; called first.
+PI_API int PluginInterfaceVersion();
+
+/// Name of the plug-in, by which settings are addressed.
+PI_API const char* PluginName();
+
+/// Changes a setting; may be called before everything but the version and the name.
+/// @return ErrorCode::INVALID_PARAMETER when there is no such setting
+PI_API int PluginConfigure(const char* key, const char* value);
+
+/// Looks at the hardware anew and reports all objects, an adapter before what is part of it.
+///
+/// @param errors takes one line for each thing that could not be read; what could be is reported all the same
+/// @return ErrorCode::SUCCESS, or an error code when there are errors
+PI_API int PluginGetObjects(std::vector<PI::CObject>& objects, std::vector<std::string>& errors);
+
+/// Reports what the calls of PluginGetObjects have found changed since the last call, each event once.
+PI_API int PluginGetEvents(std::vector<PI::CEvent>& events, std::vector<std::string>& errors);
+}

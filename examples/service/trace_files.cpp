@@ -1,0 +1,76 @@
+#include "trace_files.h"
+
+#include <pi/trace.h>
+#include <plog/Appenders/RollingFileAppender.h>
+#include <plog/Formatters/TxtFormatter.h>
+#include <plog/Init.h>
+
+#include <memory>
+
+namespace service {
+namespace {
+
+constexpr std::size_t MAX_FILE_SIZE = 1000000;
+constexpr int MAX_FILES = 3;
+
+using Appender = plog::RollingFileAppender<plog::TxtFormatter>;
+
+template <int Category>
+void Init(plog::IAppender* appender) {
+    // All traces are of debug severity.
+    plog::init<Category>(plog::debug, appender);
+}
+
+struct CategoryRow {
+    int m_Category;
+    void (*m_Init)(plog::IAppender*);
+};
+
+template <int... Categories>
+struct CategoryTable {
+    static constexpr CategoryRow ROWS[] = {{Categories, &Init<Categories>}...};
+};
+
+// Loggers are numbered at compile time: each category that traces are written under is named here.
+constexpr const auto& CATEGORIES =
+    CategoryTable<0, 1, 2, 3, 4, 5, 6,                 // base library
+                  257, 258,                            // event providers
+                  275, 276,                            // plug-ins
+                  277, 278, 279, 280, 281, 282,        // service core
+                  288, 289, 290, 291, 292, 293,        // hardware RAID
+                  305, 306, 307, 308, 309, 310,        // AHCI
+                  311, 312,                            // remote interface
+                  315, 316, 317, 318, 319, 320,        // storage core
+                  516, 517,                            // database
+                  777, 778, 779, 780, 781, 782,        // chipset RAID
+                  889, 1000, 2001, 2002, 2003>::ROWS;  // threads, dummy, events, commands, exclusive
+
+const CategoryRow* FindCategory(int category) {
+    for (const CategoryRow& row : CATEGORIES) {
+        if (row.m_Category == category) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+bool IsTraceCategory(int category) {
+    return FindCategory(category) != nullptr;
+}
+
+void WriteTraces(int category, const std::filesystem::path& folder) {
+    const CategoryRow* const row = FindCategory(category);
+    if (row == nullptr) {
+        return;
+    }
+    // Made before the logger, so that it outlives it.
+    static std::vector<std::unique_ptr<Appender>> appenders;
+    const std::filesystem::path file = folder / ("trace-" + std::to_string(category) + ".log");
+    appenders.push_back(std::make_unique<Appender>(file.c_str(), MAX_FILE_SIZE, MAX_FILES));
+    row->m_Init(appenders.back().get());
+    VELKTrace::tracesEnabled = true;
+}
+
+}  // namespace service

@@ -1,0 +1,46 @@
+// Plug-ins that break the rules, each in the way that FAULT says.
+#include "plugin_interface.h"
+
+#include <stdexcept>
+
+#define FAULT_VERSION 1
+#define FAULT_ENTRY 2
+#define FAULT_THROW 3
+#define FAULT_THROW_ANYTHING 4
+#define FAULT_ERROR_WITHOUT_TEXT 5
+#define FAULT_CONTROL_CHARACTERS 6
+
+int PluginInterfaceVersion() {
+    return FAULT == FAULT_VERSION ? PLUGIN_INTERFACE_VERSION + 1 : PLUGIN_INTERFACE_VERSION;
+}
+
+const char* PluginName() {
+    return FAULT == FAULT_CONTROL_CHARACTERS ? "b\x1B[1md" : "bad";
+}
+
+int PluginConfigure(const char*, const char*) {
+    return PI::ErrorCode::INVALID_PARAMETER;
+}
+
+#if FAULT != FAULT_ENTRY
+int PluginGetObjects(std::vector<PI::CObject>& objects, std::vector<std::string>& errors) {
+    if (FAULT == FAULT_THROW) {
+        throw std::runtime_error("thrown by the plug-in");
+    }
+    if (FAULT == FAULT_THROW_ANYTHING) {
+        throw 5;
+    }
+    if (FAULT == FAULT_ERROR_WITHOUT_TEXT) {
+        return PI::ErrorCode::INVALID_PARAMETER;
+    }
+    objects.emplace_back(1, PHYSICAL_DRIVE)
+        .m_Properties.emplace_back(PI::PropertyID::NAME, false)
+        .SetValue("\x1B]0;x\x07");
+    errors.emplace_back("two\nlines");
+    return PI::ErrorCode::GENERAL;
+}
+#endif
+
+int PluginGetEvents(std::vector<PI::CEvent>&, std::vector<std::string>&) {
+    return PI::ErrorCode::SUCCESS;
+}

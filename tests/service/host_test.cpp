@@ -1,0 +1,285 @@
+// The host with both plug-ins on the sample trees: whole outputs.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "plugin.h"
+#include "run_program.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using PI::Test::Outcome;
+using PI::Test::ReadFile;
+using PI::Test::RunProgram;
+using PI::Test::TemporaryFolder;
+using testing::ElementsAre;
+
+const fs::path TREES = TREES_FOLDER;
+const fs::path EXPECTED = EXPECTED_FOLDER;
+
+/// Runs the host in the folder of the trees, so that paths in its output are short.
+Outcome RunHost(std::vector<std::string> arguments, const fs::path& folder = TREES) {
+    arguments.insert(arguments.begin(), HOST);
+    return RunProgram(arguments, folder);
+}
+
+/// The text with the time of its events replaced by a star.
+std::string WithoutTimes(const std::string& text) {
+    return std::regex_replace(text, std::regex("(Timestamp|Datetime): [0-9/: ]+"), "$1: *");
+}
+
+/// A folder of plug-ins, as links.
+class PluginFolder {
+public:
+    explicit PluginFolder(const std::vector<fs::path>& plugins) {
+        for (const fs::path& plugin : plugins) {
+            fs::create_symlink(plugin, m_Folder.Path() / plugin.filename());
+        }
+    }
+    std::string Path() const { return m_Folder.Path(); }
+
+    TemporaryFolder m_Folder;
+};
+
+const fs::path MDRAID = fs::path(PLUGIN_FOLDER) / "mdraid.so";
+const fs::path SMARTCTL = fs::path(PLUGIN_FOLDER) / "smartctl.so";
+const fs::path BAD = BAD_PLUGIN_FOLDER;
+
+class Tree : public testing::TestWithParam<const char*> {};
+
+TEST_P(Tree, IsReportedAsExpected) {
+    const PluginFolder plugins({MDRAID});
+    const std::string tree = GetParam();
+    const Outcome outcome = RunHost({plugins.Path(), "--set", "mdraid.root=" + tree});
+    EXPECT_EQ(outcome.m_Status, 0);
+    EXPECT_EQ(outcome.m_Errors, "");
+    EXPECT_EQ(WithoutTimes(outcome.m_Output), ReadFile(EXPECTED / (tree + ".txt")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Host, Tree,
+                         testing::Values("healthy", "degraded", "rebuilding", "raid0", "spare", "blanks"),
+                         [](const auto& instance) { return std::string(instance.param); });
+
+TEST(Host, TruncatedListNamesThePlaceAndKeepsTheOtherArrays) {
+    const PluginFolder plugins({MDRAID});
+    const Outcome outcome = RunHost({plugins.Path(), "--set", "mdraid.root=truncated"});
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_EQ(outcome.m_Errors,
+              "service: mdraid: truncated/proc/mdstat: line 11: array md2: the text breaks off\n");
+    EXPECT_EQ(outcome.m_Output, ReadFile(EXPECTED / "truncated.txt"));
+}
+
+TEST(Host, NumbersTheAdaptersOfBothPluginsInOneSequence) {
+    const Outcome outcome =
+        RunHost({PLUGIN_FOLDER, "--set", "mdraid.root=healthy", "--set", "smartctl.folder=drives"});
+    EXPECT_EQ(outcome.m_Status, 0);
+    EXPECT_EQ(outcome.m_Errors, "");
+    EXPECT_EQ(WithoutTimes(outcome.m_Output),
+              ReadFile(EXPECTED / "healthy.txt") + ReadFile(EXPECTED / "drives.txt"));
+    const std::regex heading("  Adapter [0-9]+: [A-Za-z ]+");
+    std::vector<std::string> adapters(
+        std::sregex_token_iterator(outcome.m_Output.begin(), outcome.m_Output.end(), heading), {});
+    EXPECT_THAT(adapters, ElementsAre("  Adapter 0: Linux software RAID ", "  Adapter 1: SATA drives ",
+                                      "  Adapter 2: SAS drives ", "  Adapter 3: NVMe drives "));
+}
+
+TEST(Host, TracesOfBothPluginsArriveInItsLoggers) {
+    const TemporaryFolder traces;
+    const Outcome outcome =
+        RunHost({PLUGIN_FOLDER, "--set", "mdraid.root=rebuilding", "--set", "smartctl.folder=drives",
+                 "--trace", "275", "--trace", "3", "--trace-folder", traces.Path()});
+    EXPECT_EQ(outcome.m_Status, 0);
+
+    // Behind the time and the milliseconds since the first trace.
+    const std::string text = ReadFile(traces.Path() / "trace-275.log");
+    const std::regex line("\\[PI_Trace\\]\\[[0-9]+\\](.*)\n");
+    const std::vector<std::string> messages(std::sregex_token_iterator(text.begin(), text.end(), line, 1),
+                                            {});
+    EXPECT_THAT(messages, ElementsAre("[mdraid][501]rebuilding/proc/mdstat: 3 arrays, 0 errors",
+                                      "[mdraid][501]event LOGICALDRIVE_DEGRADED",
+                                      "[mdraid][501]event LOGICALDRIVE_DEGRADED",
+                                      "[smartctl][502]drives: 6 drives, 0 errors",
+                                      "[smartctl][502]event PD_ESTIMATED_LIFETIME_BELOW_THRESHOLD",
+                                      "[smartctl][502]event SMART_WARNING"));
+    EXPECT_NE(ReadFile(traces.Path() / "trace-3.log").find("[VELK_TraceData]"), std::string::npos);
+    EXPECT_FALSE(fs::exists(traces.Path() / "trace-276.log"));
+}
+
+TEST(Host, WithoutTraceOptionWritesNoFile) {
+    const TemporaryFolder folder;
+    RunHost({PLUGIN_FOLDER, "--set", "mdraid.root=" + (TREES / "raid0").string(), "--set",
+             "smartctl.folder=" + (TREES / "drives").string()},
+            folder.Path());
+    EXPECT_TRUE(fs::is_empty(folder.Path()));
+}
+
+TEST(Host, AsksSmartctlForTheDrivesOfTheMachine) {
+    const TemporaryFolder machine;
+    machine.Write("bin/smartctl",
+                  "#!/bin/sh\n"
+                  "case \"$*\" in\n"
+                  "'--scan --json') echo '{\"devices\":[{\"name\":\"/dev/sda\",\"type\":\"sat\"},"
+                  "{\"name\":\"-x\",\"type\":\"sat\"},{\"name\":\"/dev/sdx\",\"type\":\"scsi\"}]}';;\n"
+                  "'--json -a -d sat /dev/sda') cat \"$DRIVES/sda.json\"; exit 4;;\n"
+                  "*) echo '{\"smartctl\":{\"messages\":[{\"string\":\"no luck\"}]}}'; exit 2;;\n"
+                  "esac\n");
+    fs::permissions(machine.Path() / "bin/smartctl", fs::perms::owner_all);
+    setenv("DRIVES", (TREES / "drives").c_str(), 1);
+    const PluginFolder plugins({SMARTCTL});
+    const Outcome outcome =
+        RunHost({plugins.Path(), "--set", "smartctl.program=" + (machine.Path() / "bin/smartctl").string()});
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_EQ(outcome.m_Errors, "service: smartctl: /dev/sdx: no luck\n");
+    EXPECT_EQ(outcome.m_Output, ReadFile(EXPECTED / "machine.txt"));
+}
+
+TEST(Host, WithoutSmartctlThereAreNoDrivesAndOneTrace) {
+    const TemporaryFolder traces;
+    const PluginFolder plugins({SMARTCTL});
+    const Outcome outcome = RunHost({plugins.Path(), "--set", "smartctl.program=/nowhere/smartctl", "-t",
+                                     "275", "-t", "276", "-d", traces.Path()});
+    EXPECT_EQ(outcome.m_Status, 0);
+    EXPECT_EQ(outcome.m_Errors, "");
+    EXPECT_EQ(outcome.m_Output, "Plug-in smartctl\n");
+    const std::string text = ReadFile(traces.Path() / "trace-275.log");
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1);
+    EXPECT_NE(text.find("no drives: /nowhere/smartctl: No such file or directory\n"), std::string::npos);
+    EXPECT_FALSE(fs::exists(traces.Path() / "trace-276.log"));
+}
+
+TEST(Host, DriveThatCannotBeReadDoesNotHideTheOthers) {
+    const TemporaryFolder drives;
+    drives.Write("a.json", "{\"device\":");
+    drives.Write("b.json", "{}");
+    drives.Write("c.json",
+                 R"({"device":{"protocol":"ATA"},"model_name":"ACME \u001b[31mX1","rotation_rate":7200})");
+    drives.Write("d.txt", "not looked at");
+    const PluginFolder plugins({SMARTCTL});
+    const Outcome outcome = RunHost({plugins.Path(), "--set", "smartctl.folder=."}, drives.Path());
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_EQ(outcome.m_Errors,
+              "service: smartctl: ./a.json: [json.exception.parse_error.101] parse error at line 1, column "
+              "11: syntax "
+              "error while parsing value - unexpected end of input; expected '[', '{', or a literal\n"
+              "service: smartctl: ./b.json: no drive is described\n");
+    EXPECT_NE(outcome.m_Output.find("  Adapter 0: SATA drives (adapter_ok_no.gif)\n"), std::string::npos);
+    EXPECT_NE(outcome.m_Output.find("?[31mX1"), std::string::npos);
+    EXPECT_EQ(outcome.m_Output.find('\x1B'), std::string::npos);
+}
+
+TEST(Host, MissingTreeAndFolderAreErrors) {
+    const Outcome outcome =
+        RunHost({PLUGIN_FOLDER, "--set", "mdraid.root=nowhere", "--set", "smartctl.folder=nowhere"});
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_EQ(outcome.m_Errors,
+              "service: mdraid: nowhere/proc/mdstat: No such file or directory\n"
+              "service: smartctl: nowhere: No such file or directory\n");
+}
+
+TEST(Host, BadPluginGetsOneLineAndTheOthersGoOn) {
+    struct Case {
+        const char* m_Plugin;
+        const char* m_Error;
+    };
+    const Case CASES[] = {
+        {"version.so",
+         "service: version.so: is made for version 2 of the interface, this host has version 1\n"},
+        {"entry.so", "service: entry.so: has no entry point PluginGetObjects\n"},
+        {"throw.so", "service: bad: exception: thrown by the plug-in\n"},
+        {"throw_anything.so", "service: bad: exception of an unknown type\n"},
+        {"error_without_text.so", "service: bad: error 20006 INVALID_PARAMETER\n"},
+        {"control_characters.so", "service: b?[1md: two?lines\n"},
+    };
+    for (const Case& row : CASES) {
+        const PluginFolder plugins({BAD / row.m_Plugin, MDRAID});
+        const Outcome outcome = RunHost({plugins.Path(), "--set", "mdraid.root=raid0"});
+        EXPECT_EQ(outcome.m_Status, 1) << row.m_Plugin;
+        EXPECT_EQ(outcome.m_Errors, row.m_Error);
+        EXPECT_NE(WithoutTimes(outcome.m_Output).find(ReadFile(EXPECTED / "raid0.txt")), std::string::npos)
+            << outcome.m_Output;
+        EXPECT_EQ(outcome.m_Output.find('\x1B'), std::string::npos);
+    }
+}
+
+TEST(Host, FileThatIsNoLibraryGetsOneLine) {
+    const PluginFolder plugins({});
+    plugins.m_Folder.Write("text.so", "just a text");
+    const Outcome outcome = RunHost({plugins.Path()});
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_EQ(outcome.m_Errors, "service: text.so: file too short\n");
+    EXPECT_EQ(outcome.m_Output, "");
+}
+
+TEST(Host, SettingThatNobodyTakesIsAnError) {
+    const PluginFolder plugins({MDRAID});
+    const Outcome outcome = RunHost(
+        {plugins.Path(), "--set", "mdraid.root=raid0", "--set", "mdraid.colour=red", "--set", "other.x=1"});
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_EQ(outcome.m_Errors,
+              "service: mdraid: does not take the setting colour\n"
+              "service: there is no plug-in other to be set up\n");
+}
+
+TEST(Host, BadUsageEndsWithTwoAndShowsTheUsage) {
+    const Outcome help = RunHost({"--help"});
+    EXPECT_EQ(help.m_Status, 0);
+    EXPECT_EQ(help.m_Errors, "");
+    EXPECT_EQ(help.m_Output.substr(0, 36), "Usage: service [OPTION]... FOLDER\nLo");
+    const Outcome outcome = RunHost({"-t", "4711", "."});
+    EXPECT_EQ(outcome.m_Status, 2);
+    EXPECT_EQ(outcome.m_Output, "");
+    EXPECT_EQ(outcome.m_Errors, "service: \"4711\" is not the number of a trace category\n" + help.m_Output);
+}
+
+TEST(Host, MissingFolderOrLanguageFileIsAnError) {
+    EXPECT_EQ(RunHost({"nowhere"}).m_Errors, "service: nowhere: No such file or directory\n");
+    EXPECT_EQ(RunHost({"nowhere"}).m_Status, 1);
+    EXPECT_EQ(RunHost({PLUGIN_FOLDER, "-l", "nowhere.xml"}).m_Status, 1);
+}
+
+TEST(MdraidPlugin, ReportsWhatChangesBetweenTwoPolls) {
+    const TemporaryFolder root;
+    const std::string head = "Personalities : [raid1] \nmd0 : active raid1 sdb[1] sda[0]\n      64 blocks ";
+    const std::string tail = "\n      \nunused devices: <none>\n";
+    const service::Plugin plugin(MDRAID);
+    ASSERT_EQ(plugin.Configure("root", root.Path()), PI::ErrorCode::SUCCESS);
+    std::vector<std::string> errors;
+    std::vector<std::uint64_t> arrayIDs;
+    const auto poll = [&](const std::string& slots) {
+        root.Write("proc/mdstat", head + slots + tail);
+        arrayIDs.push_back(plugin.GetObjects(errors).at(1).m_ObjectID);
+        std::vector<unsigned> events;
+        for (const PI::CEvent& event : plugin.GetEvents(errors)) {
+            EXPECT_EQ(event.m_Handle, arrayIDs.back());
+            events.push_back(event.m_EventID);
+        }
+        return events;
+    };
+    EXPECT_THAT(poll("[2/2] [UU]"), ElementsAre());
+    EXPECT_THAT(poll("[2/1] [U_]"), ElementsAre(PI::EventID::LOGICALDRIVE_DEGRADED));
+    EXPECT_THAT(poll("[2/1] [U_]"), ElementsAre());
+    EXPECT_THAT(poll("[2/2] [UU]"), ElementsAre(PI::EventID::LOGICALDRIVE_OPERATIONAL));
+    EXPECT_THAT(arrayIDs, testing::Each(arrayIDs.front()));
+    EXPECT_THAT(errors, testing::IsEmpty());
+}
+
+TEST(MdraidPlugin, NameCannotLeadOutOfTheTree) {
+    const TemporaryFolder root;
+    root.Write("elsewhere/md/level", "raid6\n");
+    root.Write("sys/block/placeholder", "");
+    root.Write("proc/mdstat",
+               "Personalities : \n../../elsewhere : active raid1 sda[0]\n      64 blocks [1/1] [U]\n      \n"
+               ".. : active raid1 sda[0]\n      64 blocks [1/1] [U]\n      \nunused devices: <none>\n");
+    const PluginFolder plugins({MDRAID});
+    const Outcome outcome = RunHost({plugins.Path(), "--set", "mdraid.root=" + root.Path().string()});
+    EXPECT_EQ(outcome.m_Status, 0);
+    EXPECT_NE(outcome.m_Output.find("RAID_LEVEL: RAID1"), std::string::npos);
+    EXPECT_EQ(outcome.m_Output.find("RAID6"), std::string::npos);
+}
+
+}  // namespace

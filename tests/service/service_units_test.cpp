@@ -1,0 +1,234 @@
+// Pieces of the host.
+#include <getopt.h>
+#include <gmock/gmock.h>
+#include <pi/pi.h>
+
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "inventory.h"
+#include "options.h"
+#include "plugin_interface.h"
+#include "printable_text.h"
+#include "property_text.h"
+#include "run_program.h"
+#include "trace_files.h"
+
+namespace {
+
+using service::Options;
+using service::PrintableText;
+using service::PropertyText;
+using testing::ElementsAre;
+
+TEST(PrintableText, KeepsTextOfAllLanguages) {
+    for (const std::string text : {"", "Disk 1~", "Fotos M\u00fcller", "\u65e5\u672c", "\U0001F4BE"}) {
+        EXPECT_EQ(PrintableText(text), text);
+    }
+}
+
+TEST(PrintableText, ReplacesWhatCouldSteerATerminal) {
+    EXPECT_EQ(PrintableText("a\x1B[31mb"), "a?[31mb");
+    EXPECT_EQ(PrintableText(std::string("a\0b", 3)), "a?b");
+    EXPECT_EQ(PrintableText("a\nb\tc\rd\x7F"), "a?b?c?d?");
+    EXPECT_EQ(PrintableText("\u0080\u009B\u009F\u00A0"), "???\u00A0");
+    EXPECT_EQ(PrintableText("\u202Eevil\u2066\u2028\u200F\u061C"), "?evil????");
+}
+
+TEST(PrintableText, ReplacesBytesThatAreNotUTF8) {
+    EXPECT_EQ(PrintableText("\xFFz\xC3"), "?z?");
+    EXPECT_EQ(PrintableText("\xC0\x80"), "??");            // overlong
+    EXPECT_EQ(PrintableText("\xE0\x80\x80"), "???");       // overlong
+    EXPECT_EQ(PrintableText("\xED\xA0\x80"), "???");       // surrogate
+    EXPECT_EQ(PrintableText("\xF4\x90\x80\x80"), "????");  // above the last character
+    EXPECT_EQ(PrintableText("\xE6\x97z"), "??z");          // cut short
+}
+
+/// The text of a property that a setter has filled.
+template <class Setter>
+std::string TextOf(Setter setter) {
+    PI::CProperty property;
+    setter(property);
+    return PropertyText(property);
+}
+
+TEST(PropertyText, EveryKindHasItsWords) {
+    std::vector<int> states = {PI::PropertyValue::RAID0, 1};
+    std::vector<unsigned long> numbers = {1, 2};
+    VELK::XML::xml_document document;
+    EXPECT_EQ(TextOf([](auto& p) { p.SetValue("text"); }), "text");
+    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(PI::PropertyValue::RAID5, {PI::PropertyValue::RAID5}); }),
+              "RAID5");
+    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(12345, {12345}); }), "12345");  // a state without a name
+    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(true); }), "yes");
+    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(false); }), "no");
+    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(18446744073709551615UL); }), "18446744073709551615");
+    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(-5L); }), "-5");
+    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(5, 0, 10, 1U); }), "5 (0 to 10)");
+    EXPECT_EQ(TextOf([&](auto& p) { p.SetValue(states, states); }), "RAID0, 1");
+    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(12.34F); }), "12.3");
+    EXPECT_EQ(TextOf([&](auto& p) { p.SetValue(numbers); }), "1, 2");
+    EXPECT_EQ(TextOf([&](auto& p) { p.SetValue(document); }), "(a document)");
+    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(std::vector<std::string>{"a", "b"}, 3U); }), "a, b");
+    EXPECT_EQ(TextOf([](auto&) {}), "(no value)");
+}
+
+TEST(PropertyText, CapacityHasItsUnit) {
+    const std::pair<PI::_UNITS, const char*> UNITS[] = {
+        {PI::Units::BYTES, "1.5 bytes"},   {PI::Units::KILOBYTES, "1.5 KiB"},
+        {PI::Units::MEGABYTES, "1.5 MiB"}, {PI::Units::GIGABYTES, "1.5 GiB"},
+        {PI::Units::TERABYTES, "1.5 TiB"}, {PI::Units::PETABYTES, "1.5 PiB"},
+        {PI::Units::UNSPECIFIED, "1.5"}};
+    for (const auto& [unit, text] : UNITS) {
+        EXPECT_EQ(TextOf([unit = unit](PI::CProperty& property) {
+                      property.SetValue(1.5F);
+                      property.m_Attribute2 = unit;
+                  }),
+                  text);
+    }
+}
+
+PI::CObject MakeObject(unsigned long id, PI::_OBJECT_TYPE type, const char* name,
+                       const std::vector<std::uint64_t>& parents) {
+    PI::CObject object(id, type);
+    object.m_RelatedIDs1 = parents;
+    object.m_Properties.emplace_back(PI::PropertyID::NAME, false).SetValue(name);
+    return object;
+}
+
+TEST(Inventory, PartsStandBelowTheirWhole) {
+    std::vector<PI::CObject> objects = {
+        MakeObject(1, PI::ObjectType::ADAPTER_3, "A", {}), MakeObject(2, LOGICAL_DRIVE, "L", {1}),
+        MakeObject(4, PI::ObjectType::TASK, "T", {1}), MakeObject(3, PHYSICAL_DRIVE, "P", {2})};
+    objects[0].m_Properties.emplace_back(PI::PropertyID::ADAPTER_NUMBER, false).SetValue(12UL);
+    EXPECT_EQ(service::InventoryText(objects),
+              "  Adapter 12: A\n"
+              "    ADAPTER_NUMBER: 12\n"
+              "    Logical drive 2: L\n"
+              "      Physical drive 3: P\n"
+              "    Object 4 of type 19005: T\n");
+}
+
+TEST(Inventory, EveryObjectIsPrintedOnceHoweverTheyAreRelated) {
+    std::vector<PI::CObject> objects = {MakeObject(1, PHYSICAL_DRIVE, "its own part", {1}),
+                                        MakeObject(2, PHYSICAL_DRIVE, "part of 3", {3}),
+                                        MakeObject(3, PHYSICAL_DRIVE, "part of 2", {2}),
+                                        MakeObject(4, PHYSICAL_DRIVE, "part of what is not there", {9})};
+    EXPECT_EQ(service::InventoryText(objects),
+              "  Physical drive 4: part of what is not there\n"
+              "  Physical drive 1: its own part\n"
+              "  Physical drive 2: part of 3\n"
+              "    Physical drive 3: part of 2\n");
+}
+
+TEST(Inventory, UnknownIconsAndHelpTopicsAreLeftOut) {
+    std::vector<PI::CObject> objects = {MakeObject(1, PI::ObjectType::ADAPTER_1, "A", {})};
+    objects[0].m_ObjectValue = 0x100000000 + 24000;
+    objects[0].m_Properties.emplace_back(PI::PropertyID::STATUS, false).SetValue(true);
+    objects[0].m_Properties.back().m_Attribute1 = 99;
+    EXPECT_EQ(service::InventoryText(objects), "  Adapter without a number: A\n    STATUS: yes\n");
+}
+
+TEST(Inventory, DepthOfTheTreeDoesNoHarm) {
+    std::vector<PI::CObject> objects;
+    constexpr unsigned long DEPTH = 1000;
+    for (unsigned long id = 1; id <= DEPTH; ++id) {
+        objects.push_back(MakeObject(id, PHYSICAL_DRIVE, "P", {id - 1}));
+    }
+    const std::string text = service::InventoryText(objects);
+    EXPECT_EQ(static_cast<unsigned long>(std::count(text.begin(), text.end(), '\n')), DEPTH);
+}
+
+TEST(Events, AreRenderedWholeAndWithoutControlCharacters) {
+    std::vector<PI::CEvent> events(1);
+    events[0].m_EventID = 99;
+    events[0].m_Source = "a\x1Bz";
+    EXPECT_EQ(service::EventsText(events).substr(0, 66),
+              "  Event \n    EventID: 99\n    Host: localhost\n    Source: a?z\n    Ti");
+}
+
+Options Parse(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "service");
+    std::vector<char*> argv;
+    for (std::string& argument : arguments) {
+        argv.push_back(argument.data());
+    }
+    argv.push_back(nullptr);
+    optind = 0;  // begin anew
+    return service::ParseOptions(static_cast<int>(arguments.size()), argv.data());
+}
+
+std::string ParseError(const std::vector<std::string>& arguments) {
+    try {
+        Parse(arguments);
+    } catch (const std::invalid_argument& error) {
+        return error.what();
+    }
+    return "";
+}
+
+TEST(Options, AllAreRead) {
+    const Options options = Parse({"-s", "mdraid.root=/a=b", "folder", "-t", "3", "--trace=275", "-t", "3",
+                                   "-d", "traces", "--language", "de.xml", "--set", "x.y="});
+    EXPECT_EQ(options.m_PluginFolder, "folder");
+    ASSERT_EQ(options.m_Settings.size(), 2U);
+    EXPECT_EQ(options.m_Settings[0].m_Plugin, "mdraid");
+    EXPECT_EQ(options.m_Settings[0].m_Key, "root");
+    EXPECT_EQ(options.m_Settings[0].m_Value, "/a=b");
+    EXPECT_EQ(options.m_Settings[1].m_Value, "");
+    EXPECT_THAT(options.m_TraceCategories, ElementsAre(3, 275));
+    EXPECT_EQ(options.m_TraceFolder, "traces");
+    EXPECT_EQ(options.m_LanguageFile, "de.xml");
+}
+
+TEST(Options, MistakesAreNamed) {
+    EXPECT_EQ(ParseError({}), "the folder of the plug-ins is missing");
+    EXPECT_EQ(ParseError({"a", "b"}), "one folder is enough");
+    EXPECT_EQ(ParseError({"--nonsense", "a"}), "there is no option --nonsense");
+    EXPECT_EQ(ParseError({"a", "-t"}), "-t needs a value");
+    for (const std::string category : {"x", "", "7", "274", "275 ", "-1", "99999999999"}) {
+        EXPECT_EQ(ParseError({"-t", category, "a"}),
+                  "\"" + category + "\" is not the number of a trace category");
+    }
+    for (const std::string setting : {"", "a", "a.b", "a=b", ".b=c", "a.=c", "a=b.c"}) {
+        EXPECT_EQ(ParseError({"-s", setting, "a"}),
+                  "\"" + setting + "\" is not of the form PLUGIN.KEY=VALUE");
+    }
+}
+
+TEST(TraceFiles, KnowTheCategoriesOfTheLibraryAndNoOthers) {
+    std::set<int> known;
+    for (int category = -1; category < 3000; ++category) {
+        if (service::IsTraceCategory(category)) {
+            known.insert(category);
+        }
+    }
+    const std::set<int> categories = {
+#define PI_TRACE_CATEGORY(category, tag, line) category,
+#include "trace/categories.def"
+#undef PI_TRACE_CATEGORY
+    };
+    EXPECT_EQ(known, categories);
+}
+
+TEST(TraceFiles, AreRolled) {
+    const PI::Test::TemporaryFolder folder;
+    service::WriteTraces(2001, folder.Path());
+    const std::string filler(1000, 'x');
+    for (int i = 0; i < 1100; ++i) {
+        VELKTrace(1, "test", 2001, "%s %d") << filler << i;
+    }
+    VELKTrace(1, "test", 2002, "goes nowhere");
+    VELKTrace::tracesEnabled = false;
+    const std::string older = PI::Test::ReadFile(folder.Path() / "trace-2001.1.log");
+    const std::string newer = PI::Test::ReadFile(folder.Path() / "trace-2001.log");
+    EXPECT_NE(older.find("[EVENT_Trace]"), std::string::npos);
+    EXPECT_NE(older.find("x 0\n"), std::string::npos);
+    EXPECT_NE(newer.find("x 1099\n"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(folder.Path() / "trace-2002.log"));
+}
+
+}  // namespace
