@@ -153,6 +153,12 @@ TEST_F(LanguageSupport, TextOfAFileKeepsBlanksEntitiesAndCharacterData) {
     EXPECT_EQ(Resolved(6), "Gerät");
 }
 
+TEST_F(LanguageSupport, FileMayBeginWithAByteOrderMark) {
+    Load("\xEF\xBB\xBF<Strings><String id='1'>one</String></Strings>");
+
+    EXPECT_EQ(Resolved(1), "one");
+}
+
 TEST_F(LanguageSupport, FileWithoutTextsChangesNothing) {
     CLanguageSupport::SetString(1, "one");
 
