@@ -26,8 +26,11 @@
 namespace {
 
 constexpr int ROUNDS = 1000;
-constexpr int WARM_UP_ROUNDS =
-    20;  // the loader, the allocator and the tables of the library reach their size
+constexpr int WARM_UP_ROUNDS = 200;  // in which the loader and the allocator reach their size
+
+// What the allocator takes for one byte. Freed blocks that it keeps at hand count as handed out and make the
+// figures vary by a few kilobytes, so half of what one block lost in each round comes to is the limit.
+constexpr std::size_t SMALLEST_BLOCK = 32;
 
 const std::filesystem::path MDRAID = std::filesystem::path(PLUGIN_FOLDER) / "mdraid.so";
 const std::filesystem::path SMARTCTL = std::filesystem::path(PLUGIN_FOLDER) / "smartctl.so";
@@ -102,8 +105,7 @@ TEST(Plugins, LoadAndUnloadAThousandTimesWithoutALeak) {
     RecordProperty("pages_before", std::to_string(pagesBefore));
     RecordProperty("pages_after", std::to_string(pagesAfter));
 #ifndef WITH_SANITIZER
-    // Less than one byte a round: no block can be lost each time.
-    EXPECT_LT(bytesAfter, bytesBefore + (ROUNDS - WARM_UP_ROUNDS));
+    EXPECT_LT(bytesAfter, bytesBefore + (ROUNDS - WARM_UP_ROUNDS) * SMALLEST_BLOCK / 2);
     EXPECT_LE(pagesAfter, pagesBefore + 64);
 #endif
 }

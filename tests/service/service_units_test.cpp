@@ -56,7 +56,7 @@ std::string TextOf(Setter setter) {
 }
 
 TEST(PropertyText, EveryKindHasItsWords) {
-    std::vector<int> states = {PI::PropertyValue::RAID0, 1};
+    std::vector<int> states = {PI::PropertyValue::RAID0, 12345};
     std::vector<unsigned long> numbers = {1, 2};
     VELK::XML::xml_document document;
     EXPECT_EQ(TextOf([](auto& p) { p.SetValue("text"); }), "text");
@@ -68,7 +68,7 @@ TEST(PropertyText, EveryKindHasItsWords) {
     EXPECT_EQ(TextOf([](auto& p) { p.SetValue(18446744073709551615UL); }), "18446744073709551615");
     EXPECT_EQ(TextOf([](auto& p) { p.SetValue(-5L); }), "-5");
     EXPECT_EQ(TextOf([](auto& p) { p.SetValue(5, 0, 10, 1U); }), "5 (0 to 10)");
-    EXPECT_EQ(TextOf([&](auto& p) { p.SetValue(states, states); }), "RAID0, 1");
+    EXPECT_EQ(TextOf([&](auto& p) { p.SetValue(states, states); }), "RAID0, 12345");
     EXPECT_EQ(TextOf([](auto& p) { p.SetValue(12.34F); }), "12.3");
     EXPECT_EQ(TextOf([&](auto& p) { p.SetValue(numbers); }), "1, 2");
     EXPECT_EQ(TextOf([&](auto& p) { p.SetValue(document); }), "(a document)");
@@ -146,8 +146,9 @@ TEST(Events, AreRenderedWholeAndWithoutControlCharacters) {
     std::vector<PI::CEvent> events(1);
     events[0].m_EventID = 99;
     events[0].m_Source = "a\x1Bz";
-    EXPECT_EQ(service::EventsText(events).substr(0, 66),
-              "  Event \n    EventID: 99\n    Host: localhost\n    Source: a?z\n    Ti");
+    EXPECT_THAT(service::EventsText(events),
+                testing::StartsWith(
+                    "  Event \n    EventID: 99\n    Host: localhost\n    Source: a?z\n    Timestamp: 0\n"));
 }
 
 Options Parse(std::vector<std::string> arguments) {
