@@ -7,11 +7,11 @@ namespace PI {
 
 namespace {
 
+// All fields but the operations, which may hold objects again.
 template <class Object>
-auto Fields(Object& object) {
+auto Values(Object& object) {
     return std::tie(object.m_ObjectID, object.m_ObjectType, object.m_RelatedIDs1, object.m_RelatedIDs2,
-                    object.m_ObjectValue, object.m_ObjectFlag, object.m_Properties, object.m_UniqueID,
-                    object.m_Operations);
+                    object.m_ObjectValue, object.m_ObjectFlag, object.m_Properties, object.m_UniqueID);
 }
 
 }  // namespace
@@ -26,23 +26,27 @@ CObject::CObject(unsigned long id, _OBJECT_TYPE type)
 CObject::CObject(const CObject& source) = default;
 CObject::CObject(CObject&& source) noexcept = default;
 
-// The source may stand somewhere below the target, whose old content therefore goes last.
+// The source of an assignment may stand somewhere below the target, so the old operations go last.
 CObject& CObject::operator=(const CObject& source) {
-    return *this = CObject(source);
+    std::vector<COperation> operations = source.m_Operations;
+    Values(*this) = Values(source);
+    m_Operations.swap(operations);
+    return *this;
 }
 
 CObject& CObject::operator=(CObject&& source) noexcept {
     CObject taken(std::move(source));
-    auto fields = Fields(*this);
-    auto takenFields = Fields(taken);
-    fields.swap(takenFields);
+    auto values = Values(*this);
+    auto takenValues = Values(taken);
+    values.swap(takenValues);
+    m_Operations.swap(taken.m_Operations);
     return *this;
 }
 
 CObject::~CObject() = default;
 
 bool CObject::operator==(const CObject& other) const {
-    return Fields(*this) == Fields(other);
+    return Values(*this) == Values(other) && m_Operations == other.m_Operations;
 }
 
 }  // namespace PI
