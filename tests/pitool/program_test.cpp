@@ -1,84 +1,25 @@
 // The built program from outside: what it prints, what it complains about, how it exits.
 
+#include "program_runner.h"
 #include "sample_reports.h"
 
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 #include <vector>
 
-extern char** environ;
-
 namespace {
 
 using namespace pitool::test;
 namespace fs = std::filesystem;
 
-struct Outcome {
-    int m_ExitStatus;
-    std::string m_Output;
-    std::string m_Errors;
-};
-
-/// A file without name that a stream is directed to.
-class Stream {
-public:
-    Stream() : m_File(std::tmpfile()) {}
-    ~Stream() { std::fclose(m_File); }
-    Stream(const Stream&) = delete;
-    Stream& operator=(const Stream&) = delete;
-
-    int Descriptor() const { return fileno(m_File); }
-    void Write(const std::string& text) {
-        std::fwrite(text.data(), 1, text.size(), m_File);
-        std::rewind(m_File);
-    }
-    std::string Read() {
-        std::rewind(m_File);
-        std::string text;
-        for (int c = std::fgetc(m_File); c != EOF; c = std::fgetc(m_File)) {
-            text += static_cast<char>(c);
-        }
-        return text;
-    }
-
-private:
-    std::FILE* m_File;
-};
-
 /// Runs the program in the folder of the samples.
-Outcome RunPitool(std::vector<std::string> arguments, const std::string& input = "", int output = -1) {
-    arguments.insert(arguments.begin(), "pitool");
-    std::vector<char*> argv;
-    for (std::string& argument : arguments) {
-        argv.push_back(argument.data());
-    }
-    argv.push_back(nullptr);
-
-    Stream standardInput;
-    Stream standardOutput;
-    Stream standardError;
-    standardInput.Write(input);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addchdir_np(&actions, PITOOL_EXAMPLES);
-    posix_spawn_file_actions_adddup2(&actions, standardInput.Descriptor(), STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, output >= 0 ? output : standardOutput.Descriptor(),
-                                     STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, standardError.Descriptor(), STDERR_FILENO);
-    pid_t process = 0;
-    EXPECT_EQ(posix_spawn(&process, PITOOL_PROGRAM, &actions, nullptr, argv.data(), environ), 0);
-    posix_spawn_file_actions_destroy(&actions);
-    int status = 0;
-    EXPECT_EQ(waitpid(process, &status, 0), process);
-    EXPECT_TRUE(WIFEXITED(status)) << "signal " << WTERMSIG(status);
-    return {WEXITSTATUS(status), standardOutput.Read(), standardError.Read()};
+Outcome RunPitool(const std::vector<std::string>& arguments, const std::string& input = "", int output = -1) {
+    return RunProgram(PITOOL_PROGRAM, PITOOL_EXAMPLES, arguments, input, output);
 }
 
 std::string Expected(const std::string& name) {

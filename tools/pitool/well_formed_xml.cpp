@@ -13,26 +13,26 @@ using Parser = std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(&XML_
 
 struct Nesting {
     XML_Parser m_Parser;
-    std::size_t m_Depth;
     std::size_t m_Deepest;
+    std::size_t m_Depth = 0;
+    TextPlace m_TooDeep{};  ///< where the parser was stopped
 };
+
+TextPlace CurrentPlace(XML_Parser parser) {
+    return {static_cast<std::size_t>(XML_GetCurrentLineNumber(parser)),
+            static_cast<std::size_t>(XML_GetCurrentColumnNumber(parser)) + 1};
+}
 
 void XMLCALL Open(void* data, const XML_Char*, const XML_Char**) {
     auto* nesting = static_cast<Nesting*>(data);
     if (++nesting->m_Depth > nesting->m_Deepest) {
+        nesting->m_TooDeep = CurrentPlace(nesting->m_Parser);
         XML_StopParser(nesting->m_Parser, XML_FALSE);
     }
 }
 
 void XMLCALL Close(void* data, const XML_Char*) {
     --static_cast<Nesting*>(data)->m_Depth;
-}
-
-std::string Reason(XML_Error error, std::size_t deepest) {
-    if (error == XML_ERROR_ABORTED) {
-        return "nested deeper than " + std::to_string(deepest) + " levels";
-    }
-    return std::string("not well-formed XML: ") + XML_ErrorString(error);
 }
 
 }  // namespace
@@ -47,15 +47,18 @@ bool IsWellFormedXML(const std::string& text, std::size_t nesting, PlacedMessage
     if (!parser) {
         throw std::bad_alloc();
     }
-    Nesting state{parser.get(), 0, nesting};
+    Nesting state{parser.get(), nesting};
     XML_SetUserData(parser.get(), &state);
     XML_SetElementHandler(parser.get(), Open, Close);
     if (XML_Parse(parser.get(), text.data(), static_cast<int>(text.size()), XML_TRUE) == XML_STATUS_OK) {
         return true;
     }
-    problem.m_Place.m_Line = static_cast<std::size_t>(XML_GetCurrentLineNumber(parser.get()));
-    problem.m_Place.m_Column = static_cast<std::size_t>(XML_GetCurrentColumnNumber(parser.get())) + 1;
-    problem.m_Text = Reason(XML_GetErrorCode(parser.get()), nesting);
+    const XML_Error error = XML_GetErrorCode(parser.get());
+    if (error == XML_ERROR_ABORTED) {
+        problem = {state.m_TooDeep, "nested deeper than " + std::to_string(nesting) + " levels"};
+    } else {
+        problem = {CurrentPlace(parser.get()), std::string("not well-formed XML: ") + XML_ErrorString(error)};
+    }
     return false;
 }
 

@@ -1,0 +1,349 @@
+// The commands layout, event, eta, name and sense of the built program, from outside.
+
+#include "program_runner.h"
+
+#include <gtest/gtest.h>
+
+#include <pty.h>
+#include <sys/ioctl.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+using namespace pitool::test;
+
+Outcome RunPitool(const std::vector<std::string>& arguments, const std::string& input = "", int output = -1) {
+    return RunProgram(PITOOL_PROGRAM, PITOOL_ALL_EXAMPLES, arguments, input, output);
+}
+
+std::string ReadWhole(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_TRUE(file) << path;
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+std::string Expected(const std::string& name) {
+    return ReadWhole(std::string(PITOOL_EXPECTED) + "/" + name);
+}
+
+std::string Example(const std::string& name) {
+    return ReadWhole(std::string(PITOOL_ALL_EXAMPLES) + "/" + name);
+}
+
+void ExpectRun(const Outcome& run, int status, const std::string& output, const std::string& errors) {
+    EXPECT_EQ(run.m_Output, output);
+    EXPECT_EQ(run.m_Errors, errors);
+    EXPECT_EQ(run.m_ExitStatus, status);
+}
+
+}  // namespace
+
+TEST(LayoutCommand, PrintsATree) {
+    ExpectRun(RunPitool({"layout", "layouts/raid1-array.xml"}), 0, Expected("raid1-array.txt"), "");
+    ExpectRun(RunPitool({"layout", "layouts/raid10-logical-drive.xml"}), 0,
+              Expected("raid10-logical-drive.txt"), "");
+}
+
+TEST(LayoutCommand, PrintsJson) {
+    ExpectRun(RunPitool({"layout", "--json", "layouts/raid10-logical-drive.xml"}), 0,
+              Expected("raid10-logical-drive.json"), "");
+}
+
+TEST(LayoutCommand, WarnsOfWhatWasLostAndIsDoneAllTheSame) {
+    const std::string errors =
+        "pitool: layouts/careless-array.xml:3:1: warning: ArrayConfiguration: Size \"931 GB\" is no number, "
+        "taken as 0; Units 3 is no unit\n"
+        "pitool: layouts/careless-array.xml:6:13: warning: Drive: StartAddress \"-1\" wraps to "
+        "18446744073709551615; UsedSize is empty, taken as 0; IsConfigurable \"yes\" is no number, taken as "
+        "1\n"
+        "pitool: layouts/careless-array.xml:7:13: warning: Drive: StartAddress is missing, taken as 0; "
+        "UsedSize "
+        "is missing, taken as 0; IsConfigurable is missing, taken as 1; LogicalDrive is missing, taken as 0; "
+        "LogicalOwner is missing, taken as 0\n"
+        "pitool: layouts/careless-array.xml:10:5: warning: HotSpares: is not read\n";
+    ExpectRun(RunPitool({"layout", "layouts/careless-array.xml"}), 0, Expected("careless-array.txt"), errors);
+    ExpectRun(RunPitool({"layout", "--json", "layouts/careless-array.xml"}), 0,
+              Expected("careless-array.json"), errors);
+}
+
+TEST(LayoutCommand, ReadsStandardInput) {
+    ExpectRun(RunPitool({"layout", "-"}, Example("layouts/raid1-array.xml")), 0, Expected("raid1-array.txt"),
+              "");
+}
+
+TEST(LayoutCommand, ARefusalIsOneLineWithThePlace) {
+    ExpectRun(RunPitool({"layout", "-"}, "<ArrayConfiguration>\n <Containers>\n</ArrayConfiguration>"), 1, "",
+              "pitool: -:3:3: not well-formed XML: mismatched tag\n");
+    ExpectRun(RunPitool({"layout", "-"}, "<a\x1B/>"), 1, "",
+              "pitool: -:1:3: not well-formed XML: not well-formed (invalid token)\n");
+    ExpectRun(RunPitool({"layout", "-"}, "<Layout/>"), 1, "",
+              "pitool: -:1:1: the root element is \"Layout\", neither ArrayConfiguration nor "
+              "LogicalDriveConfiguration\n");
+    ExpectRun(RunPitool({"layout", "missing.xml"}), 1, "",
+              "pitool: missing.xml: No such file or directory\n");
+    ExpectRun(RunPitool({"layout", "layouts"}), 1, "", "pitool: layouts: Is a directory\n");
+}
+
+TEST(LayoutCommand, DeepNestingIsOneLine) {
+    std::string deep;
+    for (int i = 0; i < 1000000; ++i) {
+        deep += "<a>";
+    }
+    ExpectRun(RunPitool({"layout", "-"}, deep), 1, "", "pitool: -:1:193: nested deeper than 64 levels\n");
+}
+
+TEST(LayoutCommand, BadUsageExitsWith2) {
+    EXPECT_EQ(RunPitool({"layout"}).m_ExitStatus, 2);
+    EXPECT_EQ(RunPitool({"layout", "a", "b"}).m_ExitStatus, 2);
+}
+
+TEST(EventCommand, RendersJsonFromStandardInput) {
+    setenv("TZ", "UTC", 1);
+    ExpectRun(RunPitool({"event"}, Example("events/rebuild-failed.json")), 0,
+              "EventID         10057\n"
+              "Host            server-12\n"
+              "Source          example\n"
+              "Timestamp       1615107900000\n"
+              "Datetime        03/07/2021 09:05:00\n"
+              "Severity        ERROR\n"
+              "Placeholders    [logical drive 0, media error on drive 1:3]\n"
+              "Description     Rebuild on logical drive 0 failed: media error on drive 1:3\n"
+              "SequenceNumber  42\n",
+              "");
+}
+
+TEST(EventCommand, RendersOptionsAsJson) {
+    setenv("TZ", "UTC", 1);
+    ExpectRun(
+        RunPitool({"event", "--id", "smart_warning", "--severity", "warning", "--timestamp", "0", "--source",
+                   "", "--host=[h,i]", "--placeholder1", "[a,b]", "--placeholder2", "++", "--json"}),
+        0,
+        "{\n"
+        "  \"format\": \"pitool event\",\n"
+        "  \"version\": 1,\n"
+        "  \"event\": {\n"
+        "    \"EventID\": \"10044\",\n"
+        "    \"Host\": \"[h,i]\",\n"
+        "    \"Source\": \"\",\n"
+        "    \"Timestamp\": \"0\",\n"
+        "    \"Datetime\": \"01/01/1970 00:00:00\",\n"
+        "    \"Severity\": \"WARNING\",\n"
+        "    \"Placeholders\": \"[[a,b], ++]\",\n"
+        "    \"Description\": \"Drive [a,b] reported a SMART warning: ++\",\n"
+        "    \"SequenceNumber\": \"0\"\n"
+        "  }\n"
+        "}\n",
+        "");
+}
+
+TEST(EventCommand, TakesAnotherLanguageFile) {
+    const Outcome run =
+        RunPitool({"event", "--strings", "events/strings.de.xml"}, Example("events/spare-taken.json"));
+    EXPECT_NE(
+        run.m_Output.find("Description     Ersatzlaufwerk drive 1:7 beginnt, ein ausgefallenes Laufwerk "
+                          "zu ersetzen\n"),
+        std::string::npos)
+        << run.m_Output;
+    EXPECT_EQ(run.m_ExitStatus, 0);
+}
+
+TEST(EventCommand, AnEventWithoutTextIsUnknown) {
+    const Outcome run = RunPitool({"event", "--id", "12377", "--placeholder1", "a"});
+    EXPECT_NE(run.m_Output.find("Description     Unknown Event\n"), std::string::npos);
+    EXPECT_EQ(run.m_Output.find("Placeholders"), std::string::npos);
+    EXPECT_EQ(run.m_ExitStatus, 0);
+}
+
+TEST(EventCommand, WithoutALanguageFileItWarnsOnceAndGoesOn) {
+    std::string directory = testing::TempDir() + "pitool_XXXXXX";
+    ASSERT_NE(mkdtemp(directory.data()), nullptr);
+    const std::string program = directory + "/pitool";
+    std::filesystem::copy_file(PITOOL_PROGRAM, program);
+    const Outcome run = RunProgram(program, directory, {"event", "--id", "10055"});
+    std::filesystem::remove_all(directory);
+    EXPECT_NE(run.m_Output.find("Description     Unknown Event\n"), std::string::npos) << run.m_Output;
+    EXPECT_EQ(run.m_Errors,
+              "pitool: warning: no language file was found: every description reads \"Unknown Event\"\n");
+    EXPECT_EQ(run.m_ExitStatus, 0);
+}
+
+TEST(EventCommand, RefusalsAreOneLine) {
+    ExpectRun(RunPitool({"event"}, "{"), 1, "", "pitool: standard input: not JSON: wrong at byte 2\n");
+    ExpectRun(RunPitool({"event"}, ""), 1, "", "pitool: standard input: empty\n");
+    ExpectRun(RunPitool({"event", "--id", "NONE_SUCH"}), 2, "",
+              "pitool: --id: \"NONE_SUCH\" is no number or name of an event\n");
+    ExpectRun(RunPitool({"event", "--placeholder1", "a", "--resource1", "5"}), 2, "",
+              "pitool: --placeholder1 excludes --resource1; see pitool --help\n");
+    const Outcome missing = RunPitool({"event", "--id", "5", "--strings", "missing.xml"});
+    EXPECT_EQ(missing.m_Output, "");
+    EXPECT_EQ(missing.m_Errors.find("pitool: missing.xml: cannot be read"), 0U) << missing.m_Errors;
+    EXPECT_EQ(missing.m_ExitStatus, 1);
+    const Outcome broken = RunPitool({"event", "--id", "5", "--strings", "layouts/raid1-array.xml"});
+    EXPECT_EQ(broken.m_Errors, "pitool: layouts/raid1-array.xml:3:2: the root element is not Strings\n");
+    EXPECT_EQ(broken.m_ExitStatus, 1);
+}
+
+TEST(EtaCommand, PrintsALineForEachSample) {
+    ExpectRun(RunPitool({"eta"}, Example("progress/rebuild.txt")), 0,
+              "0 percent, 01:40:00 remaining\n"
+              "2 percent, 03:16:00 remaining\n"
+              "5 percent, 01:35:00 remaining\n"
+              "10 percent, 01:30:00 remaining\n"
+              "20 percent, 01:20:00 remaining\n"
+              "40 percent, 01:00:00 remaining\n"
+              "60 percent, 00:40:00 remaining\n"
+              "80 percent, 00:20:00 remaining\n"
+              "95 percent, 00:05:00 remaining\n"
+              "99 percent, 00:01:00 remaining\n"
+              "100 percent, 00:01:00 remaining\n",
+              "");
+    ExpectRun(RunPitool({"eta"}, ""), 0, "", "");
+}
+
+TEST(EtaCommand, APercentageAloneIsOfThisMoment) {
+    // The first sample counts as a minute's work, whatever the clock says.
+    ExpectRun(RunPitool({"eta"}, "50\n"), 0, "50 percent, 00:50:00 remaining\n", "");
+}
+
+TEST(EtaCommand, ALineThatIsRefusedIsNamedAndTheOthersCount) {
+    ExpectRun(RunPitool({"eta"}, "50 1000\nabc\n\n60 500\n" + std::string(5000, '1') + "\n60 31000"), 1,
+              "50 percent, 00:50:00 remaining\n"
+              "60 percent, 00:40:00 remaining\n",
+              "pitool: standard input: line 2: \"abc\" is no percentage: a whole number from 0 to 100 is "
+              "expected\n"
+              "pitool: standard input: line 4: the time 500 lies before that of the sample before, 1000\n"
+              "pitool: standard input: line 5: longer than 4096 bytes\n");
+}
+
+TEST(EtaCommand, RedrawsABarOnATerminal) {
+    int terminal = -1;
+    int program = -1;
+    const winsize size{24, 60, 0, 0};
+    ASSERT_EQ(openpty(&terminal, &program, nullptr, nullptr, &size), 0);
+    const Outcome run = RunPitool({"eta"}, "9 0\n10 600000\nx\n50 1200000\n", program);
+    close(program);
+    std::string shown(4096, '\0');
+    shown.resize(static_cast<std::size_t>(std::max<ssize_t>(read(terminal, shown.data(), shown.size()), 0)));
+    close(terminal);
+    EXPECT_EQ(shown,
+              "\r[##-----------------------]   9 percent, 01:31:00 remaining"
+              "\r[##-----------------------]  10 percent, 15:00:00 remaining\r\n"
+              "\r[############-------------]  50 percent, 00:20:00 remaining\r\n");
+    EXPECT_EQ(run.m_ExitStatus, 1);
+}
+
+TEST(NameCommand, NamesNumbersAndFindsNames) {
+    ExpectRun(RunPitool({"name", "30045", "FRAME_END"}), 0,
+              "30045  RAID_LEVEL  property identifiers\n"
+              "1      FRAME_END   property identifiers\n",
+              "");
+}
+
+TEST(NameCommand, WhatIsNotFoundIsNamedAndTheRestIsPrinted) {
+    ExpectRun(RunPitool({"name", "XYZZY\n", "30045", "99999999999"}), 1,
+              "30045  RAID_LEVEL  property identifiers\n",
+              "pitool: \"XYZZY?\": no name holds this word\n"
+              "pitool: \"99999999999\": no vocabulary holds this number\n");
+    ExpectRun(RunPitool({"name", "--", "-1"}), 1, "", "pitool: \"-1\": no vocabulary holds this number\n");
+}
+
+TEST(NameCommand, ListsAVocabulary) {
+    const Outcome run = RunPitool({"name", "--list", "Event-Identifiers"});
+    EXPECT_EQ(run.m_Output.substr(0, 33), "1      UNDEFINED\n2      CONNECTED");
+    EXPECT_EQ(std::count(run.m_Output.begin(), run.m_Output.end(), '\n'), 1437);
+    EXPECT_EQ(run.m_ExitStatus, 0);
+    EXPECT_EQ(RunPitool({"name", "--list", "error codes", "--json"}).m_Output.substr(0, 145),
+              "{\n"
+              "  \"format\": \"pitool name --list\",\n"
+              "  \"version\": 1,\n"
+              "  \"vocabulary\": \"error codes\",\n"
+              "  \"names\": [\n"
+              "    {\n"
+              "      \"number\": 0,\n"
+              "      \"name\": \"SUCCESS\"\n");
+}
+
+TEST(NameCommand, BadUsageExitsWith2) {
+    ExpectRun(
+        RunPitool({"name", "--list", "bad"}), 2, "",
+        "pitool: --list: \"bad\" is none of: error codes, property identifiers, property values, operation "
+        "identifiers, event identifiers\n");
+    ExpectRun(RunPitool({"name"}), 2, "",
+              "pitool: name needs a WORD, a NUMBER or --list; see pitool --help\n");
+    EXPECT_EQ(RunPitool({"name", "a", "--list", "error codes"}).m_ExitStatus, 2);
+}
+
+TEST(SenseCommand, ExplainsCodes) {
+    ExpectRun(RunPitool({"sense", "5", "24", "00"}), 0,
+              "sense key   5h, illegal request\n"
+              "additional  24h 00h, invalid field in cdb\n"
+              "severity    WARNING\n",
+              "");
+}
+
+TEST(SenseCommand, ExplainsData) {
+    ExpectRun(RunPitool({"sense", "--data", Example("sense/fixed-unrecovered-read.txt")}), 0,
+              "format      70h, fixed, current error\n"
+              "sense key   3h, medium error\n"
+              "additional  11h 00h, unrecovered read error\n"
+              "severity    WARNING\n",
+              "");
+    ExpectRun(RunPitool({"sense", "--data", Example("sense/descriptor-deferred-power-on.txt")}), 0,
+              "format      73h, descriptor, deferred error: it belongs to an earlier command\n"
+              "sense key   6h, unit attention\n"
+              "additional  29h 00h, power on, reset, or bus device reset occurred\n"
+              "severity    WARNING\n",
+              "");
+}
+
+TEST(SenseCommand, RefusalsAreOneLine) {
+    ExpectRun(
+        RunPitool({"sense", "--data", "70 00"}), 1, "",
+        "pitool: sense data: too short: 2 bytes, but the additional sense code and its qualifier stand in "
+        "bytes 12 and 13\n");
+    ExpectRun(RunPitool({"sense", "--data", ""}), 1, "", "pitool: sense data: empty\n");
+    ExpectRun(RunPitool({"sense", "F", "0", "100"}), 2, "",
+              "pitool: ASCQ: \"100\" is no hexadecimal number from 0 to FFh\n");
+    ExpectRun(RunPitool({"sense", "10", "0", "0"}), 2, "",
+              "pitool: KEY: \"10\" is no hexadecimal number from 0 to 0Fh\n");
+    ExpectRun(RunPitool({"sense"}), 2, "", "pitool: sense needs KEY ASC ASCQ or --data; see pitool --help\n");
+    EXPECT_EQ(RunPitool({"sense", "1", "2"}).m_ExitStatus, 2);
+    EXPECT_EQ(RunPitool({"sense", "1", "2", "3", "4"}).m_ExitStatus, 2);
+    EXPECT_EQ(RunPitool({"sense", "1", "2", "3", "--data", "70"}).m_ExitStatus, 2);
+}
+
+TEST(AllCommands, AFullDiskIsOneErrorAndExitStatus1) {
+    const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
+    if (full < 0) {
+        GTEST_SKIP() << "no /dev/full on this machine";
+    }
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"layout", "layouts/raid1-array.xml"},
+          {"layout", "--json", "layouts/raid1-array.xml"},
+          {"event", "--id", "10055"},
+          {"eta"},
+          {"name", "30045"},
+          {"name", "--list", "error codes"},
+          {"sense", "5", "24", "0"}}) {
+        const Outcome run = RunPitool(arguments, "50 0\n60 1\n", full);
+        EXPECT_EQ(run.m_Errors, "pitool: standard output: No space left on device\n") << arguments[0];
+        EXPECT_EQ(run.m_ExitStatus, 1) << arguments[0];
+    }
+    close(full);
+}
+
+TEST(AllCommands, HaveHelp) {
+    for (const char* command : {"layout", "event", "eta", "name", "sense"}) {
+        const Outcome run = RunPitool({command, "--help"});
+        EXPECT_NE(run.m_Output.find(std::string("Usage: pitool ") + command), std::string::npos);
+        EXPECT_EQ(run.m_Errors, "");
+        EXPECT_EQ(run.m_ExitStatus, 0);
+    }
+}
