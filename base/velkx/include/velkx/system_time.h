@@ -21,7 +21,7 @@ public:
     /// Splits a time stamp into calendar fields of the local time zone (environment variable TZ).
     ///
     /// @param timeStamp milliseconds since 1970-01-01 00:00:00 UTC
-    /// @param date      out: all 0 where the year does not fit an int
+    /// @param date      out
     /// Thread-safe as long as no thread changes the environment.
     static void GetDate(std::uint64_t timeStamp, VELKX::_DATE& date);
 };
