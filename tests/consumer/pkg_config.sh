@@ -6,8 +6,11 @@ mkdir -p "$2"
 export PKG_CONFIG_PATH="$TREE/moved/$LIBDIR/pkgconfig"
 test "$(pkg-config --modversion pi)" = 1.0.0
 
-# shellcheck disable=SC2046,SC2086 # flags are meant to be split
-"$CXX" $CXXFLAGS -std=c++17 "$1/main.cpp" -o "$2/consumer" $(pkg-config --cflags --libs pi) \
-    -Wl,-rpath,"$(pkg-config --variable=libdir pi)"
-"$2/consumer" >"$2/output"
-diff "$1/expected_output" "$2/output"
+project=$1
+folder=$2
+# pkg-config quotes what it prints for a shell, so that a path may hold blanks.
+eval "set -- $(pkg-config --cflags --libs pi) -Wl,-rpath,$(pkg-config --variable=libdir pi)"
+# shellcheck disable=SC2086 # the flags are meant to be split
+"$CXX" $CXXFLAGS -std=c++17 "$project/main.cpp" -o "$folder/consumer" "$@"
+"$folder/consumer" >"$folder/output"
+diff "$project/expected_output" "$folder/output"
