@@ -76,6 +76,13 @@ TEST(DriveDocument, KeepsTheOrderGiven) {
 )");
 }
 
+TEST(DriveDocument, LaysOutTextsAndEmptyListsAsTheyAre) {
+    const std::string drive = R"({"a{[,:\\\"]}":"x\\","b":{},"c":[],"d":[{}],"e":-1})";
+    const std::string text = Document({drive}, {});
+    EXPECT_EQ(Json::parse(text)["drives"][0], Json::parse(drive));
+    EXPECT_EQ(text, Json::parse(text).dump(2) + "\n") << "just as the JSON library lays it out";
+}
+
 TEST(DriveDocument, StopsAtTheFirstPieceThatCannotBeWritten) {
     const std::string drive = "{}";
     for (int refused = 1; refused <= 8; ++refused) {

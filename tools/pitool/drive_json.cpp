@@ -10,8 +10,8 @@ using Json = nlohmann::ordered_json;
 constexpr int FORMAT_VERSION = 1;
 
 /// ASCII only, so no text of a drive can steer a terminal; bytes that are not UTF-8 become U+FFFD.
-std::string Dump(const Json& json, int indent) {
-    return json.dump(indent, ' ', true, Json::error_handler_t::replace);
+std::string Dump(const Json& json) {
+    return json.dump(-1, ' ', true, Json::error_handler_t::replace);
 }
 
 Json TextOrNull(const std::string& text) {
@@ -56,27 +56,52 @@ Json LifetimeJson(const Lifetime& lifetime) {
     };
 }
 
-/// Shifts all lines of a text but the first to the right.
-std::string Indent(const std::string& text, std::size_t columns) {
-    std::string shifted;
-    for (const char c : text) {
-        shifted += c;
-        if (c == '\n') {
-            shifted.append(columns, ' ');
+/// Lays compact JSON text out over lines; the first begins where the text is put, at a depth in steps of two
+/// columns. Reading thousands of drives back to print them would cost as much as reading them at first.
+std::string LayOut(std::string_view compact, std::size_t depth) {
+    std::string text;
+    const auto newLine = [&] { text.append(1, '\n').append(2 * depth, ' '); };
+    bool inString = false;
+    for (std::size_t i = 0; i < compact.size(); ++i) {
+        const char c = compact[i];
+        const bool empty = i + 1 < compact.size() && (compact[i + 1] == '}' || compact[i + 1] == ']');
+        if (inString || c == '"') {
+            text += c;
+            if (c == '\\') {
+                text += compact[++i];
+            }
+            inString = inString != (c == '"');
+        } else if ((c == '{' || c == '[') && empty) {
+            text += {c, compact[++i]};
+        } else if (c == '{' || c == '[') {
+            text += c;
+            ++depth;
+            newLine();
+        } else if (c == '}' || c == ']') {
+            --depth;
+            newLine();
+            text += c;
+        } else if (c == ',') {
+            text += c;
+            newLine();
+        } else {
+            text += c;
+            text.append(c == ':' ? 1 : 0, ' ');
         }
     }
-    return shifted;
+    return text;
 }
 
 /// Writes a list of values as member of the document.
-template <class Values, class MakeJson>
-bool WriteList(const char* name, const Values& values, const Writer& write, MakeJson makeJson) {
+/// @param compactText makes the compact JSON text of a value
+template <class Values, class CompactText>
+bool WriteList(const char* name, const Values& values, const Writer& write, CompactText compactText) {
     if (!write(std::string("  \"") + name + "\": [")) {
         return false;
     }
     const char* separator = "\n    ";
     for (const auto& value : values) {
-        if (!write(separator + Indent(Dump(makeJson(value), 2), 4))) {
+        if (!write(separator + LayOut(compactText(value), 2))) {
             return false;
         }
         separator = ",\n    ";
@@ -99,7 +124,7 @@ std::string DriveJson(const DriveAssessment& drive) {
         {"lifetime", LifetimeJson(drive.m_Lifetime)},
         {"properties", std::move(properties)},
     };
-    return Dump(json, -1);
+    return Dump(json);
 }
 
 bool WriteDriveDocument(const std::vector<const std::string*>& drives,
@@ -110,14 +135,14 @@ bool WriteDriveDocument(const std::vector<const std::string*>& drives,
         {"worn", summary.m_Worn},       {"unknown_lifetime", summary.m_UnknownLifetime},
         {"refused", summary.m_Refused},
     };
-    const auto driveJson = [](const std::string* drive) { return Json::parse(*drive); };
-    const auto errorJson = [](const auto& error) {
-        return Json{{"file", error.first}, {"reason", error.second}};
+    const auto driveText = [](const std::string* drive) -> const std::string& { return *drive; };
+    const auto errorText = [](const auto& error) {
+        return Dump({{"file", error.first}, {"reason", error.second}});
     };
     return write("{\n  \"format\": \"pitool drive\",\n  \"version\": " + std::to_string(FORMAT_VERSION) +
                  ",\n") &&
-           WriteList("drives", drives, write, driveJson) && WriteList("errors", errors, write, errorJson) &&
-           write("  \"summary\": " + Indent(Dump(counts, 2), 2) + "\n}\n");
+           WriteList("drives", drives, write, driveText) && WriteList("errors", errors, write, errorText) &&
+           write("  \"summary\": " + LayOut(Dump(counts), 1) + "\n}\n");
 }
 
 }  // namespace pitool
