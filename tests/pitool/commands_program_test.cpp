@@ -3,6 +3,7 @@
 #include "program_runner.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <pty.h>
 #include <sys/ioctl.h>
@@ -188,6 +189,63 @@ TEST(EventCommand, RefusalsAreOneLine) {
     const Outcome broken = RunPitool({"event", "--id", "5", "--strings", "layouts/raid1-array.xml"});
     EXPECT_EQ(broken.m_Errors, "pitool: layouts/raid1-array.xml:3:2: the root element is not Strings\n");
     EXPECT_EQ(broken.m_ExitStatus, 1);
+}
+
+TEST(DriveCommand, ShowsTheEventsBehindTheSheet) {
+    const Outcome sheet = RunPitool({"drive", "events/hot-nvme-ssd.json"});
+    ExpectRun(
+        RunPitool({"drive", "--events", "events/hot-nvme-ssd.json"}), 0,
+        sheet.m_Output +
+            "\nevents\n"
+            "  WARNING      11090  Wear of drive SSDPE2KE016T8 (serial number PHLN000000201P6AGN) is above "
+            "its threshold: 93 percent used, threshold 90. Plan its replacement\n"
+            "  WARNING      11021  Temperature of drive SSDPE2KE016T8 (serial number PHLN000000201P6AGN) is "
+            "too high: 74 degrees Celsius, limit 70. Check its cooling\n",
+        "");
+    const Outcome sound = RunPitool({"drive", "drives/wd-disk.json"});
+    ExpectRun(RunPitool({"drive", "--events", "drives/wd-disk.json"}), 0, sound.m_Output + "\nno events\n",
+              "");
+}
+
+TEST(DriveCommand, ShowsTheEventsBehindTheTableWorstFirst) {
+    const std::vector<std::string> files{"events/hot-nvme-ssd.json", "drives/wd-disk.json",
+                                         "drives/failing-hgst-disk.json"};
+    const Outcome table = RunPitool({"drive", files[0], files[1], files[2]});
+    const Outcome run = RunPitool({"drive", "--events", files[0], files[1], files[2]});
+    ASSERT_EQ(run.m_Output.substr(0, table.m_Output.size()), table.m_Output);
+    const std::string events = run.m_Output.substr(table.m_Output.size());
+    const std::string worst =
+        "\nevents\n  ERROR        10045  Drive HUS724040ALA640 (serial number PN2334PIT00009) ";
+    EXPECT_EQ(events.substr(0, worst.size()), worst);
+    EXPECT_EQ(std::count(events.begin(), events.end(), '\n'), 5);
+    EXPECT_EQ(run.m_ExitStatus, 0);
+}
+
+TEST(DriveCommand, EventsStandInJsonWhereTheyAreWanted) {
+    using Json = nlohmann::ordered_json;
+    const Json without = Json::parse(RunPitool({"drive", "--json", "events/hot-nvme-ssd.json"}).m_Output);
+    EXPECT_TRUE(without["drives"][0]["events"].is_null());
+    const Json with =
+        Json::parse(RunPitool({"drive", "--json", "--events", "events/hot-nvme-ssd.json"}).m_Output);
+    const Json& events = with["drives"][0]["events"];
+    ASSERT_EQ(events.size(), 2U);
+    EXPECT_EQ(events[0]["EventID"], "11090");
+    EXPECT_EQ(events[1]["EventID"], "11021");
+    EXPECT_EQ(events[1]["SequenceNumber"], "2");
+    EXPECT_EQ(with["drives"][0]["operations"],
+              Json::parse(R"(["LOCATE_DEVICE", "DISK_INFORMATION", "START_VERIFY"])"));
+}
+
+TEST(DriveCommand, EventsTakeAnotherLanguageFile) {
+    const Outcome run = RunPitool(
+        {"drive", "--events", "--strings", "events/strings.de.xml", "drives/failing-hgst-disk.json"});
+    EXPECT_NE(run.m_Output.find("  ERROR        10045  Unknown Event\n"), std::string::npos);
+    const Outcome missing =
+        RunPitool({"drive", "--events", "--strings", "missing.xml", "drives/wd-disk.json"});
+    EXPECT_EQ(missing.m_Output, "");
+    EXPECT_EQ(missing.m_ExitStatus, 1);
+    EXPECT_EQ(RunPitool({"drive", "--strings", "events/strings.de.xml", "drives/wd-disk.json"}).m_ExitStatus,
+              2);
 }
 
 TEST(EtaCommand, PrintsALineForEachSample) {

@@ -2,6 +2,8 @@
 
 #include "event_strings.h"
 
+#include "drive_events.h"
+
 #include <pi/event.h>
 #include <pi/plugin_helper.h>
 #include <pi/vocabulary.h>
@@ -58,6 +60,14 @@ TEST(EnglishStrings, MarkersStandInTheOrderObjectThenDetail) {
     for (const auto& [id, text] : EnglishTexts()) {
         const std::string markers = Markers(text);
         EXPECT_TRUE(markers == "1" || markers == "12") << id << ": " << text;
+    }
+}
+
+TEST(EnglishStrings, HoldEveryEventThatADriveRaises) {
+    const std::map<int, std::string> texts = EnglishTexts();
+    for (const PI::_EVENT_ID id : DRIVE_EVENTS) {
+        ASSERT_EQ(texts.count(id), 1U) << id;
+        EXPECT_EQ(Markers(texts.at(id)), "12") << id;
     }
 }
 

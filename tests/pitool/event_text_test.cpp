@@ -1,4 +1,5 @@
 #include "event_text.h"
+#include "event_json.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,11 @@ TEST(EventText, IsALineForEachPairWithoutWhatSteersTerminals) {
               "EventID         1\n"
               "Source\n"
               "Description     a??[2J\n");
+}
+
+TEST(EventLine, HoldsSeverityIdentifierAndDescription) {
+    EXPECT_EQ(EventLine({{"EventID", "10045"}, {"Severity", "INFORMATION"}, {"Description", "a\x1B b"}}),
+              "  INFORMATION  10045  a? b\n");
 }
 
 TEST(EventJson, KeepsThePairsInOrderAndInAscii) {

@@ -70,6 +70,7 @@ void UnguardFile(std::string& file) {
 void Unguard(CommandLine& line) {
     std::for_each(line.m_Drive.m_Files.begin(), line.m_Drive.m_Files.end(), UnguardFile);
     UnguardFile(line.m_Layout.m_File);
+    Unguard(line.m_Drive.m_Strings);
     Unguard(line.m_Event.m_Strings);
     EventFields& fields = line.m_Event.m_Fields;
     for (auto* field : {&fields.m_ID, &fields.m_Severity, &fields.m_TimeStamp, &fields.m_Host,
@@ -89,6 +90,7 @@ void Unguard(CommandLine& line) {
     Unguard(line.m_Sense.m_Data);
 }
 
+constexpr const char* STRINGS_HELP = "Language file (the one that came with pitool)";
 constexpr const char* JSON_HELP = "Print JSON instead of text";
 
 /// A command in the making.
@@ -103,6 +105,9 @@ Command AddDrive(CLI::App& app, DriveOptions& options) {
         ->add_option("FILE", options.m_Files,
                      "File to read; - is standard input, a directory means every .json in it")
         ->required();
+    CLI::Option* events = drive->add_flag("--events", options.m_Events,
+                                          "Show the events that the drives raise: SMART failure, wear, heat");
+    drive->add_option("--strings", options.m_Strings, STRINGS_HELP)->needs(events);
     drive->add_flag("--json", options.m_Json, JSON_HELP);
     return {drive, CommandLine::DRIVE};
 }
@@ -135,7 +140,7 @@ Command AddEvent(CLI::App& app, EventOptions& options) {
                          "Number of the language resource for the marker %" + number)
             ->excludes(text);
     }
-    event->add_option("--strings", options.m_Strings, "Language file (the one that came with pitool)");
+    event->add_option("--strings", options.m_Strings, STRINGS_HELP);
     event->add_flag("--json", options.m_Json, JSON_HELP);
     return {event, CommandLine::EVENT};
 }

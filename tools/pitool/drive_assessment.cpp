@@ -33,9 +33,10 @@ std::string KindText(const DriveReport& report, const Fact<int>& transport, int 
            PI::PropertyValueToString(medium);
 }
 
+constexpr std::int64_t HOTTEST = 150;
+
 Fact<long> FindTemperature(const DriveReport& report) {
     constexpr std::int64_t COLDEST = -60;
-    constexpr std::int64_t HOTTEST = 150;
     if (!report.m_Temperature) {
         return Unknown<long>(NOT_REPORTED);
     }
@@ -47,6 +48,12 @@ Fact<long> FindTemperature(const DriveReport& report) {
         return Unknown<long>("the drive has no sensor: it never reported more than 0");
     }
     return Known<long>(*report.m_Temperature);
+}
+
+/// A limit of 0 is one that the drive does not have.
+std::optional<long> FindTemperatureLimit(const DriveReport& report) {
+    const std::int64_t limit = report.m_TemperatureLimit.value_or(0);
+    return limit > 0 && limit <= HOTTEST ? std::optional<long>(limit) : std::nullopt;
 }
 
 /// Wear as the state of the drive's health.
@@ -96,6 +103,7 @@ DriveAssessment AssessDrive(const std::string& file, const DriveReport& report) 
     drive.m_File = file;
     drive.m_Lifetime = EstimateLifetime(wear, identity.m_SolidState);
     drive.m_PercentUsed = identity.m_SolidState ? wear.m_PercentUsed.m_Value : std::nullopt;
+    drive.m_TemperatureLimit = FindTemperatureLimit(report);
     drive.m_Failing = report.m_SmartPassed == false;
     drive.m_Kind = KindText(report, transport, medium);
 

@@ -20,6 +20,7 @@ struct DriveAssessment {
     std::vector<Figure> m_Figures;  ///< always the same identifiers in the same order
     Lifetime m_Lifetime;
     std::optional<unsigned long> m_PercentUsed;  ///< wear of a solid-state drive
+    std::optional<long> m_TemperatureLimit;      ///< degrees Celsius; where the drive states a credible one
     bool m_Failing = false;                      ///< the drive's own SMART verdict
     std::string m_Kind;                          ///< transport and medium, such as "SATA SSD"
 };

@@ -1,15 +1,22 @@
 #include "drive_command.h"
 
 #include "drive_assessment.h"
+#include "drive_events.h"
 #include "drive_json.h"
+#include "drive_object.h"
 #include "drive_ranking.h"
 #include "drive_sheet.h"
 #include "drive_table.h"
+#include "event_strings.h"
+#include "event_text.h"
 #include "input_files.h"
 #include "output.h"
 #include "smartctl_reader.h"
 
+#include <pi/plugin_helper.h>
+
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 namespace pitool {
@@ -18,22 +25,34 @@ namespace {
 /// What is kept of a drive until all are read: only what will be printed.
 struct ReportedDrive {
     DriveRank m_Rank;
-    DriveRow m_Row;      ///< unless JSON is wanted
-    std::string m_Json;  ///< if JSON is wanted
+    DriveRow m_Row;        ///< unless JSON is wanted
+    std::string m_Json;    ///< if JSON is wanted
+    std::string m_Events;  ///< if events are wanted, one line each; unless JSON is wanted
 };
 
 /// Collects the drives of a run.
 class DriveCollection {
 public:
-    explicit DriveCollection(bool json) : m_WantJson(json) {}
+    DriveCollection(bool json, bool events) : m_WantJson(json), m_WantEvents(events) {}
 
     void Add(const DriveAssessment& drive) {
         ReportedDrive& reported = m_Drives.emplace_back();
         reported.m_Rank = RankDrive(drive);
         CountDrive(drive, m_Summary);
+        const PI::CObject object = MakeDriveObject(m_Drives.size(), drive);
+        std::vector<RenderedEvent> events;
+        if (m_WantEvents) {
+            for (PI::CEvent& event : RaiseDriveEvents(drive, object)) {
+                event.m_SequenceNumber = ++m_EventNumber;
+                events.push_back(PI::CPluginHelper::StringifyEventMessage(event));
+            }
+        }
         if (m_WantJson) {
-            reported.m_Json = DriveJson(drive);
+            reported.m_Json = DriveJson(drive, m_WantEvents ? &events : nullptr);
             return;
+        }
+        for (const RenderedEvent& event : events) {
+            reported.m_Events += EventLine(event);
         }
         reported.m_Row = MakeDriveRow(drive);
         if (m_Drives.size() == 1) {
@@ -60,12 +79,25 @@ public:
             return WriteDriveDocument(Pointers(&ReportedDrive::m_Json), m_Errors, m_Summary, WriteOutput);
         }
         if (m_Drives.size() <= 1) {
-            return WriteOutput(m_Sheet);
+            return WriteOutput(m_Sheet + EventLines());
         }
-        return WriteOutput(DriveTable(Pointers(&ReportedDrive::m_Row)) + SummaryLine(m_Summary) + "\n");
+        return WriteOutput(DriveTable(Pointers(&ReportedDrive::m_Row)) + SummaryLine(m_Summary) + "\n" +
+                           EventLines());
     }
 
 private:
+    /// The events of all drives in the drives' order; empty when none are wanted, or there is no drive.
+    std::string EventLines() const {
+        if (!m_WantEvents || m_Drives.empty()) {
+            return "";
+        }
+        std::string lines;
+        for (const ReportedDrive& drive : m_Drives) {
+            lines += drive.m_Events;
+        }
+        return lines.empty() ? "\nno events\n" : "\nevents\n" + lines;
+    }
+
     template <class Member>
     std::vector<const Member*> Pointers(Member ReportedDrive::*member) const {
         std::vector<const Member*> pointers;
@@ -77,6 +109,8 @@ private:
     }
 
     bool m_WantJson;
+    bool m_WantEvents;
+    std::uint32_t m_EventNumber = 0;
     std::vector<ReportedDrive> m_Drives;
     std::vector<std::pair<std::string, std::string>> m_Errors;
     DriveSummary m_Summary;
@@ -86,7 +120,10 @@ private:
 }  // namespace
 
 ExitStatus RunDrive(const DriveOptions& options) {
-    DriveCollection drives(options.m_Json);
+    if (options.m_Events && !LoadStrings(options.m_Strings)) {
+        return EXIT_BAD_INPUT;
+    }
+    DriveCollection drives(options.m_Json, options.m_Events);
     std::vector<std::string> files;
     std::string text;
     std::string reason;

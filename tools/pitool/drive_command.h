@@ -11,6 +11,8 @@ namespace pitool {
 
 struct DriveOptions {
     std::vector<std::string> m_Files;  ///< files, directories, "-" at most once
+    bool m_Events = false;             ///< show the events that the drives raise
+    std::string m_Strings;             ///< language file; empty: the one that came with the program
     bool m_Json = false;
 };
 

@@ -1,11 +1,10 @@
 #include "drive_json.h"
 
-#include <nlohmann/json.hpp>
+#include "drive_object.h"
+#include "event_json.h"
 
 namespace pitool {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 constexpr int FORMAT_VERSION = 1;
 
@@ -44,6 +43,14 @@ Json FigureJson(const Figure& figure) {
         {"applicable", figure.m_Applicable},
         {"reason", TextOrNull(figure.m_Reason)},
     };
+}
+
+Json EventsJson(const std::vector<RenderedEvent>& events) {
+    Json list = Json::array();
+    for (const RenderedEvent& event : events) {
+        list.push_back(EventPairs(event));
+    }
+    return list;
 }
 
 Json LifetimeJson(const Lifetime& lifetime) {
@@ -111,7 +118,7 @@ bool WriteList(const char* name, const Values& values, const Writer& write, Comp
 
 }  // namespace
 
-std::string DriveJson(const DriveAssessment& drive) {
+std::string DriveJson(const DriveAssessment& drive, const std::vector<RenderedEvent>* events) {
     Json properties = Json::object();
     for (const Figure& figure : drive.m_Figures) {
         properties[PI::PropertyIDToString(figure.m_Property.m_ID)] = FigureJson(figure);
@@ -123,6 +130,8 @@ std::string DriveJson(const DriveAssessment& drive) {
         {"worn", drive.m_PercentUsed >= WORN_PERCENT},
         {"lifetime", LifetimeJson(drive.m_Lifetime)},
         {"properties", std::move(properties)},
+        {"operations", OperationNames(drive)},
+        {"events", events != nullptr ? EventsJson(*events) : Json(nullptr)},
     };
     return Dump(json);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "drive_assessment.h"
+#include "drive_events.h"
 #include "drive_ranking.h"
 
 #include <functional>
@@ -14,7 +15,8 @@
 namespace pitool {
 
 /// One drive as a compact JSON object; ASCII only.
-std::string DriveJson(const DriveAssessment& drive);
+/// @param events those of the drive; null when they are not wanted
+std::string DriveJson(const DriveAssessment& drive, const std::vector<RenderedEvent>* events = nullptr);
 
 /// Takes a piece of output; false when it could not be written.
 using Writer = std::function<bool(std::string_view)>;

@@ -29,6 +29,7 @@ struct DriveReport {
     std::optional<std::uint64_t> m_BlockSize;          ///< bytes of a logical block
     std::optional<std::int64_t> m_Temperature;         ///< degrees Celsius
     std::optional<std::int64_t> m_HighestTemperature;  ///< degrees Celsius, of the drive's whole life
+    std::optional<std::int64_t> m_TemperatureLimit;    ///< degrees Celsius, as the drive states it
     std::optional<std::uint64_t> m_PowerOnHours;       ///< as smartctl makes them out
     std::optional<bool> m_SmartPassed;                 ///< the drive's own verdict
     std::optional<bool> m_TrimSupported;               ///< only solid state knows TRIM

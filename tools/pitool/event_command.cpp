@@ -1,5 +1,6 @@
 #include "event_command.h"
 
+#include "event_json.h"
 #include "event_reader.h"
 #include "event_strings.h"
 #include "event_text.h"

@@ -1,6 +1,5 @@
 #include "event_text.h"
 
-#include "json_text.h"
 #include "printable_text.h"
 
 namespace pitool {
@@ -19,12 +18,19 @@ std::string EventText(const RenderedEvent& event) {
     return text;
 }
 
-std::string EventJson(const RenderedEvent& event) {
-    Json pairs = Json::object();
-    for (const auto& [key, value] : event) {
-        pairs[key] = value;
-    }
-    return JsonText({{"format", "pitool event"}, {"version", 1}, {"event", std::move(pairs)}});
+std::string EventLine(const RenderedEvent& event) {
+    constexpr std::size_t SEVERITY_WIDTH = 13;
+    const auto value = [&event](const char* wanted) -> std::string {
+        for (const auto& [key, text] : event) {
+            if (key == wanted) {
+                return text;
+            }
+        }
+        return "";
+    };
+    std::string severity = value("Severity");
+    severity.resize(SEVERITY_WIDTH, ' ');
+    return "  " + severity + value("EventID") + "  " + PrintableText(value("Description")) + "\n";
 }
 
 }  // namespace pitool

@@ -1,5 +1,5 @@
 /// @file
-/// Rendered events as text and as JSON.
+/// Rendered events as text.
 #pragma once
 
 #include <string>
@@ -14,6 +14,7 @@ using RenderedEvent = std::vector<std::pair<std::string, std::string>>;
 /// One line a pair, in printable text.
 std::string EventText(const RenderedEvent& event);
 
-std::string EventJson(const RenderedEvent& event);
+/// The essence of a rendered event in one line: severity, identifier, description.
+std::string EventLine(const RenderedEvent& event);
 
 }  // namespace pitool

@@ -25,6 +25,7 @@ struct Collected {
     Text m_Serial, m_Firmware, m_ScsiRevision, m_Revision, m_Message, m_SataVersion, m_LinkSpeed;
     Unsigned m_ScsiTransport, m_Rotation, m_Capacity, m_NvmeCapacity, m_BlockSize, m_Hours, m_NvmeHours;
     Signed m_Temperature, m_HighestTemperature;
+    Signed m_OperatingLimit, m_Limit, m_CriticalLimit, m_TripTemperature;
     Truth m_Passed, m_Trim;
     Unsigned m_EnduranceUsed, m_NvmeUsed, m_ScsiUsed, m_StatisticUsed, m_Spare, m_NvmeSpare;
     Unsigned m_UnitsWritten, m_UnitsRead, m_SectorsWritten, m_SectorsRead;
@@ -74,6 +75,10 @@ const Field FIELDS[] = {
     {"logical_block_size", &Collected::m_BlockSize, 0xFFFFFFFF},
     {"temperature.current", &Collected::m_Temperature},
     {"temperature.lifetime_max", &Collected::m_HighestTemperature},
+    {"temperature.op_limit_max", &Collected::m_OperatingLimit},
+    {"temperature.limit_max", &Collected::m_Limit},
+    {"temperature.critical_limit_max", &Collected::m_CriticalLimit},
+    {"temperature.drive_trip", &Collected::m_TripTemperature},
     {"power_on_time.hours", &Collected::m_Hours},
     {"smart_status.passed", &Collected::m_Passed},
     {"trim.supported", &Collected::m_Trim},
@@ -498,6 +503,8 @@ bool FinishReport(Collected&& c, DriveReport& report, std::string& reason) {
     report.m_BlockSize = c.m_BlockSize;
     report.m_Temperature = c.m_Temperature;
     report.m_HighestTemperature = c.m_HighestTemperature;
+    report.m_TemperatureLimit =
+        FirstOf<std::int64_t>({c.m_OperatingLimit, c.m_Limit, c.m_CriticalLimit, c.m_TripTemperature});
     report.m_PowerOnHours = FirstOf<std::uint64_t>({c.m_Hours, c.m_NvmeHours});
     report.m_SmartPassed = c.m_Passed;
     report.m_TrimSupported = c.m_Trim;

@@ -1,0 +1,61 @@
+#include "drive_events.h"
+
+#include <velk/clock.h>
+
+#include <string>
+
+namespace pitool {
+namespace {
+
+namespace ID = PI::PropertyID;
+
+std::string KnownText(const DriveAssessment& drive, PI::_PROPERTY_ID id) {
+    const Figure& figure = FindFigure(drive, id);
+    return figure.IsKnown() ? FigureValueText(figure) : "";
+}
+
+/// What people look for on the drive's label; without a serial number, where the report came from.
+std::string DriveName(const DriveAssessment& drive) {
+    const std::string serial = KnownText(drive, ID::SERIAL_NUMBER);
+    return KnownText(drive, ID::PRODUCT) +
+           (serial.empty() ? " (" + drive.m_File + ")" : " (serial number " + serial + ")");
+}
+
+PI::CEvent MakeDriveEvent(PI::_EVENT_ID id, PI::_SEVERITY severity, const DriveAssessment& drive,
+                          const PI::CObject& object, const std::string& detail) {
+    PI::CEvent event;
+    event.m_Handle = object.m_ObjectID;
+    event.m_EventID = static_cast<std::uint32_t>(id);
+    event.m_Severity = severity;
+    event.m_TimeStamp = VELK::now();
+    event.m_Source = "pitool";
+    event.SetPlaceHolder1(DriveName(drive));
+    event.SetPlaceHolder2(detail);
+    return event;
+}
+
+}  // namespace
+
+std::vector<PI::CEvent> RaiseDriveEvents(const DriveAssessment& drive, const PI::CObject& object) {
+    std::vector<PI::CEvent> events;
+    if (drive.m_Failing) {
+        events.push_back(MakeDriveEvent(PI::EventID::SMART_ERROR, PI::Severity::ERROR, drive, object,
+                                        "its self-assessment failed"));
+    }
+    if (drive.m_PercentUsed && *drive.m_PercentUsed > WORN_PERCENT) {
+        events.push_back(MakeDriveEvent(PI::EventID::PD_WEAR_LEVEL_COUNT_ABOVE_THRESHOLD,
+                                        PI::Severity::WARNING, drive, object,
+                                        std::to_string(*drive.m_PercentUsed) + " percent used, threshold " +
+                                            std::to_string(WORN_PERCENT)));
+    }
+    const Figure& temperature = FindFigure(drive, ID::TEMPERATURE);
+    if (temperature.IsKnown() && drive.m_TemperatureLimit &&
+        temperature.m_Property.m_Data.m_SignedLong.m_Value > *drive.m_TemperatureLimit) {
+        events.push_back(MakeDriveEvent(
+            PI::EventID::PD_TEMP_HIGH, PI::Severity::WARNING, drive, object,
+            FigureValueText(temperature) + ", limit " + std::to_string(*drive.m_TemperatureLimit)));
+    }
+    return events;
+}
+
+}  // namespace pitool
