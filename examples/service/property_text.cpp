@@ -24,7 +24,7 @@ std::string StateText(int state) {
 
 std::string FloatText(float value, int unit) {
     char text[64];
-    std::snprintf(text, sizeof text, "%.1f", static_cast<double>(value));
+    std::snprintf(text, sizeof text, unit == PI::Units::BYTES ? "%.0f" : "%.1f", static_cast<double>(value));
     for (const UnitRow& row : UNITS) {
         if (row.m_Unit == unit) {
             return std::string(text) + row.m_Text;

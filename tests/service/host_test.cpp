@@ -20,6 +20,7 @@ using PI::Test::TemporaryFolder;
 using testing::ElementsAre;
 
 const fs::path TREES = TREES_FOLDER;
+const fs::path DRIVES = DRIVES_FOLDER;
 const fs::path EXPECTED = EXPECTED_FOLDER;
 
 /// Runs the host in the folder of the trees, so that paths in its output are short.
@@ -198,6 +199,34 @@ TEST(Host, DriveThatCannotBeReadDoesNotHideTheOthers) {
     EXPECT_NE(outcome.m_Output.find("  Adapter 0: SATA drives (adapter_ok_no.gif)\n"), std::string::npos);
     EXPECT_NE(outcome.m_Output.find("?[31mX1"), std::string::npos);
     EXPECT_EQ(outcome.m_Output.find('\x1B'), std::string::npos);
+}
+
+TEST(Host, ReportsEveryDriveOfAFolder) {
+    std::ptrdiff_t files = 0;
+    for (const auto& entry : fs::directory_iterator(DRIVES)) {
+        files += entry.path().extension() == ".json" ? 1 : 0;
+    }
+    const PluginFolder plugins({SMARTCTL});
+    const Outcome outcome = RunHost({plugins.Path(), "--set", "smartctl.folder=" + DRIVES.string()});
+    EXPECT_EQ(outcome.m_Status, 0);
+    EXPECT_EQ(outcome.m_Errors, "");
+    const std::vector<std::string> lines = Lines(outcome.m_Output);
+    const auto drives = std::count_if(lines.begin(), lines.end(), [](const std::string& line) {
+        return line.find("    Physical drive ") == 0;
+    });
+    EXPECT_GT(files, 0);
+    EXPECT_EQ(drives, files);
+}
+
+TEST(Plugins, ExportTheirEntryPointsAndNothingElse) {
+    for (const fs::path& plugin : {MDRAID, SMARTCTL}) {
+        const Outcome outcome =
+            RunProgram({NM, "-D", "--defined-only", "--format=just-symbols", plugin}, TREES);
+        EXPECT_EQ(outcome.m_Status, 0) << outcome.m_Errors;
+        EXPECT_THAT(Lines(outcome.m_Output),
+                    testing::UnorderedElementsAre("PluginConfigure", "PluginGetEvents", "PluginGetObjects",
+                                                  "PluginInterfaceVersion", "PluginName"));
+    }
 }
 
 TEST(Host, MissingTreeAndFolderAreErrors) {

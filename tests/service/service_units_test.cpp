@@ -77,18 +77,19 @@ TEST(PropertyText, EveryKindHasItsWords) {
 }
 
 TEST(PropertyText, CapacityHasItsUnit) {
-    const std::pair<PI::_UNITS, const char*> UNITS[] = {
-        {PI::Units::BYTES, "1.5 bytes"},   {PI::Units::KILOBYTES, "1.5 KiB"},
-        {PI::Units::MEGABYTES, "1.5 MiB"}, {PI::Units::GIGABYTES, "1.5 GiB"},
-        {PI::Units::TERABYTES, "1.5 TiB"}, {PI::Units::PETABYTES, "1.5 PiB"},
-        {PI::Units::UNSPECIFIED, "1.5"}};
-    for (const auto& [unit, text] : UNITS) {
-        EXPECT_EQ(TextOf([unit = unit](PI::CProperty& property) {
-                      property.SetValue(1.5F);
-                      property.m_Attribute2 = unit;
-                  }),
-                  text);
-    }
+    const auto capacity = [](float value, PI::_UNITS unit) {
+        PI::CProperty property;
+        property.SetValue(value);
+        property.m_Attribute2 = unit;
+        return PropertyText(property);
+    };
+    EXPECT_EQ(capacity(512, PI::Units::BYTES), "512 bytes");
+    EXPECT_EQ(capacity(1.5, PI::Units::KILOBYTES), "1.5 KiB");
+    EXPECT_EQ(capacity(1.5, PI::Units::MEGABYTES), "1.5 MiB");
+    EXPECT_EQ(capacity(1.5, PI::Units::GIGABYTES), "1.5 GiB");
+    EXPECT_EQ(capacity(1.5, PI::Units::TERABYTES), "1.5 TiB");
+    EXPECT_EQ(capacity(1.5, PI::Units::PETABYTES), "1.5 PiB");
+    EXPECT_EQ(capacity(1.5, PI::Units::UNSPECIFIED), "1.5");
 }
 
 PI::CObject MakeObject(unsigned long id, PI::_OBJECT_TYPE type, const char* name,

@@ -144,6 +144,14 @@ TEST(SmartctlDrive, SASDriveIsNamedByItsInquiry) {
     EXPECT_EQ(drive.m_Medium, Value::HDD);
 }
 
+TEST(SmartctlDrive, OlderVersionsNameTheInquiryOtherwise) {
+    const Drive drive = Read(
+        R"({"device":{"protocol":"SCSI"},"vendor":"SEAGATE","product":"ST1200MM0088","revision":"N004"})");
+    EXPECT_EQ(drive.m_Vendor, "SEAGATE");
+    EXPECT_EQ(drive.m_Model, "ST1200MM0088");
+    EXPECT_EQ(drive.m_Firmware, "N004");
+}
+
 TEST(SmartctlDrive, SASSolidStateDriveHasWear) {
     const Drive drive =
         Read(R"({"device":{"protocol":"SCSI"},"scsi_vendor":"ACME","scsi_product":"S1","rotation_rate":0,)"

@@ -5,6 +5,7 @@
 #include <strings.h>
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <stdexcept>
 
@@ -136,11 +137,17 @@ void ReadNVMe(const json& document, Drive& drive) {
     EstimateLifetime(drive);
 }
 
+/// Versions of smartctl before 7 leave out the prefix of the name.
+std::string FindSASText(const json& document, const char* name) {
+    const std::string text = FindText(document, {name});
+    return text.empty() ? FindText(document, {name + std::strlen("scsi_")}) : text;
+}
+
 void ReadSAS(const json& document, Drive& drive) {
     drive.m_Protocol = Value::SAS;
-    drive.m_Vendor = FindText(document, {"scsi_vendor"});
-    drive.m_Model = FindText(document, {"scsi_product"});
-    drive.m_Firmware = FindText(document, {"scsi_revision"});
+    drive.m_Vendor = FindSASText(document, "scsi_vendor");
+    drive.m_Model = FindSASText(document, "scsi_product");
+    drive.m_Firmware = FindSASText(document, "scsi_revision");
     const auto compared = [](const PI::_SAS_SSD_ENDURANCE&) { return std::size_t{0}; };
     const auto* const row = FindRow<PI::_SAS_SSD_ENDURANCE>(PI::SASSSDEndurance, drive.m_Model, compared);
     const auto rpm = FindNumber(document, {"rotation_rate"});
