@@ -96,9 +96,23 @@ TEST(ReadLayout, AnotherRootIsRefusedWithItsPlace) {
               "LogicalDriveConfiguration");
 }
 
+TEST(ReadLayout, AByteOrderMarkIsNoCharacter) {
+    EXPECT_TRUE(Read("\xEF\xBB\xBF" + ArrayWith("")).m_Done);
+    EXPECT_EQ(Refusal("\xEF\xBB\xBF<a></b>"), "1:6: not well-formed XML: mismatched tag");
+    EXPECT_EQ(Warnings("\xEF\xBB\xBF<ArrayConfiguration Size='1'/>"),
+              (Texts{"1:1: ArrayConfiguration: Units is missing, taken as 0"}));
+}
+
 TEST(ReadLayout, NestingIsLimited) {
     EXPECT_TRUE(Read(Nested(MAX_ELEMENT_NESTING)).m_Done);
     EXPECT_EQ(Refusal(Nested(MAX_ELEMENT_NESTING + 1)), "1:233: nested deeper than 64 levels");
+}
+
+TEST(ReadLayout, SizeIsLimited) {
+    std::string text = ArrayWith("");
+    text.append(MAX_LAYOUT_SIZE - text.size(), '\n');
+    EXPECT_TRUE(Read(text).m_Done);
+    EXPECT_EQ(Read(text + "\n").m_Problem.m_Text, "larger than 4 mebibytes");
 }
 
 TEST(ReadLayout, AnExpandingDocumentIsRefused) {

@@ -8,7 +8,21 @@
 
 namespace pitool {
 
+namespace {
+
+/// Marks UTF-8 text, and is no character of it.
+constexpr const char* BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+
+}  // namespace
+
 bool ReadLayout(const std::string& text, LayoutDocument& document, PlacedMessage& problem) {
+    if (text.size() > MAX_LAYOUT_SIZE) {
+        problem = {PlaceOf(text, MAX_LAYOUT_SIZE), "larger than 4 mebibytes"};
+        return false;
+    }
+    if (text.rfind(BYTE_ORDER_MARK, 0) == 0) {
+        return ReadLayout(text.substr(std::strlen(BYTE_ORDER_MARK)), document, problem);
+    }
     if (!IsWellFormedXML(text, MAX_ELEMENT_NESTING, problem)) {
         return false;
     }

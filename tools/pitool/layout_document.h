@@ -13,6 +13,9 @@
 
 namespace pitool {
 
+/// Largest document that is read, in bytes; one of a thousand drives has about 150,000.
+constexpr std::size_t MAX_LAYOUT_SIZE = 4U * 1024U * 1024U;
+
 /// Deepest nesting of elements that is read; a configuration document has four levels.
 constexpr std::size_t MAX_ELEMENT_NESTING = 64;
 
