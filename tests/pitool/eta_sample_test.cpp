@@ -57,8 +57,7 @@ TEST(ReadEtaSample, RefusesMoreThanTwoWords) {
 
 TEST(ReadEtaSample, ShowsForeignTextPrintableAndShort) {
     EXPECT_EQ(Refusal("\x1B[2J"), NoPercentage("?[2J"));
-    EXPECT_EQ(Refusal(std::string(41, 'a')),
-              NoPercentage(std::string(40, 'a') + "..."));
+    EXPECT_EQ(Refusal(std::string(41, 'a')), NoPercentage(std::string(40, 'a') + "..."));
     EXPECT_EQ(Refusal(std::string(40, 'a')), NoPercentage(std::string(40, 'a')));
 }
 
