@@ -12,7 +12,8 @@ EXAMPLES = ["service", "plugins/mdraid", "plugins/smartctl"]
 
 
 def run(*command, **options):
-    result = subprocess.run(command, text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False, **options)
+    result = subprocess.run(command, text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False,
+                            **options)
     if result.returncode != 0:
         sys.exit(" ".join(map(str, command)) + f": exit status {result.returncode}\n{result.stdout}")
     return result.stdout
