@@ -67,7 +67,7 @@ private:
         return m_Numbers.Read<Value>(node.attribute(attribute).value()).value_or(fallback);
     }
 
-    /// Visits /root/list/element in document order.
+    /// Visits the elements of a list, of every root and list of these names, in document order.
     template <class Visitor>
     void ForEach(const char* list, const char* element, Visitor visit) const {
         for (const xml_node root : m_Document.children()) {
