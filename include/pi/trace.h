@@ -5,7 +5,6 @@
 #include <pi/types.h>
 
 #include <cstdint>
-#include <memory>
 #include <ostream>
 #include <string>
 
@@ -71,7 +70,7 @@ private:
     std::int32_t m_Number;
     std::string m_Name;
     std::int32_t m_Category;
-    std::unique_ptr<Format> m_Format;
+    Format* m_Format;  // owned; a smart pointer's header is a good part of what this one costs to include
     std::string m_Message;
 };
 

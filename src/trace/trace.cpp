@@ -7,8 +7,7 @@
 #include <string_view>
 
 struct VELKTrace::Format {
-    // The classic locale keeps numbers plain digits whatever the process's locale is.
-    explicit Format(const char* text) : m_Text(text, std::locale::classic()) {}
+    explicit Format(const char* text) : m_Text(text) {}
 
     boost::format m_Text;
 };
@@ -21,6 +20,12 @@ struct Argument {
 };
 
 std::ostream& operator<<(std::ostream& stream, const Argument& argument) {
+    // Numbers are plain digits whatever the process's locale is. The format is not told: it would hand the
+    // locale to a new stream for every argument.
+    const std::locale& classic = std::locale::classic();
+    if (stream.getloc() != classic) {
+        stream.imbue(classic);
+    }
     argument.m_Print(stream, argument.m_Value);
     return stream;
 }
@@ -62,13 +67,12 @@ void WriteTo(std::size_t line, std::string_view tag, std::string_view prefix, st
 }  // namespace
 
 VELKTrace::VELKTrace(int number, const char* name, int category, const char* format)
-    : m_Number(number),
-      m_Name(name),
-      m_Category(category),
-      m_Format(std::make_unique<Format>(format)),
-      m_Message(format) {}
+    : m_Number(number), m_Name(name), m_Category(category), m_Format(nullptr), m_Message(format) {
+    m_Format = new Format(format);  // last, so that nothing behind it can throw
+}
 
 VELKTrace::~VELKTrace() {
+    delete m_Format;
     if (!tracesEnabled) {
         return;
     }

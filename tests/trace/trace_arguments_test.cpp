@@ -271,6 +271,21 @@ TEST_F(TraceLocale, NumbersArePlainDigitsWhateverItIs) {
     EXPECT_EQ(Traced("%s is %d", Address{1000, 2000}, 3000), "1000:2000 is 3000");
 }
 
+TEST(TraceArguments, LocaleChangedBetweenTwoArgumentsChangesNothing) {
+    TraceRecorder<3> recorder;
+    const std::locale before;
+
+    {
+        VELKTrace trace(494, "VELK_Trace", 3, "%d %d");
+        trace << 1234567;
+        std::locale::global(std::locale(std::locale::classic(), new ThousandsInGroups));
+        trace << 7654321;
+        std::locale::global(before);
+    }
+
+    EXPECT_THAT(recorder.m_Records.at(0).m_Message, testing::EndsWith("]1234567 7654321"));
+}
+
 TEST_F(TraceLocale, PrefixIsPlainDigitsWhateverItIs) {
     TraceRecorder<3> recorder;
 
