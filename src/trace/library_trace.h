@@ -9,15 +9,21 @@ constexpr int TRACE_CATEGORY_DATA = 3;
 constexpr int TRACE_CATEGORY_PROPERTY = 20;
 constexpr int TRACE_CATEGORY_DRIVE_COMBINATION = 21;
 
+// Kept out of the callers, which would otherwise save registers for it while traces are off.
+template <class... Arguments>
+[[gnu::noinline, gnu::cold]] void WriteTrace(int category, const char* format,
+                                             const Arguments&... arguments) {
+    VELKTrace trace(494, "VELK_Trace", category, format);
+    static_cast<void>((trace << ... << arguments));
+}
+
 /// Writes a line with its arguments. Costs one look at the flag while traces are off, so hot paths may call
 /// it.
 template <class... Arguments>
 void Trace(int category, const char* format, const Arguments&... arguments) {
-    if (!VELKTrace::tracesEnabled) {
-        return;
+    if (VELKTrace::tracesEnabled) {
+        WriteTrace(category, format, arguments...);
     }
-    VELKTrace trace(494, "VELK_Trace", category, format);
-    static_cast<void>((trace << ... << arguments));
 }
 
 }  // namespace PI
