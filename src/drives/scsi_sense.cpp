@@ -2,8 +2,10 @@
 #include <pi/vocabulary.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <iterator>
+#include <string_view>
 
 namespace PI {
 
@@ -40,7 +42,7 @@ constexpr unsigned SenseCode(unsigned asc, unsigned ascq) {
 
 struct AdditionalSense {
     std::uint16_t m_Code;
-    const char* m_Text;
+    std::string_view m_Text;
 };
 
 constexpr AdditionalSense ADDITIONAL_SENSE[] = {
@@ -58,6 +60,35 @@ constexpr bool IsAscending() {
     return true;
 }
 static_assert(IsAscending());
+
+constexpr std::size_t CODES = 256;
+
+/// By additional sense code, where its rows begin: in front of where those of the next code do.
+constexpr std::array<std::uint16_t, CODES + 1> MakeFirstRows() {
+    std::array<std::uint16_t, CODES + 1> first = {};
+    for (const AdditionalSense& sense : ADDITIONAL_SENSE) {
+        ++first[(sense.m_Code >> 8) + 1U];
+    }
+    for (std::size_t code = 0; code < CODES; ++code) {
+        first[code + 1] = static_cast<std::uint16_t>(first[code] + first[code + 1]);
+    }
+    return first;
+}
+
+constexpr std::array<std::uint16_t, CODES + 1> FIRST_ROWS = MakeFirstRows();
+
+const AdditionalSense* FindAdditionalSense(unsigned char asc, unsigned char ascq) {
+    const unsigned code = SenseCode(asc, ascq);
+    const unsigned first = FIRST_ROWS[asc];
+    // A code has few gaps among its qualifiers, so the row stands where it would without gaps or a little
+    // before.
+    unsigned behind = std::min<unsigned>(first + ascq + 1, FIRST_ROWS[asc + 1U]);
+    while (behind > first && ADDITIONAL_SENSE[behind - 1].m_Code > code) {
+        --behind;
+    }
+    return behind > first && ADDITIONAL_SENSE[behind - 1].m_Code == code ? &ADDITIONAL_SENSE[behind - 1]
+                                                                         : nullptr;
+}
 
 // Codes that stand for a range: the qualifier goes into the text as the character that it is, not as digits.
 // Callers show these texts although the code counts as unknown.
@@ -85,11 +116,7 @@ int CPluginHelper::TranslateSenseKey(unsigned char senseKey, std::string& text, 
 }
 
 int CPluginHelper::TranslateSenseASC(unsigned char asc, unsigned char ascq, std::string& text) {
-    const unsigned code = SenseCode(asc, ascq);
-    const AdditionalSense* found =
-        std::lower_bound(std::begin(ADDITIONAL_SENSE), std::end(ADDITIONAL_SENSE), code,
-                         [](const AdditionalSense& sense, unsigned wanted) { return sense.m_Code < wanted; });
-    if (found != std::end(ADDITIONAL_SENSE) && found->m_Code == code) {
+    if (const AdditionalSense* found = FindAdditionalSense(asc, ascq)) {
         text = found->m_Text;
         return ErrorCode::SUCCESS;
     }
