@@ -43,15 +43,17 @@ std::string DescriptionText(unsigned int eventID) {
 }
 
 /// Replaces the first marker of each placeholder, one placeholder after the other, so that a value may bring
-/// in a later marker.
-void FillIn(CEvent& event, std::string& description, std::vector<std::string>& used) {
+/// in a later marker. Appends the values used to a list, with ", " between them.
+void FillIn(CEvent& event, std::string& description, std::string& used) {
+    const std::size_t start = used.size();
     try {
         char marker[] = "%1";
         for (const auto getter : PLACEHOLDER_GETTERS) {
             const std::string& value = (event.*getter)();
             const std::size_t position = description.find(marker);
             if (!value.empty() && position != std::string::npos) {
-                used.push_back(value);
+                used += used.size() > start ? ", " : "";
+                used += value;
                 description.replace(position, sizeof(marker) - 1, value);
             }
             ++marker[1];
@@ -59,17 +61,6 @@ void FillIn(CEvent& event, std::string& description, std::vector<std::string>& u
     } catch (...) {
         description = UNKNOWN_EVENT;
     }
-}
-
-std::string ListText(const std::vector<std::string>& values) {
-    std::string text = "[";
-    for (const std::string& value : values) {
-        if (text.size() > 1) {
-            text += ", ";
-        }
-        text += value;
-    }
-    return text + "]";
 }
 
 }  // namespace
@@ -88,9 +79,9 @@ std::vector<std::pair<std::string, std::string>> CPluginHelper::StringifyEventMe
     if (description.empty()) {
         description = UNKNOWN_EVENT;
     } else {
-        std::vector<std::string> used;
-        FillIn(event, description, used);
-        rendered.emplace_back("Placeholders", ListText(used));
+        std::string placeholders = "[";
+        FillIn(event, description, placeholders);
+        rendered.emplace_back("Placeholders", placeholders + "]");
     }
     rendered.emplace_back("Description", std::move(description));
     rendered.emplace_back("SequenceNumber", std::to_string(event.m_SequenceNumber));
