@@ -1,7 +1,10 @@
 #include <pi/plugin_helper.h>
 #include <velkx/language_support.h>
 
+#include <array>
 #include <boost/algorithm/string/predicate.hpp>
+#include <cstdint>
+#include <cstring>
 #include <locale>
 #include <string_view>
 
@@ -29,30 +32,69 @@ constexpr bool IsPunctuation(char character) {
            IsBetween(character, '[', '`') || IsBetween(character, '{', '~');
 }
 
-bool IsOneOf(char character, std::string_view characters) {
+constexpr bool IsOneOf(char character, std::string_view characters) {
     return characters.find(character) != std::string_view::npos;
 }
 
 // The blank is among them: callers rely on it.
-bool IsCopiedToURL(char character) {
+constexpr bool IsCopiedToURL(char character) {
     return IsUpper(character) || IsLower(character) || IsDigit(character) || IsOneOf(character, " ()-.:_~");
+}
+
+// Callers rely on these being dropped.
+constexpr bool IsDroppedFromURL(char character) {
+    return IsOneOf(character, "\x01\x16\xBE\xEE");
+}
+
+/// What a byte is written as.
+struct ByteText {
+    char m_Text[3] = {};
+    std::uint8_t m_Length = 0;
+};
+using ByteTexts = std::array<ByteText, 256>;
+
+constexpr ByteTexts MakeURLTexts() {
+    ByteTexts texts = {};
+    for (unsigned byte = 0; byte < texts.size(); ++byte) {
+        const char character = static_cast<char>(byte);
+        if (IsCopiedToURL(character)) {
+            texts[byte] = {{character}, 1};
+        } else if (!IsDroppedFromURL(character)) {
+            texts[byte] = {{'%', LOWER_HEX[byte >> 4], LOWER_HEX[byte & 0x0F]}, 3};
+        }
+    }
+    return texts;
+}
+
+constexpr ByteTexts MakeDumpTexts() {
+    ByteTexts texts = {};
+    for (unsigned byte = 0; byte < texts.size(); ++byte) {
+        texts[byte] = {{UPPER_HEX[byte >> 4], UPPER_HEX[byte & 0x0F], ' '}, 3};
+    }
+    return texts;
+}
+
+constexpr ByteTexts URL_TEXTS = MakeURLTexts();
+constexpr ByteTexts DUMP_TEXTS = MakeDumpTexts();
+
+/// Writes the bytes from first up to end, each as its text.
+void Write(const ByteTexts& texts, const unsigned char* first, const unsigned char* end, std::string& out) {
+    out.resize(static_cast<std::size_t>(end - first) * sizeof(ByteText::m_Text));
+    char* position = out.data();
+    for (; first != end; ++first) {
+        const ByteText& text = texts[*first];
+        std::memcpy(position, text.m_Text, sizeof(text.m_Text));
+        position += text.m_Length;
+    }
+    out.resize(static_cast<std::size_t>(position - out.data()));
 }
 
 }  // namespace
 
 std::string CPluginHelper::stringurlencode(const std::string& in) {
+    const auto* first = reinterpret_cast<const unsigned char*>(in.data());
     std::string out;
-    out.reserve(in.size());
-    for (const char character : in) {
-        if (IsCopiedToURL(character)) {
-            out += character;
-        } else if (!IsOneOf(character, "\x01\x16\xBE\xEE")) {  // those four are dropped: callers rely on it
-            const auto byte = static_cast<unsigned char>(character);
-            out += '%';
-            out += LOWER_HEX[byte >> 4];
-            out += LOWER_HEX[byte & 0x0F];
-        }
-    }
+    Write(URL_TEXTS, first, first + in.size(), out);
     return out;
 }
 
@@ -99,13 +141,8 @@ bool CPluginHelper::HexDump(std::string& out, unsigned char* data, unsigned long
     if (first >= end) {
         return true;
     }
-    out.resize((end - first) * 3 - 1, ' ');
-    char* position = out.data();
-    for (unsigned long i = first; i < end; ++i) {
-        position[0] = UPPER_HEX[data[i] >> 4];
-        position[1] = UPPER_HEX[data[i] & 0x0F];
-        position += 3;
-    }
+    Write(DUMP_TEXTS, data + first, data + end, out);
+    out.pop_back();
     return true;
 }
 
