@@ -1,0 +1,5 @@
+// A library that links what the library links, and holds nothing.
+
+extern "C" __attribute__((visibility("default"))) int Tableless() {
+    return 0;
+}
