@@ -1,29 +1,16 @@
 #include <gtest/gtest.h>
 #include <pi/plugin_helper.h>
 
-#include <cstring>
 #include <random>
 #include <vector>
 
 #include "drives/drive_captures.h"
+#include "drives/plain_sata_names.h"
 #include "support/global_locale.h"
 #include "support/random_seed.h"
 
 namespace PI::Test {
 namespace {
-
-struct Names {
-    std::string m_Vendor;
-    std::string m_Model;
-};
-
-bool operator==(const Names& left, const Names& right) {
-    return left.m_Vendor == right.m_Vendor && left.m_Model == right.m_Model;
-}
-
-std::ostream& operator<<(std::ostream& stream, const Names& names) {
-    return stream << '"' << names.m_Vendor << "\" / \"" << names.m_Model << '"';
-}
 
 Names Split(const std::string& text) {
     Names names = {"before", "before"};
@@ -254,85 +241,6 @@ TEST(SplitSATAModelName, TheGlobalLocaleDoesNotMatter) {
 }
 
 // --- Splitting: against the rules, step by step
-
-char Upper(char character) {
-    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 32) : character;
-}
-
-std::string Upper(std::string text) {
-    for (char& character : text) {
-        character = Upper(character);
-    }
-    return text;
-}
-
-std::string Strip(std::string text) {
-    const char* const whiteSpace = " \t\n\v\f\r";
-    while (!text.empty() && std::strchr(whiteSpace, text.back()) != nullptr) {
-        text.pop_back();
-    }
-    while (!text.empty() && std::strchr(whiteSpace, text.front()) != nullptr) {
-        text.erase(0, 1);
-    }
-    return text;
-}
-
-Names ExpectedSplit(const std::string& modelText) {
-    std::string work = Strip(modelText);
-    for (char& character : work) {
-        if (character == '_') {
-            character = ' ';
-        }
-    }
-    const std::size_t blank = work.find(' ');
-    const bool hasBlank = blank != std::string::npos;
-    const std::size_t intel = work.find("INTEL");
-    const auto prefix = [&work](std::size_t length) { return work.substr(0, length); };
-
-    std::string vendor;
-    std::string model;
-    if (hasBlank && intel != std::string::npos && intel > 0) {
-        model = work.substr(0, intel - 1);
-        vendor = work.substr(intel);
-    } else if (prefix(7) == "SATADOM") {
-        vendor = "INNODISK";
-        model = work;
-    } else if (Upper(prefix(6)) == "MICRON") {
-        vendor = "MICRON";
-        model = work;
-        for (int word = 0; word < 2; ++word) {
-            if (model.find(' ') != std::string::npos) {
-                model = model.substr(model.find(' ') + 1);
-            }
-        }
-    } else if (hasBlank) {
-        vendor = work.substr(0, blank);
-        model = work.substr(blank + 1);
-        if (Upper(vendor) == "OPTIARC") {
-            vendor = "SONY";
-            model = work;
-        } else if (vendor.substr(0, 6) == "HL-DT-") {
-            vendor = "LG";
-            model = work;
-        }
-    } else {
-        model = work;
-        const std::string three = prefix(3);
-        if (prefix(4) == "STEC") {
-            vendor = "STEC";
-        } else if (prefix(2) == "ST" && work.size() >= 4 && work[3] >= '0' && work[3] <= '9') {
-            vendor = "SEAGATE";
-        } else if (three == "HTE" || three == "HDS" || three == "HCC" || three == "HUA" || three == "HTS" ||
-                   three == "HDE" || three == "HUC") {
-            vendor = "HGST";
-        } else if (prefix(6) == "HL-DT-") {
-            vendor = "LG";
-        } else {
-            vendor = "--";
-        }
-    }
-    return {Strip(vendor), Strip(model)};
-}
 
 TEST(SplitSATAModelName, FollowsTheRulesForRandomTexts) {
     std::mt19937 random(RandomSeed());

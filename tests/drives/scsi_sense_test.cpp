@@ -2,42 +2,20 @@
 #include <pi/plugin_helper.h>
 #include <pi/vocabulary.h>
 
-#include <boost/format.hpp>
-#include <fstream>
-#include <map>
 #include <set>
-#include <sstream>
-#include <stdexcept>
 #include <string>
-#include <utility>
+
+#include "drives/sense_texts.h"
 
 namespace {
 
 using PI::CPluginHelper;
+using PI::Test::ReadSenseTexts;
+using PI::Test::SensePatternText;
+using PI::Test::SenseTexts;
 using namespace std::string_literals;
 
 constexpr const char* leftOver = "left over";
-
-using SenseTexts = std::map<std::pair<unsigned, unsigned>, std::string>;
-
-/// The T10 list as it was fixed: code, qualifier and text, under a row of headings.
-SenseTexts ReadSenseTexts() {
-    std::ifstream stream(ADDITIONAL_SENSE_FILE);
-    std::string row;
-    std::getline(stream, row);
-    SenseTexts texts;
-    while (std::getline(stream, row)) {
-        std::istringstream columns(row);
-        unsigned asc = 0;
-        unsigned ascq = 0;
-        std::string text;
-        if (!(columns >> std::hex >> asc >> ascq) || columns.get() != '\t' || !std::getline(columns, text) ||
-            !texts.emplace(std::pair(asc, ascq), text).second) {
-            throw std::runtime_error("bad row: " + row);
-        }
-    }
-    return texts;
-}
 
 TEST(TranslateSenseKey, EveryKeyByItsLowFourBits) {
     struct Key {
@@ -79,21 +57,13 @@ TEST(TranslateSenseKey, DataProtectAndBlankCheckAreOnlyInformation) {
 }
 
 TEST(TranslateSenseASC, EveryPair) {
-    const SenseTexts expected = ReadSenseTexts();
+    const SenseTexts expected = ReadSenseTexts(ADDITIONAL_SENSE_FILE);
     ASSERT_EQ(expected.size(), 738u);
 
     for (unsigned pair = 0; pair < 0x10000; ++pair) {
         const auto asc = static_cast<unsigned char>(pair >> 8);
         const auto ascq = static_cast<unsigned char>(pair & 0xFF);
-        // An unsigned char goes into a Boost format as the character that it is, %x or not.
-        std::string expectedText;
-        if (asc == 0x40 && ascq >= 0x80) {
-            expectedText = (boost::format("diagnostic failure on component 0x%x") % ascq).str();
-        } else if (asc == 0x4D) {
-            expectedText = (boost::format("tagged overlapped commands (task tag 0x%x)") % ascq).str();
-        } else if (asc == 0x70) {
-            expectedText = (boost::format("decompression exception short algorithm id of 0x%x") % ascq).str();
-        }
+        std::string expectedText = SensePatternText(asc, ascq);
         int expectedResult = 20000;
         const auto found = expected.find({asc, ascq});
         if (found != expected.end()) {

@@ -11,6 +11,7 @@
 
 #include "drives/drive_captures.h"
 #include "drives/expected_ssd_endurance.h"
+#include "drives/plain_endurance_search.h"
 #include "support/global_locale.h"
 #include "support/random_seed.h"
 
@@ -19,13 +20,6 @@ namespace {
 
 const _SSD_ENDURANCE* Find(const std::string& model) {
     return CPluginHelper::findLifeTimeProp(model);
-}
-
-std::string Lower(std::string text) {
-    for (char& character : text) {
-        character = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
-    }
-    return text;
 }
 
 // --- The lists
@@ -242,20 +236,6 @@ TEST(SSDEnduranceLists, FieldsStandInOrder) {
 }
 
 // --- Look-up
-
-/// The index of the first expected row that matches, or -1.
-int ExpectedRow(const std::string& model) {
-    for (std::size_t i = 0; i < std::size(EXPECTED_SATA); ++i) {
-        const std::string rowModel = Lower(EXPECTED_SATA[i].m_Model);
-        const std::size_t length = EXPECTED_SATA[i].m_MatchLength;
-        const bool matches = length == 0 ? Lower(model) == rowModel
-                                         : Lower(model).substr(0, length) == rowModel.substr(0, length);
-        if (matches) {
-            return static_cast<int>(i);
-        }
-    }
-    return -1;
-}
 
 void ExpectFound(const std::string& model) {
     const int index = ExpectedRow(model);

@@ -1,33 +1,15 @@
 #include <gtest/gtest.h>
 #include <pi/plugin_helper.h>
 
-#include <algorithm>
-#include <limits>
 #include <random>
 
+#include "drives/plain_lifetime.h"
 #include "support/random_seed.h"
 
 namespace PI::Test {
 namespace {
 
-__extension__ using Wide = unsigned __int128;
-
-constexpr unsigned long ALL_ONES = std::numeric_limits<unsigned long>::max();
-constexpr unsigned long SPAN = 43829;
 constexpr unsigned long MIB = 1UL << 20;
-
-struct Lifetime {
-    bool m_IsKnown;
-    unsigned long m_Hours;
-};
-
-bool operator==(const Lifetime& left, const Lifetime& right) {
-    return left.m_IsKnown == right.m_IsKnown && left.m_Hours == right.m_Hours;
-}
-
-std::ostream& operator<<(std::ostream& stream, const Lifetime& lifetime) {
-    return stream << lifetime.m_IsKnown << ' ' << lifetime.m_Hours;
-}
 
 Lifetime Compute(unsigned long powerOnHours, unsigned long bytesWritten, unsigned percentUsed,
                  unsigned long enduranceTB) {
@@ -35,62 +17,6 @@ Lifetime Compute(unsigned long powerOnHours, unsigned long bytesWritten, unsigne
     lifetime.m_IsKnown = CPluginHelper::ComputeRemainingLifeTime(powerOnHours, bytesWritten, percentUsed,
                                                                  enduranceTB, lifetime.m_Hours);
     return lifetime;
-}
-
-Lifetime Known(unsigned long hours) {
-    return {true, hours};
-}
-
-// --- The rules once more, step by step, in arithmetic of a chosen width
-
-Wide Wrap(Wide value, int bits) {
-    return bits == 128 ? value : value & ((Wide(1) << bits) - 1);
-}
-
-unsigned long Clamped(Wide ceiling) {
-    return static_cast<unsigned long>(std::min<Wide>(std::max<Wide>(ceiling, 1), SPAN));
-}
-
-Lifetime Expected(unsigned long powerOnHours, unsigned long bytesWritten, unsigned percentUsed,
-                  unsigned long enduranceTB, int bits = 64) {
-    const unsigned percent = percentUsed > 100 ? 100 : percentUsed;
-    Wide hours = powerOnHours;
-    Wide ceiling = 0;
-    Wide remaining = 0;
-    bool byRate = false;
-    if (hours > SPAN) {
-        if (percent > 0) {
-            return Known(1);
-        }
-        hours = SPAN;
-        byRate = true;
-    } else {
-        ceiling = SPAN - hours;
-        if (percent > 0) {
-            const Wide end = (4382900 - SPAN * percent) / 100;
-            if (end < hours) {
-                return Known(ceiling == 0 ? 1 : static_cast<unsigned long>(ceiling));
-            }
-            remaining = end - hours;
-        } else if (hours == 0) {
-            return {false, ALL_ONES};
-        } else {
-            byRate = true;
-        }
-    }
-    if (byRate) {
-        const Wide written = bytesWritten >> 20;
-        const Wide endurance = Wrap(Wide(enduranceTB) << 20, bits);
-        const Wide smaller = written < endurance ? written : endurance;
-        if (smaller == 0) {
-            return Known(Clamped(ceiling));
-        }
-        remaining = Wrap((endurance - smaller) * hours, bits) / smaller;
-    }
-    if (remaining < ceiling) {
-        return Known(remaining == 0 ? 1 : static_cast<unsigned long>(remaining));
-    }
-    return Known(Clamped(ceiling));
 }
 
 // --- Wear in percent
@@ -141,7 +67,7 @@ TEST(RemainingLifeTimeByWear, FollowsTheRulesForEveryHourAndPercent) {
     for (unsigned percent = 1; percent <= 101; ++percent) {
         for (unsigned long hours = 0; hours <= SPAN + 2; ++hours) {
             const Lifetime lifetime = Compute(hours, 0, percent, 0);
-            if (!(lifetime == Expected(hours, 0, percent, 0)) || lifetime.m_Hours < 1 ||
+            if (!(lifetime == ExpectedLifetime(hours, 0, percent, 0)) || lifetime.m_Hours < 1 ||
                 lifetime.m_Hours > SPAN) {
                 FAIL() << hours << " hours, " << percent << " %: " << lifetime;
             }
@@ -206,16 +132,16 @@ TEST(RemainingLifeTimeByRate, TheEnduranceWrapsAt64Bits) {
     EXPECT_EQ(Compute(1000, MIB << 20, 0, 1UL << 44), Known(42829));
     // 2^44 + 4 TB count as 4.
     EXPECT_EQ(Compute(1000, MIB << 20, 0, (1UL << 44) + 4), Known(3000));
-    EXPECT_EQ(Expected(1000, MIB << 20, 0, (1UL << 44) + 4, 128), Known(42829));
+    EXPECT_EQ(ExpectedLifetime(1000, MIB << 20, 0, (1UL << 44) + 4, 128), Known(42829));
     // The largest endurance that does not wrap.
-    EXPECT_EQ(Compute(1, MIB << 20, 0, (1UL << 44) - 1), Expected(1, MIB << 20, 0, (1UL << 44) - 1));
+    EXPECT_EQ(Compute(1, MIB << 20, 0, (1UL << 44) - 1), ExpectedLifetime(1, MIB << 20, 0, (1UL << 44) - 1));
 }
 
 TEST(RemainingLifeTimeByRate, TheProductWrapsAt64Bits) {
     // (2^54 + 2^20 - 2^20 MiB) x 1024 hours is 2^64: nothing left, so one hour; without wrapping, the
     // ceiling.
     EXPECT_EQ(Compute(1024, MIB << 20, 0, (1UL << 34) + 1), Known(1));
-    EXPECT_EQ(Expected(1024, MIB << 20, 0, (1UL << 34) + 1, 128), Known(SPAN - 1024));
+    EXPECT_EQ(ExpectedLifetime(1024, MIB << 20, 0, (1UL << 34) + 1, 128), Known(SPAN - 1024));
     // One terabyte less stays below 2^64.
     EXPECT_EQ(Compute(1024, MIB << 20, 0, 1UL << 34), Known(SPAN - 1024));
 }
@@ -230,10 +156,10 @@ TEST(RemainingLifeTime, FollowsTheRulesForRandomDrives) {
         const bool isHuge = Below(random, 2) == 0;  // so that much of the arithmetic wraps
         const unsigned long written = isHuge ? random() : random() >> Below(random, 64);
         const unsigned long endurance = isHuge ? random() : random() >> Below(random, 64);
-        const Lifetime expected = Expected(hours, written, percent, endurance);
+        const Lifetime expected = ExpectedLifetime(hours, written, percent, endurance);
         ASSERT_EQ(Compute(hours, written, percent, endurance), expected)
             << hours << ' ' << written << ' ' << percent << ' ' << endurance;
-        wrapped += !(expected == Expected(hours, written, percent, endurance, 128));
+        wrapped += !(expected == ExpectedLifetime(hours, written, percent, endurance, 128));
     }
     EXPECT_GT(wrapped, 500);
 }
@@ -251,7 +177,7 @@ TEST(RemainingLifeTime, FollowsTheRulesAroundEveryBoundary) {
         for (const unsigned long w : written) {
             for (const unsigned p : percents) {
                 for (const unsigned long c : endurances) {
-                    EXPECT_EQ(Compute(h, w, p, c), Expected(h, w, p, c))
+                    EXPECT_EQ(Compute(h, w, p, c), ExpectedLifetime(h, w, p, c))
                         << h << ' ' << w << ' ' << p << ' ' << c;
                 }
             }

@@ -3,27 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <sstream>
 #include <string>
 
 #include "support/global_locale.h"
 #include "support/random_seed.h"
+#include "util/plain_number.h"
 
 namespace {
 
 using namespace PI;
 using namespace PI::Test;
-
-/// The rule in its plainest form: a stream of its own for every text.
-template <class Number>
-std::optional<Number> ReadPlainly(const std::string& text) {
-    std::istringstream stream(text);
-    stream.imbue(std::locale::classic());
-    Number number = {};
-    stream >> std::dec >> std::skipws >> std::noboolalpha >> number;
-    const bool isConsumed = stream.rdbuf()->sgetc() == std::istringstream::traits_type::eof();
-    return stream.fail() || !isConsumed ? std::nullopt : std::optional<Number>(number);
-}
 
 template <class Number>
 void ExpectAllWaysAgree(NumberReader& reader, const std::string& text) {

@@ -12,11 +12,12 @@
 
 #include "support/global_locale.h"
 #include "support/random_seed.h"
+#include "util/plain_texts.h"
 
 namespace {
 
+using namespace PI::Test;
 using PI::CPluginHelper;
-using PI::Test::GlobalLocale;
 using namespace std::string_literals;
 
 std::string AllBytes() {
@@ -28,21 +29,6 @@ std::string AllBytes() {
 }
 
 // --- stringurlencode
-
-/// The whole rule, byte by byte.
-std::string EncodedByte(unsigned char byte) {
-    static const std::string copied =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789 ()-.:_~";
-    static const std::string dropped = "\x01\x16\xBE\xEE";
-    const char character = static_cast<char>(byte);
-    if (copied.find(character) != std::string::npos) {
-        return std::string(1, character);
-    }
-    if (dropped.find(character) != std::string::npos) {
-        return std::string();
-    }
-    return (boost::format("%%%02x") % static_cast<unsigned>(byte)).str();
-}
 
 TEST(StringUrlEncode, EveryByte) {
     std::size_t kept = 0;
@@ -281,21 +267,6 @@ bool IsStrong(const std::string& password) {
     return strong;
 }
 
-enum CharacterClass { upper, lower, digit, special, none };
-
-CharacterClass Class(int byte) {
-    if (byte >= 'A' && byte <= 'Z') {
-        return upper;
-    }
-    if (byte >= 'a' && byte <= 'z') {
-        return lower;
-    }
-    if (byte >= '0' && byte <= '9') {
-        return digit;
-    }
-    return byte > 32 && byte < 127 ? special : none;
-}
-
 TEST(ValidatePasswordStrength, EightToThirtyTwoBytes) {
     for (std::size_t length = 4; length <= 70; ++length) {
         EXPECT_EQ(IsStrong("Aa1!" + std::string(length - 4, 'x')), length >= 8 && length <= 32) << length;
@@ -362,15 +333,6 @@ TEST(ValidatePasswordStrength, DoesNotDependOnTheGlobalLocale) {
 std::string Dump(std::vector<unsigned char> data, unsigned long first, unsigned long end) {
     std::string out = "left over";
     EXPECT_TRUE(CPluginHelper::HexDump(out, data.data(), first, end));
-    return out;
-}
-
-/// Every byte formatted by itself, as a number.
-std::string FormattedDump(const std::vector<unsigned char>& data, unsigned long first, unsigned long end) {
-    std::string out;
-    for (unsigned long i = first; i < end; ++i) {
-        out += (boost::format(i + 1 < end ? "%02X " : "%02X") % static_cast<unsigned>(data[i])).str();
-    }
     return out;
 }
 
