@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <pi/plugin_helper.h>
 
+#include <cstring>
 #include <random>
 #include <vector>
 
