@@ -7,7 +7,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <iterator>
 #include <limits>
+#include <random>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -370,6 +372,66 @@ TEST_F(EventRendering, BytesOfAnyKindGoThrough) {
     event.SetPlaceHolder1(std::string("\0\xC3\xA4", 3));
     Describe(std::string("a\0%1", 4), event);
     EXPECT_EQ(m_Description, std::string("a\0\0\xC3\xA4", 5));
+}
+
+// --- Any description with any placeholders
+
+constexpr void (CEvent::*TEXT_SETTERS[])(const std::string&) = {
+    &CEvent::SetPlaceHolder1, &CEvent::SetPlaceHolder2, &CEvent::SetPlaceHolder3,
+    &CEvent::SetPlaceHolder4, &CEvent::SetPlaceHolder5, &CEvent::SetPlaceHolder6};
+constexpr void (CEvent::*NUMBER_SETTERS[])(int) = {&CEvent::SetPlaceHolder1, &CEvent::SetPlaceHolder2,
+                                                   &CEvent::SetPlaceHolder3, &CEvent::SetPlaceHolder4,
+                                                   &CEvent::SetPlaceHolder5, &CEvent::SetPlaceHolder6};
+
+/// Of few characters, so that there are markers, and parts of markers, in many places.
+std::string RandomText(std::mt19937& random, std::uint32_t longest) {
+    std::string text;
+    for (std::uint32_t left = Below(random, longest + 1); left > 0; --left) {
+        text += "%%%%%123456, a"[Below(random, 14)];
+    }
+    return text;
+}
+
+/// The values used, gathered first and joined afterwards.
+std::pair<std::string, std::string> FilledIn(std::string description, CEvent event) {
+    const std::string values[] = {event.GetPlaceHolder1(), event.GetPlaceHolder2(), event.GetPlaceHolder3(),
+                                  event.GetPlaceHolder4(), event.GetPlaceHolder5(), event.GetPlaceHolder6()};
+    std::vector<std::string> used;
+    for (std::size_t i = 0; i < std::size(values); ++i) {
+        const std::size_t position = description.find("%" + std::to_string(i + 1));
+        if (!values[i].empty() && position != std::string::npos) {
+            used.push_back(values[i]);
+            description = description.substr(0, position) + values[i] + description.substr(position + 2);
+        }
+    }
+    std::string list = "[";
+    for (std::size_t i = 0; i < used.size(); ++i) {
+        list += i == 0 ? used[i] : ", " + used[i];
+    }
+    return {description, list + "]"};
+}
+
+TEST_F(EventRendering, RandomDescriptionsAreFilledInOnePlaceholderAfterTheOther) {
+    constexpr int RESOURCE = 7;
+    std::mt19937 random(RandomSeed());
+    for (int round = 0; round < 20000; ++round) {
+        CEvent event;
+        CLanguageSupport::SetString(RESOURCE, RandomText(random, 6));
+        for (std::size_t i = 0; i < std::size(TEXT_SETTERS); ++i) {
+            if (Below(random, 4) == 0) {
+                (event.*NUMBER_SETTERS[i])(RESOURCE + static_cast<int>(Below(random, 2)));
+            } else {
+                (event.*TEXT_SETTERS[i])(RandomText(random, 6));
+            }
+        }
+        const std::string text = "a" + RandomText(random, 30);
+        const auto [description, used] = FilledIn(text, event);
+
+        Describe(text, event);
+
+        ASSERT_EQ(m_Description, description) << text;
+        ASSERT_EQ(m_PlaceHolders, used) << text;
+    }
 }
 
 }  // namespace

@@ -6,14 +6,19 @@
 #include <limits>
 #include <locale>
 #include <ostream>
+#include <random>
 #include <stdexcept>
 #include <string>
+#include <variant>
 #include <vector>
 
+#include "support/random_seed.h"
 #include "support/trace_recorder.h"
 
 namespace {
 
+using PI::Test::Below;
+using PI::Test::RandomSeed;
 using PI::Test::TraceRecorder;
 using testing::ElementsAre;
 
@@ -29,25 +34,37 @@ std::string Traced(const std::string& format, const Arguments&... arguments) {
 }
 
 /// The same by Boost alone: the text as it stands until the last placeholder is filled.
-template <class... Arguments>
-std::string Formatted(const std::string& format, const Arguments&... arguments) {
-    boost::format text(format, std::locale::classic());
-    std::string message = format;
-    bool finished = false;
-    const auto feed = [&](const auto& argument) {
-        if (finished) {
+class BoostAlone {
+public:
+    explicit BoostAlone(const std::string& format)
+        : m_Message(format), m_Format(format, std::locale::classic()) {}
+
+    template <class Argument>
+    void Feed(const Argument& argument) {
+        if (m_IsFinished) {
             return;
         }
         try {
-            text % argument;
-            message = text.str();
-            finished = true;
+            m_Format % argument;
+            m_Message = m_Format.str();
+            m_IsFinished = true;
         } catch (const std::exception&) {
             // Too few arguments so far, or one that cannot be printed.
         }
-    };
-    (feed(arguments), ...);
-    return message;
+    }
+
+    std::string m_Message;
+
+private:
+    boost::format m_Format;
+    bool m_IsFinished = false;
+};
+
+template <class... Arguments>
+std::string Formatted(const std::string& format, const Arguments&... arguments) {
+    BoostAlone alone(format);
+    (alone.Feed(arguments), ...);
+    return alone.m_Message;
 }
 
 /// Prints as two numbers, of which flags and width reach the first.
@@ -128,6 +145,54 @@ TEST(TraceArguments, ManyPlaceholdersWork) {
         }
     }
     EXPECT_THAT(recorder.Texts(), ElementsAre(expected));
+}
+
+// --- Texts and arguments of any kind together.
+
+using AnyArgument = std::variant<int, unsigned long, double, char, bool, std::string>;
+
+std::string RandomFormat(std::mt19937& random) {
+    static const std::vector<std::string> plain = {"", "a", " of ", "%%", "]", "drive "};
+    static const std::vector<std::string> inTurn = {"%d", "%s", "%5d", "%-6s|", "%+d", "%04x", "%.3f", "%c"};
+    static const std::vector<std::string> numbered = {"%1%", "%2%", "%3%", "%1$s", "%2$-5d|", "%3$.2f"};
+    const std::vector<std::string>& placeholders = Below(random, 2) == 0 ? inTurn : numbered;
+    std::string format;
+    for (std::uint32_t pieces = Below(random, 8); pieces > 0; --pieces) {
+        const std::vector<std::string>& choice = Below(random, 2) == 0 ? plain : placeholders;
+        format += choice[Below(random, static_cast<std::uint32_t>(choice.size()))];
+    }
+    return format;
+}
+
+AnyArgument RandomArgument(std::mt19937& random) {
+    switch (Below(random, 6)) {
+        case 0: return static_cast<int>(random());
+        case 1: return static_cast<unsigned long>(random()) << 20;
+        case 2: return static_cast<double>(random()) / 1000;
+        case 3: return static_cast<char>('!' + Below(random, 94));
+        case 4: return Below(random, 2) == 0;
+        default: return std::string(Below(random, 30), static_cast<char>('!' + Below(random, 94)));
+    }
+}
+
+TEST(TraceArguments, RandomOnesPrintAsBoostPrintsThem) {
+    std::mt19937 random(RandomSeed());
+    for (int round = 0; round < 5000; ++round) {
+        const std::string format = RandomFormat(random);
+        TraceRecorder<3> recorder;
+        BoostAlone alone(format);
+        {
+            VELKTrace trace(494, "VELK_Trace", 3, format.c_str());
+            for (std::uint32_t arguments = Below(random, 6); arguments > 0; --arguments) {
+                const auto feed = [&](const auto& value) {
+                    trace << value;
+                    alone.Feed(value);
+                };
+                std::visit(feed, RandomArgument(random));
+            }
+        }
+        ASSERT_THAT(recorder.Texts(), ElementsAre(alone.m_Message)) << format;
+    }
 }
 
 // --- Values of many types under flags and widths of every kind.

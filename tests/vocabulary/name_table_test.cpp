@@ -2,11 +2,21 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
+#include <iterator>
+#include <map>
+#include <random>
+#include <string>
+#include <utility>
+
+#include "support/random_seed.h"
 
 namespace {
 
 using PI::NameTable;
+using PI::Test::Below;
+using PI::Test::RandomSeed;
 
 TEST(NameTable, GivesTheNameOfANumber) {
     NameTable table = {{1, "one"}, {20, "twenty"}};
@@ -116,6 +126,36 @@ TEST(NameTable, NameIsComparedByteForByte) {
     EXPECT_EQ(table.Number(" one", 0), 0);
     EXPECT_EQ(table.Number(std::string("one\0", 4), 0), 0);
     EXPECT_EQ(table.Number("one", 0), 1);
+}
+
+TEST(NameTable, RandomTablesAnswerAsAMapDoes) {
+    std::mt19937 random(RandomSeed());
+    // Numbers near 0, near the bounds, and around the gap that the table's index bridges.
+    const auto number = [&random] {
+        constexpr int FIRSTS[] = {0, -5, 1010, 1030, 2050, 40000, INT_MAX - 20, INT_MIN};
+        return FIRSTS[Below(random, static_cast<std::uint32_t>(std::size(FIRSTS)))] +
+               static_cast<int>(Below(random, 20));
+    };
+    constexpr const char* NAMES[] = {"", "one", "two", "a name that does not fit into the string itself"};
+    for (int round = 0; round < 500; ++round) {
+        std::pair<const int, const char*> pairs[] = {
+            {number(), NAMES[Below(random, 4)]}, {number(), NAMES[Below(random, 4)]},
+            {number(), NAMES[Below(random, 4)]}, {number(), NAMES[Below(random, 4)]},
+            {number(), NAMES[Below(random, 4)]}, {number(), NAMES[Below(random, 4)]},
+            {number(), NAMES[Below(random, 4)]}, {number(), NAMES[Below(random, 4)]}};
+        NameTable table = {pairs[0], pairs[1], pairs[2], pairs[3], pairs[4], pairs[5], pairs[6], pairs[7]};
+        std::map<int, std::string> map(std::begin(pairs), std::end(pairs));
+
+        for (int step = 0; step < 100; ++step) {
+            const int asked = number();
+            ASSERT_EQ(table.Name(asked), map[asked]) << asked;
+            ASSERT_EQ(table.size(), map.size());
+            const char* name = NAMES[Below(random, 4)];
+            const auto found =
+                std::find_if(map.begin(), map.end(), [&](const auto& row) { return row.second == name; });
+            ASSERT_EQ(table.Number(name, 123456), found == map.end() ? 123456 : found->first) << name;
+        }
+    }
 }
 
 }  // namespace
