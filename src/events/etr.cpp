@@ -3,9 +3,9 @@
 #include <time.h>
 
 #include <algorithm>
+#include <cstdio>
 
 #include "trace/library_trace.h"
-#include "util/format_text.h"
 
 namespace PI {
 
@@ -22,6 +22,13 @@ std::uint64_t Widen(std::int32_t percent) {
 // What remains at the pace of the elapsed time; truncates before it adds: this is meant.
 std::uint64_t RemainingAtPace(std::uint64_t elapsed, std::uint64_t percent) {
     return 100 * (elapsed / percent + 1) - elapsed;
+}
+
+template <class Value>
+void MakeRoomForOneMore(std::vector<Value>& values) {
+    if (values.size() == values.capacity()) {
+        values.reserve(std::max<std::size_t>(2 * values.size(), 8));
+    }
 }
 
 }  // namespace
@@ -43,6 +50,10 @@ unsigned long CETR::NowSteady() {
 }
 
 void CETR::Compute(int percent, unsigned long timeStamp) {
+    // First of all, so that where memory runs out the estimate stays as it is.
+    MakeRoomForOneMore(m_PercentageComplete);
+    MakeRoomForOneMore(m_TimeStamps);
+
     if (m_StartTime == UNKNOWN) {
         m_StartTime = timeStamp - MINUTE;
     }
@@ -108,11 +119,8 @@ void CETR::Compute(int percent, unsigned long timeStamp) {
         }
     }
 
-    if (VELKTrace::tracesEnabled) {
-        Trace(TRACE_CATEGORY_DATA, "m_StartTime: %s m_LastTime: %s timeStamp: %s m_RemainingTime: %s",
-              std::to_string(m_StartTime), std::to_string(m_LastTime), std::to_string(timeStamp),
-              std::to_string(m_RemainingTime));
-    }
+    Trace(TRACE_CATEGORY_DATA, "m_StartTime: %s m_LastTime: %s timeStamp: %s m_RemainingTime: %s",
+          m_StartTime, m_LastTime, timeStamp, m_RemainingTime);
     m_LastTime = timeStamp;
 }
 
@@ -148,13 +156,16 @@ std::string CETR::RemainingTimeToString(unsigned long ms) {
     if (hours > 99) {
         return "> 99:59:59";
     }
-    return FormatText("%02d:%02d:%02d", hours, minutes, seconds);
+    char text[sizeof("99:59:59")];
+    std::snprintf(text, sizeof(text), "%02u:%02u:%02u", static_cast<unsigned>(hours),
+                  static_cast<unsigned>(minutes), static_cast<unsigned>(seconds));
+    return text;
 }
 
 void CETR::GetETR(std::string& out) {
     out = RemainingTimeToString(m_RemainingTime);
     if (VELKTrace::tracesEnabled) {
-        Trace(TRACE_CATEGORY_DATA, "ETR: %s SteadyClock: %s", out, std::to_string(NowSteady()));
+        Trace(TRACE_CATEGORY_DATA, "ETR: %s SteadyClock: %s", out, NowSteady());
     }
 }
 

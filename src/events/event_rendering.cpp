@@ -3,7 +3,7 @@
 #include <velkx/language_support.h>
 #include <velkx/system_time.h>
 
-#include "util/format_text.h"
+#include <cstdio>
 
 namespace PI {
 
@@ -19,8 +19,10 @@ constexpr std::string& (CEvent::*PLACEHOLDER_GETTERS[])() = {
 std::string DateTimeText(std::uint64_t timeStamp) {
     VELKX::_DATE date = {};
     VELKX::CSystemTime::GetDate(timeStamp, date);
-    return FormatText("%02d/%02d/%4d %02d:%02d:%02d", date.m_Month, date.m_Day, date.m_Year, date.m_Hour,
-                      date.m_Minute, date.m_Second);
+    char text[6 * sizeof("-2147483648")];
+    std::snprintf(text, sizeof(text), "%02d/%02d/%4d %02d:%02d:%02d", date.m_Month, date.m_Day, date.m_Year,
+                  date.m_Hour, date.m_Minute, date.m_Second);
+    return text;
 }
 
 const char* SeverityText(_SEVERITY severity) {
@@ -52,6 +54,7 @@ void FillIn(CEvent& event, std::string& description, std::string& used) {
             const std::string& value = (event.*getter)();
             const std::size_t position = description.find(marker);
             if (!value.empty() && position != std::string::npos) {
+                used.reserve(used.size() + value.size() + 2);  // so that it is added whole or not at all
                 used += used.size() > start ? ", " : "";
                 used += value;
                 description.replace(position, sizeof(marker) - 1, value);

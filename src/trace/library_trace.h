@@ -3,24 +3,39 @@
 
 #include <pi/trace.h>
 
+#include <cstdint>
+#include <string>
+
 namespace PI {
 
 constexpr int TRACE_CATEGORY_DATA = 3;
 constexpr int TRACE_CATEGORY_PROPERTY = 20;
 constexpr int TRACE_CATEGORY_DRIVE_COMBINATION = 21;
 
+template <class Value>
+const Value& Traceable(const Value& value) {
+    return value;
+}
+inline std::string Traceable(std::uint64_t number) {
+    return std::to_string(number);
+}
+
 // Kept out of the callers, which would otherwise save registers for it while traces are off.
 template <class... Arguments>
 [[gnu::noinline, gnu::cold]] void WriteTrace(int category, const char* format,
-                                             const Arguments&... arguments) {
-    VELKTrace trace(494, "VELK_Trace", category, format);
-    static_cast<void>((trace << ... << arguments));
+                                             const Arguments&... arguments) noexcept {
+    try {
+        VELKTrace trace(494, "VELK_Trace", category, format);
+        static_cast<void>((trace << ... << Traceable(arguments)));
+    } catch (...) {
+        // Work is not to fail for want of memory to tell of it.
+    }
 }
 
-/// Writes a line with its arguments. Costs one look at the flag while traces are off, so hot paths may call
-/// it.
+/// Writes a line with its arguments, unless memory runs out. Costs one look at the flag while traces are off,
+/// so hot paths may call it.
 template <class... Arguments>
-void Trace(int category, const char* format, const Arguments&... arguments) {
+void Trace(int category, const char* format, const Arguments&... arguments) noexcept {
     if (VELKTrace::tracesEnabled) {
         WriteTrace(category, format, arguments...);
     }

@@ -33,8 +33,8 @@ int CGlobalAdapterID::GetAdapterUniqueID() const {
 }
 
 void CGlobalAdapterID::SetAdapterUniqueID(int id) {
-    m_AdapterUniqueID = id;
     Register(m_HostName, id);
+    m_AdapterUniqueID = id;
 }
 
 unsigned int CGlobalAdapterID::GetGlobalAdapterNumber() const {

@@ -7,10 +7,11 @@
 #include <fstream>
 #include <map>
 #include <mutex>
+#include <new>
 #include <pugixml.hpp>
 #include <shared_mutex>
-#include <sstream>
 #include <stdexcept>
+#include <string>
 #include <system_error>
 #include <utility>
 
@@ -31,6 +32,9 @@ public:
         // As a fragment, so that text outside the root element is not passed over.
         const pugi::xml_parse_result result = document.load_buffer(
             m_Content.data(), m_Content.size(), pugi::parse_default | pugi::parse_fragment);
+        if (result.status == pugi::status_out_of_memory) {
+            throw std::bad_alloc();
+        }
         if (!result) {
             Fail(result.offset, result.description());
         }
@@ -55,16 +59,23 @@ public:
     }
 
 private:
+    static constexpr std::size_t MAX_SIZE = 64U * 1024U * 1024U;
+
     static std::string Read(const std::string& path) {
         std::ifstream file(path, std::ios::binary);
-        std::ostringstream content;
-        if (file && file.peek() != std::ifstream::traits_type::eof()) {
-            content << file.rdbuf();
-        }
-        if (!file.is_open() || file.bad() || !content) {
+        std::string content;
+        char part[16384];
+        do {
+            file.read(part, sizeof(part));
+            content.append(part, static_cast<std::size_t>(file.gcount()));
+        } while (file && content.size() <= MAX_SIZE);
+        if (!file.is_open() || file.bad()) {
             throw std::runtime_error(path + ": cannot be read: " + std::generic_category().message(errno));
         }
-        return content.str();
+        if (content.size() > MAX_SIZE) {
+            throw std::runtime_error(path + ": larger than 64 mebibytes");
+        }
+        return content;
     }
 
     unsigned int Id(const pugi::xml_node& node) const {

@@ -10,7 +10,7 @@ public:
     /// Writes the text of a resource; an unknown number empties it.
     static void ResolveString(unsigned int id, std::string& text);
 
-    /// Sets the text of a resource.
+    /// Sets the text of a resource. Where memory runs out, the resource keeps the text it had.
     static void SetString(unsigned int id, const std::string& text);
 
     /// Forgets all texts.
@@ -21,8 +21,8 @@ public:
     /// @code{.xml}
     ///     <Strings language="en"><String id="10056">Rebuild started on %1</String></Strings>
     /// @endcode
-    /// @throws std::runtime_error with file, line and column when the file cannot be read, is not
-    /// well-formed, or
-    ///         holds anything but String elements with a number of their own; no text is changed then
+    /// @throws std::runtime_error when the file cannot be read or is larger than 64 mebibytes, and, with line
+    ///         and column, when it is not well-formed or holds anything but String elements with a number of
+    ///         their own; std::bad_alloc when memory runs out; no text is changed then
     static void LoadFile(const std::string& path);
 };
