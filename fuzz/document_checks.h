@@ -1,0 +1,55 @@
+// What holds for both kinds of configuration documents.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "check.h"
+#include "model/plain_documents.h"
+#include "model/xml_samples.h"
+
+namespace PI::Fuzz {
+
+/// A copy, made in any way, holds what its source held. These records hold no properties, so they also
+/// compare equal.
+template <class Record>
+void CheckCopies(const Record& record) {
+    const std::string text = Test::Describe(record);
+    Record copy(record);
+    CHECK(copy == record);
+    CHECK_TEXT(Test::Describe(copy), text);
+
+    Record assigned;
+    assigned = record;
+    CHECK(assigned == record);
+    CHECK_TEXT(Test::Describe(assigned), text);
+
+    const Record moved(std::move(copy));
+    CHECK(moved == record);
+    CHECK_TEXT(Test::Describe(moved), text);
+
+    Record moveAssigned;
+    moveAssigned = std::move(assigned);
+    CHECK(moveAssigned == record);
+    CHECK_TEXT(Test::Describe(moveAssigned), text);
+}
+
+/// Reads a record from whatever the XML library makes of the input, be it half a document.
+///
+/// @param readPlainly the same by paths and plain streams
+template <class Record>
+void CheckDocument(const std::uint8_t* data, std::size_t size,
+                   Record (*readPlainly)(const VELK::XML::xml_document&)) {
+    for (const unsigned options : {VELK::XML::parse_default, Test::PARSE_EVERYTHING}) {
+        VELK::XML::xml_document document;
+        document.load_buffer(data, size, options);
+        const std::string before = Test::TreeOf(document);
+        const Record record(document);
+        CHECK_TEXT(Test::TreeOf(document), before);
+        CHECK_TEXT(Test::Describe(record), Test::Describe(readPlainly(document)));
+        CheckCopies(record);
+    }
+}
+
+}  // namespace PI::Fuzz

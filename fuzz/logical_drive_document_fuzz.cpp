@@ -1,0 +1,7 @@
+// Logical-drive configuration documents, against their reading by paths.
+#include "document_checks.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    PI::Fuzz::CheckDocument<PI::CLogicalDrive>(data, size, PI::Test::PlainLogicalDrive);
+    return 0;
+}

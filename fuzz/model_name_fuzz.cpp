@@ -1,0 +1,65 @@
+// Model texts of SATA drives: split, then looked up in the list and by their rotation speed.
+#include <pi/plugin_helper.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <stdexcept>
+
+#include "check.h"
+#include "drives/plain_endurance_search.h"
+#include "drives/plain_sata_names.h"
+
+namespace {
+
+using namespace PI;
+using namespace PI::Test;
+
+Names Split(const std::string& text) {
+    Names names;
+    CHECK(CPluginHelper::SplitSATAModelName(text, names.m_Vendor, names.m_Model) == 0);
+    return names;
+}
+
+/// Row by row, as against the library's index.
+void CheckEnduranceSearch(const std::string& model) {
+    const int row = ExpectedRow(model);
+    CHECK(CPluginHelper::findLifeTimeProp(model) ==
+          (row < 0 ? nullptr : &SATASSDEndurance[static_cast<std::size_t>(row)]));
+}
+
+void CheckRotationSpeed(const Names& names) {
+    constexpr unsigned long SPEEDS[] = {4200, 5400, 7200, 10000, 15000};
+    unsigned long rpm = 0;
+    try {
+        CHECK(CPluginHelper::GetSATARPM(names.m_Vendor, names.m_Model, rpm) == 0);
+        CHECK(std::find(std::begin(SPEEDS), std::end(SPEEDS), rpm) != std::end(SPEEDS));
+    } catch (const std::out_of_range&) {
+        const std::string vendor = Upper(names.m_Vendor);
+        CHECK((vendor == "HITACHI" || vendor == "HGST") && names.m_Model.size() < 3);
+        CHECK(rpm == 7200);
+    }
+    float thousands = 0;
+    CHECK(CPluginHelper::RoundRPM(rpm, thousands) == 0);
+    CHECK(thousands >= 4.2F && thousands <= 15.0F);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    const Names names = Split(text);
+    const Names expected = ExpectedSplit(text);
+    CHECK_TEXT(names.m_Vendor, expected.m_Vendor);
+    CHECK_TEXT(names.m_Model, expected.m_Model);
+
+    // The results may be written over the text.
+    Names shared = {"", text};
+    CPluginHelper::SplitSATAModelName(shared.m_Model, shared.m_Vendor, shared.m_Model);
+    CHECK(shared == names);
+
+    CheckEnduranceSearch(text);
+    CheckEnduranceSearch(names.m_Model);
+    CheckRotationSpeed(names);
+    return 0;
+}
