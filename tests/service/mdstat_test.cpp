@@ -296,7 +296,7 @@ TEST(MdstatErrors, NameThatStandsTwiceCountsOnce) {
 
 TEST(MdstatErrors, EmptyTextIsIncomplete) {
     EXPECT_THAT(Errors(ParseMdstat("")),
-                ElementsAre("0: the text breaks off: the list of unused devices is missing"));
+                ElementsAre("1: the text breaks off: the list of unused devices is missing"));
 }
 
 // Cut at every single place, the text is either whole or known to be broken off, and what stands before the

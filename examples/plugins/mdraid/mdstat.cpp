@@ -342,7 +342,9 @@ public:
         if (m_Open && !m_Refused) {
             Refuse(line.m_Number, "the text breaks off");
         } else if (!m_Complete) {
-            Complain(line.m_Number, "the text breaks off: the list of unused devices is missing");
+            const std::size_t last =
+                line.m_Number == 0 ? 1 : line.m_Number;  // an empty text has a first line, too
+            Complain(last, "the text breaks off: the list of unused devices is missing");
         }
         return std::move(m_Mdstat);
     }
