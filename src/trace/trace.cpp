@@ -3,6 +3,7 @@
 
 #include <boost/format.hpp>
 #include <chrono>
+#include <iterator>
 #include <locale>
 #include <string_view>
 
@@ -13,6 +14,21 @@ struct VELKTrace::Format {
 };
 
 namespace {
+
+// The standard library notes how a locale's characters are narrowed when that is first asked, without a lock.
+// Asked for all of them while the library is loaded, so that threads that trace at once only read.
+bool AskForAllCharacters() {
+    char characters[256];
+    for (int i = 0; i < 256; ++i) {
+        characters[i] = static_cast<char>(i);
+    }
+    const auto& facet = std::use_facet<std::ctype<char>>(std::locale::classic());
+    facet.narrow(characters, std::end(characters), '\0', characters);
+    facet.widen(characters, std::end(characters), characters);
+    return true;
+}
+
+[[maybe_unused]] const bool askedForAllCharacters = AskForAllCharacters();
 
 struct Argument {
     void (*m_Print)(std::ostream&, const void*);

@@ -1,0 +1,35 @@
+// Runs the same work in several threads at once.
+#pragma once
+
+#include <atomic>
+#include <thread>
+#include <vector>
+
+namespace PI::Test {
+
+constexpr int THREADS = 8;
+
+/// Calls work(thread) in THREADS threads, which begin together.
+/// @param work returns how many of its results were wrong
+/// @return the sum of what the threads returned
+template <class Work>
+int WrongResultsOf(Work work) {
+    std::atomic<int> waiting = THREADS;
+    std::atomic<int> wrong = 0;
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < THREADS; ++thread) {
+        threads.emplace_back([&, thread] {
+            --waiting;
+            while (waiting != 0) {
+                std::this_thread::yield();
+            }
+            wrong += work(thread);
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    return wrong;
+}
+
+}  // namespace PI::Test
