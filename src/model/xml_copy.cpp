@@ -20,9 +20,34 @@ struct StringWriter : VELK::XML::xml_writer {
     std::string m_Text;
 };
 
+// Indentation makes a text up to so many times as long as the document is.
+constexpr int MAX_INDENTED_LEVELS = 64;
+
+bool IsNestedDeeply(const VELK::XML::xml_document& document) {
+    int level = 0;
+    VELK::XML::xml_node node = document.first_child();
+    while (node) {
+        if (const VELK::XML::xml_node child = node.first_child()) {
+            if (++level > MAX_INDENTED_LEVELS) {
+                return true;
+            }
+            node = child;
+            continue;
+        }
+        while (node && !node.next_sibling()) {
+            node = node.parent();
+            --level;
+        }
+        node = node.next_sibling();
+    }
+    return false;
+}
+
 std::string TextOf(const VELK::XML::xml_document& document) {
     StringWriter writer;
-    document.save(writer, "\t", SAVE_FLAGS, VELK::XML::encoding_auto);
+    // The text of a document that is nested deeply would be of the square of its size. Without indentation it
+    // says the same: white space between elements is not read.
+    document.save(writer, IsNestedDeeply(document) ? "" : "\t", SAVE_FLAGS, VELK::XML::encoding_auto);
     return std::move(writer.m_Text);
 }
 
