@@ -81,10 +81,6 @@ public:
     std::string m_Resolved5;
     std::string m_Resolved6;
     std::string m_Scratch;
-
-private:
-    template <class Source>
-    void Assign(Source&& source);
 };
 
 }  // namespace PI

@@ -31,44 +31,44 @@ void Resolve(const std::string& stored, std::string& resolved) {
     }
 }
 
-}  // namespace
-
 // The value of an event; the resolved and scratch strings are no part of it.
 template <class Source>
-void CEvent::Assign(Source&& source) {
-    m_Handle = source.m_Handle;
-    m_EventID = source.m_EventID;
-    m_Severity = source.m_Severity;
-    m_TimeStamp = source.m_TimeStamp;
-    m_PlaceHolder1 = std::forward<Source>(source).m_PlaceHolder1;
-    m_PlaceHolder2 = std::forward<Source>(source).m_PlaceHolder2;
-    m_PlaceHolder3 = std::forward<Source>(source).m_PlaceHolder3;
-    m_PlaceHolder4 = std::forward<Source>(source).m_PlaceHolder4;
-    m_PlaceHolder5 = std::forward<Source>(source).m_PlaceHolder5;
-    m_PlaceHolder6 = std::forward<Source>(source).m_PlaceHolder6;
-    m_Data = std::forward<Source>(source).m_Data;
-    m_Source = std::forward<Source>(source).m_Source;
-    m_Host = std::forward<Source>(source).m_Host;
-    m_SequenceNumber = source.m_SequenceNumber;
+void Assign(CEvent& event, Source&& source) {
+    event.m_Handle = source.m_Handle;
+    event.m_EventID = source.m_EventID;
+    event.m_Severity = source.m_Severity;
+    event.m_TimeStamp = source.m_TimeStamp;
+    event.m_PlaceHolder1 = std::forward<Source>(source).m_PlaceHolder1;
+    event.m_PlaceHolder2 = std::forward<Source>(source).m_PlaceHolder2;
+    event.m_PlaceHolder3 = std::forward<Source>(source).m_PlaceHolder3;
+    event.m_PlaceHolder4 = std::forward<Source>(source).m_PlaceHolder4;
+    event.m_PlaceHolder5 = std::forward<Source>(source).m_PlaceHolder5;
+    event.m_PlaceHolder6 = std::forward<Source>(source).m_PlaceHolder6;
+    event.m_Data = std::forward<Source>(source).m_Data;
+    event.m_Source = std::forward<Source>(source).m_Source;
+    event.m_Host = std::forward<Source>(source).m_Host;
+    event.m_SequenceNumber = source.m_SequenceNumber;
 }
+
+}  // namespace
 
 CEvent::CEvent() = default;
 
 CEvent::CEvent(const CEvent& source) {
-    Assign(source);
+    Assign(*this, source);
 }
 
 CEvent::CEvent(CEvent&& source) noexcept {
-    Assign(std::move(source));
+    Assign(*this, std::move(source));
 }
 
 CEvent& CEvent::operator=(const CEvent& source) {
-    Assign(source);
+    Assign(*this, source);
     return *this;
 }
 
 CEvent& CEvent::operator=(CEvent&& source) noexcept {
-    Assign(std::move(source));
+    Assign(*this, std::move(source));
     return *this;
 }
 
