@@ -183,7 +183,8 @@ void CheckCompared(const CProperty& left, const CProperty& right) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzedDataProvider input(data, size);
     CProperty properties[2] = {FilledProperty(PropertyType::CHOICE), CProperty(PropertyID::VENDOR, true)};
-    while (input.remaining_bytes() > 0) {
+    constexpr int MOST_STEPS = 50;
+    for (int step = 0; step < MOST_STEPS && input.remaining_bytes() > 0; ++step) {
         const bool isFirst = input.ConsumeBool();
         CProperty& property = properties[isFirst ? 0 : 1];
         CProperty& other = properties[isFirst ? 1 : 0];
