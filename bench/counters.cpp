@@ -1,5 +1,5 @@
-// Counts by standing in for the functions of the C library and of the compiler's runtime. Every shared library of
-// the process calls these.
+// Counts by standing in for the functions of the C library and of the compiler's runtime. Every shared
+// library of the process calls these.
 
 #include <dlfcn.h>
 

@@ -50,7 +50,8 @@ void SetPage(const std::vector<Attribute>& attributes, PI::_IDE_SMART_DATA& page
 void Generate(unsigned long number, Drive& drive) {
     const auto hours = static_cast<std::uint64_t>(number % 40000);
     const auto wear = static_cast<std::uint8_t>(100 - number % 90);
-    std::vector<Attribute> attributes = {{9, 100, hours}, {5, 100, 0}, {12, 100, number % 100}, {194, 60, 40}};
+    std::vector<Attribute> attributes = {
+        {9, 100, hours}, {5, 100, 0}, {12, 100, number % 100}, {194, 60, 40}};
     drive.m_RotationRate = 0;
     drive.m_CapacityBytes = 480103981056;
     drive.m_Firmware = "N2010101";

@@ -27,7 +27,7 @@ Models KnownModels() {
     return models;
 }
 
-/// 500 models of other drives.
+/// 500 models of drives that are not in the list.
 Models OtherModels() {
     Models models;
     std::ifstream file(BENCH_DRIVE_MODELS);
@@ -101,13 +101,14 @@ void AddWay(const std::string& work, const std::string& way, const Models& model
 
 void bench::RegisterBenchmarks() {
     const Models all = AllModels();
-    if (all.size() != 1000) {
-        std::fprintf(stderr, "%s: 500 models expected\n", BENCH_DRIVE_MODELS);
+    const Models others = OtherModels();
+    if (all.size() != 1000 || std::any_of(others.begin(), others.end(), FindByLoop)) {
+        std::fprintf(stderr, "%s: 500 models that are not in the list expected\n", BENCH_DRIVE_MODELS);
         std::exit(1);
     }
     AddWay("endurance", "library", all, PI::CPluginHelper::findLifeTimeProp);
     AddWay("endurance", "naive", all, FindByLoop);
     AddWay("endurance", "regex", all, FindByPattern);
     AddWay("endurance_hits", "library", KnownModels(), PI::CPluginHelper::findLifeTimeProp);
-    AddWay("endurance_misses", "library", OtherModels(), PI::CPluginHelper::findLifeTimeProp);
+    AddWay("endurance_misses", "library", others, PI::CPluginHelper::findLifeTimeProp);
 }

@@ -1,4 +1,5 @@
-// Loads and unloads a library once, after its pages were dropped from memory, and prints the nanoseconds it took.
+// Loads and unloads a library once, after its pages were dropped from memory, and prints the nanoseconds it
+// took.
 
 #include <dlfcn.h>
 #include <fcntl.h>

@@ -46,9 +46,8 @@ const std::vector<Row> EVENT_IDS = {
 };
 #undef PI_ERROR_CODE
 
-#define PI_ERROR_CODE(number, constant, name)         \
-    case HasNameOfItsOwn(#constant) ? number : -number: \
-        return name;
+#define PI_ERROR_CODE(number, constant, name) \
+    case HasNameOfItsOwn(#constant) ? number: -number : return name;
 const char* SwitchErrorCode(int number) {
     switch (number) {
 #include <pi/vocabulary/error_codes.def>
@@ -158,10 +157,23 @@ void AddNumberToName() {
     }();
     AddLookUp("binary_search", [](const Query& query) {
         const Sorted& rows = sorted[query.m_Table];
-        const auto found =
-            std::lower_bound(rows.begin(), rows.end(), query.m_Number,
-                             [](const auto& row, int wanted) { return row.first < wanted; });
+        const auto found = std::lower_bound(rows.begin(), rows.end(), query.m_Number,
+                                            [](const auto& row, int wanted) { return row.first < wanted; });
         return &found->second;
+    });
+
+    static const auto arrays = [] {
+        std::vector<std::vector<const std::string*>> all;
+        for (const auto& map : maps) {
+            auto& names = all.emplace_back(static_cast<std::size_t>(map.rbegin()->first) + 1);
+            for (const auto& [number, name] : map) {
+                names[static_cast<std::size_t>(number)] = &name;
+            }
+        }
+        return all;
+    }();
+    AddLookUp("array", [](const Query& query) {
+        return arrays[query.m_Table][static_cast<std::size_t>(query.m_Number)];
     });
 
     AddLookUp("switch", [](const Query& query) {
@@ -180,8 +192,7 @@ void AddReverse(const std::string& way, LookUp lookUp) {
             name = PROPERTY_VALUES[random() % PROPERTY_VALUES.size()].m_Name;
         }
         std::size_t next = 0;
-        bench::Measure(state,
-                       [&] { benchmark::DoNotOptimize(lookUp(names[next++ % names.size()])); });
+        bench::Measure(state, [&] { benchmark::DoNotOptimize(lookUp(names[next++ % names.size()])); });
     });
 }
 

@@ -1,5 +1,5 @@
-// A property and an object as plain structs, everything inline: the descriptive fields and standard members of every
-// kind of data but the XML document.
+// A property and an object as plain structs, everything inline: the descriptive fields and standard members
+// of every kind of data but the XML document.
 #pragma once
 
 #include <tuple>

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <pugixml.hpp>
+#include <sstream>
 
 #include "measure.h"
 #include "plain_property.h"
@@ -14,19 +15,30 @@ namespace {
 using bench::Value;
 using bench::Values;
 
+std::string TextByStream(const pugi::xml_document& document) {
+    std::ostringstream stream;
+    document.save(stream, "\t", pugi::format_indent);
+    return stream.str();
+}
+
+std::string TextByWriter(const pugi::xml_document& document) {
+    struct Writer : pugi::xml_writer {
+        void write(const void* data, std::size_t size) override {
+            m_Text.append(static_cast<const char*>(data), size);
+        }
+        std::string m_Text;
+    };
+    Writer writer;
+    document.save(writer, "\t", pugi::format_indent);
+    return writer.m_Text;
+}
+
 /// As the rules say it: a document goes through text, be it empty.
+template <std::string (*Text)(const pugi::xml_document&)>
 struct NaiveProperty : memberwise::Property {
     explicit NaiveProperty(const memberwise::Property& source) : memberwise::Property(source) {}
     NaiveProperty(const NaiveProperty& source) : memberwise::Property(source) {
-        struct Writer : pugi::xml_writer {
-            void write(const void* data, std::size_t size) override {
-                m_Text.append(static_cast<const char*>(data), size);
-            }
-            std::string m_Text;
-        };
-        Writer writer;
-        source.m_Document.save(writer, "\t", pugi::format_indent, pugi::encoding_auto);
-        m_Document.load_string(writer.m_Text.c_str(), pugi::parse_default);
+        m_Document.load_string(Text(source.m_Document).c_str(), pugi::parse_default);
     }
 
     pugi::xml_document m_Document;
@@ -86,7 +98,8 @@ void AddPropertyCopies(const std::string& work, const Value& value) {
     const int id = PI::PropertyID::MAJOR_VERSION;
     const PI::CProperty property = bench::SampleProperty(id, value);
     AddCopy(work, "library", property);
-    AddCopy(work, "naive", NaiveProperty(bench::ToMemberwise(property)));
+    AddCopy(work, "naive", NaiveProperty<TextByStream>(bench::ToMemberwise(property)));
+    AddCopy(work, "writer", NaiveProperty<TextByWriter>(bench::ToMemberwise(property)));
     AddCopy(work, "memberwise", bench::ToMemberwise(property));
     AddCopy(work, "plain", bench::ToPlain(property));
     AddCopy(work, "variant", std::make_pair(id, value));
@@ -99,11 +112,14 @@ void AddObjectCopies(const std::string& work) {
     const PI::CObject object = bench::SampleObject();
     const Values values = bench::SampleValues();
     AddCopy(work, "library", object);
-    std::vector<NaiveProperty> naive;
+    std::vector<NaiveProperty<TextByStream>> naive;
+    std::vector<NaiveProperty<TextByWriter>> writer;
     for (const PI::CProperty& property : object.m_Properties) {
         naive.emplace_back(bench::ToMemberwise(property));
+        writer.emplace_back(bench::ToMemberwise(property));
     }
     AddCopy(work, "naive", naive);
+    AddCopy(work, "writer", writer);
     AddCopy(work, "memberwise", bench::ToMemberwise(object));
     AddCopy(work, "plain", bench::ToPlain(object));
     AddCopy(work, "variant", values);
@@ -160,8 +176,7 @@ bool Equal(const bench::PlainProperty& left, const bench::PlainProperty& right) 
             return left.m_Range == right.m_Range && left.m_Min == right.m_Min && left.m_Max == right.m_Max &&
                    left.m_Step == right.m_Step;
         case PI::PropertyType::MULTI_STRING:
-            return left.m_MultiString == right.m_MultiString &&
-                   left.m_SelectionMask == right.m_SelectionMask;
+            return left.m_MultiString == right.m_MultiString && left.m_SelectionMask == right.m_SelectionMask;
         default: return false;
     }
 }

@@ -11,7 +11,8 @@ Values SampleValues() {
     }
     for (int i = 0; i < 18; ++i) {
         // 6 to 40 characters: some fit into the string object itself, some do not.
-        add(std::string("text number " + std::to_string(i) + " of a managed object's values", 0, 6U + 2U * static_cast<unsigned>(i)));
+        add(std::string("text number " + std::to_string(i) + " of a managed object's values", 0,
+                        6U + 2U * static_cast<unsigned>(i)));
     }
     for (int i = 0; i < 12; ++i) {
         add(Choice{PI::PropertyValue::RAID0 + i, {PI::PropertyValue::RAID0, PI::PropertyValue::RAID0 + i}});

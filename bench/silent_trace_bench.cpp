@@ -1,5 +1,5 @@
-// Calls that trace, while traces are off. Compiled twice: against the library, and against a build of the same
-// sources without the trace statements, in which the namespace has another name (see CMakeLists.txt).
+// Calls that trace, while traces are off. Compiled twice: against the library, and against a build of the
+// same sources without the trace statements, in which the namespace has another name (see CMakeLists.txt).
 
 #include <pi/etr.h>
 #include <pi/plugin_helper.h>
