@@ -70,6 +70,7 @@ constexpr std::array<std::uint16_t, CODES + 1> MakeFirstRows() {
         ++first[(sense.m_Code >> 8) + 1U];
     }
     for (std::size_t code = 0; code < CODES; ++code) {
+        // cppcheck-suppress containerOutOfBounds ; reads the size CODES + 1 as CODES
         first[code + 1] = static_cast<std::uint16_t>(first[code] + first[code + 1]);
     }
     return first;

@@ -43,6 +43,7 @@ unsigned int CGlobalAdapterID::GetGlobalAdapterNumber() const {
     return found == ids.end() ? 0xFFFFFFFF : static_cast<unsigned int>(found - ids.begin());
 }
 
+// cppcheck-suppress passedByValue ; part of the interface
 int CGlobalAdapterID::GenerateUniqueAdapterNumber(int a, int b, int c, int d, std::string host) {
     const int id = UniqueID(a, b, c, d);
     Register(host, id);

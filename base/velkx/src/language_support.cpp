@@ -59,7 +59,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t MAX_SIZE = 64U * 1024U * 1024U;
+    static constexpr std::size_t MAX_SIZE = std::size_t{64} * 1024 * 1024;
 
     static std::string Read(const std::string& path) {
         std::ifstream file(path, std::ios::binary);

@@ -24,8 +24,8 @@ public:
 
 private:
     struct Known {
-        PI::_PROPERTY_VALUE m_Status;
-        PI::_PROPERTY_VALUE m_Activity;
+        PI::_PROPERTY_VALUE m_Status = PI::PropertyValue::EMPTY;
+        PI::_PROPERTY_VALUE m_Activity = PI::PropertyValue::EMPTY;
         std::set<std::string> m_FailedMembers;
     };
 
