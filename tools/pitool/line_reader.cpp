@@ -2,8 +2,8 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
+#include <cstring>
 
 namespace pitool {
 
@@ -27,7 +27,8 @@ LineReader::Result LineReader::Next(std::string& line) {
         }
         const char* begin = m_Buffer.data() + m_Begin;
         const char* end = m_Buffer.data() + m_End;
-        const char* newline = std::find(begin, end, '\n');
+        const void* found = std::memchr(begin, '\n', m_End - m_Begin);
+        const char* newline = found != nullptr ? static_cast<const char*>(found) : end;
         tooLong = tooLong || line.size() + static_cast<std::size_t>(newline - begin) > MAX_LENGTH;
         if (!tooLong) {
             line.append(begin, newline);
