@@ -24,7 +24,8 @@ public:
 
     int GetAdapterUniqueID() const;
 
-    /// Sets the identifier and registers it for the host, if it is not registered yet.
+    /// Sets the identifier and registers it for the host, if it is not registered yet. Where memory runs out,
+    /// it does neither.
     void SetAdapterUniqueID(int id);
 
     /// The adapter's place among its host's, from 0; 0xFFFFFFFF when its identifier is not registered.

@@ -21,7 +21,8 @@ public:
     CEvent();
 
     /// Copies and moves leave out the resolved strings and the scratch string: a new event starts with them
-    /// empty, an assigned one keeps its own.
+    /// empty, an assigned one keeps its own. An assignment in which memory runs out leaves part of the old
+    /// and part of the new.
     CEvent(const CEvent& source);
     CEvent(CEvent&& source) noexcept;
     CEvent& operator=(const CEvent& source);
@@ -31,7 +32,7 @@ public:
     /// One and the same event: equal handle, identifier, severity and time stamp. Nothing else is compared.
     bool operator==(const CEvent& other) const;
 
-    /// Stores a literal text.
+    /// Stores a literal text. Where memory runs out, the placeholder stays as it is.
     void SetPlaceHolder1(const std::string& text);
     void SetPlaceHolder2(const std::string& text);
     void SetPlaceHolder3(const std::string& text);

@@ -157,7 +157,7 @@ TEST(PropertyFaults, AnAssignmentThatFailsLeavesAPropertyToAssignTo) {
         });
 }
 
-TEST(PropertyFaults, ASetterThatFailsKeepsTheTypeAndTheOtherKinds) {
+TEST(PropertyFaults, ASetterThatFailsKeepsTypeAndValue) {
     std::vector<int> numbers = {1, 2, 3, 4};
     std::vector<int> numbers2 = {5, 6, 7};
     std::vector<unsigned long> longs = {8, 9, 10};
@@ -177,21 +177,25 @@ TEST(PropertyFaults, ASetterThatFailsKeepsTheTypeAndTheOtherKinds) {
     for (const auto& [type, set] : setters) {
         CProperty expected = before;
         set(expected);
-        RunOutOfMemoryEverywhere([&] { return before; }, set,
-                                 [&](CProperty& property, Ending ending) {
-                                     EXPECT_NE(ending, Ending::ABSORBED);
-                                     const bool done = ending == Ending::DONE;
-                                     EXPECT_EQ(property.m_Type, done ? type : before.m_Type);
-                                     EXPECT_EQ(property.m_Format, done ? expected.m_Format : before.m_Format);
-                                     for (const _PROPERTY_TYPE kind : DATA_TYPES) {
-                                         if (kind != type || done) {
-                                             EXPECT_EQ(KindText(property, kind), KindText(expected, kind));
-                                         }
-                                     }
-                                     EXPECT_EQ(IdentityText(property), IdentityText(before));
-                                     set(property);
-                                     EXPECT_EQ(AllTexts(property), AllTexts(expected));
-                                 });
+        RunOutOfMemoryEverywhere(
+            [&] { return before; }, set,
+            [&](CProperty& property, Ending ending) {
+                EXPECT_NE(ending, Ending::ABSORBED);
+                const bool done = ending == Ending::DONE;
+                EXPECT_EQ(property.m_Type, done ? type : before.m_Type);
+                EXPECT_EQ(property.m_Format, done ? expected.m_Format : before.m_Format);
+                for (const _PROPERTY_TYPE kind : DATA_TYPES) {
+                    if (kind != type || done) {
+                        EXPECT_EQ(KindText(property, kind), KindText(expected, kind));
+                    }
+                }
+                if (!done && type != PropertyType::MULTI_STRING && type != PropertyType::XML) {
+                    EXPECT_EQ(KindText(property, type), KindText(before, type));
+                }
+                EXPECT_EQ(IdentityText(property), IdentityText(before));
+                set(property);
+                EXPECT_EQ(AllTexts(property), AllTexts(expected));
+            });
     }
 }
 
@@ -230,7 +234,6 @@ TEST(PropertyFaults, AGetterThatFailsLeavesTheProperty) {
     expectCleanFailure(
         std::vector<std::string>(), [&](std::vector<std::string>& texts) { property.GetValue(texts); },
         property.m_Data.m_MultiString.m_Values);
-    std::vector<int> choices;
     expectCleanFailure(
         std::pair<int, std::vector<int>>(),
         [&](std::pair<int, std::vector<int>>& choice) { property.GetValue(choice.first, choice.second); },
@@ -291,18 +294,44 @@ TEST(RecordFaults, MovesNeedNoMemory) {
 
 namespace {
 
+std::string FiguresOf(const std::vector<CContainer>& containers) {
+    std::string text;
+    for (const CContainer& container : containers) {
+        text += '[';
+        for (const CDrive& drive : container.m_Drives) {
+            text += TextOf(std::vector<std::uint64_t>{drive.m_ObjectID, drive.m_StartAddress,
+                                                      drive.m_UsedSize, drive.m_LogicalDrive,
+                                                      drive.m_LogicalOwner, drive.m_IsConfigurable});
+        }
+        text += ']';
+    }
+    return text;
+}
+
+std::string FiguresOf(const CArray& array) {
+    return TextOf(std::vector<std::uint64_t>{array.m_Size, static_cast<std::uint64_t>(array.m_Units)}) +
+           FiguresOf(array.m_Containers) + TextOf(array.m_LogicalDrives);
+}
+
+std::string FiguresOf(const CLogicalDrive& drive) {
+    return TextOf(std::vector<std::uint64_t>{drive.m_Size, static_cast<std::uint64_t>(drive.m_Units),
+                                             drive.m_SpanCount, drive.m_SpanSize}) +
+           FiguresOf(drive.m_Containers) + TextOf(drive.m_GlobalHotSpares) + "|" +
+           TextOf(drive.m_DedicatedHotSpares) + "|" + TextOf(drive.m_AssociatedLogicalDrives);
+}
+
 /// A record is read whole or not at all, never with a figure that fell back for want of memory.
 template <class Record>
 void ExpectDocumentsToFailCleanly(const char* text) {
     VELK::XML::xml_document document;
     ASSERT_TRUE(document.load_string(text));
     const std::string before = TextOf(document);
-    const Record expected(document);
+    const std::string expected = FiguresOf(Record(document));
     RunOutOfMemoryEverywhere([] { return std::optional<Record>(); },
                              [&](std::optional<Record>& record) { record.emplace(document); },
                              [&](const std::optional<Record>& record, Ending ending) {
                                  EXPECT_EQ(record.has_value(), ending != Ending::THREW);
-                                 EXPECT_TRUE(!record || *record == expected);
+                                 EXPECT_TRUE(!record || FiguresOf(*record) == expected);
                                  EXPECT_EQ(TextOf(document), before);
                              });
 }
