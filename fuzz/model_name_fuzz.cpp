@@ -1,13 +1,12 @@
 // Model texts of SATA drives: split, then looked up in the list and by their rotation speed.
 #include <pi/plugin_helper.h>
 
-#include <algorithm>
 #include <cstdint>
-#include <iterator>
 #include <stdexcept>
 
 #include "check.h"
 #include "drives/plain_endurance_search.h"
+#include "drives/plain_rotation_speed.h"
 #include "drives/plain_sata_names.h"
 
 namespace {
@@ -29,16 +28,16 @@ void CheckEnduranceSearch(const std::string& model) {
 }
 
 void CheckRotationSpeed(const Names& names) {
-    constexpr unsigned long SPEEDS[] = {4200, 5400, 7200, 10000, 15000};
+    const std::string vendor = Upper(names.m_Vendor);
+    const bool isTooShort = (vendor == "HITACHI" || vendor == "HGST") && names.m_Model.size() < 3;
     unsigned long rpm = 0;
     try {
         CHECK(CPluginHelper::GetSATARPM(names.m_Vendor, names.m_Model, rpm) == 0);
-        CHECK(std::find(std::begin(SPEEDS), std::end(SPEEDS), rpm) != std::end(SPEEDS));
+        CHECK(!isTooShort);
     } catch (const std::out_of_range&) {
-        const std::string vendor = Upper(names.m_Vendor);
-        CHECK((vendor == "HITACHI" || vendor == "HGST") && names.m_Model.size() < 3);
-        CHECK(rpm == 7200);
+        CHECK(isTooShort);
     }
+    CHECK(rpm == (isTooShort ? 7200 : ExpectedRPM(names.m_Vendor, names.m_Model)));
     float thousands = 0;
     CHECK(CPluginHelper::RoundRPM(rpm, thousands) == 0);
     CHECK(thousands >= 4.2F && thousands <= 15.0F);
