@@ -72,15 +72,16 @@ TEST_F(EventFaults, ASetterThatFailsKeepsThePlaceholder) {
 }
 
 TEST_F(EventFaults, AGetterThatFailsChangesNothingStored) {
-    for (const auto& [getter, expected] : {std::pair(&CEvent::GetPlaceHolder1, LONG_TEXT + " one"),
-                                           std::pair(&CEvent::GetPlaceHolder2, "enclosure " + LONG_TEXT)}) {
+    const auto expectCleanFailure = [&](std::string& (CEvent::*getter)(), const std::string& expected) {
         RunOutOfMemoryEverywhere([&] { return m_Event; }, getter,
                                  [&](CEvent& event, Ending ending) {
                                      EXPECT_NE(ending, Ending::ABSORBED);
                                      ExpectSameStored(event, m_Event);
                                      EXPECT_EQ((event.*getter)(), expected);
                                  });
-    }
+    };
+    expectCleanFailure(&CEvent::GetPlaceHolder1, LONG_TEXT + " one");
+    expectCleanFailure(&CEvent::GetPlaceHolder2, "enclosure " + LONG_TEXT);
 }
 
 // What fails while the description is looked up or filled in makes it "Unknown Event"; the rest throws.

@@ -174,7 +174,9 @@ TEST(PropertyFaults, ASetterThatFailsKeepsTypeAndValue) {
         {PropertyType::STRING, [&](CProperty& property) { property.SetValue(LONG_TEXT.c_str()); }},
     };
     const CProperty before = FilledProperty(PropertyType::RANGE);
-    for (const auto& [type, set] : setters) {
+    for (const auto& setter : setters) {
+        const _PROPERTY_TYPE type = setter.first;
+        const auto& set = setter.second;
         CProperty expected = before;
         set(expected);
         RunOutOfMemoryEverywhere(
