@@ -162,18 +162,19 @@ void AddNumberToName() {
         return &found->second;
     });
 
+    // By the low 16 bits, which no two numbers of a table share.
     static const auto arrays = [] {
         std::vector<std::vector<const std::string*>> all;
         for (const auto& map : maps) {
-            auto& names = all.emplace_back(static_cast<std::size_t>(map.rbegin()->first) + 1);
+            auto& names = all.emplace_back(1 << 16);
             for (const auto& [number, name] : map) {
-                names[static_cast<std::size_t>(number)] = &name;
+                names[static_cast<unsigned>(number) & 0xFFFF] = &name;
             }
         }
         return all;
     }();
     AddLookUp("array", [](const Query& query) {
-        return arrays[query.m_Table][static_cast<std::size_t>(query.m_Number)];
+        return arrays[query.m_Table][static_cast<unsigned>(query.m_Number) & 0xFFFF];
     });
 
     AddLookUp("switch", [](const Query& query) {
