@@ -113,6 +113,7 @@ void CETR::Compute(int percent, unsigned long timeStamp) {
                 const std::uint64_t recentPace = (times[count - 1] - times[count - 6]) / step + 1;
                 m_RemainingTime = (RemainingAtPace(elapsed, done) + recentPace * done) * toDo / 100;
             } else {
+                // Not reached, as the samples kept all lie below the new one; what it guards is a division.
                 Trace(TRACE_CATEGORY_DATA,
                       "The same values in m_PercentageComplete. This should not be possible!");
             }

@@ -30,7 +30,7 @@ constexpr int WARM_UP_ROUNDS = 200;  // in which the loader and the allocator re
 
 // What the allocator takes for one byte. Freed blocks that it keeps at hand count as handed out and make the
 // figures vary by a few kilobytes, so half of what one block lost in each round comes to is the limit.
-constexpr std::size_t SMALLEST_BLOCK = 32;
+[[maybe_unused]] constexpr std::size_t SMALLEST_BLOCK = 32;
 
 const std::filesystem::path MDRAID = std::filesystem::path(PLUGIN_FOLDER) / "mdraid.so";
 const std::filesystem::path SMARTCTL = std::filesystem::path(PLUGIN_FOLDER) / "smartctl.so";
