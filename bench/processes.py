@@ -86,7 +86,8 @@ def include_cost(build, work):
     def lines(path):
         return sum(1 for line in output("-E", path).splitlines() if line.strip() and not line.startswith("#"))
 
-    sources = {"include/library": source("with_pi.cpp", PI_INCLUDE), "include/peer": source("with_peer.cpp", PEER_INCLUDES)}
+    sources = {"include/library": source("with_pi.cpp", PI_INCLUDE),
+               "include/peer": source("with_peer.cpp", PEER_INCLUDES)}
     foreign = [header for header in output("-M", sources["include/library"]).split()
                if "/boost/" in header or "/plog/" in header]
     if foreign:
