@@ -57,6 +57,7 @@ Options ParseOptions(int argc, char** argv) {
     };
     Options options;
     opterr = 0;
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): before any thread starts
     for (int option = 0; (option = getopt_long(argc, argv, ":s:t:d:l:h", LONG_OPTIONS, nullptr)) != -1;) {
         switch (option) {
             case 's': options.m_Settings.push_back(ParseSetting(optarg)); break;

@@ -30,6 +30,7 @@ std::vector<Item> Ask(Entry* entry, std::vector<Item> items, std::vector<std::st
 
 /// What the loader says, without the path that it begins with.
 std::string LoaderError(const std::filesystem::path& file) {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): one text per thread
     const char* const error = dlerror();
     std::string text = error == nullptr ? "cannot be loaded" : error;
     const std::string prefix = file.string() + ": ";

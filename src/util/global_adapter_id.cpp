@@ -44,6 +44,7 @@ unsigned int CGlobalAdapterID::GetGlobalAdapterNumber() const {
 }
 
 // cppcheck-suppress passedByValue ; part of the interface
+// NOLINTNEXTLINE(performance-unnecessary-value-param): part of the interface
 int CGlobalAdapterID::GenerateUniqueAdapterNumber(int a, int b, int c, int d, std::string host) {
     const int id = UniqueID(a, b, c, d);
     Register(host, id);

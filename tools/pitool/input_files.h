@@ -9,7 +9,7 @@
 namespace pitool {
 
 /// Largest input that is read, in bytes. What smartctl prints for one drive stays below a hundredth of it.
-constexpr std::size_t MAX_INPUT_SIZE = 64U * 1024U * 1024U;
+constexpr std::size_t MAX_INPUT_SIZE = std::size_t{64} * 1024 * 1024;
 
 /// The argument that stands for standard input.
 constexpr const char* STANDARD_INPUT = "-";

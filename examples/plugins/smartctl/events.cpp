@@ -5,7 +5,7 @@
 namespace smartctl {
 namespace {
 
-constexpr std::uint64_t SHORT_LIFETIME_HOURS = 90 * 24;
+constexpr std::uint64_t SHORT_LIFETIME_HOURS = std::uint64_t{90} * 24;
 
 }  // namespace
 
