@@ -38,7 +38,6 @@ ExitStatus RunEta() {
     for (std::size_t number = 1;; ++number) {
         const LineReader::Result result = lines.Next(line);
         if (result == LineReader::FAILED) {
-            // NOLINTNEXTLINE(concurrency-mt-unsafe): pitool has one thread
             reason = std::strerror(errno);
             display.Finish();
             ReportError("standard input: " + reason);

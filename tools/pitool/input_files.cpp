@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t READ_STEP = 256U * 1024U;
+constexpr std::size_t READ_STEP = std::size_t{256} * 1024;
 
 bool ReadDescriptor(int descriptor, std::string& text, std::string& reason) {
     std::size_t length = 0;

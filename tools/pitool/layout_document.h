@@ -14,7 +14,7 @@
 namespace pitool {
 
 /// Largest document that is read, in bytes; one of a thousand drives has about 150,000.
-constexpr std::size_t MAX_LAYOUT_SIZE = 4U * 1024U * 1024U;
+constexpr std::size_t MAX_LAYOUT_SIZE = std::size_t{4} * 1024 * 1024;
 
 /// Deepest nesting of elements that is read; a configuration document has four levels.
 constexpr std::size_t MAX_ELEMENT_NESTING = 64;
