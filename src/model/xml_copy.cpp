@@ -2,6 +2,9 @@
 
 #include <new>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace PI {
 
@@ -20,15 +23,39 @@ struct StringWriter : VELK::XML::xml_writer {
     std::string m_Text;
 };
 
-// Indentation makes a text up to so many times as long as the document is.
-constexpr int MAX_INDENTED_LEVELS = 64;
+/// Keeps of a run of tabs one, and their number: the indentation of a document that is nested deeply would
+/// make its text of the square of its size.
+struct FoldingWriter : VELK::XML::xml_writer {
+    void write(const void* data, std::size_t size) override {
+        for (const char character : std::string_view(static_cast<const char*>(data), size)) {
+            const bool isTab = character == '\t';
+            if (isTab && m_EndsInTab) {
+                ++m_TabRuns.back();
+                continue;
+            }
+            if (isTab) {
+                m_TabRuns.push_back(1);
+            }
+            m_Text += character;
+            m_EndsInTab = isTab;
+        }
+    }
 
-bool IsNestedDeeply(const VELK::XML::xml_document& document) {
+    bool operator==(const FoldingWriter& other) const {
+        return m_Text == other.m_Text && m_TabRuns == other.m_TabRuns;
+    }
+
+    std::string m_Text;
+    std::vector<std::size_t> m_TabRuns;
+    bool m_EndsInTab = false;
+};
+
+bool IsNestedDeeperThan(int maximum, const VELK::XML::xml_document& document) {
     int level = 0;
     VELK::XML::xml_node node = document.first_child();
     while (node) {
         if (const VELK::XML::xml_node child = node.first_child()) {
-            if (++level > MAX_INDENTED_LEVELS) {
+            if (++level > maximum) {
                 return true;
             }
             node = child;
@@ -43,12 +70,27 @@ bool IsNestedDeeply(const VELK::XML::xml_document& document) {
     return false;
 }
 
-std::string TextOf(const VELK::XML::xml_document& document) {
+/// Indentation makes a text up to maximum times as long as the document is, and is left out beyond.
+void Save(const VELK::XML::xml_document& document, int maximum, VELK::XML::xml_writer& writer) {
+    const char* indent = IsNestedDeeperThan(maximum, document) ? "" : "\t";
+    document.save(writer, indent, SAVE_FLAGS, VELK::XML::encoding_auto);
+}
+
+std::string TextToCopy(const VELK::XML::xml_document& document) {
+    // Whether it is indented makes no difference: white space between elements is not read.
+    constexpr int MAX_INDENTED_LEVELS = 64;
     StringWriter writer;
-    // The text of a document that is nested deeply would be of the square of its size. Without indentation it
-    // says the same: white space between elements is not read.
-    document.save(writer, IsNestedDeeply(document) ? "" : "\t", SAVE_FLAGS, VELK::XML::encoding_auto);
+    Save(document, MAX_INDENTED_LEVELS, writer);
     return std::move(writer.m_Text);
+}
+
+FoldingWriter TextToCompare(const VELK::XML::xml_document& document) {
+    // Makes a difference between documents that hold white space of their own between elements, so it ends
+    // far beyond what anybody nests.
+    constexpr int MAX_INDENTED_LEVELS = 1000;
+    FoldingWriter writer;
+    Save(document, MAX_INDENTED_LEVELS, writer);
+    return writer;
 }
 
 bool IsEmpty(const VELK::XML::xml_document& document) {
@@ -64,14 +106,14 @@ void CopyDocument(const VELK::XML::xml_document& source, VELK::XML::xml_document
         }
         return;
     }
-    const std::string text = TextOf(source);
+    const std::string text = TextToCopy(source);
     if (target.load_string(text.c_str(), PARSE_OPTIONS).status == VELK::XML::status_out_of_memory) {
         throw std::bad_alloc();
     }
 }
 
 bool EqualDocuments(const VELK::XML::xml_document& left, const VELK::XML::xml_document& right) {
-    return (IsEmpty(left) && IsEmpty(right)) || TextOf(left) == TextOf(right);
+    return (IsEmpty(left) && IsEmpty(right)) || TextToCompare(left) == TextToCompare(right);
 }
 
 }  // namespace PI

@@ -9,7 +9,7 @@ namespace PI {
 /// @throws std::bad_alloc when memory runs out; the target is valid but may hold less then
 void CopyDocument(const VELK::XML::xml_document& source, VELK::XML::xml_document& target);
 
-/// Whether two documents have the same text, which is indented unless they are nested deeply.
+/// Whether two documents have the same text.
 bool EqualDocuments(const VELK::XML::xml_document& left, const VELK::XML::xml_document& right);
 
 }  // namespace PI

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 
 #include "model/property_samples.h"
@@ -166,6 +167,28 @@ TEST_F(HostileProperty, ACopyIsTheSameWhereverIndentationEnds) {
         CopyByText(document, expected);
         EXPECT_EQ(TreeOf(m_Property.m_Data.m_XML.m_Document), TreeOf(expected)) << levels;
         EXPECT_TRUE(CProperty(m_Property) == m_Property) << levels;
+    }
+}
+
+// White space that the document holds and indentation are one in the text.
+TEST_F(HostileProperty, ComparesTheIndentedTextOfUpToAThousandLevels) {
+    for (const std::size_t levels : {2U, 64U, 65U, 990U}) {
+        CProperty indented;
+        CProperty spaced;
+        CProperty unlike;
+        indented.m_Type = spaced.m_Type = unlike.m_Type = PropertyType::XML;
+        xml_document& document = indented.m_Data.m_XML.m_Document;
+        ASSERT_TRUE(document.load_string(Nested(levels, "<a/><b/>").c_str()));
+        std::ostringstream text;
+        document.save(text, "\t", VELK::XML::format_indent);
+        ASSERT_TRUE(spaced.m_Data.m_XML.m_Document.load_string(text.str().c_str(), PARSE_EVERYTHING));
+        std::string oneTabLess = text.str();
+        oneTabLess.erase(oneTabLess.find("\t<a"), 1);
+        ASSERT_TRUE(unlike.m_Data.m_XML.m_Document.load_string(oneTabLess.c_str(), PARSE_EVERYTHING));
+
+        EXPECT_TRUE(indented == spaced) << levels;
+        EXPECT_FALSE(indented == unlike) << levels;
+        EXPECT_FALSE(spaced == unlike) << levels;
     }
 }
 
