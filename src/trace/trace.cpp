@@ -16,7 +16,7 @@ struct VELKTrace::Format {
 namespace {
 
 // The standard library notes how a locale's characters are narrowed when that is first asked, without a lock.
-// Asked for all of them while the library is loaded, so that threads that trace at once only read.
+// Asked for all of them before the first format is read, so that threads that trace at once only read.
 bool AskForAllCharacters() {
     char characters[256];
     for (int i = 0; i < 256; ++i) {
@@ -27,8 +27,6 @@ bool AskForAllCharacters() {
     facet.widen(characters, std::end(characters), characters);
     return true;
 }
-
-[[maybe_unused]] const bool askedForAllCharacters = AskForAllCharacters();
 
 struct Argument {
     void (*m_Print)(std::ostream&, const void*);
@@ -84,6 +82,7 @@ void WriteTo(std::size_t line, std::string_view tag, std::string_view prefix, st
 
 VELKTrace::VELKTrace(int number, const char* name, int category, const char* format)
     : m_Number(number), m_Name(name), m_Category(category), m_Format(nullptr), m_Message(format) {
+    [[maybe_unused]] static const bool asked = AskForAllCharacters();
     m_Format = new Format(format);  // last, so that nothing behind it can throw
 }
 
