@@ -4,17 +4,14 @@
 
 #include "drive_assessment.h"
 
-#include <array>
-#include <cstddef>
 #include <string>
 #include <vector>
 
 namespace pitool {
 
-constexpr std::size_t TABLE_COLUMNS = 8;
-
-/// The cells of a line, in printable text.
-using DriveRow = std::array<std::string, TABLE_COLUMNS>;
+/// The cells of a line, in printable text, each with a line feed behind it. One text takes a fraction of the
+/// memory of a list, and those of all drives are kept until the last one is read.
+using DriveRow = std::string;
 
 DriveRow MakeDriveRow(const DriveAssessment& drive);
 
