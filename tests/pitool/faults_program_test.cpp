@@ -131,7 +131,10 @@ TEST_F(ProgramFaults, ADirectoryWithoutPermissionIsRefused) {
     fs::permissions(Path("closed"), fs::perms::none);
     std::string asUser;
     if (geteuid() == 0) {  // nothing is forbidden to root
-        asUser = std::string(SET_USER) + " --reuid=" + std::to_string(NOBODY) +
+        // Counters of coverage go where that user may write.
+        fs::create_directory(Path("counters"));
+        fs::permissions(Path("counters"), fs::perms::all);
+        asUser = "GCOV_PREFIX=counters " + std::string(SET_USER) + " --reuid=" + std::to_string(NOBODY) +
                  " --regid=" + std::to_string(NOBODY) + " --clear-groups ";
         if (Shell(asUser + "$PITOOL --version").m_ExitStatus != 0) {
             GTEST_SKIP() << "another user cannot run the program, so root has nobody to try this as";
