@@ -29,6 +29,20 @@ bool IsSelected(std::uint32_t mask, std::size_t index) {
     return (mask >> (index % 32) & 1U) != 0;
 }
 
+/// An empty element adds nothing, and so causes no separator.
+void JoinSelected(const CMultiStringData& data, std::string& text) {
+    text.clear();
+    for (std::size_t i = 0; i < data.m_Values.size(); ++i) {
+        if (!IsSelected(data.m_SelectionMask, i) || data.m_Values[i].empty()) {
+            continue;
+        }
+        if (!text.empty()) {
+            text += ", ";
+        }
+        text += data.m_Values[i];
+    }
+}
+
 void CheckType(const CProperty& property, _PROPERTY_TYPE expected) {
     if (property.m_Type != expected) {
         Trace(TRACE_CATEGORY_PROPERTY, "Property %d has type=%d but should have %d!", property.m_ID,
@@ -279,22 +293,12 @@ int CProperty::GetValue(std::vector<std::string>& values) {
 }
 
 int CProperty::GetValueString(std::string& text) const {
-    if (m_Type != PropertyType::MULTI_STRING) {
-        CheckType(*this, PropertyType::STRING);
-        text = m_Data.m_String.m_Value;
+    if (m_Type == PropertyType::MULTI_STRING) {
+        JoinSelected(m_Data.m_MultiString, text);
         return ErrorCode::SUCCESS;
     }
-    text.clear();
-    const std::vector<std::string>& values = m_Data.m_MultiString.m_Values;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        if (!IsSelected(m_Data.m_MultiString.m_SelectionMask, i) || values[i].empty()) {
-            continue;
-        }
-        if (!text.empty()) {
-            text += ", ";
-        }
-        text += values[i];
-    }
+    CheckType(*this, PropertyType::STRING);
+    text = m_Data.m_String.m_Value;
     return ErrorCode::SUCCESS;
 }
 

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <type_traits>
 
 namespace PI {
 
@@ -20,10 +21,15 @@ inline std::string Traceable(std::uint64_t number) {
     return std::to_string(number);
 }
 
+/// How an argument is handed on: a number as it is, since what has its address taken is kept in memory, which
+/// the caller pays for while traces are off.
+template <class Value>
+using Handed = std::conditional_t<std::is_trivially_copyable_v<Value>, Value, const Value&>;
+
 // Kept out of the callers, which would otherwise save registers for it while traces are off.
 template <class... Arguments>
 [[gnu::noinline, gnu::cold]] void WriteTrace(int category, const char* format,
-                                             const Arguments&... arguments) noexcept {
+                                             Arguments... arguments) noexcept {
     try {
         VELKTrace trace(494, "VELK_Trace", category, format);
         static_cast<void>((trace << ... << Traceable(arguments)));
@@ -37,7 +43,7 @@ template <class... Arguments>
 template <class... Arguments>
 void Trace(int category, const char* format, const Arguments&... arguments) noexcept {
     if (VELKTrace::tracesEnabled) {
-        WriteTrace(category, format, arguments...);
+        WriteTrace<Handed<Arguments>...>(category, format, arguments...);
     }
 }
 
