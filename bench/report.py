@@ -90,7 +90,8 @@ ROWS = [
         "floor ≤ 1.1", {"untraced": 1.1}),
     Row("silent_combination", "`ValidatePhysicalDriveCombination`, traces off", "", {},
         ("untraced", "no trace statements"), "floor ≤ 1.1", {"untraced": 1.1},
-        "less than a nanosecond in a call of five, spent on looking at the flag; one look instead of two gains 3 percent"),
+        "less than a nanosecond in a call of five, spent on looking at the flag; one look instead of two gains "
+        "3 percent"),
     Row("silent_get_number", "Getter of a number, traces off", "", {}, ("untraced", "no trace statements"),
         "floor ≤ 1.1", {"untraced": 1.1}, "less than a nanosecond, for the way to a trace that a wrong type takes"),
     Row("silent_get_text", "Getter of a text, traces off", "", {}, ("untraced", "no trace statements"),
