@@ -40,11 +40,12 @@ protected:
     }
 
     /// Runs a shell's command line in the directory, in which $PITOOL is the program and $EXAMPLES the
-    /// samples.
+    /// samples; blanks in either divide nothing.
     Outcome Shell(const std::string& command, int output = -1) const {
         return RunProgram(
             "/bin/sh", m_Directory,
-            {"-c", "PITOOL='" PITOOL_PROGRAM "' EXAMPLES='" PITOOL_ALL_EXAMPLES "'\n" + command}, "", output);
+            {"-c", "IFS= PITOOL='" PITOOL_PROGRAM "' EXAMPLES='" PITOOL_ALL_EXAMPLES "'\n" + command}, "",
+            output);
     }
 
     /// A command that is refused: nothing printed but one line of error.
