@@ -169,7 +169,9 @@ Command AddSense(CLI::App& app, SenseOptions& options) {
     CLI::App* sense = app.add_subcommand("sense", "Explain SCSI sense codes or sense data.");
     constexpr int CODES = 3;
     CLI::Option* codes =
-        sense->add_option("KEY ASC ASCQ", options.m_Codes, "Sense key and additional codes, hexadecimal")
+        sense
+            ->add_option("CODE", options.m_Codes,
+                         "KEY ASC ASCQ: sense key, additional code and its qualifier, hexadecimal")
             ->expected(CODES);
     sense->add_option("--data", options.m_Data, "Sense data, hexadecimal bytes")->excludes(codes);
     sense->add_flag("--json", options.m_Json, JSON_HELP);
