@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Counts by standing in for the functions of the C library and of the compiler's runtime. Every shared
 // library of the process calls these.
 

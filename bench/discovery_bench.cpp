@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Discovery of drives end to end: from what a drive reports to a managed object with its properties.
 
 #include <malloc.h>

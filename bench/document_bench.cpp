@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reading array configuration documents.
 
 #include <pi/layout.h>

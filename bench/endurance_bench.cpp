@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rated endurance of a drive by its model.
 
 #include <pi/plugin_helper.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rendering an event with six placeholders.
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Sorting the extents of drives.
 
 #include <pi/layout.h>

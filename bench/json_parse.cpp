@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Parses the JSON files of a folder and keeps nothing: what a report on them costs at least.
 
 #include <filesystem>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Loading and unloading the library in a process that does not use it otherwise.
 
 #include <dlfcn.h>

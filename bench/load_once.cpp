@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Loads and unloads a library once, after its pages were dropped from memory, and prints the nanoseconds it
 // took.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Numbers to names, over all five vocabularies, and names to numbers.
 
 #include <pi/vocabulary.h>

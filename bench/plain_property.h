@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A property and an object as plain structs, everything inline: the descriptive fields and standard members
 // of every kind of data but the XML document.
 #pragma once

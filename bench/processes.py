@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Times what takes a process of its own: loading from cold, compiling, reading files, one look-up by smartctl.
 
 usage: processes.py BUILD_FOLDER RESULT_FILE

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Time remaining of many activities, and of activities with many samples.
 
 #include <pi/etr.h>

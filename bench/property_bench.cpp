@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Copying, growing and comparing properties and objects.
 
 #include <glib.h>

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Writes the table of ratios from what the benchmark programs measured.
 
 usage: report.py BUILD_FOLDER RESULT_FOLDER REPORT_FILE

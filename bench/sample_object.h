@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The content of a managed object as the benchmarks of copies and comparisons use it.
 #pragma once
 

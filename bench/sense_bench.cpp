@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Text of additional sense codes.
 
 #include <pi/plugin_helper.h>

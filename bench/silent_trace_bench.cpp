@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Calls that trace, while traces are off. Compiled twice: against the library, and against a build of the
 // same sources without the trace statements, in which the namespace has another name (see CMakeLists.txt).
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Hex dump and url-encoding of 1 MiB.
 
 #include <pi/plugin_helper.h>

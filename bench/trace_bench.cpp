@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Traces that are written, to an appender that drops them.
 
 #include <fmt/format.h>

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+
 option(PI_COVERAGE "Count what runs, for scripts/coverage" OFF)
 
 # pi_coverage(target): where coverage is measured. Not the tests, whose own lines prove nothing.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # What makes a fault in the library harder to exploit, in everything built here. scripts/hardening reads it back from
 # the built files. Not for debugging builds: the fortified functions need the optimiser.
 string(TOUPPER "${CMAKE_BUILD_TYPE}" build_type)

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+
 include(CMakePackageConfigHelpers)
 
 set(PI_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/pi)

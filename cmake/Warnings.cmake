@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # pi_warnings(target): the warnings that all of the project's code is clean under.
 function(pi_warnings target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)

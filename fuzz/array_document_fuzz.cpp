@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Array configuration documents, against their reading by paths.
 #include "document_checks.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Checks of fuzz targets: what does not hold stops the program, so that the fuzzer keeps the input.
 #pragma once
 

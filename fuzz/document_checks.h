@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What holds for both kinds of configuration documents.
 #pragma once
 

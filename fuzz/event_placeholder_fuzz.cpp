@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Placeholders of events: stored in any form, read against the language table, copied and moved.
 #include <fuzzer/FuzzedDataProvider.h>
 #include <pi/event.h>

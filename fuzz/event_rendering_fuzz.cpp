@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rendering of events whose descriptions, placeholders and texts come from anywhere.
 #include <fuzzer/FuzzedDataProvider.h>
 #include <pi/event.h>

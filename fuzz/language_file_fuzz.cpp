@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Language files: taken whole, or refused with the place while the texts stay as they were.
 #include <velkx/language_support.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Configuration documents as pitool reads them: what is refused has a place in the text, what is taken reads
 // as by paths.
 #include "layout_document.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Logical-drive configuration documents, against their reading by paths.
 #include "document_checks.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The kernel's list of software RAID arrays: what was understood of it, written down again, reads the same.
 #include "assessment.h"
 #include "mdstat.h"

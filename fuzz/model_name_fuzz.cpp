@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Model texts of SATA drives: split, then looked up in the list and by their rotation speed.
 #include <pi/plugin_helper.h>
 

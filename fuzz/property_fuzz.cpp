@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Two properties that are set, copied, moved and compared in any order.
 #include <fuzzer/FuzzedDataProvider.h>
 #include <pi/property.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Courses of activities: samples, pauses and removals in any order, with any percentages and times.
 #include <fuzzer/FuzzedDataProvider.h>
 #include <pi/etr.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Sense data as pitool reads them from text; their codes then have the texts of the fixed list.
 #include "sense_data.h"
 #include "sense_text.h"

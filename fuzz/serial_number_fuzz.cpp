@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Serial numbers, against the rules character by character.
 #include <fuzzer/FuzzedDataProvider.h>
 #include <pi/plugin_helper.h>

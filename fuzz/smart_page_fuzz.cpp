@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // SMART pages of every model of the list: evaluated, then used to estimate the remaining lifetime.
 #include <fuzzer/FuzzedDataProvider.h>
 #include <pi/drives.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reports of smartctl: read without a tree as with one, then assessed and printed.
 #include "drive_assessment.h"
 #include "drive_json.h"

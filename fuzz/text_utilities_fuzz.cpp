@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Texts encoded, cleaned, compared, judged and dumped, against the rules byte by byte.
 #include <fuzzer/FuzzedDataProvider.h>
 #include <pi/plugin_helper.h>

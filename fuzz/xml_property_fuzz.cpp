@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // XML content of properties: copied by way of its text, moved whole.
 #include <pi/property.h>
 

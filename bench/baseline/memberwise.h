@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Properties and objects with the fields of the library's, but without the XML document: what copying them
 // costs at least. Built as the library is: a shared library of its own with special members out of line.
 #pragma once

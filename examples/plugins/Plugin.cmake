@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # service_plugin(name sources...): a plug-in for the host in examples/service.
 set(SERVICE_PLUGINS_DIR ${CMAKE_CURRENT_LIST_DIR})
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Fills objects as the service expects them (plugin_interface.h).
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Loads plug-ins and prints what they report.
 #include <velkx/language_support.h>
 

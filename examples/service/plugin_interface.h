@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What a plug-in exports and how the host of this example reads it.
 ///

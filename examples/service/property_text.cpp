@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "property_text.h"
 
 #include <pi/vocabulary.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Numbering of adapters across all plug-ins of the process.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Configuration files of the service, as an empty shell.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Estimated time remaining of long-running activities.
 #pragma once

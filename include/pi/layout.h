@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Records that describe how drives make up arrays and logical drives.
 ///

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The data model that service and plug-ins exchange.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Shared knowledge that every plug-in needs, as static functions.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Enumerations that all parts of the interface share, and the export macro.
 ///

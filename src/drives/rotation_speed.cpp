@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <pi/plugin_helper.h>
 
 #include <string_view>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The three endurance lists as constant data.
 #pragma once
 

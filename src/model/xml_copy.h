@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Copying and comparing XML documents by way of their text.
 #pragma once
 

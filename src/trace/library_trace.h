@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The library's own traces: all pass the same number and name.
 #pragma once
 

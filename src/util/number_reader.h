@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Decimal numbers from text, as a character stream of the classic locale reads them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Text comparison and trimming that does not depend on the process's locale.
 #pragma once
 

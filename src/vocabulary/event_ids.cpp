@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <pi/vocabulary.h>
 
 #include "vocabulary/name_table.h"

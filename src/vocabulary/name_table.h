@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The mechanism that all vocabularies share: numbers with their names, in an ordered map.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Language files made to harm their reader: expanding, reaching outside, nested deeply, endless, in other
 // encodings.
 

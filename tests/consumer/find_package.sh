@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # find_package.sh project build-folder: builds a CMake project against the moved tree, runs it, compares what it prints.
 set -eu
 rm -rf "$2"

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # install.sh build-folder: installs the build into a tree and moves the tree; nothing in it tells where it was.
 set -eu
 rm -rf "$TREE"

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # pkg_config.sh project build-folder: the same with nothing but the compiler and pkg-config.
 set -eu
 rm -rf "$2"

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # sonames.sh: what a program that is linked to the libraries asks for at run time, and finds.
 set -eu
 for name in pi velk velkx; do

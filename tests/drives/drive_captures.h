@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Model texts of real drives, where the machine has them.
 #pragma once
 

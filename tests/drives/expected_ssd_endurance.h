@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rated endurance of solid-state drives as the product data gives it, kept apart from the library's own lists
 // so that the two can be compared.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The list of SATA drives searched row by row, to compare the library's search with.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The rules of the remaining lifetime, step by step, in arithmetic of a chosen width, to compare the
 // library's with.
 #pragma once

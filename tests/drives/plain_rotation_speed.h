@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The rules of the rotation speed with plain loops, to compare the library's with.
 #pragma once
 

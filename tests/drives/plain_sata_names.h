@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The rules by which the model text of a SATA drive is split, step by step, to compare the library's with.
 #pragma once
 

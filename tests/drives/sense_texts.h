@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Texts of additional sense codes as they were fixed, kept apart from the library's own list, to compare it
 // with.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Long random courses of activities against a second, plain form of the rules.
 #include <gtest/gtest.h>
 #include <pi/etr.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The rules of the time remaining in their plainest form, to compare the library's with.
 #pragma once
 

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+
 """What public headers declare for export, as mangled names: read from the compiler's syntax tree of them."""
 import json
 import re

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """exports_test.py --library FILE ...: a library exports what its public headers declare for export, and nothing else."""
 import argparse
 import pathlib

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """The comparison of exports with headers, on small libraries that are right, lack a symbol, or have one too many."""
 import os
 import pathlib

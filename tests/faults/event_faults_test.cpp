@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Memory running out while events are copied, set, read and rendered, languages loaded and time estimated.
 
 #include <gtest/gtest.h>

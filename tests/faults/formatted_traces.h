@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Traces that are written as text, and kept nowhere.
 #pragma once
 

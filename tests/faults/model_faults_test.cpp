@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Memory running out while properties, objects and layouts are copied, set and read.
 
 #include <gtest/gtest.h>

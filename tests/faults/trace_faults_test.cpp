@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Memory running out while something is traced.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Memory running out in names, texts, identification and numbering.
 
 #include <gtest/gtest.h>

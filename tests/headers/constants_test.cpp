@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <gtest/gtest.h>
 
 // As above, but the macros are taken away where the constants are wanted.

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # dependencies.sh headers compiler...: no public header reaches a header of Boost or plog.
 # headers: separated by semicolons, as they are included
 set -eu

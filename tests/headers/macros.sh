@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # macros.sh headers system-headers compiler...: the public headers define the export macro and leave all other macros
 # as they find them.
 # headers, system-headers: separated by semicolons, as they are included

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // They stand for the same afterwards.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The macros are those of the system headers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the macros of the system headers stand for, before the library's headers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Compiled with a lot of -D switches that bear names of constants.
 #include <pi/pi.h>
 #include <velk/xml.h>

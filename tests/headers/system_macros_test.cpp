@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <linux/fs.h>
 #include <linux/hdreg.h>
 #include <resolv.h>

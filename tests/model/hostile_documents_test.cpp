@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Documents made to harm their reader: expanding, reaching outside, nested deeply, in other encodings.
 
 #include <gtest/gtest.h>

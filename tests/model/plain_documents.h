@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Configuration documents read in the plainest form, to compare the library's way with.
 #pragma once
 

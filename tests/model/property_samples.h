@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Properties to test with, and their contents as text.
 #pragma once
 

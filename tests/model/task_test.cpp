@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <gtest/gtest.h>
 #include <pi/task.h>
 #include <velk/clock.h>

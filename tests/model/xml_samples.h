@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Documents to copy: written ones and random ones, and the plain way to copy them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Every report of real drives that is at hand must be read.
 
 #include "drive_json.h"

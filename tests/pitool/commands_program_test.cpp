@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The commands layout, event, eta, name and sense of the built program, from outside.
 
 #include "program_runner.h"

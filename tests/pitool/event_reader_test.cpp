@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "event_reader.h"
 
 #include <velk/clock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The English language file and how it is found.
 
 #include "event_strings.h"

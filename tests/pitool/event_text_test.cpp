@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "event_text.h"
 #include "event_json.h"
 

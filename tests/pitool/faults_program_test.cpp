@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The built program, given inputs and outputs that fail: every command that reads or writes them.
 
 #include "program_runner.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The built program from outside: what it prints, what it complains about, how it exits.
 
 #include "program_runner.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reports to start a test from, and ways to change them.
 #pragma once
 

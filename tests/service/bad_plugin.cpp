@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Plug-ins that break the rules, each in the way that FAULT says.
 #include "plugin_interface.h"
 

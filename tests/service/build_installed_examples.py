@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Builds each example by itself against the installed library and compares what the host prints with both plug-ins."""
 
 import argparse

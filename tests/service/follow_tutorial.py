@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Follows a page step by step: writes its files, runs its commands and compares what they print.
 
 A file is a code block behind a line with its name: `name`:

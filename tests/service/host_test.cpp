@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The host with both plug-ins on the sample trees: whole outputs.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the state of an array means to the service.
 #include "assessment.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The events of the mdraid plug-in from poll to poll.
 #include "events.h"
 

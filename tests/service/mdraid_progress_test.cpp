@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The time that a synchronisation still needs.
 #include "progress.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The text of /proc/mdstat in all the forms that the kernel gives it.
 #include "mdstat.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Loading and unloading the plug-ins a thousand times leaves nothing behind.
 //
 // Built with AddressSanitizer, the leak check at the end of the program finds every block that is lost, also

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Pieces of the host.
 #include <getopt.h>
 #include <gmock/gmock.h>

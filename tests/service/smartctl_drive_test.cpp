@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A drive as the smartctl plug-in understands smartctl's words.
 #include "drive.h"
 

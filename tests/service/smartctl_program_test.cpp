@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Programs that the smartctl plug-in runs.
 #include "program.h"
 

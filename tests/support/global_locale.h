@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Global locales that classify characters in their own way.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // XML texts that are made to harm their reader.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Seed of the random part of a test.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Checks of the records' form: order, width and comparison of their fields.
 #pragma once
 

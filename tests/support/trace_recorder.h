@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Collects what the library traces into a plog logger.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Threads that read configuration documents, their own and a shared one, and copy documents of properties.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Threads that identify drives, evaluate SMART pages, look endurance up and translate sense data.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Threads that render different events while the language changes, and estimate the time of different
 // activities.
 

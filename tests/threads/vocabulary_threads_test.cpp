@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Threads that look up known numbers, names, help topics and icons.
 
 #include <gtest/gtest.h>

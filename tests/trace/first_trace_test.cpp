@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Each test's statements run in a process of their own, in which no trace was written before.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Makes a host one that uses the library.
 #include <gtest/gtest.h>
 #include <pi/vocabulary.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A plug-in that writes through the library's traces and through plog itself.
 #include <pi/trace.h>
 #include <plog/Log.h>

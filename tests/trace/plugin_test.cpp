@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The loggers that the host creates are those of the library and of all plug-ins, however often a plug-in is
 // loaded and unloaded.
 #include <dlfcn.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Counts every exception that is thrown in the process, those of the library included.
 #include <dlfcn.h>
 #include <gmock/gmock.h>

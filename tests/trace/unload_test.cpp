@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The program is not linked to the library: it loads it, uses it and lets it go.
 #include <dlfcn.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "util/number_reader.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The rules of the text utilities, byte by byte, to compare the library's with.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The names as they were fixed, read from number<TAB>name files.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A process of its own: negative numbers that are looked up change what the empty name gives.
 #include <gtest/gtest.h>
 #include <pi/vocabulary.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A process of its own: the test needs to know every number that was ever looked up.
 #include <gtest/gtest.h>
 #include <pi/vocabulary.h>

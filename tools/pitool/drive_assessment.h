@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Everything that pitool tells about one drive.
 #pragma once

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "drive_command.h"
 
 #include "drive_assessment.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Drives as JSON, in the shape that docs/pitool-drive-json.md describes.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A drive as a plug-in reports it to the service.
 #pragma once

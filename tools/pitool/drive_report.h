@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What smartctl tells about a drive, as far as pitool uses it.
 #pragma once

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "drive_wear.h"
 
 #include "wear_attributes.h"

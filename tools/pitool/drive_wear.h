@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// How much a solid-state drive has worked and worn.
 #pragma once

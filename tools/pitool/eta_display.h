@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Progress as lines, or as one bar that is drawn again and again.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The estimate that samples of progress add up to.
 #pragma once

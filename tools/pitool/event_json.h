@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Rendered events as JSON, in the shape that docs/pitool-event-json.md describes.
 #pragma once

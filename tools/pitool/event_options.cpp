@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "event_options.h"
 
 #include "name_vocabularies.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Something that is known about a drive, or why it is not.
 #pragma once

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "input_files.h"
 
 #include <fcntl.h>

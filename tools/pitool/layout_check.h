@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Finds what a configuration document lost on its way into the record: reading never fails, it falls back.
 #pragma once

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "layout_command.h"
 
 #include "input_files.h"

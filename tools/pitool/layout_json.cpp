@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "layout_json.h"
 
 #include "json_text.h"

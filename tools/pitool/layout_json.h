@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Layouts as JSON, in the shape that docs/pitool-layout-json.md describes.
 #pragma once

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "layout_tree.h"
 
 #include "layout_units.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Sizes of configuration documents in readable units.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Looks numbers and names up in all vocabularies.
 #pragma once

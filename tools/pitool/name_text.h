@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Numbers and names as text and as JSON.
 #pragma once

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "quoted_text.h"
 
 #include "printable_text.h"

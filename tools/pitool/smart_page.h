@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The SMART page of a drive, rebuilt from its printed attribute table.
 #pragma once

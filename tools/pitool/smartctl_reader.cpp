@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "smartctl_reader.h"
 
 #include <nlohmann/json.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// SMART attributes that hold the figures of the listed SATA families.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Stands in for the library's header of the same name: the statements of its traces, and nothing behind them.
 #pragma once
 

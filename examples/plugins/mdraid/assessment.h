@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Says in the service's terms how arrays and their members are.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What happened to the arrays from one poll to the next.
 #pragma once

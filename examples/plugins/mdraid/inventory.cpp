@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "inventory.h"
 
 #include <pi/adapters.h>

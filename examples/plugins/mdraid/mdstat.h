@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Reads the text of /proc/mdstat, the Linux kernel's list of its software RAID arrays.
 #pragma once

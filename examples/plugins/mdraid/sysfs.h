@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Reads what /sys and /dev tell about an array beyond /proc/mdstat.
 #pragma once

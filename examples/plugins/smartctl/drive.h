@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A drive as smartctl describes it, and what the library knows about its model.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Members of a JSON document that may be missing or of another type than expected.
 #pragma once

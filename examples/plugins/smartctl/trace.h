@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What the plug-in writes into the service's trace files.
 #pragma once

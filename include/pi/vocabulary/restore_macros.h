@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Brings back the macros that undefine_macros.h has put aside.
 #pragma pop_macro("BLOCK_SIZE")
 #pragma pop_macro("BOOL")

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Puts aside macros of system headers and of common compiler switches that bear names of this library's
 // constants; restore_macros.h brings them back. Included before and after every list of constants, so
 // there is no include guard.

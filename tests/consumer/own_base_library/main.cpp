@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The program and the library both use the base library of this project.
 #include <pi/pi.h>
 #include <velk/clock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A base library whose clock stands still.
 #include <cstdint>
 

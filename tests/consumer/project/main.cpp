@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Uses a bit of everything that the library offers.
 #include <pi/pi.h>
 #include <plog/Init.h>

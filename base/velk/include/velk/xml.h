@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The XML document model: the types and functions of pugixml under the in-house name.
 #pragma once
