@@ -1,0 +1,148 @@
+# SPDX-License-Identifier: Apache-2.0
+
+"""pages.py FOLDER: writes what Doxygen reads beside the headers, and the menu.
+
+FOLDER/pages takes a page for each table, the guides and the main page, FOLDER/layout.xml the menu."""
+import html
+import pathlib
+import re
+import sys
+
+import guides
+import lists
+
+VOCABULARY_COLUMNS = ("Number", "Constant", "Name")
+SSD_COLUMNS = ("Vendor", "Model", "Characters compared", "Endurance in TB")
+
+# Page, list, title, columns, how many of them name a row, what the table holds. The columns are the first fields of
+# each row of the list.
+TABLES = (
+    ("table_error_codes", "include/pi/vocabulary/error_codes.def", "Error codes", VOCABULARY_COLUMNS, (0,),
+     "Outcomes of operations: the constants of PI::ErrorCode, with the names that PI::ErrorCodeToString gives them."),
+    ("table_property_ids", "include/pi/vocabulary/property_ids.def", "Property identifiers", VOCABULARY_COLUMNS, (0,),
+     "Which property a value belongs to: the constants of PI::PropertyID, with the names that PI::PropertyIDToString "
+     "gives them. Of two rows of one number the first gives the name."),
+    ("table_property_values", "include/pi/vocabulary/property_values.def", "Property values", VOCABULARY_COLUMNS, (0,),
+     "Named states that properties hold: the constants of PI::PropertyValue, with the names that "
+     "PI::PropertyValueToString gives them and PI::StringToPropertyValue takes."),
+    ("table_operation_ids", "include/pi/vocabulary/operation_ids.def", "Operation identifiers", VOCABULARY_COLUMNS,
+     (0,), "Actions offered on objects: the constants of PI::OperationID, with the names that "
+     "PI::OperationIDToString gives them."),
+    ("table_event_ids", "include/pi/vocabulary/event_ids.def", "Event identifiers",
+     VOCABULARY_COLUMNS + ("English text",), (0,),
+     "What happened: the constants of PI::EventID, with the names that PI::EventIDToString gives them. Where there is "
+     "an English text, it is the one of `strings.en.xml`, with its placeholders."),
+    ("table_help_topics", "src/vocabulary/help_topics.def", "Help topics", ("Number", "Page and anchor"), (0,),
+     "What PI::CPluginHelper::GetHelpPath gives for the number of a help topic."),
+    ("table_icons", "src/vocabulary/icons.def", "Icons", ("Number", "File"), (0,),
+     "What PI::CPluginHelper::GetIconPath gives for the number of an icon."),
+    ("table_additional_sense", "src/drives/additional_sense.def", "Additional sense codes", ("Code", "Qualifier", "Text"),
+     (0, 1), "What PI::CPluginHelper::TranslateSenseASC gives for a pair of additional sense code and qualifier."),
+    ("table_sata_ssd", "src/drives/ssd_endurance_sata.def", "Endurance of SATA drives", SSD_COLUMNS, (1,),
+     "The rows of PI::SATASSDEndurance, in their order. PI::CPluginHelper::findLifeTimeProp gives the first that "
+     "matches a model: in as many leading characters as the row says, or in all when it says 0."),
+    ("table_sas_ssd", "src/drives/ssd_endurance_sas.def", "Endurance of SAS drives",
+     ("Vendor", "Model", "Endurance in TB"), (1,), "The rows of PI::SASSSDEndurance, in their order."),
+    ("table_nvme_ssd", "src/drives/ssd_endurance_nvme.def", "Endurance of NVMe drives", SSD_COLUMNS, (1,),
+     "The rows of PI::NVMeSSDEndurance, in their order."),
+    ("table_trace_categories", "src/trace/categories.def", "Trace categories", ("Category", "Tag"), (0,),
+     "The categories that a ::VELKTrace has a tag and a logger of its own for."),
+)
+
+# In the order in which a newcomer meets them; what they hold is said in groups.dox.
+GROUPS = (
+    ("vocabulary", "Vocabulary"),
+    ("model", "Data model"),
+    ("events", "Events and remaining time"),
+    ("drives", "Drive knowledge"),
+    ("helper", "Helper functions"),
+    ("trace", "Traces"),
+    ("utilities", "Utilities"),
+    ("base", "Base libraries"),
+)
+
+
+def table_rows(source):
+    rows = lists.read_list(source)
+    if source.endswith("/event_ids.def"):
+        texts = lists.event_texts()
+        rows = [row + [texts.get(row[0], "")] for row in rows]
+    return rows
+
+
+def place_of(row, key):
+    """The place of a row within its page: its number, or the text that names it."""
+    return "-".join(re.sub(r"[^\w.]+", "-", row[column]).strip("-") for column in key)
+
+
+def table_page(page, source, title, columns, key, text):
+    rows = table_rows(source)
+    lines = [f"# {title} {{#{page}}}", "", f"{text} {len(rows)} rows.", "", "@htmlonly[block]",
+             '<table class="rows">',
+             "<thead><tr>" + "".join(f"<th>{html.escape(column)}</th>" for column in columns) + "</tr></thead>",
+             "<tbody>"]
+    places = set()
+    for row in rows:
+        place = place_of(row, key)
+        cells = [html.escape(cell) for cell in row[:len(columns)]]
+        if place not in places:
+            cells[key[0]] = f'<a href="#{place}">{cells[key[0]]}</a>'
+        lines.append(("<tr>" if place in places else f'<tr id="{place}">')
+                     + "".join(f"<td>{cell}</td>" for cell in cells) + "</tr>")
+        places.add(place)
+    return "\n".join(lines + ["</tbody>", "</table>", '<script src="tables.js"></script>', "@endhtmlonly", ""])
+
+
+def menu(manual, project):
+    def entry(page, title):
+        return f'    <tab type="user" url="@ref {page}" title="{html.escape(title)}"/>'
+
+    def entries(title, place, items):
+        return [f'  <tab type="usergroup" url="index.html#{place}" title="{title}">', *items, "  </tab>"]
+
+    return "\n".join([
+        '<doxygenlayout version="1.0">', '<navindex>', '  <tab type="mainpage" visible="yes" title="Start"/>',
+        *entries("Guides", "guides", [entry(guide.page, guide.plain_title()) for guide in manual]),
+        *entries("Reference", "reference", [entry(group, title) for group, title in GROUPS]),
+        *entries("Tables", "tables", [entry(table[0], table[2]) for table in TABLES]),
+        '  <tab type="classlist" visible="yes" title="Classes"/>',
+        '  <tab type="filelist" visible="yes" title="Headers"/>',
+        *entries("Project", "project", [entry(guide.page, guide.plain_title()) for guide in project]),
+        "</navindex>", "</doxygenlayout>", ""])
+
+
+def main_page(manual, project):
+    def items(entries):
+        return "\n".join(f"- {entry}" for entry in entries)
+
+    marks = {
+        "@guides@": items(f"[{guide.title}]({guide.page}.html)" for guide in manual),
+        "@groups@": items(f"@ref {group}" for group, _ in GROUPS),
+        "@tables@": items(f"@ref {table[0]}, {len(lists.read_list(table[1]))} rows" for table in TABLES),
+        "@project@": items(f"[{guide.title}]({guide.page}.html)" for guide in project),
+    }
+    text = (pathlib.Path(__file__).parent / "main_page.md").read_text(encoding="utf-8")
+    for mark, value in marks.items():
+        text = text.replace(mark, value)
+    return text
+
+
+def main():
+    folder = pathlib.Path(sys.argv[1])
+    pages = folder / "pages"
+    pages.mkdir(parents=True)
+    manual, project = guides.find_guides(lists.ROOT)
+    for guide in manual + project:
+        target = pages / guide.path
+        target.parent.mkdir(exist_ok=True)
+        target.write_text(guides.site_text(guide, manual + project, lists.ROOT), encoding="utf-8")
+    for table in TABLES:
+        (pages / f"{table[0]}.md").write_text(table_page(*table), encoding="utf-8")
+    (pages / "main_page.md").write_text(main_page(manual, project), encoding="utf-8")
+    (folder / "layout.xml").write_text(menu(manual, project), encoding="utf-8")
+
+
+try:
+    main()
+except ValueError as error:
+    sys.exit(str(error))
