@@ -1,0 +1,70 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
+"""What the guides list is compared with what it is a list of. Usage: guides_test.py PROJECT-FOLDER"""
+
+import pathlib
+import re
+import sys
+import unittest
+
+PROJECT = pathlib.Path(sys.argv[1])
+GUIDES = ["configuration-documents", "drive-knowledge", "events", "getting-started", "tracing", "writing-a-plugin"]
+
+
+def read(path):
+    return (PROJECT / path).read_text(encoding="utf-8")
+
+
+def table_rows(guide, heading):
+    """The cells of the first table behind a heading, without marks of code, without its own heading."""
+    section = read(f"docs/{guide}.md").split(f"\n{heading}\n", 1)[1]
+    table = re.search(r"(?m)(?:^\|.*\n)+", section)[0]
+    return [[cell.strip().replace("`", "") for cell in line.strip("|").split("|")]
+            for line in table.splitlines()[2:]]
+
+
+class Tables(unittest.TestCase):
+    def test_categories_of_traces_are_those_of_the_library(self):
+        expected = re.findall(r'(?m)^PI_TRACE_CATEGORY\((\d+), "(.*)", (\d+)\)$', read("src/trace/categories.def"))
+        self.assertEqual(len(expected), 50)
+        expected.append(("any other", "[defaultLog]", "453"))
+
+        rows = table_rows("tracing", "## The categories")
+
+        self.assertEqual([tuple(row[:3]) for row in rows], expected)
+        self.assertEqual([row for row in rows if len(row) != 4 or not row[3]], [])
+
+    def test_every_header_has_its_line(self):
+        headers = {f"pi/{path.name}" for path in (PROJECT / "include/pi").glob("*.h")} - {"pi/pi.h"}
+
+        rows = table_rows("getting-started", "## The headers")
+
+        self.assertEqual(sorted(row[0] for row in rows), sorted(headers))
+        section = read("docs/getting-started.md").split("## The headers")[1].split("\n## ")[0]
+        for path in PROJECT.glob("base/*/include/*/*.h"):
+            self.assertIn(f"`{path.parent.name}/{path.name}`", section)
+
+
+class Texts(unittest.TestCase):
+    def test_links_lead_to_files_and_headings(self):
+        for guide in GUIDES:
+            for target in re.findall(r"\]\(([^)]+)\)", read(f"docs/{guide}.md")):
+                path, _, heading = target.partition("#")
+                file = PROJECT / "docs" / path if path else PROJECT / "docs" / f"{guide}.md"
+                with self.subTest(guide=guide, target=target):
+                    self.assertTrue(file.is_file())
+                    if heading:
+                        headings = re.findall(r"(?m)^#+ (.*)$", file.read_text(encoding="utf-8"))
+                        self.assertIn(heading, [re.sub(r"[^\w -]", "", text.lower()).replace(" ", "-")
+                                                for text in headings])
+
+    def test_each_begins_with_its_only_title(self):
+        for guide in GUIDES:
+            text = re.sub(r"(?ms)^```.*?^```$", "", read(f"docs/{guide}.md"))
+            with self.subTest(guide=guide):
+                self.assertTrue(text.startswith("# "))
+                self.assertEqual(len(re.findall(r"(?m)^# ", text)), 1)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
