@@ -1,0 +1,3 @@
+// SPDX-License-Identifier: Apache-2.0
+// A target needs a source; this one exists for its precompiled headers.
+int main() {}
