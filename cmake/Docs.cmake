@@ -23,6 +23,7 @@ add_custom_command(
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${PI_DOCS_DIR}/html ${PI_DOCS_DIR}/xml ${PI_DOCS_DIR}/pages
     COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/pages.py ${PI_DOCS_DIR}
     COMMAND Doxygen::doxygen ${PI_DOCS_DIR}/Doxyfile
+    COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/documented.py ${PI_DOCS_DIR}/xml
     COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/links.py ${PI_DOCS_DIR}/html
     COMMAND ${CMAKE_COMMAND} -E touch docs/built
     DEPENDS ${docs_inputs} ${PROJECT_SOURCE_DIR}/share/pi/strings.en.xml ${PI_DOCS_DIR}/Doxyfile

@@ -36,7 +36,7 @@ def undocumented(folder):
         seen.add(compound.get("id"))
         for member in compound.iter("memberdef"):
             # A member stands in the file of its group or its namespace, and in that of its header.
-            if member.get("id") in seen or member.get("kind") == "friend":
+            if member.get("id") in seen or member.get("kind") == "friend" or member.get("prot") == "private":
                 continue
             seen.add(member.get("id"))
             member_name = member.findtext("qualifiedname") or member.findtext("name")

@@ -3,6 +3,8 @@
 """What Doxygen reads instead of a public header: the same lines, with what it cannot see or should not ask for.
 
 - The constants of the vocabularies, which the compiler includes from their lists.
+- The comment of the first of several declarations, between `/// @{` and `/// @}`, for each of them. Doxygen would do so
+  as well, but then also where such a pair holds a section with a title, and would never miss a comment there.
 - A line of documentation for constructors, assignments and destructors that do what every reader expects and therefore
   have no comment in the header.
 - Without explicit instances of templates, which are no names of their own.
@@ -52,7 +54,7 @@ def escaped(text):
 def with_expected(text):
     lines = text.split("\n")
     for i, line in enumerate(lines):
-        if i > 0 and lines[i - 1].lstrip().startswith("///") and not lines[i - 1].rstrip().endswith("@{"):
+        if i > 0 and re.match(r"\s*///(?! @[{}])", lines[i - 1]):
             continue
         for pattern, documentation in EXPECTED:
             if pattern.match(line):
@@ -60,10 +62,56 @@ def with_expected(text):
     return "\n".join(lines)
 
 
+class Shared:
+    """The declarations between /// @{ and /// @}, which all have the comment of the first."""
+
+    def __init__(self):
+        self.comment, self.declaration = [], ""
+
+    def line(self, line):
+        if re.match(r"\s*///(?!<)", line):
+            self.comment.append(line.strip()[3:].strip() or "<p>")
+            return ""
+        begins = self.declaration == "" and line.strip() != ""
+        self.declaration += re.sub(r"//.*", "", line).strip()
+        if self.declaration.endswith((";", ",")) and self.declaration.count("(") == self.declaration.count(")"):
+            self.declaration = ""
+        return f"/** {' '.join(self.comment)} */ {line.lstrip()}" if begins else line
+
+
+def with_shared(text):
+    lines, opened = text.split("\n"), []
+    for i, line in enumerate(lines):
+        if re.match(r"\s*/// @\{$", line):
+            is_section = re.match(r"\s*/// @(addtogroup|name) ", lines[i - 1])
+            opened.append(None if is_section else Shared())
+            lines[i] = line if is_section else ""
+        elif re.match(r"\s*/// @\}$", line):
+            lines[i] = line if opened.pop() is None else ""
+        elif opened and opened[-1] is not None:
+            lines[i] = opened[-1].line(line)
+    return "\n".join(lines)
+
+
+def with_percent_signs(text):
+    """In comments a percent sign is one; to Doxygen it hides a name."""
+    lines, in_code = text.split("\n"), False
+    for i, line in enumerate(lines):
+        if "///" not in line:
+            continue
+        if "@code" in line or "@endcode" in line:
+            in_code = "@code" in line
+        elif not in_code:
+            code, mark, comment = line.partition("///")
+            lines[i] = code + mark + comment.replace("%", r"\%")
+    return "\n".join(lines)
+
+
 def main():
     with open(sys.argv[1], encoding="utf-8") as file:
         text = file.read()
-    text = with_expected(EXPLICIT_INSTANCE.sub("", text))
+    text = with_percent_signs(EXPLICIT_INSTANCE.sub("", text))
+    text = with_shared(with_expected(text))
     sys.stdout.write(VOCABULARY.sub(constants, text))
 
 

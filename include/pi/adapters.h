@@ -12,6 +12,9 @@
 
 namespace PI {
 
+/// @addtogroup utilities
+/// @{
+
 /// Gives an adapter an identifier made from where it sits, and a number: its place among the host's adapters,
 /// in the order in which they were registered.
 ///
@@ -23,6 +26,7 @@ public:
     /// Identifiers by host, in the order of registration.
     static std::map<std::string, std::vector<int>> AllHostsAdaptersUniqueIDs;
 
+    /// The identifier, m_AdapterUniqueID.
     int GetAdapterUniqueID() const;
 
     /// Sets the identifier and registers it for the host, if it is not registered yet. Where memory runs out,
@@ -42,12 +46,17 @@ public:
     /// none.
     void GenerateUniqueAdapterNumber();
 
-    std::int32_t m_IDPart1 = 0;  ///< where the adapter sits, set by the plug-in, as are the next three
+    /// @{
+    /// Where the adapter sits, set by the plug-in.
+    std::int32_t m_IDPart1 = 0;
     std::int32_t m_IDPart2 = 0;
     std::int32_t m_IDPart3 = 0;
     std::int32_t m_IDPart4 = 0;
-    std::int32_t m_AdapterUniqueID = 0;
-    std::string m_HostName;
+    /// @}
+    std::int32_t m_AdapterUniqueID = 0;  ///< 0 and 1: the adapter has no identifier
+    std::string m_HostName;              ///< the host that the adapter belongs to
 };
+
+/// @}
 
 }  // namespace PI

@@ -10,30 +10,45 @@
 
 namespace PI {
 
+/// @addtogroup utilities
+/// @{
+
 /// A key of a configuration file with its value.
 class CConfigValue {
 public:
-    std::string m_Key;
-    std::string m_Value;
+    std::string m_Key;    ///< name of the key
+    std::string m_Value;  ///< its value as text
 };
 
 /// Present for plug-ins that name it: every member does nothing, leaves its arguments alone, and the reading
 /// and writing ones return 0.
 class PI_API CConfigFile {
 public:
+    /// Does nothing.
     CConfigFile();
 
+    /// Does nothing.
     void SetFileName(const std::string& fileName);
 
+    /// @{
+    /// Reads nothing.
+    /// @return 0 always
     int ReadKeyValue(int key, int value);
     int ReadKeyValue(const std::string& key);
     int ReadSectionKeyValue(const std::string& section, const std::string& key, std::string& value);
     int ReadKeyValueList(std::vector<CConfigValue>& values);
+    /// @}
 
+    /// @{
+    /// Writes nothing.
+    /// @return 0 always
     int WriteKeyValue(int key, int value);
     int WriteKeyValue(const std::string& key);
     int WriteSectionKeyValue(const std::string& section, const std::string& key, const std::string& value);
     int WriteKeyValueList(const std::vector<CConfigValue>& values);
+    /// @}
 };
+
+/// @}
 
 }  // namespace PI

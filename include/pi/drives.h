@@ -12,21 +12,24 @@
 
 namespace PI {
 
+/// @addtogroup drives
+/// @{
+
 /// One attribute of an ATA SMART page.
 struct _IDE_SMART_ATTRIBUTE {
-    std::uint8_t m_ID;  ///< 0: the slot is empty
-    std::uint8_t m_Flags[2];
-    std::uint8_t m_Current;  ///< normalised value
-    std::uint8_t m_Worst;    ///< lowest normalised value so far
-    std::uint8_t m_Raw[6];   ///< 48 bits, lowest byte first
-    std::uint8_t m_Reserved;
+    std::uint8_t m_ID;        ///< 0: the slot is empty
+    std::uint8_t m_Flags[2];  ///< not read by this library
+    std::uint8_t m_Current;   ///< normalised value
+    std::uint8_t m_Worst;     ///< lowest normalised value so far
+    std::uint8_t m_Raw[6];    ///< 48 bits, lowest byte first
+    std::uint8_t m_Reserved;  ///< not read by this library
 };
 
 /// The page that an ATA drive returns for SMART READ DATA (ACS-3, B0h/D0h), byte for byte.
 struct _IDE_SMART_DATA {
-    std::uint8_t m_Revision[2];
-    _IDE_SMART_ATTRIBUTE m_Attributes[30];
-    std::uint8_t m_Rest[150];  ///< self-test and off-line data, not read by this library
+    std::uint8_t m_Revision[2];             ///< of the structure; not read by this library
+    _IDE_SMART_ATTRIBUTE m_Attributes[30];  ///< in any order, with empty slots
+    std::uint8_t m_Rest[150];               ///< self-test and off-line data, not read by this library
 };
 static_assert(sizeof(_IDE_SMART_ATTRIBUTE) == 12 && sizeof(_IDE_SMART_DATA) == 512);
 static_assert(std::is_trivially_copyable_v<_IDE_SMART_DATA>);
@@ -64,5 +67,7 @@ public:
     std::uint32_t m_GroupFlag = 0;       ///< the list row's
     bool m_Supported = false;            ///< the model is in the list
 };
+
+/// @}
 
 }  // namespace PI

@@ -11,6 +11,9 @@
 
 namespace PI {
 
+/// @addtogroup events
+/// @{
+
 /// Estimates how long an activity still needs, from samples of its progress.
 ///
 /// A plug-in keeps one estimate per activity in a vector and feeds it whenever it polls the activity. Times
@@ -22,6 +25,7 @@ public:
     /// An activity that starts at timeStamp, with its first sample.
     CETR(unsigned long id, int percent, unsigned long timeStamp);
 
+    /// Identifier of the activity, m_ID.
     unsigned long GetID();
 
     /// Milliseconds of CLOCK_MONOTONIC. Thread-safe.
@@ -29,10 +33,10 @@ public:
 
     /// Takes a sample. Where memory runs out, the estimate stays as it is.
     ///
-    /// @param percent 0 to 100; a negative one is ignored. One at or below an earlier sample drops that and
-    /// all
-    ///                later ones. From 100 on, an estimate above a minute becomes one minute and nothing is
-    ///                kept.
+    /// @param percent   0 to 100; a negative one is ignored. One at or below an earlier sample drops that and
+    ///                  all later ones. From 100 on, an estimate above a minute becomes one minute and
+    ///                  nothing is kept.
+    /// @param timeStamp when the sample was taken
     void Compute(int percent, unsigned long timeStamp);
 
     /// Feeds a sample to the activity with an identifier, which is added to the list when it is new.
@@ -54,12 +58,14 @@ public:
     void GetETR(std::string& out);
 
     // All ones in a time: not known.
-    std::uint64_t m_ID = 0;
-    std::uint64_t m_StartTime = 0xFFFFFFFFFFFFFFFF;  ///< may be moved to fit the pace of the samples
-    std::uint64_t m_LastTime = 0xFFFFFFFFFFFFFFFF;   ///< of the latest sample
-    std::uint64_t m_RemainingTime = 0xFFFFFFFFFFFFFFFF;
-    std::vector<std::int32_t> m_PercentageComplete;  ///< of the samples kept, ascending
-    std::vector<std::uint64_t> m_TimeStamps;         ///< of the samples kept, same index
+    std::uint64_t m_ID = 0;                              ///< of the activity, up to the plug-in
+    std::uint64_t m_StartTime = 0xFFFFFFFFFFFFFFFF;      ///< may be moved to fit the pace of the samples
+    std::uint64_t m_LastTime = 0xFFFFFFFFFFFFFFFF;       ///< of the latest sample
+    std::uint64_t m_RemainingTime = 0xFFFFFFFFFFFFFFFF;  ///< the estimate in milliseconds
+    std::vector<std::int32_t> m_PercentageComplete;      ///< of the samples kept, ascending
+    std::vector<std::uint64_t> m_TimeStamps;             ///< of the samples kept, same index
 };
+
+/// @}
 
 }  // namespace PI

@@ -10,6 +10,9 @@
 
 namespace PI {
 
+/// @addtogroup events
+/// @{
+
 /// Something that happened on a managed object.
 ///
 /// Six placeholders stand for the markers %1 to %6 of the event's description. Each is stored as "T:" and a
@@ -19,8 +22,10 @@ namespace PI {
 /// A value; the caller serialises access, also for reading placeholders, which writes.
 class PI_API CEvent {
 public:
+    /// An event without placeholders, EventID::UNKNOWN.
     CEvent();
 
+    /// @{
     /// Copies and moves leave out the resolved strings and the scratch string: a new event starts with them
     /// empty, an assigned one keeps its own. An assignment in which memory runs out leaves part of the old
     /// and part of the new.
@@ -28,11 +33,13 @@ public:
     CEvent(CEvent&& source) noexcept;
     CEvent& operator=(const CEvent& source);
     CEvent& operator=(CEvent&& source) noexcept;
+    /// @}
     virtual ~CEvent();
 
     /// One and the same event: equal handle, identifier, severity and time stamp. Nothing else is compared.
     bool operator==(const CEvent& other) const;
 
+    /// @{
     /// Stores a literal text. Where memory runs out, the placeholder stays as it is.
     void SetPlaceHolder1(const std::string& text);
     void SetPlaceHolder2(const std::string& text);
@@ -40,7 +47,9 @@ public:
     void SetPlaceHolder4(const std::string& text);
     void SetPlaceHolder5(const std::string& text);
     void SetPlaceHolder6(const std::string& text);
+    /// @}
 
+    /// @{
     /// Stores the number of a language resource.
     void SetPlaceHolder1(int resource);
     void SetPlaceHolder2(int resource);
@@ -48,7 +57,9 @@ public:
     void SetPlaceHolder4(int resource);
     void SetPlaceHolder5(int resource);
     void SetPlaceHolder6(int resource);
+    /// @}
 
+    /// @{
     /// The readable value of a placeholder.
     ///
     /// A resource number that is no number, or no signed 32-bit one, counts as 0; a resource without text is
@@ -61,28 +72,37 @@ public:
     std::string& GetPlaceHolder4();
     std::string& GetPlaceHolder5();
     std::string& GetPlaceHolder6();
+    /// @}
 
-    std::uint64_t m_Handle = 0;       ///< where the event belongs, up to its producer
-    std::uint32_t m_EventID = 10000;  ///< EventID::UNKNOWN; also the number of the description
-    _SEVERITY m_Severity = Severity::INFORMATION;
-    std::uint64_t m_TimeStamp = 0;  ///< milliseconds since 1970-01-01 UTC
+    std::uint64_t m_Handle = 0;                    ///< where the event belongs, up to its producer
+    std::uint32_t m_EventID = 10000;               ///< EventID::UNKNOWN; also the number of the description
+    _SEVERITY m_Severity = Severity::INFORMATION;  ///< how serious it is
+    std::uint64_t m_TimeStamp = 0;                 ///< milliseconds since 1970-01-01 UTC
+    /// @{
+    /// A placeholder as it is stored, with its prefix.
     std::string m_PlaceHolder1;
     std::string m_PlaceHolder2;
     std::string m_PlaceHolder3;
     std::string m_PlaceHolder4;
     std::string m_PlaceHolder5;
     std::string m_PlaceHolder6;
-    std::string m_Data;    ///< free text, up to its producer
-    std::string m_Source;  ///< the component that raised the event
-    std::string m_Host;    ///< empty: the local host
-    std::uint32_t m_SequenceNumber = 0;
+    /// @}
+    std::string m_Data;                  ///< free text, up to its producer
+    std::string m_Source;                ///< the component that raised the event
+    std::string m_Host;                  ///< empty: the local host
+    std::uint32_t m_SequenceNumber = 0;  ///< up to its producer
+    /// @{
+    /// What the placeholder of the same number read when it was last asked for.
     std::string m_Resolved1;
     std::string m_Resolved2;
     std::string m_Resolved3;
     std::string m_Resolved4;
     std::string m_Resolved5;
     std::string m_Resolved6;
-    std::string m_Scratch;
+    /// @}
+    std::string m_Scratch;  ///< left to its users; not copied
 };
+
+/// @}
 
 }  // namespace PI

@@ -17,6 +17,9 @@
 
 namespace PI {
 
+/// @addtogroup layout
+/// @{
+
 /// One extent of a physical drive.
 class PI_API CDrive {
 public:
@@ -32,13 +35,13 @@ public:
     /// Orders by drive, then by start address.
     bool operator<(const CDrive& other) const;
 
-    std::uint64_t m_ObjectID = 0;  ///< the physical drive
-    std::uint64_t m_StartAddress = 0;
-    std::uint64_t m_UsedSize = 0;
-    std::vector<CProperty> m_Properties;
-    std::uint64_t m_LogicalDrive = 0;  ///< the logical drive that uses the extent
-    std::uint64_t m_LogicalOwner = 0;  ///< the logical object that owns it
-    bool m_IsConfigurable = true;
+    std::uint64_t m_ObjectID = 0;         ///< the physical drive
+    std::uint64_t m_StartAddress = 0;     ///< where the extent begins on the drive
+    std::uint64_t m_UsedSize = 0;         ///< how much of the drive it takes
+    std::vector<CProperty> m_Properties;  ///< up to the plug-in
+    std::uint64_t m_LogicalDrive = 0;     ///< the logical drive that uses the extent
+    std::uint64_t m_LogicalOwner = 0;     ///< the logical object that owns it
+    bool m_IsConfigurable = true;         ///< whether the extent may be configured anew
 };
 
 /// A group of drive extents.
@@ -54,7 +57,7 @@ public:
     /// Compares the drives in their order, so only their identifiers and start addresses.
     bool operator==(const CContainer& other) const;
 
-    std::vector<CDrive> m_Drives;
+    std::vector<CDrive> m_Drives;  ///< in the order that the producer gives them
 };
 
 /// A logical drive.
@@ -79,20 +82,20 @@ public:
     /// logical drives different.
     bool operator==(const CLogicalDrive& other) const;
 
-    std::uint32_t m_ID = 0;
-    std::vector<CProperty> m_Properties;
-    std::uint32_t m_Value1 = 0;
-    std::int32_t m_Value2 = -1;
-    std::uint64_t m_Size = 0;  ///< in m_Units
-    _UNITS m_Units = Units::UNSPECIFIED;
-    std::uint64_t m_SpanCount = 0;
-    std::uint64_t m_SpanSize = 0;
-    std::uint32_t m_Value3 = 1;
-    std::uint64_t m_Value4 = 0xFFFFFFFFFFFFFFFF;
-    std::vector<CContainer> m_Containers;
-    std::vector<std::uint64_t> m_GlobalHotSpares;
-    std::vector<std::uint64_t> m_DedicatedHotSpares;
-    std::vector<std::uint64_t> m_AssociatedLogicalDrives;
+    std::uint32_t m_ID = 0;                        ///< number of the logical drive
+    std::vector<CProperty> m_Properties;           ///< up to the plug-in
+    std::uint32_t m_Value1 = 0;                    ///< up to the plug-in
+    std::int32_t m_Value2 = -1;                    ///< up to the plug-in
+    std::uint64_t m_Size = 0;                      ///< in m_Units
+    _UNITS m_Units = Units::UNSPECIFIED;           ///< unit of m_Size
+    std::uint64_t m_SpanCount = 0;                 ///< how many spans make up the drive
+    std::uint64_t m_SpanSize = 0;                  ///< size of one span
+    std::uint32_t m_Value3 = 1;                    ///< up to the plug-in
+    std::uint64_t m_Value4 = 0xFFFFFFFFFFFFFFFF;   ///< up to the plug-in
+    std::vector<CContainer> m_Containers;          ///< the extents that hold the data
+    std::vector<std::uint64_t> m_GlobalHotSpares;  ///< physical drives that stand by for every logical drive
+    std::vector<std::uint64_t> m_DedicatedHotSpares;       ///< physical drives that stand by for this one
+    std::vector<std::uint64_t> m_AssociatedLogicalDrives;  ///< logical drives that belong with this one
 };
 
 /// A disk array.
@@ -109,14 +112,15 @@ public:
     CArray& operator=(CArray&&) noexcept = default;
     virtual ~CArray();
 
+    /// Compares every field.
     bool operator==(const CArray& other) const;
 
-    std::vector<CProperty> m_Properties;
-    std::uint32_t m_Value1 = 0;
-    std::uint64_t m_Size = 0;  ///< in m_Units
-    _UNITS m_Units = Units::UNSPECIFIED;
-    std::vector<CContainer> m_Containers;
-    std::vector<std::uint64_t> m_LogicalDrives;
+    std::vector<CProperty> m_Properties;         ///< up to the plug-in
+    std::uint32_t m_Value1 = 0;                  ///< up to the plug-in
+    std::uint64_t m_Size = 0;                    ///< in m_Units
+    _UNITS m_Units = Units::UNSPECIFIED;         ///< unit of m_Size
+    std::vector<CContainer> m_Containers;        ///< the extents that make up the array
+    std::vector<std::uint64_t> m_LogicalDrives;  ///< the logical drives on it
 };
 
 /// A RAID level that an operation offers or asks for.
@@ -129,8 +133,11 @@ public:
     CLevel& operator=(CLevel&&) noexcept = default;
     virtual ~CLevel();
 
+    /// Compares every field.
     bool operator==(const CLevel& other) const;
 
+    /// @{
+    /// Its meaning is up to the plug-in that fills it.
     std::uint32_t m_Value1 = 0;
     std::vector<std::int32_t> m_Values;
     std::uint32_t m_Value2 = 0;
@@ -144,6 +151,7 @@ public:
     std::uint32_t m_Value8 = 0;
     bool m_Flag = true;
     std::uint32_t m_Value9 = 0;
+    /// @}
 };
 
 /// A partition on a logical drive.
@@ -156,13 +164,17 @@ public:
     CPartition& operator=(CPartition&&) noexcept = default;
     virtual ~CPartition();
 
+    /// Compares every field.
     bool operator==(const CPartition& other) const;
 
+    /// @{
+    /// Its meaning is up to the plug-in that fills it.
     std::uint64_t m_Value1 = 0;
     std::uint64_t m_Value2 = 0;
     std::uint32_t m_Value3 = 1;
     std::string m_Text1;
     std::string m_Text2;
+    /// @}
 };
 
 /// A migration that an operation offers or asks for.
@@ -175,11 +187,17 @@ public:
     CMigration& operator=(CMigration&&) noexcept = default;
     virtual ~CMigration();
 
+    /// Compares every field.
     bool operator==(const CMigration& other) const;
 
+    /// @{
+    /// Its meaning is up to the plug-in that fills it.
     std::uint64_t m_Value1 = 0;
     std::uint32_t m_Value2 = 0;
     std::vector<CProperty> m_Properties;
+    /// @}
 };
+
+/// @}
 
 }  // namespace PI

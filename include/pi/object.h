@@ -17,6 +17,9 @@
 
 namespace PI {
 
+/// @addtogroup objects
+/// @{
+
 class COperation;
 
 /// What a plug-in reports to the service: an adapter, a drive, a logical drive, a battery.
@@ -29,11 +32,13 @@ public:
     /// As CObject(), with an identifier and a type.
     CObject(unsigned long id, _OBJECT_TYPE type);
 
+    /// @{
     /// A copy is the same object: it carries the unique identifier. So does a moved one.
     CObject(const CObject& source);
     CObject(CObject&& source) noexcept;
     CObject& operator=(const CObject& source);
     CObject& operator=(CObject&& source) noexcept;
+    /// @}
     virtual ~CObject();
 
     /// Compares every field, the unique identifier included: two objects made separately are different
@@ -43,16 +48,18 @@ public:
     /// The unique identifier that the next new object takes; 0 at load.
     static std::uint64_t m_UniqueIDCounter;
 
-    // What m_RelatedIDs1 and 2, m_ObjectValue and m_ObjectFlag mean is up to the plug-in.
-    std::uint64_t m_ObjectID = 0;
-    _OBJECT_TYPE m_ObjectType = ObjectType::UNDEFINED;
+    std::uint64_t m_ObjectID = 0;                       ///< identifier, up to the plug-in
+    _OBJECT_TYPE m_ObjectType = ObjectType::UNDEFINED;  ///< adapter, task, or a type of the plug-in's own
+    /// @{
+    /// Its meaning is up to the plug-in and the service.
     std::vector<std::uint64_t> m_RelatedIDs1;
     std::vector<std::uint64_t> m_RelatedIDs2;
     std::uint64_t m_ObjectValue = 0;
     bool m_ObjectFlag = false;
-    std::vector<CProperty> m_Properties;
-    std::vector<COperation> m_Operations;
-    std::uint64_t m_UniqueID;
+    /// @}
+    std::vector<CProperty> m_Properties;   ///< what is known about the object
+    std::vector<COperation> m_Operations;  ///< what may be done with it
+    std::uint64_t m_UniqueID;              ///< taken from m_UniqueIDCounter
 };
 
 /// An action offered on an object, or asked for, with all its parameters.
@@ -60,20 +67,29 @@ public:
 /// What the headers, parameters and the flag mean is up to the plug-ins and the service.
 class PI_API COperation {
 public:
+    /// An operation without parameters.
     COperation();
+    /// @{
+    /// Copies and moves take every field.
     COperation(const COperation& source);
     COperation(COperation&& source) noexcept;
     COperation& operator=(const COperation& source);
     COperation& operator=(COperation&& source) noexcept;
+    /// @}
     virtual ~COperation();
 
     /// Compares every field, the elements of the lists by their own operator== with what that leaves out. An
     /// operation that holds a property without a value is never equal, not even to itself.
     bool operator==(const COperation& other) const;
 
+    /// @{
+    /// Which operation this is and how it is shown; up to the plug-ins and the service.
     std::uint32_t m_Header1 = 1;
     std::uint32_t m_Header2 = 1;
     std::uint32_t m_Header3 = 1;
+    /// @}
+    /// @{
+    /// Parameters of this kind, as many as the operation takes.
     std::vector<CProperty> m_Properties;
     std::vector<CLogicalDrive> m_LogicalDriveList;
     std::vector<CDrive> m_DriveList;
@@ -82,6 +98,9 @@ public:
     std::vector<CEvent> m_EventList;
     std::vector<CPartition> m_PartitionList;
     std::vector<CObject> m_ObjectList;
+    /// @}
+    /// @{
+    /// A single number or flag; up to the plug-ins and the service.
     std::uint32_t m_Parameter1 = 1;
     std::uint32_t m_Parameter2 = 1;
     std::uint32_t m_Parameter3 = 1;
@@ -92,6 +111,9 @@ public:
     std::uint32_t m_Parameter8 = 1;
     bool m_OperationFlag = false;
     std::uint32_t m_Parameter9 = 1;
+    /// @}
 };
+
+/// @}
 
 }  // namespace PI

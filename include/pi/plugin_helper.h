@@ -12,6 +12,9 @@
 
 namespace PI {
 
+/// @addtogroup helper
+/// @{
+
 class CEvent;
 class CProperty;
 struct _PROPERTY_DESCRIPTION;
@@ -20,14 +23,18 @@ struct _PROPERTY_DESCRIPTION;
 /// runs out, unless they say otherwise. Results of type int are error codes (pi/vocabulary.h).
 class PI_API CPluginHelper {
 public:
+    /// Functions only.
     CPluginHelper() = delete;
 
-    // --- Properties
+    /// @name Properties
+    /// @{
 
     /// Copies a description's fields into a property; m_Attribute5, m_Format and all data stay as they are.
     static void GenerateCProperty(const _PROPERTY_DESCRIPTION& description, CProperty& property);
+    /// @}
 
-    // --- Help and icons
+    /// @name Help and icons
+    /// @{
 
     /// Page and anchor of a help topic, such as "properties.htm#ADAPTER_ACTIVITY".
     /// @param path out: empty when the topic is unknown
@@ -44,8 +51,10 @@ public:
     /// @param power   PropertyValue::STOPPED, or any other value for a running drive
     /// @return an icon for GetIconPath; a plain drive icon where there is none of its own
     static int GetPDStatusIcon(int state, int medium, bool aura, bool foreign, int power);
+    /// @}
 
-    // --- Events
+    /// @name Events
+    /// @{
 
     /// Renders an event as key/value pairs: "EventID", "Host", "Source", "Timestamp", "Datetime", "Severity",
     /// "Placeholders", "Description", "SequenceNumber", in this order.
@@ -56,8 +65,10 @@ public:
     /// is absorbed as well: it reads "Unknown Event" then, and "Placeholders" holds those used so far. The
     /// event's resolved placeholders are written.
     static std::vector<std::pair<std::string, std::string>> StringifyEventMessage(CEvent& event);
+    /// @}
 
-    // --- Drives: identification
+    /// @name Drives: identification
+    /// @{
 
     /// Splits the model text of a SATA drive (ATA IDENTIFY DEVICE, words 27 to 46) into vendor and model.
     ///
@@ -73,8 +84,10 @@ public:
 
     /// Whether a vendor text is that of a hypervisor's virtual disk: "VMware" exactly, or the bytes CEh FAh.
     static bool IsVirtualDisk(std::string& vendor);
+    /// @}
 
-    // --- Drives: rotation speed
+    /// @name Drives: rotation speed
+    /// @{
 
     /// Rotation speed of a SATA disk that does not report it, from its names as SplitSATAModelName gives
     /// them.
@@ -90,8 +103,10 @@ public:
     /// or 20.
     /// @return 0 always
     static int RoundRPM(unsigned long rpm, float& thousands);
+    /// @}
 
-    // --- Drives: solid-state lifetime
+    /// @name Drives: solid-state lifetime
+    /// @{
 
     /// First row of SATASSDEndurance that matches a model, without regard to case.
     /// @return a row owned by the library, or null
@@ -110,8 +125,10 @@ public:
     static bool ComputeRemainingLifeTime(unsigned long powerOnHours, unsigned long bytesWritten,
                                          unsigned int percentUsed, unsigned long enduranceTB,
                                          unsigned long& remainingHours);
+    /// @}
 
-    // --- Drives: combination and units
+    /// @name Drives: combination and units
+    /// @{
 
     /// Whether a drive may join the drives of a container.
     ///
@@ -131,8 +148,10 @@ public:
     /// @param value out: single precision; above 1024 only in petabytes
     /// @return true always
     static bool ConvertBytesToOtherUnit(unsigned long bytes, float& value, _UNITS& unit);
+    /// @}
 
-    // --- Drives: SCSI sense data
+    /// @name Drives: SCSI sense data
+    /// @{
 
     /// Text and severity of a sense key as SCSI Primary Commands (SPC) numbers it.
     /// @param senseKey its low four bits count
@@ -142,13 +161,14 @@ public:
     /// Text of an additional sense code and qualifier, as the T10 committee publishes it, in lower case.
     ///
     /// @param text out: empty for an unknown pair; the codes 40h (from qualifier 80h on), 4Dh and 70h count
-    /// as unknown
-    ///             but have a text all the same, in which the qualifier stands as a character, be it a NUL
-    ///             byte
+    ///             as unknown but have a text all the same, in which the qualifier stands as a character, be
+    ///             it a NUL byte
     /// @return SUCCESS, or GENERAL when the pair is unknown
     static int TranslateSenseASC(unsigned char asc, unsigned char ascq, std::string& text);
+    /// @}
 
-    // --- Texts
+    /// @name Texts
+    /// @{
 
     /// Percent-encodes a text, with lower-case digits. Letters, digits, blanks and ()-.:_~ stay; the bytes
     /// 01h, 16h, BEh and EEh are dropped.
@@ -176,6 +196,9 @@ public:
 
     /// Whether an object type is one of the nine adapter types.
     static bool IsAdapterType(PI::_OBJECT_TYPE type);
+    /// @}
 };
+
+/// @}
 
 }  // namespace PI

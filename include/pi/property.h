@@ -16,6 +16,9 @@
 
 namespace PI {
 
+/// @addtogroup properties
+/// @{
+
 /// Data of a choice: one of a list of allowed numbers.
 class PI_API CChoiceData {
 public:
@@ -40,9 +43,9 @@ public:
     CRangeData& operator=(CRangeData&&) noexcept = default;
     virtual ~CRangeData();
 
-    std::int32_t m_Value = 1;
-    std::int32_t m_Min = -1;
-    std::int32_t m_Max = -1;
+    std::int32_t m_Value = 1;  ///< the number
+    std::int32_t m_Min = -1;   ///< lower bound
+    std::int32_t m_Max = -1;   ///< upper bound
     std::uint32_t m_Step = 0;  ///< 0: the range has not been set
 };
 
@@ -56,7 +59,7 @@ public:
     CStringData& operator=(CStringData&&) noexcept = default;
     virtual ~CStringData();
 
-    std::string m_Value;
+    std::string m_Value;        ///< the text
     std::int64_t m_Extra1 = 0;  ///< left to its users: stored, copied and compared only
     std::int64_t m_Extra2 = 0;  ///< as m_Extra1
 };
@@ -71,7 +74,7 @@ public:
     CBoolData& operator=(CBoolData&&) noexcept = default;
     virtual ~CBoolData();
 
-    bool m_Value = false;
+    bool m_Value = false;  ///< true: yes
 };
 
 /// Data of an unsigned number.
@@ -84,7 +87,7 @@ public:
     CLongData& operator=(CLongData&&) noexcept = default;
     virtual ~CLongData();
 
-    std::uint64_t m_Value = 0;
+    std::uint64_t m_Value = 0;  ///< the number
 };
 
 /// Data of a signed number.
@@ -97,7 +100,7 @@ public:
     CSignedLongData& operator=(CSignedLongData&&) noexcept = default;
     virtual ~CSignedLongData();
 
-    std::int64_t m_Value = 0;
+    std::int64_t m_Value = 0;  ///< the number
 };
 
 /// Data of two lists of numbers that are always set, read and compared together.
@@ -110,8 +113,8 @@ public:
     CMultiValueData& operator=(CMultiValueData&&) noexcept = default;
     virtual ~CMultiValueData();
 
-    std::vector<std::int32_t> m_Values;
-    std::vector<std::int32_t> m_Values2;
+    std::vector<std::int32_t> m_Values;   ///< the first list
+    std::vector<std::int32_t> m_Values2;  ///< the second list
 };
 
 /// Data of a fractional number.
@@ -124,7 +127,7 @@ public:
     CFloatData& operator=(CFloatData&&) noexcept = default;
     virtual ~CFloatData();
 
-    float m_Value = 0.0F;
+    float m_Value = 0.0F;  ///< the number
 };
 
 /// Data of a list of unsigned numbers.
@@ -137,7 +140,7 @@ public:
     CMultiLongData& operator=(CMultiLongData&&) noexcept = default;
     virtual ~CMultiLongData();
 
-    std::vector<std::uint64_t> m_Values;
+    std::vector<std::uint64_t> m_Values;  ///< the numbers
 };
 
 /// Data of an XML document.
@@ -147,13 +150,15 @@ public:
 class PI_API CXMLData {
 public:
     CXMLData() = default;
+    /// Copies as said above.
     CXMLData(const CXMLData& source);
     CXMLData(CXMLData&&) noexcept = default;
+    /// Copies as said above.
     CXMLData& operator=(const CXMLData& source);
     CXMLData& operator=(CXMLData&&) noexcept = default;
     virtual ~CXMLData();
 
-    VELK::XML::xml_document m_Document;
+    VELK::XML::xml_document m_Document;  ///< the document
 };
 
 /// Data of a list of texts of which some are selected.
@@ -166,7 +171,7 @@ public:
     CMultiStringData& operator=(CMultiStringData&&) noexcept = default;
     virtual ~CMultiStringData();
 
-    std::vector<std::string> m_Values;
+    std::vector<std::string> m_Values;           ///< the texts
     std::uint32_t m_SelectionMask = 0xFFFFFFFF;  ///< bit (i mod 32) selects element i
 };
 
@@ -192,17 +197,17 @@ public:
         _DATA& operator=(_DATA&&) noexcept = default;
         ~_DATA();
 
-        CChoiceData m_Choice;
-        CRangeData m_Range;
-        CStringData m_String;
-        CBoolData m_Bool;
-        CLongData m_Long;
-        CSignedLongData m_SignedLong;
-        CMultiValueData m_MultiValue;
-        CFloatData m_Float;
-        CMultiLongData m_MultiLong;
-        CXMLData m_XML;
-        CMultiStringData m_MultiString;
+        CChoiceData m_Choice;            ///< counts for PropertyType::CHOICE
+        CRangeData m_Range;              ///< counts for PropertyType::RANGE
+        CStringData m_String;            ///< counts for PropertyType::STRING
+        CBoolData m_Bool;                ///< counts for PropertyType::BOOL
+        CLongData m_Long;                ///< counts for PropertyType::LONG
+        CSignedLongData m_SignedLong;    ///< counts for PropertyType::SIGNED_LONG
+        CMultiValueData m_MultiValue;    ///< counts for PropertyType::MULTI_VALUE
+        CFloatData m_Float;              ///< counts for PropertyType::FLOAT
+        CMultiLongData m_MultiLong;      ///< counts for PropertyType::MULTI_LONG
+        CXMLData m_XML;                  ///< counts for PropertyType::XML
+        CMultiStringData m_MultiString;  ///< counts for PropertyType::MULTI_STRING
     };
 
     /// A property without identity, type and value.
@@ -211,14 +216,18 @@ public:
     /// A property without type and value; the flag goes to m_Flag1.
     CProperty(_PROPERTY_ID id, bool flag);
 
+    /// @{
     /// Copies the fields and the data of every kind; XML as CXMLData says.
     CProperty(const CProperty& source);
     CProperty& operator=(const CProperty& source);
+    /// @}
 
+    /// @{
     /// Moves the data of every kind; nothing of an XML document is lost. The source may only be assigned to
     /// or destroyed afterwards.
     CProperty(CProperty&& source) noexcept;
     CProperty& operator=(CProperty&& source) noexcept;
+    /// @}
 
     virtual ~CProperty();
 
@@ -229,10 +238,13 @@ public:
     /// themselves: callers rely on it.
     bool operator==(const CProperty& other) const;
 
+    /// @{
+    /// Stores a value of the argument's kind.
     int SetValue(bool value);
     int SetValue(unsigned long value);
     int SetValue(long value);
     int SetValue(float value);
+    /// @}
 
     /// Stores a value brought into [min, max], and the bounds and the step as given. The lower bound is
     /// looked at first: with min above max, a value below min becomes min.
@@ -242,9 +254,12 @@ public:
     /// @return ErrorCode::INVALID_PARAMETER, with nothing changed, when there are no choices
     int SetValue(int value, const std::vector<int>& choices);
 
+    /// Stores copies of both lists.
     int SetValue(std::vector<int>& values, std::vector<int>& values2);
+    /// Stores a copy of the list.
     int SetValue(std::vector<unsigned long>& values);
 
+    /// Stores a list of texts and which of them are selected.
     /// @param mask selects the elements that make up the text of the value: bit (i mod 32) stands for element
     /// i
     int SetValue(const std::vector<std::string>& values, unsigned int mask);
@@ -264,18 +279,23 @@ public:
 
     /// The selected choice. Traced when there are no choices.
     int GetValueChoice(int& value) const;
+    /// The selected choice and the choices allowed. Traced when there are none.
     int GetValue(int& value, std::vector<int>& choices);
 
     /// The value as stored. Traced when the step is 0.
     int GetValueRange(int& value) const;
     /// The value brought into the bounds, the lower one first.
     int GetValueRangeNormalized(int& value) const;
+    /// The value as stored, the bounds and the step. Traced when the step is 0.
     int GetValue(int& value, int& min, int& max, unsigned int& step);
 
+    /// @{
+    /// The value of the argument's kind.
     int GetValue(bool& value);
     int GetValue(unsigned long& value);
     int GetValue(long& value);
     int GetValue(float& value);
+    /// @}
 
     /// Both lists. Traced when either is empty.
     int GetValue(std::vector<int>& values, std::vector<int>& values2);
@@ -287,34 +307,41 @@ public:
 
     /// The list itself, valid as long as the property is not changed. Traced when it is empty.
     const std::vector<std::string>& GetValueMultiString(unsigned int& mask) const;
+    /// A copy of the list, and which texts of it are selected. Traced when it is empty.
     int GetValue(std::vector<std::string>& values, unsigned int& mask);
+    /// A copy of the list. Traced when it is empty.
     int GetValue(std::vector<std::string>& values);
 
     /// The text; of a list of texts, the selected ones joined by ", ", where an empty one adds nothing.
     int GetValueString(std::string& text) const;
+    /// As GetValueString.
     int GetValue(std::string& text);
-    /// The same, returned.
+    /// The text as GetValueString gives it, returned.
     /// @param error takes the code of the call; may be null
     std::string GetValue(_ERROR_CODE* error);
 
-    _PROPERTY_ID m_ID = PropertyID::UNDEFINED;
-    std::int32_t m_SecondaryID = 1;  ///< set together with m_ID
-    // The attributes are descriptive; they are stored, copied and compared only.
+    _PROPERTY_ID m_ID = PropertyID::UNDEFINED;  ///< which property of its object this is
+    std::int32_t m_SecondaryID = 1;             ///< set together with m_ID
+    /// @{
+    /// Descriptive: stored, copied and compared only; its meaning is up to the plug-ins and the service.
     std::int32_t m_Attribute1 = 1;
     std::int32_t m_Attribute2 = 1;
     std::int32_t m_Attribute3 = -1;
     std::int32_t m_Attribute4 = 1;
-    std::int32_t m_Attribute5 = 1;  ///< not set from a description
-    _PROPERTY_TYPE m_Type = PropertyType::UNDEFINED;
-    std::int32_t m_Format = 0;  ///< 0 plain, 1 number, 4 encoded text
-    bool m_Flag1 = false;
-    std::int32_t m_Attribute6 = 1;
-    bool m_Flag2 = true;
-    _DATA m_Data;
+    /// @}
+    std::int32_t m_Attribute5 = 1;                    ///< as m_Attribute1, but not set from a description
+    _PROPERTY_TYPE m_Type = PropertyType::UNDEFINED;  ///< the kind of data that counts
+    std::int32_t m_Format = 0;                        ///< 0 plain, 1 number, 4 encoded text
+    bool m_Flag1 = false;                             ///< as m_Attribute1
+    std::int32_t m_Attribute6 = 1;                    ///< as m_Attribute1
+    bool m_Flag2 = true;                              ///< as m_Attribute1
+    _DATA m_Data;                                     ///< every kind, of which m_Type says which counts
 };
 
 /// Static description of a property, from which CPluginHelper::GenerateCProperty fills one.
 struct _PROPERTY_DESCRIPTION {
+    /// @{
+    /// Goes to the property's field of the same name; m_ID goes to CProperty::m_SecondaryID as well.
     _PROPERTY_ID m_ID;
     std::int32_t m_Attribute4;
     std::int32_t m_Attribute1;
@@ -324,6 +351,9 @@ struct _PROPERTY_DESCRIPTION {
     std::int32_t m_Attribute6;
     bool m_Flag2;
     bool m_Flag1;
+    /// @}
 };
+
+/// @}
 
 }  // namespace PI

@@ -14,10 +14,15 @@
 
 namespace PI {
 
+/// @addtogroup drives
+/// @{
+
 /// A text of a constant table: costs nothing at load and serves wherever a std::string is wanted.
 class CConstantText : public std::string_view {
 public:
+    /// @param text terminated by a zero, and alive as long as the object
     constexpr CConstantText(const char* text) : std::string_view(text) {}
+    /// A copy of the text.
     operator std::string() const { return std::string(data(), size()); }
     /// The text with its terminating zero.
     constexpr const char* c_str() const { return data(); }
@@ -25,8 +30,8 @@ public:
 
 /// A SATA or NVMe drive family.
 struct _SSD_ENDURANCE {
-    CConstantText m_Vendor;
-    CConstantText m_Model;
+    CConstantText m_Vendor;       ///< such as "INTEL"
+    CConstantText m_Model;        ///< such as "SSDSC2BB120G4C"
     std::uint32_t m_MatchLength;  ///< how many leading characters of a model are compared; 0: the whole name
     std::uint32_t m_EnduranceTB;  ///< terabytes that may be written
     std::uint32_t m_Reserved;     ///< 0
@@ -35,8 +40,8 @@ struct _SSD_ENDURANCE {
 
 /// A SAS drive.
 struct _SAS_SSD_ENDURANCE {
-    CConstantText m_Vendor;
-    CConstantText m_Model;
+    CConstantText m_Vendor;       ///< such as "TOSHIBA"
+    CConstantText m_Model;        ///< such as "PX02SMF020"
     std::uint64_t m_EnduranceTB;  ///< terabytes that may be written
     std::uint32_t m_Reserved;     ///< 0
 };
@@ -45,12 +50,18 @@ struct _SAS_SSD_ENDURANCE {
 template <class Row>
 class CConstantTable {
 public:
+    /// @param rows  alive as long as the object
+    /// @param count number of rows
     constexpr CConstantTable(const Row* rows, std::size_t count) : m_Rows(rows), m_Count(count) {}
 
+    /// Number of rows.
     constexpr std::size_t size() const { return m_Count; }
+    /// A row.
     /// @param index below size()
     constexpr const Row& operator[](std::size_t index) const { return m_Rows[index]; }
+    /// The first row.
     constexpr const Row* begin() const { return m_Rows; }
+    /// Behind the last row.
     constexpr const Row* end() const { return m_Rows + m_Count; }
 
 private:
@@ -64,5 +75,7 @@ PI_API extern const CConstantTable<_SSD_ENDURANCE> SATASSDEndurance;
 PI_API extern const CConstantTable<_SAS_SSD_ENDURANCE> SASSSDEndurance;
 /// NVMe drives, 52 rows.
 PI_API extern const CConstantTable<_SSD_ENDURANCE> NVMeSSDEndurance;
+
+/// @}
 
 }  // namespace PI

@@ -9,6 +9,9 @@
 #include <ostream>
 #include <string>
 
+/// @addtogroup trace
+/// @{
+
 /// One diagnostic line: built with a category and a format text, fed with arguments, written when destroyed.
 ///
 /// @code
@@ -30,14 +33,16 @@ public:
     /// @param name     printed in the line's prefix, not null
     /// @param category selects tag and logger
     /// @param format   text with printf-like ("%d", "%-5s") or numbered ("%1%") placeholders, not null.
-    /// Without
-    ///                 arguments it is the message as it stands, "%%" included.
+    ///                 Without arguments it is the message as it stands, "%%" included.
     /// @throws an exception derived from std::exception when the format text is malformed, std::logic_error
     ///         when the name is null
     VELKTrace(int number, const char* name, int category, const char* format);
 
+    /// @{
+    /// A line is written once.
     VELKTrace(const VELKTrace&) = delete;
     VELKTrace& operator=(const VELKTrace&) = delete;
+    /// @}
 
     /// Writes the line if tracesEnabled is true and the category's logger takes debug records. Never throws.
     ~VELKTrace();
@@ -79,5 +84,7 @@ extern template PI_API VELKTrace& VELKTrace::operator<< <std::string>(std::strin
 extern template PI_API VELKTrace& VELKTrace::operator<< <PI::_PROPERTY_TYPE>(PI::_PROPERTY_TYPE value);
 
 namespace PI {
-using ::VELKTrace;
+using ::VELKTrace;  ///< the trace under the name that plug-ins know it by
 }
+
+/// @}

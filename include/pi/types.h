@@ -15,13 +15,16 @@
 
 namespace PI {
 
+/// @addtogroup vocabulary
+/// @{
+
 namespace Severity {
 /// Severity of an event or of SCSI sense data. Any other number counts as DEBUG.
 enum _SEVERITY : std::int32_t {
-    DEBUG = 1,
-    INFORMATION = 2,
-    WARNING = 3,
-    ERROR = 4,
+    DEBUG = 1,        ///< of interest to whoever looks for a fault in the software
+    INFORMATION = 2,  ///< nothing to do
+    WARNING = 3,      ///< to be looked at before it becomes a failure
+    ERROR = 4,        ///< something failed
 };
 }  // namespace Severity
 using Severity::_SEVERITY;
@@ -29,12 +32,12 @@ using Severity::_SEVERITY;
 namespace Units {
 /// Unit of a capacity, in steps of 1024. The numbers do not ascend with the magnitude.
 enum _UNITS : std::int32_t {
-    BYTES = 21025,
-    KILOBYTES = 21003,
-    MEGABYTES = 21002,
-    GIGABYTES = 21022,
-    TERABYTES = 21026,
-    PETABYTES = 21027,
+    BYTES = 21025,        ///< single bytes
+    KILOBYTES = 21003,    ///< 1024 bytes
+    MEGABYTES = 21002,    ///< 1024 kilobytes
+    GIGABYTES = 21022,    ///< 1024 megabytes
+    TERABYTES = 21026,    ///< 1024 gigabytes
+    PETABYTES = 21027,    ///< 1024 terabytes
     UNSPECIFIED = 21006,  ///< default of the array-layout records
 };
 }  // namespace Units
@@ -43,8 +46,10 @@ using Units::_UNITS;
 namespace ObjectType {
 /// Kind of a managed object. Plug-ins and the service use further numbers of their own.
 enum _OBJECT_TYPE : std::int32_t {
-    UNDEFINED = 1,
-    TASK = 19005,
+    UNDEFINED = 1,  ///< a new object, no type yet
+    TASK = 19005,   ///< a CTask
+    /// @{
+    /// One of nine types of adapters (CPluginHelper::IsAdapterType); plug-ins agree on which is whose.
     ADAPTER_1 = 19007,
     ADAPTER_2 = 19009,
     ADAPTER_3 = 19010,
@@ -54,6 +59,7 @@ enum _OBJECT_TYPE : std::int32_t {
     ADAPTER_7 = 19039,
     ADAPTER_8 = 19042,
     ADAPTER_9 = 19051,
+    /// @}
 };
 }  // namespace ObjectType
 using ObjectType::_OBJECT_TYPE;
@@ -61,22 +67,24 @@ using ObjectType::_OBJECT_TYPE;
 namespace PropertyType {
 /// Kind of data that a property holds.
 enum _PROPERTY_TYPE : std::int32_t {
-    NONE = 0,
-    UNDEFINED = 1,  ///< a new property, no value yet
-    STRING = 2,
-    CHOICE = 3,
-    BOOL = 4,
-    LONG = 5,
-    SIGNED_LONG = 6,
-    RANGE = 7,
-    MULTI_VALUE = 8,
-    FLOAT = 9,
-    MULTI_LONG = 10,
-    XML = 11,
-    MULTI_STRING = 12,
+    NONE = 0,           ///< no value
+    UNDEFINED = 1,      ///< a new property, no value yet
+    STRING = 2,         ///< CStringData
+    CHOICE = 3,         ///< CChoiceData
+    BOOL = 4,           ///< CBoolData
+    LONG = 5,           ///< CLongData
+    SIGNED_LONG = 6,    ///< CSignedLongData
+    RANGE = 7,          ///< CRangeData
+    MULTI_VALUE = 8,    ///< CMultiValueData
+    FLOAT = 9,          ///< CFloatData
+    MULTI_LONG = 10,    ///< CMultiLongData
+    XML = 11,           ///< CXMLData
+    MULTI_STRING = 12,  ///< CMultiStringData
 };
 }  // namespace PropertyType
 using PropertyType::_PROPERTY_TYPE;
+
+/// @}
 
 }  // namespace PI
 

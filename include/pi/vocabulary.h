@@ -17,6 +17,9 @@
 
 namespace PI {
 
+/// @addtogroup vocabulary
+/// @{
+
 namespace ErrorCode {
 /// Outcome of an operation: SUCCESS (0), or a failure from GENERAL (20000) upward.
 enum _ERROR_CODE : std::int32_t {
@@ -93,6 +96,8 @@ PI_API const std::string& EventIDToString(int id);
 /// name gives the smallest of them when it is negative, and otherwise 0.
 /// @return the number, or defaultValue when no value bears the name
 PI_API int StringToPropertyValue(const std::string& name, int defaultValue);
+
+/// @}
 
 }  // namespace PI
 

@@ -5,6 +5,9 @@
 
 #include <string>
 
+/// @addtogroup base
+/// @{
+
 /// The texts of the process, one table for all modules. Thread-safe.
 class __attribute__((visibility("default"))) CLanguageSupport {
 public:
@@ -27,3 +30,5 @@ public:
     ///         their own; std::bad_alloc when memory runs out; no text is changed then
     static void LoadFile(const std::string& path);
 };
+
+/// @}

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: Apache-2.0
+// The examples of the reference: what stands between two marks is shown there as it is, what follows proves
+// it.
+
+#include <gtest/gtest.h>
+#include <pi/pi.h>
+#include <velk/clock.h>
+#include <velkx/language_support.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+TEST(ReferenceExamples, Vocabulary) {
+    //! [vocabulary]
+    const int state = PI::PropertyValue::RAID5;                                   // 40014
+    const std::string name = PI::PropertyValueToString(state);                    // "RAID5"
+    const int number = PI::StringToPropertyValue("RAID" + std::to_string(6), 1);  // PropertyValue::RAID6
+    //! [vocabulary]
+    EXPECT_EQ(state, 40014);
+    EXPECT_EQ(name, "RAID5");
+    EXPECT_EQ(number, PI::PropertyValue::RAID6);
+}
+
+TEST(ReferenceExamples, Properties) {
+    //! [properties]
+    PI::CProperty level(PI::PropertyID::RAID_LEVEL, false);
+    level.SetValue(PI::PropertyValue::RAID5, {PI::PropertyValue::RAID0, PI::PropertyValue::RAID5});
+
+    int value = 0;
+    std::vector<int> choices;
+    level.GetValue(value, choices);  // RAID5, of RAID0 and RAID5
+    //! [properties]
+    EXPECT_EQ(level.m_Type, PI::PropertyType::CHOICE);
+    EXPECT_EQ(value, PI::PropertyValue::RAID5);
+    EXPECT_EQ(choices, (std::vector<int>{PI::PropertyValue::RAID0, PI::PropertyValue::RAID5}));
+}
+
+TEST(ReferenceExamples, Objects) {
+    //! [objects]
+    PI::CObject adapter(1, PI::ObjectType::ADAPTER_1);
+    adapter.m_Properties.emplace_back(PI::PropertyID::NAME, false).SetValue("Software RAID");
+
+    PI::COperation rescan;
+    rescan.m_Header1 = PI::OperationID::SCAN_CONFIGURATION;
+    adapter.m_Operations.push_back(rescan);
+    //! [objects]
+    std::string name;
+    adapter.m_Properties.at(0).GetValueString(name);
+    EXPECT_EQ(name, "Software RAID");
+    EXPECT_EQ(adapter.m_Operations.at(0).m_Header1, 50007U);
+}
+
+TEST(ReferenceExamples, Layout) {
+    //! [layout]
+    VELK::XML::xml_document document;
+    document.load_string(R"(<LogicalDriveConfiguration Size="512" Units="21022">
+            <Containers>
+                <Container><Drive ObjectID="7" StartAddress="0" UsedSize="512"/></Container>
+            </Containers>
+        </LogicalDriveConfiguration>)");
+    const PI::CLogicalDrive drive(document);  // 512 gigabytes, on the drive with the identifier 7
+    //! [layout]
+    EXPECT_EQ(drive.m_Size, 512U);
+    EXPECT_EQ(drive.m_Units, PI::Units::GIGABYTES);
+    EXPECT_EQ(drive.m_Containers.at(0).m_Drives.at(0).m_ObjectID, 7U);
+}
+
+TEST(ReferenceExamples, Events) {
+    //! [events]
+    CLanguageSupport::SetString(PI::EventID::LOGICALDRIVE_DEGRADED, "Array %1 is degraded: %2");
+
+    PI::CEvent event;
+    event.m_EventID = PI::EventID::LOGICALDRIVE_DEGRADED;
+    event.m_Severity = PI::Severity::WARNING;
+    event.m_TimeStamp = VELK::now();
+    event.SetPlaceHolder1("md1");
+    event.SetPlaceHolder2("a drive is missing");
+
+    std::string description;  // "Array md1 is degraded: a drive is missing"
+    for (const auto& [key, value] : PI::CPluginHelper::StringifyEventMessage(event)) {
+        if (key == "Description") {
+            description = value;
+        }
+    }
+    //! [events]
+    EXPECT_EQ(description, "Array md1 is degraded: a drive is missing");
+    CLanguageSupport::Clear();
+}
+
+TEST(ReferenceExamples, RemainingTime) {
+    const unsigned long start = PI::CETR::NowSteady();
+    const unsigned long array = 3;
+    //! [remaining time]
+    std::vector<PI::CETR> activities;
+    long index = 0;
+    for (int percent = 0; percent <= 2; ++percent) {  // one percent a minute
+        const auto timeStamp = start + static_cast<unsigned long>(percent) * 60'000;
+        index = PI::CETR::Add(activities, array, percent, false, timeStamp);
+    }
+    std::string remaining;
+    activities[static_cast<std::size_t>(index)].GetETR(remaining);  // "01:38:00"
+    //! [remaining time]
+    EXPECT_EQ(remaining, "01:38:00");
+}
+
+TEST(ReferenceExamples, Drives) {
+    //! [drives]
+    const PI::_SSD_ENDURANCE* row = PI::CPluginHelper::findLifeTimeProp("SSDSC2BB480G7");
+    const unsigned long enduranceTB = row == nullptr ? 0 : row->m_EnduranceTB;  // 945
+
+    unsigned long hours = 0;  // 10,000 hours have written 100 terabytes of 945
+    const bool isKnown =
+        PI::CPluginHelper::ComputeRemainingLifeTime(10'000, 100'000'000'000'000, 0, enduranceTB, hours);
+    //! [drives]
+    EXPECT_EQ(enduranceTB, 945U);
+    EXPECT_TRUE(isKnown);
+    EXPECT_GT(hours, 0U);
+    EXPECT_LE(hours, 43829U);
+}
+
+TEST(ReferenceExamples, Helper) {
+    //! [helper]
+    std::string vendor, model;
+    PI::CPluginHelper::SplitSATAModelName("INTEL SSDSC2BB480G7", vendor, model);  // "INTEL", "SSDSC2BB480G7"
+
+    float value = 0;
+    PI::_UNITS unit = PI::Units::BYTES;
+    PI::CPluginHelper::ConvertBytesToOtherUnit(4'000'787'030'016, value, unit);  // 3.64 terabytes
+
+    std::string text;
+    PI::CPluginHelper::TranslateSenseASC(0x04, 0x01, text);  // "logical unit is in process of becoming ready"
+    //! [helper]
+    EXPECT_EQ(vendor, "INTEL");
+    EXPECT_EQ(model, "SSDSC2BB480G7");
+    EXPECT_NEAR(value, 3.64, 0.005);
+    EXPECT_EQ(unit, PI::Units::TERABYTES);
+    EXPECT_EQ(text, "logical unit is in process of becoming ready");
+}
+
+TEST(ReferenceExamples, Trace) {
+    const int number = 7;
+    //! [trace]
+    VELKTrace(494, "MyPlugin", 275, "drive %d: %s") << number << "not ready";
+    //! [trace]
+    EXPECT_FALSE(VELKTrace::tracesEnabled);
+}
+
+TEST(ReferenceExamples, Adapters) {
+    //! [adapters]
+    PI::CGlobalAdapterID adapter;
+    const int bus = 3, device = 0, function = 1;
+    adapter.SetAdapterUniqueID(
+        PI::CGlobalAdapterID::GenerateUniqueAdapterNumber(bus, device, function, 0, adapter.m_HostName));
+    const unsigned int number = adapter.GetGlobalAdapterNumber();  // 0 for the first adapter of the host
+    //! [adapters]
+    EXPECT_EQ(number, 0U);
+}
