@@ -2,7 +2,9 @@
 
 #include "command_line.h"
 
+#include "help_text.h"
 #include "input_files.h"
+#include "quoted_text.h"
 
 #include <CLI/CLI.hpp>
 
@@ -95,21 +97,51 @@ void Unguard(CommandLine& line) {
 constexpr const char* STRINGS_HELP = "Language file (the one that came with pitool)";
 constexpr const char* JSON_HELP = "Print JSON instead of text";
 
+constexpr const char* FILE_VALUE = "FILE";
+constexpr const char* NUMBER_VALUE = "NUMBER";
+constexpr const char* TEXT_VALUE = "TEXT";
+
 /// A command in the making.
 struct Command {
     CLI::App* m_App;
     CommandLine::Command m_Command;
 };
 
+/// The option before or behind the name of a command. What was given is taken from the option itself: of two,
+/// the one behind counts, and where help is asked for no value is converted.
+CLI::Option* AddColor(CLI::App& app, std::string& value) {
+    return app
+        .add_option("--color,--colour", value,
+                    "When to colour: auto, always or never (auto: on a terminal, unless NO_COLOR is set)")
+        ->type_name("WHEN")
+        ->take_last();
+}
+
+/// What the options for colours say; false when that is no such value.
+bool ReadColor(const std::vector<CLI::Option*>& options, WhenColor& when, std::string& error) {
+    std::string value = "auto";
+    for (const CLI::Option* option : options) {
+        value = option->empty() ? value : option->results().back();
+    }
+    Unguard(value);
+    if (value != "auto" && value != "always" && value != "never") {
+        error = "--color: " + Quoted(value) + " is none of: auto, always, never";
+        return false;
+    }
+    when = value == "auto" ? WhenColor::AUTO : value == "always" ? WhenColor::ALWAYS : WhenColor::NEVER;
+    return true;
+}
+
 Command AddDrive(CLI::App& app, DriveOptions& options) {
     CLI::App* drive = app.add_subcommand("drive", "Report drives from what \"smartctl --json -a\" printed.");
     drive
         ->add_option("FILE", options.m_Files,
                      "File to read; - is standard input, a directory means every .json in it")
+        ->type_name("")
         ->required();
     CLI::Option* events = drive->add_flag("--events", options.m_Events,
                                           "Show the events that the drives raise: SMART failure, wear, heat");
-    drive->add_option("--strings", options.m_Strings, STRINGS_HELP)->needs(events);
+    drive->add_option("--strings", options.m_Strings, STRINGS_HELP)->type_name(FILE_VALUE)->needs(events);
     drive->add_flag("--json", options.m_Json, JSON_HELP);
     return {drive, CommandLine::DRIVE};
 }
@@ -117,7 +149,9 @@ Command AddDrive(CLI::App& app, DriveOptions& options) {
 Command AddLayout(CLI::App& app, LayoutOptions& options) {
     CLI::App* layout = app.add_subcommand(
         "layout", "Print the layout that an array or logical-drive configuration document describes.");
-    layout->add_option("FILE", options.m_File, "Document to read; - is standard input")->required();
+    layout->add_option("FILE", options.m_File, "Document to read; - is standard input")
+        ->type_name("")
+        ->required();
     layout->add_flag("--json", options.m_Json, JSON_HELP);
     return {layout, CommandLine::LAYOUT};
 }
@@ -126,23 +160,30 @@ Command AddEvent(CLI::App& app, EventOptions& options) {
     CLI::App* event = app.add_subcommand(
         "event", "Render an event, given by options, or as JSON on standard input where there are none.");
     EventFields& fields = options.m_Fields;
-    event->add_option("--id", fields.m_ID, "Number or name of the event (10000)");
-    event->add_option("--severity", fields.m_Severity,
-                      "DEBUG, INFORMATION, WARNING, ERROR or a number (INFORMATION)");
-    event->add_option("--timestamp", fields.m_TimeStamp, "Milliseconds since 1970-01-01 UTC (now)");
-    event->add_option("--host", fields.m_Host, "Host on which the event arose (localhost)");
-    event->add_option("--source", fields.m_Source, "Component that raised the event");
-    event->add_option("--sequence", fields.m_Sequence, "Running number (0)");
+    event->add_option("--id", fields.m_ID, "Number or name of the event (10000)")->type_name("ID");
+    event
+        ->add_option("--severity", fields.m_Severity,
+                     "DEBUG, INFORMATION, WARNING, ERROR or a number (INFORMATION)")
+        ->type_name("SEVERITY");
+    event->add_option("--timestamp", fields.m_TimeStamp, "Milliseconds since 1970-01-01 UTC (now)")
+        ->type_name("MS");
+    event->add_option("--host", fields.m_Host, "Host on which the event arose (localhost)")
+        ->type_name(TEXT_VALUE);
+    event->add_option("--source", fields.m_Source, "Component that raised the event")->type_name(TEXT_VALUE);
+    event->add_option("--sequence", fields.m_Sequence, "Running number (0)")->type_name(NUMBER_VALUE);
     for (std::size_t i = 0; i < PLACEHOLDERS; ++i) {
         const std::string number = std::to_string(i + 1);
-        CLI::Option* text = event->add_option("--placeholder" + number, fields.m_Texts[i],
-                                              "Text for the marker %" + number + " of the description");
+        CLI::Option* text = event
+                                ->add_option("--placeholder" + number, fields.m_Texts[i],
+                                             "Text for the marker %" + number + " of the description")
+                                ->type_name(TEXT_VALUE);
         event
             ->add_option("--resource" + number, fields.m_Resources[i],
                          "Number of the language resource for the marker %" + number)
+            ->type_name(NUMBER_VALUE)
             ->excludes(text);
     }
-    event->add_option("--strings", options.m_Strings, STRINGS_HELP);
+    event->add_option("--strings", options.m_Strings, STRINGS_HELP)->type_name(FILE_VALUE);
     event->add_flag("--json", options.m_Json, JSON_HELP);
     return {event, CommandLine::EVENT};
 }
@@ -157,11 +198,14 @@ Command AddEta(CLI::App& app) {
 Command AddName(CLI::App& app, NameOptions& options) {
     CLI::App* name = app.add_subcommand("name", "Find names of numbers and numbers of names.");
     CLI::Option* queries =
-        name->add_option("WORD|NUMBER", options.m_Queries, "Number, name or part of a name, in any case");
-    CLI::Option* list = name->add_option(
-        "--list", options.m_List,
-        "Print a whole vocabulary: error codes, property identifiers, property values, operation "
-        "identifiers, event identifiers");
+        name->add_option("WORD|NUMBER", options.m_Queries, "Number, name or part of a name, in any case")
+            ->type_name("");
+    CLI::Option* list =
+        name->add_option(
+                "--list", options.m_List,
+                "Print a whole vocabulary: error codes, property identifiers, property values, operation "
+                "identifiers, event identifiers")
+            ->type_name("VOCABULARY");
     name->add_flag("--json", options.m_Json, JSON_HELP);
     list->excludes(queries);
     return {name, CommandLine::NAME};
@@ -174,8 +218,11 @@ Command AddSense(CLI::App& app, SenseOptions& options) {
         sense
             ->add_option("CODE", options.m_Codes,
                          "KEY ASC ASCQ: sense key, additional code and its qualifier, hexadecimal")
+            ->type_name("")
             ->expected(CODES);
-    sense->add_option("--data", options.m_Data, "Sense data, hexadecimal bytes")->excludes(codes);
+    sense->add_option("--data", options.m_Data, "Sense data, hexadecimal bytes")
+        ->type_name("BYTES")
+        ->excludes(codes);
     sense->add_flag("--json", options.m_Json, JSON_HELP);
     return {sense, CommandLine::SENSE};
 }
@@ -209,9 +256,18 @@ CommandLine ParseCommandLine(int argc, const char* const* argv) {
         AddDrive(app, line.m_Drive), AddLayout(app, line.m_Layout), AddEvent(app, line.m_Event), AddEta(app),
         AddName(app, line.m_Name),   AddSense(app, line.m_Sense),
     };
+    std::string color;
+    std::vector<CLI::Option*> colors{AddColor(app, color)};
+    for (const Command& command : commands) {
+        command.m_App->group("Commands");
+        colors.push_back(AddColor(*command.m_App, color));
+    }
+    LayOutHelp(app);
     try {
         app.parse(ReversedArguments(argc, argv));
     } catch (const CLI::CallForHelp&) {
+        std::string ignored;
+        ReadColor(colors, line.m_Color, ignored);
         line.m_Text = app.help();
         return line;
     } catch (const CLI::CallForVersion&) {
@@ -223,6 +279,10 @@ CommandLine ParseCommandLine(int argc, const char* const* argv) {
         return line;
     }
     Unguard(line);
+    if (!ReadColor(colors, line.m_Color, line.m_Error)) {
+        line.m_ExitStatus = EXIT_BAD_USAGE;
+        return line;
+    }
     for (const Command& command : commands) {
         if (!app.got_subcommand(command.m_App)) {
             continue;

@@ -9,6 +9,7 @@
 #include "layout_command.h"
 #include "name_command.h"
 #include "sense_command.h"
+#include "terminal.h"
 
 #include <string>
 
@@ -22,6 +23,7 @@ struct CommandLine {
     EventOptions m_Event;
     NameOptions m_Name;
     SenseOptions m_Sense;
+    WhenColor m_Color = WhenColor::AUTO;
     std::string m_Text;                   ///< asked for by --help or --version
     std::string m_Error;                  ///< why the command line is refused
     ExitStatus m_ExitStatus = EXIT_DONE;  ///< of a run that ends at once

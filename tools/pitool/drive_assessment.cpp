@@ -156,6 +156,16 @@ DriveAssessment AssessDrive(const std::string& file, const DriveReport& report) 
     return drive;
 }
 
+bool IsWorn(const DriveAssessment& drive) {
+    return drive.m_PercentUsed >= WORN_PERCENT;
+}
+
+bool IsTooHot(const DriveAssessment& drive) {
+    const Figure& temperature = FindFigure(drive, ID::TEMPERATURE);
+    return temperature.IsKnown() && drive.m_TemperatureLimit &&
+           temperature.m_Property.m_Data.m_SignedLong.m_Value > *drive.m_TemperatureLimit;
+}
+
 const Figure& FindFigure(const DriveAssessment& drive, PI::_PROPERTY_ID id) {
     return *std::find_if(drive.m_Figures.begin(), drive.m_Figures.end(),
                          [id](const Figure& figure) { return figure.m_Property.m_ID == id; });

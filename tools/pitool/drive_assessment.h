@@ -29,6 +29,12 @@ struct DriveAssessment {
 /// Does what a plug-in does when it discovers a drive.
 DriveAssessment AssessDrive(const std::string& file, const DriveReport& report);
 
+/// Whether the drive counts as worn.
+bool IsWorn(const DriveAssessment& drive);
+
+/// Whether the drive is hotter than the limit that it states.
+bool IsTooHot(const DriveAssessment& drive);
+
 /// The figure of an assessment under an identifier, which must be one of its own.
 const Figure& FindFigure(const DriveAssessment& drive, PI::_PROPERTY_ID id);
 

@@ -14,6 +14,7 @@
 #include "input_files.h"
 #include "output.h"
 #include "smartctl_reader.h"
+#include "wrapped_text.h"
 
 #include <pi/plugin_helper.h>
 
@@ -35,7 +36,8 @@ struct ReportedDrive {
 /// Collects the drives of a run.
 class DriveCollection {
 public:
-    DriveCollection(bool json, bool events) : m_WantJson(json), m_WantEvents(events) {}
+    DriveCollection(bool json, bool events, const Screen& screen)
+        : m_WantJson(json), m_WantEvents(events), m_Screen(screen) {}
 
     void Add(const DriveAssessment& drive) {
         ReportedDrive& reported = m_Drives.emplace_back();
@@ -54,11 +56,11 @@ public:
             return;
         }
         for (const RenderedEvent& event : events) {
-            reported.m_Events += EventLine(event);
+            reported.m_Events += EventLine(event, m_Screen);
         }
         reported.m_Row = MakeDriveRow(drive);
         if (m_Drives.size() == 1) {
-            m_Sheet = DriveSheet(drive);
+            m_Sheet = DriveSheet(drive, m_Screen);
         }
     }
 
@@ -83,8 +85,9 @@ public:
         if (m_Drives.size() <= 1) {
             return WriteOutput(m_Sheet + EventLines());
         }
-        return WriteOutput(DriveTable(Pointers(&ReportedDrive::m_Row)) + SummaryLine(m_Summary) + "\n" +
-                           EventLines());
+        std::string report = DriveTable(Pointers(&ReportedDrive::m_Row), m_Screen);
+        AddWrapped("", "", SummaryLine(m_Summary), Style::HEADING, m_Screen, report);
+        return WriteOutput(report + EventLines());
     }
 
 private:
@@ -97,7 +100,9 @@ private:
         for (const ReportedDrive& drive : m_Drives) {
             lines += drive.m_Events;
         }
-        return lines.empty() ? "\nno events\n" : "\nevents\n" + lines;
+        std::string report = "\n";
+        AddWrapped("", "", lines.empty() ? "no events" : "events", Style::HEADING, m_Screen, report);
+        return report + lines;
     }
 
     template <class Member>
@@ -112,6 +117,7 @@ private:
 
     bool m_WantJson;
     bool m_WantEvents;
+    Screen m_Screen;
     std::uint32_t m_EventNumber = 0;
     std::vector<ReportedDrive> m_Drives;
     std::vector<std::pair<std::string, std::string>> m_Errors;
@@ -125,7 +131,7 @@ ExitStatus RunDrive(const DriveOptions& options) {
     if (options.m_Events && !LoadStrings(options.m_Strings)) {
         return EXIT_BAD_INPUT;
     }
-    DriveCollection drives(options.m_Json, options.m_Events);
+    DriveCollection drives(options.m_Json, options.m_Events, OutputScreen());
     std::vector<std::string> files;
     std::string text;
     std::string reason;

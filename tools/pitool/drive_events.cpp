@@ -50,12 +50,10 @@ std::vector<PI::CEvent> RaiseDriveEvents(const DriveAssessment& drive, const PI:
                                         std::to_string(*drive.m_PercentUsed) + " percent used, threshold " +
                                             std::to_string(WORN_PERCENT)));
     }
-    const Figure& temperature = FindFigure(drive, ID::TEMPERATURE);
-    if (temperature.IsKnown() && drive.m_TemperatureLimit &&
-        temperature.m_Property.m_Data.m_SignedLong.m_Value > *drive.m_TemperatureLimit) {
+    if (IsTooHot(drive)) {
         events.push_back(MakeDriveEvent(
             PI::EventID::PD_TEMP_HIGH, PI::Severity::WARNING, drive, object,
-            FigureValueText(temperature) + ", limit " + std::to_string(*drive.m_TemperatureLimit)));
+            KnownText(drive, ID::TEMPERATURE) + ", limit " + std::to_string(*drive.m_TemperatureLimit)));
     }
     return events;
 }

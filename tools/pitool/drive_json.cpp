@@ -129,7 +129,7 @@ std::string DriveJson(const DriveAssessment& drive, const std::vector<RenderedEv
         {"file", drive.m_File},
         {"kind", drive.m_Kind},
         {"failing", drive.m_Failing},
-        {"worn", drive.m_PercentUsed >= WORN_PERCENT},
+        {"worn", IsWorn(drive)},
         {"lifetime", LifetimeJson(drive.m_Lifetime)},
         {"properties", std::move(properties)},
         {"operations", OperationNames(drive)},

@@ -8,10 +8,6 @@
 namespace pitool {
 namespace {
 
-bool IsWorn(const DriveAssessment& drive) {
-    return drive.m_PercentUsed >= WORN_PERCENT;
-}
-
 bool LacksEstimate(const DriveAssessment& drive) {
     return drive.m_Lifetime.m_Applicable && !drive.m_Lifetime.m_RemainingHours;
 }

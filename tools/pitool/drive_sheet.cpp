@@ -3,8 +3,17 @@
 #include "drive_sheet.h"
 
 #include "printable_text.h"
+#include "text_table.h"
+#include "wrapped_text.h"
+
+#include <vector>
 
 namespace pitool {
+namespace {
+
+namespace ID = PI::PropertyID;
+
+}  // namespace
 
 std::string FigureText(const Figure& figure) {
     if (!figure.IsKnown()) {
@@ -19,15 +28,41 @@ std::string FigureText(const Figure& figure) {
     return figure.m_Source.empty() ? text : text + "; " + figure.m_Source;
 }
 
-std::string DriveSheet(const DriveAssessment& drive) {
-    constexpr std::size_t NAME_WIDTH = 25;
-    std::string sheet = PrintableText(drive.m_File) + "\n";
-    for (const Figure& figure : drive.m_Figures) {
-        std::string name = PI::PropertyIDToString(figure.m_Property.m_ID);
-        name.resize(NAME_WIDTH, ' ');
-        sheet += "  " + name + FigureText(figure) + "\n";
+Style FigureStyle(const DriveAssessment& drive, const Figure& figure) {
+    if (!figure.IsKnown()) {
+        return Style::FAINT;
     }
-    return sheet;
+    bool worrying = false;
+    switch (figure.m_Property.m_ID) {
+        case ID::HEALTH:
+        case ID::SMART_FLAGGED:
+            if (drive.m_Failing) {
+                return Style::FAILING;
+            }
+            worrying = figure.m_Property.m_ID == ID::HEALTH && IsWorn(drive);
+            break;
+        case ID::RATED_ENDURANCE_PERCENT:
+        case ID::ESTIMATED_LIFETIME: worrying = IsWorn(drive); break;
+        case ID::TEMPERATURE: worrying = IsTooHot(drive); break;
+        default: break;
+    }
+    return worrying ? Style::WARNING : Style::PLAIN;
+}
+
+std::string DriveSheet(const DriveAssessment& drive, const Screen& screen) {
+    std::vector<std::string> texts;
+    for (const Figure& figure : drive.m_Figures) {
+        texts.push_back(PI::PropertyIDToString(figure.m_Property.m_ID));
+        texts.push_back(FigureText(figure));
+    }
+    std::vector<std::vector<Cell>> lines;
+    for (std::size_t i = 0; i < drive.m_Figures.size(); ++i) {
+        lines.push_back({{texts[2 * i]}, {texts[2 * i + 1], FigureStyle(drive, drive.m_Figures[i])}});
+    }
+    constexpr std::size_t INDENT = 2;
+    std::string sheet;
+    AddWrapped("", "", PrintableText(drive.m_File), Style::HEADING, screen, sheet);
+    return sheet + TableText(lines, screen, INDENT);
 }
 
 }  // namespace pitool

@@ -4,6 +4,8 @@
 #pragma once
 
 #include "drive_assessment.h"
+#include "style.h"
+#include "terminal.h"
 
 #include <string>
 
@@ -13,7 +15,11 @@ namespace pitool {
 /// "not applicable" with the reason.
 std::string FigureText(const Figure& figure);
 
+/// How a figure of a drive stands out: a state that fails or is worn, wear and heat beyond their limits, what
+/// is not known.
+Style FigureStyle(const DriveAssessment& drive, const Figure& figure);
+
 /// The file's name, then a line a property.
-std::string DriveSheet(const DriveAssessment& drive);
+std::string DriveSheet(const DriveAssessment& drive, const Screen& screen = {});
 
 }  // namespace pitool

@@ -4,21 +4,11 @@
 
 #include "output.h"
 
-#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
 
 namespace pitool {
-namespace {
-
-std::size_t TerminalColumns() {
-    constexpr std::size_t USUAL = 80;
-    winsize size{};
-    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0 ? size.ws_col : USUAL;
-}
-
-}  // namespace
 
 std::string EtaLine(int percent, const std::string& estimate) {
     return std::to_string(percent) + " percent, " + estimate;
@@ -44,7 +34,7 @@ bool EtaDisplay::Show(int percent, const std::string& estimate) {
     if (!m_Terminal) {
         return WriteOutput(EtaLine(percent, estimate) + "\n");
     }
-    const std::size_t columns = TerminalColumns();
+    const std::size_t columns = OutputScreen().m_Columns;
     const std::string bar = EtaBar(percent, estimate, columns);
     const std::size_t covered = std::min(m_Shown, columns - 1);  // a terminal may have become narrower
     const std::size_t leftOver = covered - std::min(bar.size(), covered);

@@ -43,8 +43,9 @@ ExitStatus RunEvent(const EventOptions& options) {
         return EXIT_BAD_INPUT;
     }
     const RenderedEvent rendered = PI::CPluginHelper::StringifyEventMessage(event);
-    return WriteOutput(options.m_Json ? EventJson(rendered) : EventText(rendered)) ? EXIT_DONE
-                                                                                   : EXIT_BAD_INPUT;
+    return WriteOutput(options.m_Json ? EventJson(rendered) : EventText(rendered, OutputScreen()))
+               ? EXIT_DONE
+               : EXIT_BAD_INPUT;
 }
 
 }  // namespace pitool

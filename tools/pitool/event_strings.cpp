@@ -31,7 +31,7 @@ std::string DefaultStringsFile() {
 bool LoadStrings(const std::string& file) {
     const std::string path = file.empty() ? DefaultStringsFile() : file;
     if (path.empty()) {
-        ReportError("warning: no language file was found: every description reads \"Unknown Event\"");
+        ReportWarning("no language file was found: every description reads \"Unknown Event\"");
         return true;
     }
     try {

@@ -3,36 +3,41 @@
 #include "event_text.h"
 
 #include "printable_text.h"
+#include "text_table.h"
 
 namespace pitool {
 
-std::string EventText(const RenderedEvent& event) {
-    constexpr std::size_t KEY_WIDTH = 16;
-    std::string text;
+std::string EventText(const RenderedEvent& event, const Screen& screen) {
+    constexpr std::size_t KEY_WIDTH = 14;
+    std::vector<std::string> values;
+    values.reserve(event.size());
+    std::vector<std::vector<Cell>> lines;
     for (const auto& [key, value] : event) {
-        std::string line = key;
+        values.push_back(PrintableText(value));
+        std::vector<Cell>& line = lines.emplace_back(std::vector<Cell>{{key}});
         if (!value.empty()) {
-            line.resize(KEY_WIDTH, ' ');
-            line += PrintableText(value);
+            line.push_back({values.back(), key == "Severity" ? SeverityStyle(value) : Style::PLAIN});
         }
-        text += line + "\n";
     }
-    return text;
+    return TableText(lines, screen, 0, {KEY_WIDTH});
 }
 
-std::string EventLine(const RenderedEvent& event) {
-    constexpr std::size_t SEVERITY_WIDTH = 13;
+std::string EventLine(const RenderedEvent& event, const Screen& screen) {
+    constexpr std::size_t INDENT = 2;
+    constexpr std::size_t SEVERITY_WIDTH = 11;
     const auto value = [&event](const char* wanted) -> std::string {
         for (const auto& [key, text] : event) {
             if (key == wanted) {
-                return text;
+                return PrintableText(text);
             }
         }
         return "";
     };
-    std::string severity = value("Severity");
-    severity.resize(SEVERITY_WIDTH, ' ');
-    return "  " + severity + value("EventID") + "  " + PrintableText(value("Description")) + "\n";
+    const std::string severity = value("Severity");
+    const std::string id = value("EventID");
+    const std::string description = value("Description");
+    return TableText({{{severity, SeverityStyle(severity)}, {id}, {description}}}, screen, INDENT,
+                     {SEVERITY_WIDTH});
 }
 
 }  // namespace pitool

@@ -3,6 +3,8 @@
 /// Rendered events as text.
 #pragma once
 
+#include "terminal.h"
+
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,9 +15,9 @@ namespace pitool {
 using RenderedEvent = std::vector<std::pair<std::string, std::string>>;
 
 /// One line a pair, in printable text.
-std::string EventText(const RenderedEvent& event);
+std::string EventText(const RenderedEvent& event, const Screen& screen = {});
 
 /// The essence of a rendered event in one line: severity, identifier, description.
-std::string EventLine(const RenderedEvent& event);
+std::string EventLine(const RenderedEvent& event, const Screen& screen = {});
 
 }  // namespace pitool

@@ -13,10 +13,10 @@ namespace {
 
 void ReportWarnings(const std::string& file, const LayoutWarnings& warnings) {
     for (const PlacedMessage& warning : warnings.m_Kept) {
-        ReportFileError(PlaceText(file, warning.m_Place), "warning: " + warning.m_Text);
+        ReportFileWarning(PlaceText(file, warning.m_Place), warning.m_Text);
     }
     if (warnings.m_LeftOut != 0) {
-        ReportFileError(file, "warning: " + std::to_string(warnings.m_LeftOut) + " further warnings");
+        ReportFileWarning(file, std::to_string(warnings.m_LeftOut) + " further warnings");
     }
 }
 
@@ -36,8 +36,8 @@ ExitStatus RunLayout(const LayoutOptions& options) {
         return EXIT_BAD_INPUT;
     }
     ReportWarnings(options.m_File, document.m_Warnings);
-    const bool written =
-        WriteOutput(options.m_Json ? LayoutJson(options.m_File, document) : LayoutTree(document));
+    const bool written = WriteOutput(options.m_Json ? LayoutJson(options.m_File, document)
+                                                    : LayoutTree(document, OutputScreen()));
     return written ? EXIT_DONE : EXIT_BAD_INPUT;
 }
 

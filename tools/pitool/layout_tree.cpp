@@ -3,6 +3,7 @@
 #include "layout_tree.h"
 
 #include "layout_units.h"
+#include "wrapped_text.h"
 
 #include <cstdint>
 #include <utility>
@@ -15,12 +16,23 @@ struct Branch {
     std::vector<Branch> m_Branches;
 };
 
-void Draw(const std::vector<Branch>& branches, const std::string& indent, std::string& tree) {
+/// A text that goes on below its branch hangs behind the line that leads to the branches of that.
+void Draw(const std::vector<Branch>& branches, const std::string& indent, const Screen& screen,
+          std::string& tree) {
     for (const Branch& branch : branches) {
         const bool last = &branch == &branches.back();
-        tree += indent + (last ? "`-- " : "|-- ") + branch.m_Text + "\n";
-        Draw(branch.m_Branches, indent + (last ? "    " : "|   "), tree);
+        const std::string below = indent + (last ? "    " : "|   ");
+        AddWrapped(indent + (last ? "`-- " : "|-- "), below + (branch.m_Branches.empty() ? "  " : "| "),
+                   branch.m_Text, Style::PLAIN, screen, tree);
+        Draw(branch.m_Branches, below, screen, tree);
     }
+}
+
+std::string DrawTree(const std::string& head, const std::vector<Branch>& branches, const Screen& screen) {
+    std::string tree;
+    AddWrapped("", branches.empty() ? "" : "| ", head, Style::HEADING, screen, tree);
+    Draw(branches, "", screen, tree);
+    return tree;
 }
 
 std::string Count(std::size_t count, const char* one) {
@@ -77,16 +89,14 @@ Branch ObjectsBranch(const char* title, const char* kind, const std::vector<std:
     return branch;
 }
 
-std::string Tree(const PI::CArray& array) {
+std::string Tree(const PI::CArray& array, const Screen& screen) {
     std::vector<Branch> branches;
     AddContainers(array.m_Containers, array.m_Units, branches);
     branches.push_back(ObjectsBranch("logical drives", "logical drive", array.m_LogicalDrives));
-    std::string tree = HeadText("array", array.m_Size, array.m_Units) + "\n";
-    Draw(branches, "", tree);
-    return tree;
+    return DrawTree(HeadText("array", array.m_Size, array.m_Units), branches, screen);
 }
 
-std::string Tree(const PI::CLogicalDrive& drive) {
+std::string Tree(const PI::CLogicalDrive& drive, const Screen& screen) {
     std::vector<Branch> branches;
     // The document does not say what a span's size counts, so it stands as written.
     branches.push_back(
@@ -96,15 +106,13 @@ std::string Tree(const PI::CLogicalDrive& drive) {
     branches.push_back(ObjectsBranch("dedicated hot spares", "drive", drive.m_DedicatedHotSpares));
     branches.push_back(
         ObjectsBranch("associated logical drives", "logical drive", drive.m_AssociatedLogicalDrives));
-    std::string tree = HeadText("logical drive", drive.m_Size, drive.m_Units) + "\n";
-    Draw(branches, "", tree);
-    return tree;
+    return DrawTree(HeadText("logical drive", drive.m_Size, drive.m_Units), branches, screen);
 }
 
 }  // namespace
 
-std::string LayoutTree(const LayoutDocument& document) {
-    return std::visit([](const auto& layout) { return Tree(layout); }, document.m_Layout);
+std::string LayoutTree(const LayoutDocument& document, const Screen& screen) {
+    return std::visit([&screen](const auto& layout) { return Tree(layout, screen); }, document.m_Layout);
 }
 
 }  // namespace pitool

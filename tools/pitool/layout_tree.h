@@ -4,12 +4,13 @@
 #pragma once
 
 #include "layout_document.h"
+#include "terminal.h"
 
 #include <string>
 
 namespace pitool {
 
-/// The tree, one line a node.
-std::string LayoutTree(const LayoutDocument& document);
+/// The tree, one line a node where the screen is wide enough.
+std::string LayoutTree(const LayoutDocument& document, const Screen& screen = {});
 
 }  // namespace pitool

@@ -2,6 +2,7 @@
 
 #include "command_line.h"
 #include "eta_command.h"
+#include "help_text.h"
 #include "output.h"
 
 #include <exception>
@@ -10,6 +11,7 @@ namespace {
 
 int Run(int argc, char** argv) {
     const pitool::CommandLine line = pitool::ParseCommandLine(argc, argv);
+    pitool::UseColors(line.m_Color);
     switch (line.m_Command) {
         case pitool::CommandLine::DRIVE: return pitool::RunDrive(line.m_Drive);
         case pitool::CommandLine::LAYOUT: return pitool::RunLayout(line.m_Layout);
@@ -23,7 +25,9 @@ int Run(int argc, char** argv) {
         pitool::ReportError(line.m_Error + "; see pitool --help");
         return line.m_ExitStatus;
     }
-    return pitool::WriteOutput(line.m_Text) ? line.m_ExitStatus : pitool::EXIT_BAD_INPUT;
+    return pitool::WriteOutput(pitool::HelpWithHeadings(line.m_Text, pitool::OutputScreen()))
+               ? line.m_ExitStatus
+               : pitool::EXIT_BAD_INPUT;
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ ExitStatus ListVocabulary(const NameOptions& options) {
         ReportError("--list: " + Quoted(options.m_List) + " is none of: " + titles);
         return EXIT_BAD_USAGE;
     }
-    return Print(options.m_Json ? VocabularyJson(*vocabulary) : VocabularyText(*vocabulary));
+    return Print(options.m_Json ? VocabularyJson(*vocabulary) : VocabularyText(*vocabulary, OutputScreen()));
 }
 
 }  // namespace
@@ -42,7 +42,7 @@ ExitStatus RunName(const NameOptions& options) {
         }
     }
     const ExitStatus printed =
-        Print(options.m_Json ? FindingsJson(findings, errors) : FindingsText(findings));
+        Print(options.m_Json ? FindingsJson(findings, errors) : FindingsText(findings, OutputScreen()));
     return errors.empty() ? printed : EXIT_BAD_INPUT;
 }
 

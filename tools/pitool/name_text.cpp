@@ -3,14 +3,16 @@
 #include "name_text.h"
 
 #include "json_text.h"
+#include "text_table.h"
 
-#include <algorithm>
+#include <iterator>
+#include <string_view>
 
 namespace pitool {
 namespace {
 
-std::string NameText(const VocabularyEntry& entry) {
-    return entry.m_Name.empty() ? "(no name)" : std::string(entry.m_Name);
+std::string_view NameText(const VocabularyEntry& entry) {
+    return entry.m_Name.empty() ? "(no name)" : entry.m_Name;
 }
 
 const char* MatchText(NameMatch match) {
@@ -22,26 +24,29 @@ const char* MatchText(NameMatch match) {
     return "part";
 }
 
-std::string Padded(std::string text, std::size_t width) {
-    text.resize(std::max(text.size(), width), ' ');
-    return text;
-}
+/// A table without headings, of texts that must outlive it.
+struct NameTable {
+    explicit NameTable(std::size_t lines) { m_Numbers.reserve(lines); }
+
+    /// A line of the number and the name.
+    std::vector<Cell>& Add(const VocabularyEntry& entry) {
+        m_Numbers.push_back(std::to_string(entry.m_Number));
+        return m_Lines.emplace_back(std::vector<Cell>{
+            {m_Numbers.back()}, {NameText(entry), entry.m_Name.empty() ? Style::FAINT : Style::PLAIN}});
+    }
+
+    std::vector<std::string> m_Numbers;
+    std::vector<std::vector<Cell>> m_Lines;
+};
 
 }  // namespace
 
-std::string FindingsText(const std::vector<NameFinding>& findings) {
-    std::size_t numberWidth = 0;
-    std::size_t nameWidth = 0;
+std::string FindingsText(const std::vector<NameFinding>& findings, const Screen& screen) {
+    NameTable table(findings.size());
     for (const NameFinding& finding : findings) {
-        numberWidth = std::max(numberWidth, std::to_string(finding.m_Entry->m_Number).size());
-        nameWidth = std::max(nameWidth, NameText(*finding.m_Entry).size());
+        table.Add(*finding.m_Entry).push_back({finding.m_Vocabulary->m_Title, Style::FAINT});
     }
-    std::string text;
-    for (const NameFinding& finding : findings) {
-        text += Padded(std::to_string(finding.m_Entry->m_Number), numberWidth) + "  " +
-                Padded(NameText(*finding.m_Entry), nameWidth) + "  " + finding.m_Vocabulary->m_Title + "\n";
-    }
-    return text;
+    return TableText(table.m_Lines, screen, 0);
 }
 
 std::string FindingsJson(const std::vector<NameFinding>& findings, const std::vector<NameError>& errors) {
@@ -67,16 +72,12 @@ std::string FindingsJson(const std::vector<NameFinding>& findings, const std::ve
     });
 }
 
-std::string VocabularyText(const Vocabulary& vocabulary) {
-    std::size_t width = 0;
+std::string VocabularyText(const Vocabulary& vocabulary, const Screen& screen) {
+    NameTable table(static_cast<std::size_t>(std::distance(vocabulary.begin(), vocabulary.end())));
     for (const VocabularyEntry& entry : vocabulary) {
-        width = std::max(width, std::to_string(entry.m_Number).size());
+        table.Add(entry);
     }
-    std::string text;
-    for (const VocabularyEntry& entry : vocabulary) {
-        text += Padded(std::to_string(entry.m_Number), width) + "  " + NameText(entry) + "\n";
-    }
-    return text;
+    return TableText(table.m_Lines, screen, 0);
 }
 
 std::string VocabularyJson(const Vocabulary& vocabulary) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "name_search.h"
+#include "terminal.h"
 
 #include <string>
 #include <utility>
@@ -15,11 +16,11 @@ namespace pitool {
 using NameError = std::pair<std::string, std::string>;
 
 /// One line a finding: number, name, vocabulary.
-std::string FindingsText(const std::vector<NameFinding>& findings);
+std::string FindingsText(const std::vector<NameFinding>& findings, const Screen& screen = {});
 std::string FindingsJson(const std::vector<NameFinding>& findings, const std::vector<NameError>& errors);
 
 /// One line an entry: number, name.
-std::string VocabularyText(const Vocabulary& vocabulary);
+std::string VocabularyText(const Vocabulary& vocabulary, const Screen& screen = {});
 std::string VocabularyJson(const Vocabulary& vocabulary);
 
 }  // namespace pitool

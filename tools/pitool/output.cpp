@@ -3,6 +3,7 @@
 #include "output.h"
 
 #include "printable_text.h"
+#include "style.h"
 
 #include <unistd.h>
 
@@ -29,10 +30,40 @@ bool WriteAll(int descriptor, std::string_view text) {
     return true;
 }
 
+WhenColor whenColor = WhenColor::AUTO;  // one for the whole run: messages come from everywhere
+
+/// Writes "pitool: file: mark: message", of which all but the message may be empty. A line stays a line on a
+/// terminal too: messages are searched for and pasted.
+void Report(std::string_view file, Style style, std::string_view mark, std::string_view message) {
+    const bool colors = ScreenOf(STDERR_FILENO, whenColor).m_Colors;
+    std::string line;
+    AddStyled("pitool:", mark.empty() ? style : Style::PLAIN, colors, line);
+    line += ' ';
+    if (!file.empty()) {
+        line += PrintableText(file) + ": ";
+    }
+    if (!mark.empty()) {
+        AddStyled(mark, style, colors, line);
+        line += ' ';
+    }
+    // Nobody is left to be told when standard error fails.
+    static_cast<void>(WriteAll(STDERR_FILENO, line + PrintableText(message) + "\n"));
+}
+
+constexpr const char* WARNING_MARK = "warning:";
+
 }  // namespace
 
 void PrepareOutput() {
     std::signal(SIGPIPE, SIG_IGN);
+}
+
+void UseColors(WhenColor when) {
+    whenColor = when;
+}
+
+Screen OutputScreen() {
+    return ScreenOf(STDOUT_FILENO, whenColor);
 }
 
 bool WriteOutput(std::string_view text) {
@@ -46,12 +77,19 @@ bool WriteOutput(std::string_view text) {
 }
 
 void ReportError(std::string_view message) {
-    // Nobody is left to be told when standard error fails.
-    static_cast<void>(WriteAll(STDERR_FILENO, "pitool: " + PrintableText(message) + "\n"));
+    Report("", Style::FAILING, "", message);
+}
+
+void ReportWarning(std::string_view message) {
+    Report("", Style::WARNING, WARNING_MARK, message);
 }
 
 void ReportFileError(std::string_view file, std::string_view reason) {
     ReportError(std::string(file) + ": " + std::string(reason));
+}
+
+void ReportFileWarning(std::string_view file, std::string_view message) {
+    Report(file, Style::WARNING, WARNING_MARK, message);
 }
 
 }  // namespace pitool

@@ -2,8 +2,6 @@
 
 #include "printable_text.h"
 
-#include <cstdint>
-
 namespace pitool {
 namespace {
 
@@ -26,7 +24,17 @@ bool IsContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }
 
-/// Length of the UTF-8 character at the beginning of a text, 0 when there is none, and its code point.
+bool IsPrintable(std::uint32_t codePoint) {
+    for (const Range& range : UNPRINTABLE) {
+        if (codePoint >= range.m_First && codePoint <= range.m_Last) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
 std::size_t DecodeCharacter(std::string_view text, std::uint32_t& codePoint) {
     const auto lead = static_cast<unsigned char>(text[0]);
     if (lead < 0x80) {
@@ -47,17 +55,6 @@ std::size_t DecodeCharacter(std::string_view text, std::uint32_t& codePoint) {
     }
     return codePoint >= SMALLEST[length] && codePoint <= 0x10FFFF ? length : 0;
 }
-
-bool IsPrintable(std::uint32_t codePoint) {
-    for (const Range& range : UNPRINTABLE) {
-        if (codePoint >= range.m_First && codePoint <= range.m_Last) {
-            return false;
-        }
-    }
-    return true;
-}
-
-}  // namespace
 
 std::string PrintableText(std::string_view text) {
     std::string printable;

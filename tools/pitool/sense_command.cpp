@@ -38,7 +38,9 @@ ExitStatus RunSense(const SenseOptions& options) {
         ReportError("sense data: " + reason);
         return EXIT_BAD_INPUT;
     }
-    return WriteOutput(options.m_Json ? SenseJson(codes) : SenseSheet(codes)) ? EXIT_DONE : EXIT_BAD_INPUT;
+    return WriteOutput(options.m_Json ? SenseJson(codes) : SenseSheet(codes, OutputScreen()))
+               ? EXIT_DONE
+               : EXIT_BAD_INPUT;
 }
 
 }  // namespace pitool

@@ -3,11 +3,13 @@
 #include "sense_text.h"
 
 #include "json_text.h"
+#include "text_table.h"
 
 #include <pi/plugin_helper.h>
 #include <pi/vocabulary.h>
 
 #include <utility>
+#include <vector>
 
 namespace pitool {
 namespace {
@@ -61,18 +63,23 @@ SenseMeaning ExplainSense(const SenseCodes& codes) {
     return meaning;
 }
 
-std::string SenseSheet(const SenseCodes& codes) {
+std::string SenseSheet(const SenseCodes& codes, const Screen& screen) {
     const SenseMeaning meaning = ExplainSense(codes);
-    std::string sheet;
+    const bool unknown = meaning.m_AdditionalText.empty();
+    const std::string format =
+        HexText(codes.m_ResponseCode) + ", " + FormatText(codes.m_Format) +
+        (codes.m_Deferred ? ", deferred error: it belongs to an earlier command" : ", current error");
+    const std::string key = KeyDigit(codes) + ", " + meaning.m_KeyText;
+    const std::string additional = HexText(codes.m_ASC) + " " + HexText(codes.m_ASCQ) + ", " +
+                                   (unknown ? UNKNOWN_PAIR : meaning.m_AdditionalText);
+    std::vector<std::vector<Cell>> lines;
     if (codes.m_Format != SenseFormat::NONE) {
-        sheet +=
-            "format      " + HexText(codes.m_ResponseCode) + ", " + FormatText(codes.m_Format) +
-            (codes.m_Deferred ? ", deferred error: it belongs to an earlier command\n" : ", current error\n");
+        lines.push_back({{"format"}, {format}});
     }
-    return sheet + "sense key   " + KeyDigit(codes) + ", " + meaning.m_KeyText + "\nadditional  " +
-           HexText(codes.m_ASC) + " " + HexText(codes.m_ASCQ) + ", " +
-           (meaning.m_AdditionalText.empty() ? UNKNOWN_PAIR : meaning.m_AdditionalText) + "\nseverity    " +
-           meaning.m_Severity + "\n";
+    lines.push_back({{"sense key"}, {key}});
+    lines.push_back({{"additional"}, {additional, unknown ? Style::FAINT : Style::PLAIN}});
+    lines.push_back({{"severity"}, {meaning.m_Severity, SeverityStyle(meaning.m_Severity)}});
+    return TableText(lines, screen, 0);
 }
 
 std::string SenseJson(const SenseCodes& codes) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "sense_data.h"
+#include "terminal.h"
 
 #include <string>
 
@@ -19,7 +20,7 @@ struct SenseMeaning {
 SenseMeaning ExplainSense(const SenseCodes& codes);
 
 /// Meaning as lines of text, or as JSON.
-std::string SenseSheet(const SenseCodes& codes);
+std::string SenseSheet(const SenseCodes& codes, const Screen& screen = {});
 std::string SenseJson(const SenseCodes& codes);
 
 }  // namespace pitool

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+// Takes the program's help apart.
+#pragma once
+
+#include "program_runner.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace pitool::test {
+
+using Words = std::set<std::string>;
+
+inline const std::vector<std::string> COMMANDS{"drive", "layout", "event", "eta", "name", "sense"};
+
+/// The help of a command, or the general one.
+inline std::string Help(const std::string& command) {
+    const Outcome run = RunProgram(
+        PITOOL_PROGRAM, PITOOL_ALL_EXAMPLES,
+        command.empty() ? std::vector<std::string>{"--help"} : std::vector<std::string>{command, "--help"});
+    EXPECT_EQ(run.m_ExitStatus, 0);
+    return run.m_Output;
+}
+
+inline std::vector<std::string> Lines(const std::string& text) {
+    std::istringstream stream(text);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+/// All parts of a text that a pattern matches.
+inline Words Find(const std::string& text, const char* pattern) {
+    const std::regex expression(pattern);
+    Words words;
+    for (std::sregex_iterator match(text.begin(), text.end(), expression); match != std::sregex_iterator();
+         ++match) {
+        words.insert(match->str(1));
+    }
+    return words;
+}
+
+/// The long options that a help lists.
+inline Words Options(const std::string& command) {
+    Words options;
+    for (const std::string& line : Lines(Help(command))) {
+        if (line.rfind("  -", 0) == 0) {
+            const Words found = Find(line.substr(0, line.find(' ', 2)), "(--[a-z0-9]+)");
+            options.insert(found.begin(), found.end());
+        }
+    }
+    return options;
+}
+
+}  // namespace pitool::test
