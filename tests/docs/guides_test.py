@@ -2,6 +2,8 @@
 # SPDX-License-Identifier: Apache-2.0
 """What the guides list is compared with what it is a list of. Usage: guides_test.py PROJECT-FOLDER"""
 
+import collections
+import csv
 import pathlib
 import re
 import sys
@@ -21,6 +23,11 @@ def table_rows(guide, heading):
     table = re.search(r"(?m)(?:^\|.*\n)+", section)[0]
     return [[cell.strip().replace("`", "") for cell in line.strip("|").split("|")]
             for line in table.splitlines()[2:]]
+
+
+def endurance_sources():
+    return list(csv.DictReader(read("docs/ssd-endurance-sources.tsv").splitlines(), delimiter="\t",
+                               quoting=csv.QUOTE_NONE))
 
 
 class Tables(unittest.TestCase):
@@ -43,6 +50,45 @@ class Tables(unittest.TestCase):
         section = read("docs/getting-started.md").split("## The headers")[1].split("\n## ")[0]
         for path in PROJECT.glob("base/*/include/*/*.h"):
             self.assertIn(f"`{path.parent.name}/{path.name}`", section)
+
+    def test_every_rated_drive_has_its_source(self):
+        listed = []
+        for name in ("sata", "sas", "nvme"):
+            rows = re.findall(rf'(?m)^PI_{name.upper()}_SSD\("\w+", "([^"]+)", (.*)\)$',
+                              read(f"src/drives/ssd_endurance_{name}.def"))
+            listed += [(name, model, int(rest.split(", ")[0 if name == "sas" else 1])) for model, rest in rows]
+        self.assertGreaterEqual(len(listed), 240)
+
+        sources = endurance_sources()
+
+        self.assertEqual([(row["list"], row["model"], int(row["endurance"])) for row in sources], listed)
+        for row in sources:
+            with self.subTest(model=row["model"]):
+                self.assertTrue(row["drive"] and row["source"])
+
+    def test_endurance_figures_are_what_their_reckoning_gives(self):
+        sources = endurance_sources()
+        endurance = {row["model"]: int(row["endurance"]) for row in sources}
+        for row in sources:
+            factors = row["reckoning"].split(" x ")
+            with self.subTest(model=row["model"], reckoning=row["reckoning"]):
+                if row["basis"] == "reckoned" or row["basis"] == "assumed" and len(factors) == 3:
+                    writes, capacity, days = map(float, factors)
+                    self.assertIn(days, (3 * 365, 5 * 365))
+                    self.assertLess(abs(writes * capacity * days - int(row["endurance"])), 1)
+                elif row["basis"] == "sibling" or row["basis"] == "assumed" and len(factors) == 2:
+                    self.assertEqual(endurance[factors[0]] * int(factors[1]), int(row["endurance"]))
+                else:
+                    self.assertEqual(row["reckoning"], "")
+                    self.assertIn(row["basis"], ("given", "stated", "assumed"))
+
+    def test_bases_of_endurance_figures_are_counted(self):
+        counts = collections.Counter((row["basis"], row["list"]) for row in endurance_sources())
+
+        rows = table_rows("drive-knowledge", "## Where the endurance figures come from")
+
+        told = {(row[0], name): int(count) for row in rows for name, count in zip(("sata", "sas", "nvme"), row[2:])}
+        self.assertEqual({key: count for key, count in told.items() if count}, dict(counts))
 
 
 class Texts(unittest.TestCase):
