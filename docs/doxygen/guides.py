@@ -15,8 +15,8 @@ PROJECT = ("README.md", "CONTRIBUTING.md", "SECURITY.md", "CHANGELOG.md", "bench
 
 FENCE = re.compile(r"(^ *(```+)[^\n]*\n.*?^ *\2 *$)", re.MULTILINE | re.DOTALL)
 HEADING = re.compile(r"^(#+) +(.+?) *$", re.MULTILINE)
-# A code span, or a link that is no image.
-CODE_OR_LINK = re.compile(r"(?P<code>`[^`]+`)|(?<!!)\[(?P<text>(?:`[^`]*`|[^\]`])+)\]\((?P<target>[^)\s]+)\)")
+# A code span, or a link, or an image with an exclamation mark before it.
+CODE_OR_LINK = re.compile(r"(?P<code>`[^`]+`)|(?P<image>!?)\[(?P<text>(?:`[^`]*`|[^\]`])+)\]\((?P<target>[^)\s]+)\)")
 
 
 class Guide:
@@ -51,9 +51,9 @@ def place_of(heading):
 
 
 def site_text(guide, guides, root):
-    """The document as Doxygen reads it."""
+    """The document as Doxygen reads it, and the images in it by their paths in the sources."""
     pages = {other.path: other.page for other in guides}
-    places = {}
+    places, images = {}, set()
 
     def heading(match):
         marks, text = match.groups()
@@ -71,10 +71,13 @@ def site_text(guide, guides, root):
             return match.group()
         path, _, place = target.partition("#")
         path = posixpath.normpath(posixpath.join(posixpath.dirname(guide.path), path)) if path else guide.path
-        if path in pages:
-            return f"[{text}]({pages[path]}.html{f'#{pages[path]}-{place}' if place else ''})"
         if not (root / path).exists():
             raise ValueError(f"{guide.path} leads to {target}, which is not there")
+        if match.group("image"):
+            images.add(path)
+            return f"![{text}]({posixpath.basename(path)})"
+        if path in pages:
+            return f"[{text}]({pages[path]}.html{f'#{pages[path]}-{place}' if place else ''})"
         return text if text.strip("`") == path else f"{text} (`{path}` in the sources)"
 
     parts = FENCE.split(guide.source)
@@ -85,4 +88,6 @@ def site_text(guide, guides, root):
             text.append(CODE_OR_LINK.sub(link, HEADING.sub(heading, part)))
         elif i % 3 == 1:
             text.append(part)
-    return "".join(text) + ("\n[TOC]\n" if len(places) > 3 else "")
+    if len(places) > 3:
+        text.append("\n@tableofcontents\n")
+    return "".join(text), images

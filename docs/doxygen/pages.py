@@ -2,10 +2,12 @@
 
 """pages.py FOLDER: writes what Doxygen reads beside the headers, and the menu.
 
-FOLDER/pages takes a page for each table, the guides and the main page, FOLDER/layout.xml the menu."""
+FOLDER/pages takes a page for each table, the guides and the main page, FOLDER/images the images in them,
+FOLDER/layout.xml the menu."""
 import html
 import pathlib
 import re
+import shutil
 import sys
 
 import guides
@@ -49,17 +51,13 @@ TABLES = (
      "The categories that a ::VELKTrace has a tag and a logger of its own for."),
 )
 
-# In the order in which a newcomer meets them; what they hold is said in groups.dox.
-GROUPS = (
-    ("vocabulary", "Vocabulary"),
-    ("model", "Data model"),
-    ("events", "Events and remaining time"),
-    ("drives", "Drive knowledge"),
-    ("helper", "Helper functions"),
-    ("trace", "Traces"),
-    ("utilities", "Utilities"),
-    ("base", "Base libraries"),
-)
+GROUP = re.compile(r"@defgroup (\w+) (.+)\n(@ingroup \w+\n)?@brief (.+)\n")
+
+
+def find_groups():
+    """Name, title and purpose of each subject of the reference that is no part of another, as groups.dox has them."""
+    text = (pathlib.Path(__file__).parent / "groups.dox").read_text(encoding="utf-8")
+    return [(name, title, purpose) for name, title, parent, purpose in GROUP.findall(text) if not parent]
 
 
 def table_rows(source):
@@ -75,11 +73,22 @@ def place_of(row, key):
     return "-".join(re.sub(r"[^\w.]+", "-", row[column]).strip("-") for column in key)
 
 
+def kind(column):
+    """Columns of numbers, and of other short words, need little room."""
+    return ' class="short"' if column in ("Number", "Category", "Code", "Qualifier", "Vendor") else ""
+
+
+def same(row, i):
+    """A text that repeats the one before it, which a narrow page leaves out."""
+    return ' class="same"' if i > 0 and row[i] == row[i - 1] and not row[i].isdigit() else ""
+
+
 def table_page(page, source, title, columns, key, text):
     rows = table_rows(source)
     lines = [f"# {title} {{#{page}}}", "", f"{text} {len(rows)} rows.", "", "@htmlonly[block]",
              '<table class="rows">',
-             "<thead><tr>" + "".join(f"<th>{html.escape(column)}</th>" for column in columns) + "</tr></thead>",
+             "<thead><tr>" + "".join(f"<th{kind(column)}>{html.escape(column)}</th>" for column in columns)
+             + "</tr></thead>",
              "<tbody>"]
     places = set()
     for row in rows:
@@ -88,7 +97,7 @@ def table_page(page, source, title, columns, key, text):
         if place not in places:
             cells[key[0]] = f'<a href="#{place}">{cells[key[0]]}</a>'
         lines.append(("<tr>" if place in places else f'<tr id="{place}">')
-                     + "".join(f"<td>{cell}</td>" for cell in cells) + "</tr>")
+                     + "".join(f"<td{same(row, i)}>{cell}</td>" for i, cell in enumerate(cells)) + "</tr>")
         places.add(place)
     return "\n".join(lines + ["</tbody>", "</table>", '<script src="tables.js"></script>', "@endhtmlonly", ""])
 
@@ -103,7 +112,7 @@ def menu(manual, project):
     return "\n".join([
         '<doxygenlayout version="1.0">', '<navindex>', '  <tab type="mainpage" visible="yes" title="Start"/>',
         *entries("Guides", "guides", [entry(guide.page, guide.plain_title()) for guide in manual]),
-        *entries("Reference", "reference", [entry(group, title) for group, title in GROUPS]),
+        *entries("Reference", "reference", [entry(group, title) for group, title, _ in find_groups()]),
         *entries("Tables", "tables", [entry(table[0], table[2]) for table in TABLES]),
         '  <tab type="classlist" visible="yes" title="Classes"/>',
         '  <tab type="filelist" visible="yes" title="Headers"/>',
@@ -117,7 +126,7 @@ def main_page(manual, project):
 
     marks = {
         "@guides@": items(f"[{guide.title}]({guide.page}.html)" for guide in manual),
-        "@groups@": items(f"@ref {group}" for group, _ in GROUPS),
+        "@groups@": items(f"@ref {group} \u2013 {purpose}" for group, _, purpose in find_groups()),
         "@tables@": items(f"@ref {table[0]}, {len(lists.read_list(table[1]))} rows" for table in TABLES),
         "@project@": items(f"[{guide.title}]({guide.page}.html)" for guide in project),
     }
@@ -132,10 +141,14 @@ def main():
     pages = folder / "pages"
     pages.mkdir(parents=True)
     manual, project = guides.find_guides(lists.ROOT)
+    (folder / "images").mkdir()
     for guide in manual + project:
+        text, images = guides.site_text(guide, manual + project, lists.ROOT)
         target = pages / guide.path
         target.parent.mkdir(exist_ok=True)
-        target.write_text(guides.site_text(guide, manual + project, lists.ROOT), encoding="utf-8")
+        target.write_text(text, encoding="utf-8")
+        for image in images:
+            shutil.copy(lists.ROOT / image, folder / "images")
     for table in TABLES:
         (pages / f"{table[0]}.md").write_text(table_page(*table), encoding="utf-8")
     (pages / "main_page.md").write_text(main_page(manual, project), encoding="utf-8")

@@ -71,7 +71,7 @@ def matches(expected, actual):
 class Terminal:
     """Runs commands one after the other, each in a shell that goes on where the last one ended."""
 
-    def __init__(self, folder, scratch):
+    def __init__(self, folder, scratch, environment):
         self.state = pathlib.Path(scratch) / "state"
         self.state.write_text(f"cd {shlex.quote(str(folder))}\n", encoding="utf-8")
         compilers = pathlib.Path(scratch) / "compilers"
@@ -80,7 +80,7 @@ class Terminal:
         (compilers / "g++").write_text(
             f'#!/bin/sh\nexec {shlex.quote(compiler)} {os.environ.get("CXXFLAGS", "")} "$@"\n', encoding="utf-8")
         (compilers / "g++").chmod(0o755)
-        self.environment = {**os.environ, "PATH": f"{compilers}:{os.environ['PATH']}", "LC_ALL": "C.UTF-8"}
+        self.environment = {**environment, "PATH": f"{compilers}:{environment['PATH']}", "LC_ALL": "C.UTF-8"}
 
     def run(self, commands):
         state = shlex.quote(str(self.state))
@@ -89,8 +89,7 @@ class Terminal:
                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
 
 
-def follow(page, folder, scratch):
-    terminal = Terminal(folder, scratch)
+def follow(page, folder, terminal):
     counts = {"files": 0, "commands": 0, "outputs": 0}
     untested = 0
     output = None
@@ -127,17 +126,17 @@ def follow(page, folder, scratch):
 
 
 @contextlib.contextmanager
-def without_blanks(variable):
-    """A shell splits $(pkg-config ...) at the blanks of a path, so the guides want a path without."""
-    path = os.environ.get(variable, "")
-    if not re.search(r"\s", path):
-        yield
-        return
-    with tempfile.TemporaryDirectory(dir="/tmp") as links:
-        link = pathlib.Path(links) / "link"
-        link.symlink_to(path)
-        os.environ[variable] = str(link)
-        yield
+def installed_tree():
+    """The environment with a PI_PREFIX without blanks, at which a shell would split $(pkg-config ...), and with
+    pkg-config set up for a library folder of any name, as it would be for a library where the system looks for it."""
+    with contextlib.ExitStack() as stack:
+        prefix = pathlib.Path(os.environ["PI_PREFIX"])
+        if re.search(r"\s", str(prefix)):
+            link = pathlib.Path(stack.enter_context(tempfile.TemporaryDirectory(dir="/tmp"))) / "prefix"
+            link.symlink_to(prefix)
+            prefix = link
+        (description,) = prefix.glob("lib*/**/pkgconfig/pi.pc")
+        yield {**os.environ, "PI_PREFIX": str(prefix), "PKG_CONFIG_PATH": str(description.parent)}
 
 
 def main():
@@ -148,8 +147,8 @@ def main():
     folder = arguments.folder.absolute()
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True)
-    with without_blanks("PI_PREFIX"), tempfile.TemporaryDirectory() as scratch:
-        follow(arguments.page, folder, scratch)
+    with installed_tree() as environment, tempfile.TemporaryDirectory() as scratch:
+        follow(arguments.page, folder, Terminal(folder, scratch, environment))
 
 
 if __name__ == "__main__":
