@@ -16,33 +16,32 @@ namespace {
 void Print(PI::CProperty& property) {
     std::cout << PI::PropertyIDToString(property.m_ID) << ": ";
     switch (property.m_Type) {
-    case PI::PropertyType::STRING: {
-        std::string text;
-        property.GetValue(text);
-        std::cout << text;
-        break;
-    }
-    case PI::PropertyType::LONG: {
-        unsigned long number = 0;
-        property.GetValue(number);
-        std::cout << number;
-        break;
-    }
-    case PI::PropertyType::CHOICE: {
-        int value = 0;
-        std::vector<int> choices;
-        property.GetValue(value, choices);
-        std::cout << PI::PropertyValueToString(value) << ", one of " << choices.size();
-        break;
-    }
-    case PI::PropertyType::XML: {
-        VELK::XML::xml_document document;
-        property.GetValue(document);
-        document.print(std::cout, "", VELK::XML::format_raw);
-        break;
-    }
-    default:
-        std::cout << "of a type that the plug-in does not use";
+        case PI::PropertyType::STRING: {
+            std::string text;
+            property.GetValue(text);
+            std::cout << text;
+            break;
+        }
+        case PI::PropertyType::LONG: {
+            unsigned long number = 0;
+            property.GetValue(number);
+            std::cout << number;
+            break;
+        }
+        case PI::PropertyType::CHOICE: {
+            int value = 0;
+            std::vector<int> choices;
+            property.GetValue(value, choices);
+            std::cout << PI::PropertyValueToString(value) << ", one of " << choices.size();
+            break;
+        }
+        case PI::PropertyType::XML: {
+            VELK::XML::xml_document document;
+            property.GetValue(document);
+            document.print(std::cout, "", VELK::XML::format_raw);
+            break;
+        }
+        default: std::cout << "of a type that the plug-in does not use";
     }
     std::cout << '\n';
 }
@@ -66,7 +65,8 @@ int main(int argc, char* argv[]) {
     getObjects(objects);
     for (PI::CObject& object : objects) {
         const bool onTime = before <= object.m_ObjectValue && object.m_ObjectValue <= VELK::now();
-        std::cout << "object " << object.m_ObjectID << ", made " << (onTime ? "now" : "at another time") << '\n';
+        std::cout << "object " << object.m_ObjectID << ", made " << (onTime ? "now" : "at another time")
+                  << '\n';
         for (PI::CProperty& property : object.m_Properties) {
             Print(property);
         }
