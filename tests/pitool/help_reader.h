@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <regex>
 #include <set>
 #include <sstream>
@@ -52,7 +53,9 @@ inline Words Options(const std::string& command) {
     Words options;
     for (const std::string& line : Lines(Help(command))) {
         if (line.rfind("  -", 0) == 0) {
-            const Words found = Find(line.substr(0, line.find(' ', 2)), "(--[a-z0-9]+)");
+            constexpr std::size_t TEXT_COLUMN = 30;
+            const Words found =
+                Find(line.substr(0, std::min(line.find(": --"), TEXT_COLUMN)), "(--[a-z0-9]+)");
             options.insert(found.begin(), found.end());
         }
     }

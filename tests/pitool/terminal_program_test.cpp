@@ -218,10 +218,11 @@ TEST(Terminal, WhatFilesSayBringsNoColors) {
 }
 
 TEST(Terminal, TheHeadingsOfHelpStandOut) {
-    EXPECT_EQ(Show("pitool eta --help", 80).substr(0, 210),
-              "Read lines \"percent milliseconds\" from standard input, or \"percent\" for the\n"
-              "present time, and print the estimated time remaining after each.\n\n"
-              "\x1B[1mUsage:\x1B[0m pitool eta [OPTIONS]\n\n\x1B[1mOptions:\x1B[0m\n  -h,--help   ");
+    const std::string help = Show("pitool eta --help", 80);
+    EXPECT_NE(help.find("\n\x1B[1mUsage:\x1B[0m pitool eta [OPTIONS]\n"), std::string::npos) << help;
+    EXPECT_NE(help.find("\n\n\x1B[1mExamples, with the files of the folder examples:\x1B[0m\n"),
+              std::string::npos)
+        << help;
     EXPECT_FALSE(HasColors(Show("pitool eta --help --color never", 80)));
     EXPECT_FALSE(HasColors(Show("pitool --color=never --help", 80)));
     EXPECT_TRUE(HasColors(Show("pitool --help --color=always | cat", 80)));

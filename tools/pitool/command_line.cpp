@@ -268,7 +268,7 @@ CommandLine ParseCommandLine(int argc, const char* const* argv) {
     } catch (const CLI::CallForHelp&) {
         std::string ignored;
         ReadColor(colors, line.m_Color, ignored);
-        line.m_Text = app.help();
+        line.m_Text = HelpText(app);
         return line;
     } catch (const CLI::CallForVersion&) {
         line.m_Text = app.version() + "\n";

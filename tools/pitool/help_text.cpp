@@ -10,11 +10,13 @@
 #include <memory>
 #include <sstream>
 #include <string_view>
+#include <vector>
 
 namespace pitool {
 namespace {
 
 constexpr std::size_t HELP_COLUMNS = 80;
+constexpr Screen HELP_SCREEN{HELP_COLUMNS, false};
 constexpr std::size_t OPTION_COLUMNS = 30;  // where the texts of options and commands begin
 
 struct Example {
@@ -70,15 +72,13 @@ std::string Wrapped(std::string_view text, std::size_t width) {
     return wrapped;
 }
 
+/// A heading and the examples of a help, each a line to be run and a line or two about it.
 std::string ExamplesText(std::string_view command) {
-    std::string text = "Examples, with the files of the folder examples:";
-    Screen screen;
-    screen.m_Columns = HELP_COLUMNS;
+    std::string text = "Examples, with the files of the folder examples:\n";
     for (const Example& example : EXAMPLES) {
         if (example.m_Command == command) {
-            text += "\n  " + std::string(example.m_Line) + "\n";
-            AddWrapped("      ", "      ", example.m_Shows, Style::PLAIN, screen, text);
-            text.pop_back();
+            text += "  " + std::string(example.m_Line) + "\n";
+            AddWrapped("      ", "      ", example.m_Shows, Style::PLAIN, HELP_SCREEN, text);
         }
     }
     return text;
@@ -102,11 +102,12 @@ public:
     }
 
     std::string make_subcommand(const CLI::App* command) const override {
-        std::ostringstream text;
-        CLI::detail::format_help(text, command->get_display_name(true),
-                                 Wrapped(command->get_description(), HELP_COLUMNS - OPTION_COLUMNS),
-                                 OPTION_COLUMNS);
-        return text.str();
+        const std::string further(OPTION_COLUMNS, ' ');
+        std::string lead = "  " + command->get_name();
+        lead.resize(OPTION_COLUMNS, ' ');
+        std::string text;
+        AddWrapped(lead, further, command->get_description(), Style::PLAIN, HELP_SCREEN, text);
+        return text;
     }
 };
 
@@ -115,11 +116,19 @@ public:
 void LayOutHelp(CLI::App& app) {
     const auto formatter = std::make_shared<HelpFormatter>();
     app.formatter(formatter);
-    app.footer(ExamplesText("") + "\n\n\"pitool COMMAND --help\" tells the options of a command.");
     for (CLI::App* command : app.get_subcommands({})) {
         command->formatter(formatter);
-        command->footer(ExamplesText(command->get_name()));
     }
+}
+
+std::string HelpText(const CLI::App& app) {
+    const std::vector<const CLI::App*> asked =
+        app.get_subcommands([](const CLI::App* command) { return command->parsed(); });
+    std::string text = app.help();
+    text.resize(text.find_last_not_of('\n') + 1);
+    // Not as a footer: versions of CLI11 differ in what they do to the lines of one.
+    text += "\n\n" + ExamplesText(asked.empty() ? "" : asked.front()->get_name());
+    return text + (asked.empty() ? "\n\"pitool COMMAND --help\" tells the options of a command.\n" : "");
 }
 
 std::string HelpWithHeadings(const std::string& help, const Screen& screen) {

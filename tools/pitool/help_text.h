@@ -13,9 +13,11 @@ class App;
 
 namespace pitool {
 
-/// Lays the help of a program and of its commands out in 80 columns and gives each its examples. Call once
-/// all commands are there.
+/// Lays the help of a program and of its commands out in 80 columns. Call once all commands are there.
 void LayOutHelp(CLI::App& app);
+
+/// The help that a command line asked for, of the program or of the command that it names, with examples.
+std::string HelpText(const CLI::App& app);
 
 /// A help text with its headings as a screen shows headings.
 std::string HelpWithHeadings(const std::string& help, const Screen& screen);
