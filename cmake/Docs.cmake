@@ -16,11 +16,12 @@ if(DOXYGEN_VERSION VERSION_GREATER_EQUAL 1.9.5)
 endif()
 configure_file(docs/doxygen/Doxyfile.in docs/Doxyfile @ONLY)
 
-file(GLOB docs_inputs CONFIGURE_DEPENDS *.md bench/*.md docs/*.md docs/doxygen/*
+file(GLOB docs_inputs CONFIGURE_DEPENDS *.md bench/*.md docs/*.md docs/images/* docs/doxygen/*
+    tests/reference/examples_test.cpp
     include/pi/*.h include/pi/vocabulary/*.def base/*/include/*/*.h src/*/*.def)
 add_custom_command(
     OUTPUT docs/built
-    COMMAND ${CMAKE_COMMAND} -E rm -rf ${PI_DOCS_DIR}/html ${PI_DOCS_DIR}/xml ${PI_DOCS_DIR}/pages
+    COMMAND ${CMAKE_COMMAND} -E rm -rf ${PI_DOCS_DIR}/html ${PI_DOCS_DIR}/xml ${PI_DOCS_DIR}/pages ${PI_DOCS_DIR}/images
     COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/pages.py ${PI_DOCS_DIR}
     COMMAND Doxygen::doxygen ${PI_DOCS_DIR}/Doxyfile
     COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/documented.py ${PI_DOCS_DIR}/xml

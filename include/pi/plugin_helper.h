@@ -19,6 +19,8 @@ class CEvent;
 class CProperty;
 struct _PROPERTY_DESCRIPTION;
 
+/// Everything that is a plain function, gathered under one name.
+///
 /// All functions are stateless and thread-safe, and throw only what the standard library throws when memory
 /// runs out, unless they say otherwise. Results of type int are error codes (pi/vocabulary.h).
 class PI_API CPluginHelper {
