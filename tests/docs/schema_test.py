@@ -266,7 +266,7 @@ def spoil(root, rng):
 
 
 class RandomConfigurationDocuments(Folder):
-    COUNT = 150
+    COUNT = 60
 
     def setUp(self):
         super().setUp()
