@@ -59,4 +59,5 @@ def main():
     print(f"{count} public names, all documented.")
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -115,4 +115,5 @@ def main():
     sys.stdout.write(VOCABULARY.sub(constants, text))
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -73,4 +73,5 @@ def main():
     print(f"{pages} pages, {links} links within the site, none broken.")
 
 
-main()
+if __name__ == "__main__":
+    main()

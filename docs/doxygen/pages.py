@@ -155,7 +155,8 @@ def main():
     (folder / "layout.xml").write_text(menu(manual, project), encoding="utf-8")
 
 
-try:
-    main()
-except ValueError as error:
-    sys.exit(str(error))
+if __name__ == "__main__":
+    try:
+        main()
+    except ValueError as error:
+        sys.exit(str(error))
