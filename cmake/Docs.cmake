@@ -24,6 +24,7 @@ add_custom_command(
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${PI_DOCS_DIR}/html ${PI_DOCS_DIR}/xml ${PI_DOCS_DIR}/pages ${PI_DOCS_DIR}/images
     COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/pages.py ${PI_DOCS_DIR}
     COMMAND Doxygen::doxygen ${PI_DOCS_DIR}/Doxyfile
+    COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/search_order.py ${PI_DOCS_DIR}/html
     COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/documented.py ${PI_DOCS_DIR}/xml
     COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/links.py ${PI_DOCS_DIR}/html
     COMMAND ${CMAKE_COMMAND} -E touch docs/built

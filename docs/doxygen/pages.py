@@ -3,7 +3,7 @@
 """pages.py FOLDER: writes what Doxygen reads beside the headers, and the menu.
 
 FOLDER/pages takes a page for each table, the guides and the main page, FOLDER/images the images in them,
-FOLDER/layout.xml the menu."""
+FOLDER/layout.xml the menu. FOLDER/inputs lists all that Doxygen reads."""
 import html
 import pathlib
 import re
@@ -136,6 +136,13 @@ def main_page(manual, project):
     return text
 
 
+def inputs(pages):
+    """All headers that are installed, and what is made here. Headers that hold macros only are no part of the interface."""
+    headers = [path for pattern in ("include/**/*.h", "base/*/include/**/*.h") for path in lists.ROOT.glob(pattern)
+               if not path.name.endswith("_macros.h")]
+    return sorted(headers) + [lists.ROOT / "docs/doxygen/groups.dox"] + sorted(pages.iterdir())
+
+
 def main():
     folder = pathlib.Path(sys.argv[1])
     pages = folder / "pages"
@@ -144,14 +151,13 @@ def main():
     (folder / "images").mkdir()
     for guide in manual + project:
         text, images = guides.site_text(guide, manual + project, lists.ROOT)
-        target = pages / guide.path
-        target.parent.mkdir(exist_ok=True)
-        target.write_text(text, encoding="utf-8")
+        (pages / f"{guide.page}.md").write_text(text, encoding="utf-8")
         for image in images:
             shutil.copy(lists.ROOT / image, folder / "images")
     for table in TABLES:
         (pages / f"{table[0]}.md").write_text(table_page(*table), encoding="utf-8")
     (pages / "main_page.md").write_text(main_page(manual, project), encoding="utf-8")
+    (folder / "inputs").write_text("".join(f'INPUT += "{path}"\n' for path in inputs(pages)), encoding="utf-8")
     (folder / "layout.xml").write_text(menu(manual, project), encoding="utf-8")
 
 
