@@ -35,8 +35,9 @@ class Block:
         self.text = ""
 
 
-def read_blocks(page):
+def read_blocks(page, section):
     blocks = []
+    within = section is None
     file_name = None
     paragraph = ""
     ended = True
@@ -45,12 +46,15 @@ def read_blocks(page):
         fence = re.fullmatch(r"```(\w*)", line)
         if inside is not None:
             if fence:
-                blocks.append(inside)
+                if within:
+                    blocks.append(inside)
                 inside = None
                 file_name = None
                 paragraph = ""
             else:
                 inside.text += line + "\n"
+        elif section is not None and line.startswith("## "):
+            within = line == f"## {section}"
         elif fence:
             inside = Block(number, fence[1], file_name, paragraph)
         elif line.strip():
@@ -89,11 +93,11 @@ class Terminal:
                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
 
 
-def follow(page, folder, terminal):
+def follow(page, section, folder, terminal):
     counts = {"files": 0, "commands": 0, "outputs": 0}
     untested = 0
     output = None
-    for block in read_blocks(page):
+    for block in read_blocks(page, section):
         place = f"{page}:{block.line}"
         if block.file_name is not None:
             path = folder / block.file_name
@@ -143,12 +147,13 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("page", type=pathlib.Path)
     parser.add_argument("folder", type=pathlib.Path, help="in which the guide is followed; emptied first")
+    parser.add_argument("--section", help="follow only what stands under this heading of the second level")
     arguments = parser.parse_args()
     folder = arguments.folder.absolute()
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True)
     with installed_tree() as environment, tempfile.TemporaryDirectory() as scratch:
-        follow(arguments.page, folder, Terminal(folder, scratch, environment))
+        follow(arguments.page, arguments.section, folder, Terminal(folder, scratch, environment))
 
 
 if __name__ == "__main__":
