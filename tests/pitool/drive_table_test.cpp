@@ -126,7 +126,7 @@ TEST(MakeDriveRow, AFailingDriveAndAWornOneStandOut) {
     json["smart_status"]["passed"] = false;
     styles[5] = Style::FAILING;
     EXPECT_EQ(MakeDriveRow(Assess(json)).m_Styles, styles);
-    json["ata_smart_attributes"]["table"] = {Attribute(233, 11, 0)};
+    json["ata_smart_attributes"]["table"] = Json::array({Attribute(233, 11, 0)});
     styles[6] = Style::PLAIN;
     EXPECT_EQ(MakeDriveRow(Assess(json)).m_Styles, styles);
 }

@@ -87,7 +87,8 @@ public:
         }
         std::string report = DriveTable(Pointers(&ReportedDrive::m_Row), m_Screen);
         AddWrapped("", "", SummaryLine(m_Summary), Style::HEADING, m_Screen, report);
-        return WriteOutput(report + EventLines());
+        report += EventLines();
+        return WriteOutput(report);
     }
 
 private:

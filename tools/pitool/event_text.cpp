@@ -14,10 +14,10 @@ std::string EventText(const RenderedEvent& event, const Screen& screen) {
     std::vector<std::vector<Cell>> lines;
     for (const auto& [key, value] : event) {
         values.push_back(PrintableText(value));
-        std::vector<Cell>& line = lines.emplace_back(std::vector<Cell>{{key}});
-        if (!value.empty()) {
-            line.push_back({values.back(), key == "Severity" ? SeverityStyle(value) : Style::PLAIN});
-        }
+        const Style style = key == "Severity" ? SeverityStyle(value) : Style::PLAIN;
+        // Without a value no blanks follow the key.
+        lines.push_back(value.empty() ? std::vector<Cell>{{key}}
+                                      : std::vector<Cell>{{key}, {values.back(), style}});
     }
     return TableText(lines, screen, 0, {KEY_WIDTH});
 }
