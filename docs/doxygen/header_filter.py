@@ -7,6 +7,7 @@
   as well, but then also where such a pair holds a section with a title, and would never miss a comment there.
 - A line of documentation for constructors, assignments and destructors that do what every reader expects and therefore
   have no comment in the header.
+- A using-declaration of an enumeration as the alias that it amounts to.
 - Without explicit instances of templates, which are no names of their own.
 
 No line is added or dropped, so that a warning names the line of the header."""
@@ -19,6 +20,8 @@ import lists
 VOCABULARY = re.compile(r"^#define (PI_\w+)\(number, constant, name\) constant = number,\n"
                         r"#include <(pi/vocabulary/(\w+)\.def)>\n"
                         r"#undef \1$", re.MULTILINE)
+# Seen by Doxygen as a name of the outer namespace too, so that texts and signatures link to it.
+USING_ENUMERATION = re.compile(r"^using (\w+)::(_\w+);$", re.MULTILINE)
 EXPLICIT_INSTANCE = re.compile(r"^extern template .*;$", re.MULTILINE)
 
 EXPECTED = [
@@ -112,6 +115,7 @@ def main():
         text = file.read()
     text = with_percent_signs(EXPLICIT_INSTANCE.sub("", text))
     text = with_shared(with_expected(text))
+    text = USING_ENUMERATION.sub(r"using \2 = \1::\2;  ///< \1::\2 under the shorter name.", text)
     sys.stdout.write(VOCABULARY.sub(constants, text))
 
 

@@ -13,6 +13,8 @@ import sys
 import guides
 import lists
 
+HERE = pathlib.Path(__file__).resolve().parent
+
 VOCABULARY_COLUMNS = ("Number", "Constant", "Name")
 SSD_COLUMNS = ("Vendor", "Model", "Characters compared", "Endurance in TB")
 
@@ -56,7 +58,7 @@ GROUP = re.compile(r"@defgroup (\w+) (.+)\n(@ingroup \w+\n)?@brief (.+)\n")
 
 def find_groups():
     """Name, title and purpose of each subject of the reference that is no part of another, as groups.dox has them."""
-    text = (pathlib.Path(__file__).parent / "groups.dox").read_text(encoding="utf-8")
+    text = (HERE / "groups.dox").read_text(encoding="utf-8")
     return [(name, title, purpose) for name, title, parent, purpose in GROUP.findall(text) if not parent]
 
 
@@ -104,43 +106,45 @@ def table_page(page, source, title, columns, key, text):
 
 def menu(manual, project):
     def entry(page, title):
-        return f'    <tab type="user" url="@ref {page}" title="{html.escape(title)}"/>'
+        return f'      <tab type="user" url="@ref {page}" title="{html.escape(title)}"/>'
 
     def entries(title, place, items):
-        return [f'  <tab type="usergroup" url="index.html#{place}" title="{title}">', *items, "  </tab>"]
+        return [f'    <tab type="usergroup" url="index.html#{place}" title="{title}">', *items, "    </tab>"]
 
     return "\n".join([
-        '<doxygenlayout version="1.0">', '<navindex>', '  <tab type="mainpage" visible="yes" title="Start"/>',
         *entries("Guides", "guides", [entry(guide.page, guide.plain_title()) for guide in manual]),
         *entries("Reference", "reference", [entry(group, title) for group, title, _ in find_groups()]),
         *entries("Tables", "tables", [entry(table[0], table[2]) for table in TABLES]),
-        '  <tab type="classlist" visible="yes" title="Classes"/>',
-        '  <tab type="filelist" visible="yes" title="Headers"/>',
-        *entries("Project", "project", [entry(guide.page, guide.plain_title()) for guide in project]),
-        "</navindex>", "</doxygenlayout>", ""])
+        '    <tab type="classlist" visible="yes" title="Classes"/>',
+        '    <tab type="filelist" visible="yes" title="Headers"/>',
+        *entries("Project", "project", [entry(guide.page, guide.plain_title()) for guide in project])])
+
+
+def filled(name, **marks):
+    """A file of this folder with its marks replaced."""
+    text = (HERE / name).read_text(encoding="utf-8")
+    for mark, value in marks.items():
+        text = text.replace(f"@{mark}@", value)
+    return text
 
 
 def main_page(manual, project):
     def items(entries):
         return "\n".join(f"- {entry}" for entry in entries)
 
-    marks = {
-        "@guides@": items(f"[{guide.title}]({guide.page}.html)" for guide in manual),
-        "@groups@": items(f"@ref {group} \u2013 {purpose}" for group, _, purpose in find_groups()),
-        "@tables@": items(f"@ref {table[0]}, {len(lists.read_list(table[1]))} rows" for table in TABLES),
-        "@project@": items(f"[{guide.title}]({guide.page}.html)" for guide in project),
-    }
-    text = (pathlib.Path(__file__).parent / "main_page.md").read_text(encoding="utf-8")
-    for mark, value in marks.items():
-        text = text.replace(mark, value)
-    return text
+    return filled(
+        "main_page.md",
+        guides=items(f"[{guide.title}]({guide.page}.html)" for guide in manual),
+        groups=items(f"@ref {group} \u2013 {purpose}" for group, _, purpose in find_groups()),
+        tables=items(f"@ref {table[0]}, {len(lists.read_list(table[1]))} rows" for table in TABLES),
+        project=items(f"[{guide.title}]({guide.page}.html)" for guide in project))
 
 
 def inputs(pages):
     """All headers that are installed, and what is made here. Headers that hold macros only are no part of the interface."""
     headers = [path for pattern in ("include/**/*.h", "base/*/include/**/*.h") for path in lists.ROOT.glob(pattern)
                if not path.name.endswith("_macros.h")]
-    return sorted(headers) + [lists.ROOT / "docs/doxygen/groups.dox"] + sorted(pages.iterdir())
+    return sorted(headers) + [HERE / "groups.dox"] + sorted(pages.iterdir())
 
 
 def main():
@@ -158,7 +162,7 @@ def main():
         (pages / f"{table[0]}.md").write_text(table_page(*table), encoding="utf-8")
     (pages / "main_page.md").write_text(main_page(manual, project), encoding="utf-8")
     (folder / "inputs").write_text("".join(f'INPUT += "{path}"\n' for path in inputs(pages)), encoding="utf-8")
-    (folder / "layout.xml").write_text(menu(manual, project), encoding="utf-8")
+    (folder / "layout.xml").write_text(filled("layout.xml", menu=menu(manual, project)), encoding="utf-8")
 
 
 if __name__ == "__main__":

@@ -72,6 +72,13 @@ private:
 /// A free function.
 void F();
 
+/// An enumeration's namespace.
+namespace S {
+/// An enumeration, visible in two namespaces.
+enum _S {};
+}  // namespace S
+using S::_S;
+
 }  // namespace N
 """
 
