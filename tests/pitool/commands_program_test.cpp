@@ -168,7 +168,9 @@ TEST(EventCommand, WithoutALanguageFileItWarnsOnceAndGoesOn) {
     ASSERT_NE(mkdtemp(directory.data()), nullptr);
     const std::string program = directory + "/pitool";
     std::filesystem::copy_file(PITOOL_PROGRAM, program);
-    const Outcome run = RunProgram(program, directory, {"event", "--id", "10055"});
+    // A program that looks for its libraries beside itself does not find them from there.
+    const Outcome run = RunProgram("/usr/bin/env", directory,
+                                   {"LD_LIBRARY_PATH=" PITOOL_LIBRARIES, program, "event", "--id", "10055"});
     std::filesystem::remove_all(directory);
     EXPECT_NE(run.m_Output.find("Description     Unknown Event\n"), std::string::npos) << run.m_Output;
     EXPECT_EQ(run.m_Errors,
