@@ -21,7 +21,9 @@ file(GLOB docs_inputs CONFIGURE_DEPENDS *.md bench/*.md docs/*.md docs/images/* 
     include/pi/*.h include/pi/vocabulary/*.def base/*/include/*/*.h src/*/*.def)
 add_custom_command(
     OUTPUT docs/built
-    COMMAND ${CMAKE_COMMAND} -E rm -rf ${PI_DOCS_DIR}/html ${PI_DOCS_DIR}/xml ${PI_DOCS_DIR}/pages ${PI_DOCS_DIR}/images
+    # What an earlier build has left, so that one which fails leaves nothing that looks whole.
+    COMMAND ${CMAKE_COMMAND} -E rm -rf docs/built ${PI_DOCS_DIR}/html ${PI_DOCS_DIR}/xml ${PI_DOCS_DIR}/pages
+        ${PI_DOCS_DIR}/images
     COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/pages.py ${PI_DOCS_DIR}
     COMMAND Doxygen::doxygen ${PI_DOCS_DIR}/Doxyfile
     COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/search_order.py ${PI_DOCS_DIR}/html
