@@ -77,6 +77,16 @@ TEST(TextTable, ColumnsHaveTheLeastWidthsAndAnIndent) {
     EXPECT_EQ(Table({{{"a"}, {"one two three"}}}, 17, false, 2, {4}), "  a     one two\n        three\n");
 }
 
+TEST(TextTable, AColumnKeepsItsLeastWidthAsLongAsTheOthersFit) {
+    const std::vector<std::vector<Cell>> lines = {{{"RATED_ENDURANCE_PERCENT"}, {"96 percent"}}};
+    EXPECT_EQ(Table(lines, 31, false, 0, {23}),
+              "RATED_ENDURANCE_PERCENT 96\n"
+              "                        percent\n");
+    EXPECT_EQ(Table(lines, 30, false, 0, {23}),
+              "RATED_ENDURANCE_       96\n"
+              "PERCENT                percent\n");
+}
+
 TEST(TextTable, AlignsWideCharactersOnATerminalAndCountsCharactersElsewhere) {
     const std::vector<std::vector<Cell>> lines{{{"\xE7\xA3\x81"}, {"x"}}, {{"abc"}, {"y"}}};
     EXPECT_EQ(Table(lines, 80), "\xE7\xA3\x81   x\nabc  y\n");

@@ -6,6 +6,7 @@
 #include "text_table.h"
 #include "wrapped_text.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace pitool {
@@ -51,8 +52,10 @@ Style FigureStyle(const DriveAssessment& drive, const Figure& figure) {
 
 std::string DriveSheet(const DriveAssessment& drive, const Screen& screen) {
     std::vector<std::string> texts;
+    std::size_t longestName = 0;
     for (const Figure& figure : drive.m_Figures) {
         texts.push_back(PI::PropertyIDToString(figure.m_Property.m_ID));
+        longestName = std::max(longestName, texts.back().size());
         texts.push_back(FigureText(figure));
     }
     std::vector<std::vector<Cell>> lines;
@@ -62,7 +65,8 @@ std::string DriveSheet(const DriveAssessment& drive, const Screen& screen) {
     constexpr std::size_t INDENT = 2;
     std::string sheet;
     AddWrapped("", "", PrintableText(drive.m_File), Style::HEADING, screen, sheet);
-    return sheet + TableText(lines, screen, INDENT);
+    // People look for the names, and copy them.
+    return sheet + TableText(lines, screen, INDENT, {longestName});
 }
 
 }  // namespace pitool

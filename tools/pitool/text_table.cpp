@@ -15,6 +15,10 @@ std::size_t TextTable::WidthOf(std::string_view text) const {
     return m_Screen.m_Columns != 0 ? DisplayWidth(text) : CharacterCount(text);
 }
 
+std::size_t TextTable::Least(std::size_t column) const {
+    return column < m_Least.size() ? m_Least[column] : 0;
+}
+
 void TextTable::Measure(const std::vector<Cell>& cells) {
     if (m_Columns.size() < cells.size()) {
         m_Columns.resize(cells.size());
@@ -36,9 +40,7 @@ bool TextTable::Fit() {
     std::size_t width = m_Indent;
     for (std::size_t i = 0; i < m_Columns.size(); ++i) {
         Column& column = m_Columns[i];
-        const std::size_t least = i < m_Least.size() ? m_Least[i] : 0;
-        column.m_Natural = std::max(column.m_Natural, least);
-        column.m_Piece = std::max(column.m_Piece, least);
+        column.m_Natural = std::max(column.m_Natural, Least(i));
         column.m_Width = column.m_Natural;
         width += column.m_Natural + (i == 0 ? 0 : m_Gap);
     }
@@ -50,28 +52,33 @@ bool TextTable::Fit() {
         std::size_t m_Gap;
         std::size_t m_LongestPiece;
     };
-    for (const Attempt attempt : {Attempt{2, 16}, {1, 16}, {1, 12}, {1, NARROWEST_TEXT}}) {
-        if (Shrink(attempt.m_Gap, attempt.m_LongestPiece)) {
-            return true;
+    for (const bool keepLeast : {true, false}) {
+        for (const Attempt attempt : {Attempt{2, 16}, {1, 16}, {1, 12}, {1, NARROWEST_TEXT}}) {
+            if (Shrink(attempt.m_Gap, attempt.m_LongestPiece, keepLeast)) {
+                return true;
+            }
         }
     }
     return false;
 }
 
 /// Takes the narrowest columns, and widens them as far as there is room.
-bool TextTable::Shrink(std::size_t gap, std::size_t longestPiece) {
+bool TextTable::Shrink(std::size_t gap, std::size_t longestPiece, bool keepLeast) {
+    std::vector<std::size_t> widths;
     std::size_t used = m_Indent + gap * (m_Columns.size() - 1);
     for (const Column& column : m_Columns) {
-        used += std::min(column.m_Piece, longestPiece);
+        const std::size_t least = keepLeast ? Least(widths.size()) : 0;
+        widths.push_back(std::max(std::min(column.m_Piece, longestPiece), least));
+        used += widths.back();
     }
     if (used > m_Screen.m_Columns) {
         return false;
     }
     m_Gap = gap;
     m_Wraps = true;
-    for (Column& column : m_Columns) {
-        column.m_Width = std::min(column.m_Piece, longestPiece);
-        column.m_Lines = WrapText(column.m_Widest, column.m_Width).size();
+    for (std::size_t i = 0; i < m_Columns.size(); ++i) {
+        m_Columns[i].m_Width = widths[i];
+        m_Columns[i].m_Lines = WrapText(m_Columns[i].m_Widest, widths[i]).size();
     }
     Widen(m_Screen.m_Columns - used);
     return true;

@@ -27,7 +27,7 @@ struct Cell {
 class TextTable {
 public:
     /// @param indent blanks before each line
-    /// @param widths that the first columns have at least
+    /// @param widths that the first columns have at least, as long as the others then fit
     TextTable(const Screen& screen, std::size_t indent, const std::vector<std::size_t>& widths = {})
         : m_Screen(screen), m_Indent(indent), m_Least(widths) {}
 
@@ -55,7 +55,8 @@ private:
     };
 
     std::size_t WidthOf(std::string_view text) const;
-    bool Shrink(std::size_t gap, std::size_t longestPiece);
+    std::size_t Least(std::size_t column) const;
+    bool Shrink(std::size_t gap, std::size_t longestPiece, bool keepLeast);
     void Widen(std::size_t room);
 
     Screen m_Screen;
@@ -66,7 +67,7 @@ private:
     bool m_Wraps = false;
 };
 
-/// A table of a few lines, of at least the widths given.
+/// A table of a few lines; widths as for TextTable.
 std::string TableText(const std::vector<std::vector<Cell>>& lines, const Screen& screen, std::size_t indent,
                       const std::vector<std::size_t>& widths = {});
 
