@@ -26,7 +26,7 @@ add_custom_command(
         ${PI_DOCS_DIR}/images
     COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/pages.py ${PI_DOCS_DIR}
     COMMAND Doxygen::doxygen ${PI_DOCS_DIR}/Doxyfile
-    COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/search_order.py ${PI_DOCS_DIR}/html
+    COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/search.py ${PI_DOCS_DIR}/html
     COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/documented.py ${PI_DOCS_DIR}/xml
     COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/links.py ${PI_DOCS_DIR}/html
     COMMAND ${CMAKE_COMMAND} -E touch docs/built
