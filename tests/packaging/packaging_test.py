@@ -24,7 +24,10 @@ class Version(unittest.TestCase):
 
 class Symbols(unittest.TestCase):
     def assert_promised(self, package, library):
-        promised = re.findall(r"^ (\S+)@Base ", (SOURCE / f"debian/{package}.symbols").read_text(), re.MULTILINE)
+        # A symbol that has gone fails the build of a package only where it is older than the package, which the ~ makes
+        # it from the first day.
+        promised = re.findall(r"^ (\S+)@Base \d+\.\d+\.\d+~$", (SOURCE / f"debian/{package}.symbols").read_text(),
+                              re.MULTILINE)
         exported = subprocess.run([os.environ["NM"], "-D", "--defined-only", "--format=posix", library], check=True,
                                   stdout=subprocess.PIPE, text=True).stdout
         self.assertEqual(sorted(promised), sorted(line.split()[0] for line in exported.splitlines()))
