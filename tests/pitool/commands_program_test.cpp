@@ -184,7 +184,7 @@ TEST(EventCommand, RefusalsAreOneLine) {
     ExpectRun(RunPitool({"event", "--id", "NONE_SUCH"}), 2, "",
               "pitool: --id: \"NONE_SUCH\" is no number or name of an event\n");
     ExpectRun(RunPitool({"event", "--placeholder1", "a", "--resource1", "5"}), 2, "",
-              "pitool: --placeholder1 excludes --resource1; see pitool --help\n");
+              "pitool: --placeholder1 excludes --resource1; see pitool event --help\n");
     const Outcome missing = RunPitool({"event", "--id", "5", "--strings", "missing.xml"});
     EXPECT_EQ(missing.m_Output, "");
     EXPECT_EQ(missing.m_Errors.find("pitool: missing.xml: cannot be read"), 0U) << missing.m_Errors;
@@ -341,7 +341,7 @@ TEST(NameCommand, BadUsageExitsWith2) {
         "pitool: --list: \"bad\" is none of: error codes, property identifiers, property values, operation "
         "identifiers, event identifiers\n");
     ExpectRun(RunPitool({"name"}), 2, "",
-              "pitool: name needs a WORD, a NUMBER or --list; see pitool --help\n");
+              "pitool: name needs a WORD, a NUMBER or --list; see pitool name --help\n");
     EXPECT_EQ(RunPitool({"name", "a", "--list", "error codes"}).m_ExitStatus, 2);
 }
 
@@ -378,7 +378,8 @@ TEST(SenseCommand, RefusalsAreOneLine) {
               "pitool: ASCQ: \"100\" is no hexadecimal number from 0 to FFh\n");
     ExpectRun(RunPitool({"sense", "10", "0", "0"}), 2, "",
               "pitool: KEY: \"10\" is no hexadecimal number from 0 to 0Fh\n");
-    ExpectRun(RunPitool({"sense"}), 2, "", "pitool: sense needs KEY ASC ASCQ or --data; see pitool --help\n");
+    ExpectRun(RunPitool({"sense"}), 2, "",
+              "pitool: sense needs KEY ASC ASCQ or --data; see pitool sense --help\n");
     EXPECT_EQ(RunPitool({"sense", "1", "2"}).m_ExitStatus, 2);
     EXPECT_EQ(RunPitool({"sense", "1", "2", "3", "4"}).m_ExitStatus, 2);
     EXPECT_EQ(RunPitool({"sense", "1", "2", "3", "--data", "70"}).m_ExitStatus, 2);

@@ -128,10 +128,23 @@ TEST_F(Program, AnErrorIsOneLineWhateverTheFileIsCalled) {
 TEST_F(Program, BadUsageExitsWith2AndOneLine) {
     const Outcome run = RunPitool({"drive", "-", "-"});
     EXPECT_EQ(run.m_Output, "");
-    EXPECT_EQ(run.m_Errors, "pitool: standard input can be read only once; see pitool --help\n");
+    EXPECT_EQ(run.m_Errors, "pitool: standard input can be read only once; see pitool drive --help\n");
     EXPECT_EQ(run.m_ExitStatus, 2);
     EXPECT_EQ(RunPitool({}).m_ExitStatus, 2);
     EXPECT_EQ(RunPitool({"drive", "--bad", "wd-disk.json"}).m_ExitStatus, 2);
+}
+
+TEST_F(Program, AWordThatIsNoCommandIsNamed) {
+    EXPECT_EQ(RunPitool({"dirve", "wd-disk.json"}).m_Errors,
+              "pitool: \"dirve\" is no command; see pitool --help\n");
+    EXPECT_EQ(RunPitool({"--color", "never", "[a]"}).m_Errors,
+              "pitool: \"[a]\" is no command; see pitool --help\n");
+    EXPECT_EQ(RunPitool({}).m_Errors, "pitool: a command is needed; see pitool --help\n");
+}
+
+TEST_F(Program, BadUsageLeadsToTheHelpOfTheCommand) {
+    EXPECT_EQ(RunPitool({"drive"}).m_Errors, "pitool: FILE is required; see pitool drive --help\n");
+    EXPECT_EQ(RunPitool({"eta", "--color", "pink"}).m_Errors.find("see pitool --help"), std::string::npos);
 }
 
 TEST_F(Program, HelpAndVersionExitWith0) {

@@ -220,8 +220,10 @@ TEST(Terminal, WhatFilesSayBringsNoColors) {
 TEST(Terminal, TheHeadingsOfHelpStandOut) {
     const std::string help = Show("pitool eta --help", 80);
     EXPECT_NE(help.find("\n\x1B[1mUsage:\x1B[0m pitool eta [OPTIONS]\n"), std::string::npos) << help;
-    EXPECT_NE(help.find("\n\n\x1B[1mExamples, with the files of the folder examples:\x1B[0m\n"),
-              std::string::npos)
+    EXPECT_NE(
+        help.find(
+            "\n\n\x1B[1mExamples, typed in the folder examples of the sources or of libpi-doc:\x1B[0m\n"),
+        std::string::npos)
         << help;
     EXPECT_FALSE(HasColors(Show("pitool eta --help --color never", 80)));
     EXPECT_FALSE(HasColors(Show("pitool --color=never --help", 80)));

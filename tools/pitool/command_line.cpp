@@ -244,6 +244,28 @@ std::string FindMisuse(const CommandLine& line, const CLI::App& command) {
     return "";
 }
 
+/// What is wrong, as users know it: CLI11 does not name a word that should be a command.
+std::string ParseErrorText(const CLI::App& app, const CLI::ParseError& error, bool anyCommand) {
+    if (anyCommand || error.get_exit_code() != static_cast<int>(CLI::ExitCodes::RequiredError)) {
+        return error.what();
+    }
+    std::vector<std::string> words = app.remaining();
+    if (words.empty()) {
+        return "a command is needed";
+    }
+    Unguard(words.front());
+    return "\"" + words.front() + "\" is no command";
+}
+
+/// Makes a command line one that is refused, with the help that tells how it should be.
+void Refuse(CommandLine& line, const CLI::App& app, const std::string& reason) {
+    const std::vector<const CLI::App*> asked = ParsedCommands(app);
+    line.m_Command = CommandLine::NONE;
+    line.m_Error =
+        reason + "; see pitool " + (asked.empty() ? "" : asked.front()->get_name() + " ") + "--help";
+    line.m_ExitStatus = EXIT_BAD_USAGE;
+}
+
 }  // namespace
 
 CommandLine ParseCommandLine(int argc, const char* const* argv) {
@@ -274,13 +296,13 @@ CommandLine ParseCommandLine(int argc, const char* const* argv) {
         line.m_Text = app.version() + "\n";
         return line;
     } catch (const CLI::ParseError& error) {
-        line.m_Error = error.what();
-        line.m_ExitStatus = EXIT_BAD_USAGE;
+        Refuse(line, app, ParseErrorText(app, error, !ParsedCommands(app).empty()));
         return line;
     }
     Unguard(line);
-    if (!ReadColor(colors, line.m_Color, line.m_Error)) {
-        line.m_ExitStatus = EXIT_BAD_USAGE;
+    std::string reason;
+    if (!ReadColor(colors, line.m_Color, reason)) {
+        Refuse(line, app, reason);
         return line;
     }
     for (const Command& command : commands) {
@@ -288,10 +310,10 @@ CommandLine ParseCommandLine(int argc, const char* const* argv) {
             continue;
         }
         line.m_Command = command.m_Command;
-        line.m_Error = FindMisuse(line, *command.m_App);
-        if (!line.m_Error.empty()) {
-            line.m_Command = CommandLine::NONE;
-            line.m_ExitStatus = EXIT_BAD_USAGE;
+        reason = FindMisuse(line, *command.m_App);
+        if (!reason.empty()) {
+            Refuse(line, app, reason);
+            return line;
         }
     }
     line.m_Event.m_FromInput = !HasField(line.m_Event.m_Fields);

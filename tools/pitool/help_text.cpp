@@ -74,7 +74,7 @@ std::string Wrapped(std::string_view text, std::size_t width) {
 
 /// A heading and the examples of a help, each a line to be run and a line or two about it.
 std::string ExamplesText(std::string_view command) {
-    std::string text = "Examples, with the files of the folder examples:\n";
+    std::string text = "Examples, typed in the folder examples of the sources or of libpi-doc:\n";
     for (const Example& example : EXAMPLES) {
         if (example.m_Command == command) {
             text += "  " + std::string(example.m_Line) + "\n";
@@ -121,9 +121,12 @@ void LayOutHelp(CLI::App& app) {
     }
 }
 
+std::vector<const CLI::App*> ParsedCommands(const CLI::App& app) {
+    return app.get_subcommands([](const CLI::App* command) { return command->parsed(); });
+}
+
 std::string HelpText(const CLI::App& app) {
-    const std::vector<const CLI::App*> asked =
-        app.get_subcommands([](const CLI::App* command) { return command->parsed(); });
+    const std::vector<const CLI::App*> asked = ParsedCommands(app);
     std::string text = app.help();
     text.resize(text.find_last_not_of('\n') + 1);
     // Not as a footer: versions of CLI11 differ in what they do to the lines of one.

@@ -22,7 +22,7 @@ int Run(int argc, char** argv) {
         case pitool::CommandLine::NONE: break;
     }
     if (!line.m_Error.empty()) {
-        pitool::ReportError(line.m_Error + "; see pitool --help");
+        pitool::ReportError(line.m_Error);
         return line.m_ExitStatus;
     }
     return pitool::WriteOutput(pitool::HelpWithHeadings(line.m_Text, pitool::OutputScreen()))
