@@ -119,8 +119,9 @@ std::string InventoryText(std::vector<PI::CObject>& objects) {
 std::string EventsText(std::vector<PI::CEvent>& events) {
     std::string text;
     for (PI::CEvent& event : events) {
-        const std::string& name = PI::EventIDToString(static_cast<int>(event.m_EventID));
-        text += std::string(INDENT, ' ') + "Event " + name + "\n";
+        const int id = static_cast<int>(event.m_EventID);
+        const std::string& name = PI::EventIDToString(id);
+        text += std::string(INDENT, ' ') + "Event " + (name.empty() ? std::to_string(id) : name) + "\n";
         for (const auto& [key, value] : CPluginHelper::StringifyEventMessage(event)) {
             text += std::string(2 * INDENT, ' ') + PrintableText(key + ": " + value) + "\n";
         }

@@ -53,10 +53,14 @@ void Configure(const std::vector<std::unique_ptr<service::Plugin>>& plugins, con
             continue;
         }
         found = true;
-        if (plugin->Configure(setting.m_Key, setting.m_Value) != PI::ErrorCode::SUCCESS) {
+        const int outcome = plugin->Configure(setting.m_Key, setting.m_Value);
+        if (outcome == PI::ErrorCode::INVALID_PARAMETER) {
             Complain(setting.m_Plugin + ": does not take the setting " + setting.m_Key);
-            anyError = true;
+        } else if (outcome != PI::ErrorCode::SUCCESS) {
+            Complain(setting.m_Plugin + ": the setting " + setting.m_Key + " gives error " +
+                     std::to_string(outcome) + " " + PI::ErrorCodeToString(outcome));
         }
+        anyError = anyError || outcome != PI::ErrorCode::SUCCESS;
     }
     if (!found) {
         Complain("there is no plug-in " + setting.m_Plugin + " to be set up");

@@ -20,7 +20,7 @@ const char* PluginName() {
 }
 
 int PluginConfigure(const char*, const char*) {
-    return PI::ErrorCode::INVALID_PARAMETER;
+    return FAULT == FAULT_ERROR_WITHOUT_TEXT ? PI::ErrorCode::GENERAL : PI::ErrorCode::INVALID_PARAMETER;
 }
 
 #if FAULT != FAULT_ENTRY

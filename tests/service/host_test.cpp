@@ -283,6 +283,15 @@ TEST(Host, SettingThatNobodyTakesIsAnError) {
               "service: there is no plug-in other to be set up\n");
 }
 
+TEST(Host, SettingThatCannotBeUsedIsToldWithTheError) {
+    const PluginFolder plugins({BAD / "error_without_text.so"});
+    const Outcome outcome = RunHost({plugins.Path(), "--set", "bad.file=nowhere"});
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_EQ(outcome.m_Errors,
+              "service: bad: the setting file gives error 20000 GENERAL\n"
+              "service: bad: error 20006 INVALID_PARAMETER\n");
+}
+
 TEST(Host, BadUsageEndsWithTwoAndShowsTheUsage) {
     const Outcome help = RunHost({"--help"});
     EXPECT_EQ(help.m_Status, 0);

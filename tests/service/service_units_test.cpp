@@ -150,7 +150,7 @@ TEST(Events, AreRenderedWholeAndWithoutControlCharacters) {
     events[0].m_Source = "a\x1Bz";
     EXPECT_THAT(service::EventsText(events),
                 testing::StartsWith(
-                    "  Event \n    EventID: 99\n    Host: localhost\n    Source: a?z\n    Timestamp: 0\n"));
+                    "  Event 99\n    EventID: 99\n    Host: localhost\n    Source: a?z\n    Timestamp: 0\n"));
 }
 
 Options Parse(std::vector<std::string> arguments) {
