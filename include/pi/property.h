@@ -184,6 +184,8 @@ public:
 /// Setters and getters return ErrorCode::SUCCESS where nothing else is said. They throw only what the
 /// standard library throws when memory runs out. An out-parameter is always written.
 ///
+/// One thread at a time uses a property.
+///
 /// Where memory runs out, a setter keeps type, format and value, but a list of texts or a document may hold
 /// less than before; an assignment leaves part of the old and part of the new, to be assigned to again.
 class PI_API CProperty {

@@ -6,6 +6,10 @@
 /// namespace of their own, so equal names of two enumerations never meet; its type name is visible in PI.
 #pragma once
 
+#if __cplusplus < 201703L
+#error "libpi needs C++17"
+#endif
+
 #include <cstdint>
 
 /// Marks what the library exports; everything else is hidden.
