@@ -41,7 +41,8 @@ PI_API int PluginInterfaceVersion();
 PI_API const char* PluginName();
 
 /// Changes a setting; may be called before everything but the version and the name.
-/// @return ErrorCode::INVALID_PARAMETER when there is no such setting, another error code when it cannot be used
+/// @return ErrorCode::INVALID_PARAMETER when there is no such setting, another error code when it cannot be
+///         used
 PI_API int PluginConfigure(const char* key, const char* value);
 
 /// Looks at the hardware anew and reports all objects, an adapter before what is part of it.
