@@ -87,8 +87,8 @@ class Terminal:
         self.environment = {**environment, "PATH": f"{compilers}:{environment['PATH']}", "LC_ALL": "C.UTF-8"}
 
     def run(self, commands):
-        state = shlex.quote(str(self.state))
-        script = f'. {state}\ntrap \'{{ export -p; printf "cd %q\\n" "$PWD"; }} > {state}\' EXIT\n{commands}'
+        script = (f'guide_state={shlex.quote(str(self.state))}\n. "$guide_state"\n'
+                  f'trap \'{{ export -p; printf "cd %q\\n" "$PWD"; }} > "$guide_state"\' EXIT\n{commands}')
         return subprocess.run(["bash", "-euo", "pipefail", "-c", script], env=self.environment, text=True,
                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
 

@@ -14,6 +14,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import urllib.parse
 import xml.etree.ElementTree as ET
 
 PROJECT, SCHEMAS = map(pathlib.Path, sys.argv[1:3])
@@ -31,7 +32,9 @@ def validate(schema, files):
                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
     found = {}
     for file in map(str, files):
-        lines = [line[len(file) + 1:] for line in run.stdout.splitlines() if line.startswith(f"{file}:")]
+        # It writes names as addresses in some versions.
+        lines = [line[len(name) + 1:] for name in {file, urllib.parse.quote(file)}
+                 for line in run.stdout.splitlines() if line.startswith(f"{name}:")]
         reasons = []
         for line in lines:
             parts = re.fullmatch(r"(\d+): element (\w+): Schemas validity error : (.*)", line)

@@ -204,7 +204,7 @@ TEST(Terminal, WhatFilesSayBringsNoColors) {
     std::ofstream(directory + "/a\x1B[2J.json") << report.dump();
     std::ofstream(directory + "/b.json") << report.dump();
     for (const char* command : {"pitool drive --events ", "pitool drive --color never --events "}) {
-        std::string shown = Show(command + directory, 80);
+        std::string shown = Show(command + ("'" + directory + "'"), 80);
         EXPECT_NE(shown.find("EVIL?[31mRED"), std::string::npos) << shown;
         for (const char* own : {"\x1B[0m", "\x1B[1m", "\x1B[2m", "\x1B[1;31m"}) {
             for (std::size_t at = 0; (at = shown.find(own)) != std::string::npos;) {
