@@ -88,8 +88,8 @@ public:
     std::int32_t m_Value2 = -1;                    ///< up to the plug-in
     std::uint64_t m_Size = 0;                      ///< in m_Units
     _UNITS m_Units = Units::UNSPECIFIED;           ///< unit of m_Size
-    std::uint64_t m_SpanCount = 0;                 ///< how many spans make up the drive
-    std::uint64_t m_SpanSize = 0;                  ///< size of one span
+    std::uint64_t m_SpanCount = 0;                 ///< spans of the drive, as the producer counts them
+    std::uint64_t m_SpanSize = 0;                  ///< size of a span, as the producer counts it
     std::uint32_t m_Value3 = 1;                    ///< up to the plug-in
     std::uint64_t m_Value4 = 0xFFFFFFFFFFFFFFFF;   ///< up to the plug-in
     std::vector<CContainer> m_Containers;          ///< the extents that hold the data

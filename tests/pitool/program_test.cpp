@@ -139,6 +139,9 @@ TEST_F(Program, AWordThatIsNoCommandIsNamed) {
               "pitool: \"dirve\" is no command; see pitool --help\n");
     EXPECT_EQ(RunPitool({"--color", "never", "[a]"}).m_Errors,
               "pitool: \"[a]\" is no command; see pitool --help\n");
+    EXPECT_EQ(RunPitool({"--bad"}).m_Errors, "pitool: \"--bad\" is no option; see pitool --help\n");
+    EXPECT_EQ(RunPitool({std::string(41, 'x')}).m_Errors,
+              "pitool: \"" + std::string(40, 'x') + "...\" is no command; see pitool --help\n");
     EXPECT_EQ(RunPitool({}).m_Errors, "pitool: a command is needed; see pitool --help\n");
 }
 

@@ -254,7 +254,7 @@ std::string ParseErrorText(const CLI::App& app, const CLI::ParseError& error, bo
         return "a command is needed";
     }
     Unguard(words.front());
-    return "\"" + words.front() + "\" is no command";
+    return Quoted(words.front()) + (words.front().rfind('-', 0) == 0 ? " is no option" : " is no command");
 }
 
 /// Makes a command line one that is refused, with the help that tells how it should be.

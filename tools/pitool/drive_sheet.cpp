@@ -52,15 +52,14 @@ Style FigureStyle(const DriveAssessment& drive, const Figure& figure) {
 
 std::string DriveSheet(const DriveAssessment& drive, const Screen& screen) {
     std::vector<std::string> texts;
+    texts.reserve(drive.m_Figures.size());  // the cells look into them
+    std::vector<std::vector<Cell>> lines;
     std::size_t longestName = 0;
     for (const Figure& figure : drive.m_Figures) {
-        texts.push_back(PI::PropertyIDToString(figure.m_Property.m_ID));
-        longestName = std::max(longestName, texts.back().size());
+        const std::string& name = PI::PropertyIDToString(figure.m_Property.m_ID);
+        longestName = std::max(longestName, name.size());
         texts.push_back(FigureText(figure));
-    }
-    std::vector<std::vector<Cell>> lines;
-    for (std::size_t i = 0; i < drive.m_Figures.size(); ++i) {
-        lines.push_back({{texts[2 * i]}, {texts[2 * i + 1], FigureStyle(drive, drive.m_Figures[i])}});
+        lines.push_back({{name}, {texts.back(), FigureStyle(drive, figure)}});
     }
     constexpr std::size_t INDENT = 2;
     std::string sheet;
