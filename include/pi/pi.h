@@ -12,4 +12,5 @@
 #include <pi/ssd_endurance.h>
 #include <pi/trace.h>
 #include <pi/types.h>
+#include <pi/version.h>
 #include <pi/vocabulary.h>

@@ -1,5 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include <velk/xml_fwd.h>
+
+namespace {
+/// Declared where only the forward declarations are known.
+const char* RootName(const VELK::XML::xml_document& document);
+}  // namespace
+
 #include <gtest/gtest.h>
 #include <velk/xml.h>
 
@@ -27,6 +34,16 @@ TEST(Xml, DocumentsAreLoadedSearchedAndSavedUnderTheInHouseName) {
     std::ostringstream text;
     document.save(text, "", VELK::XML::format_raw | VELK::XML::format_no_declaration);
     EXPECT_EQ(text.str(), R"(<Array><Drive id="1"/><Drive id="2"/></Array>)");
+}
+
+const char* RootName(const pugi::xml_document& document) {
+    return document.document_element().name();
+}
+
+TEST(Xml, ForwardDeclaredTypesAreThoseOfTheWholeHeader) {
+    VELK::XML::xml_document document;
+    ASSERT_TRUE(document.load_string("<Array/>"));
+    EXPECT_STREQ(RootName(document), "Array");
 }
 
 }  // namespace

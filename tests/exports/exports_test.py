@@ -16,7 +16,8 @@ SKIPPED = 77
 def exported_symbols(nm, library):
     lines = subprocess.run([nm, "-D", "--defined-only", "--format=posix", library], check=True,
                            stdout=subprocess.PIPE, text=True).stdout.splitlines()
-    return {line.split()[0].split("@")[0] for line in lines}
+    # Absolute symbols are the names of the versions.
+    return {line.split("@")[0].split()[0] for line in lines if line.split()[1] != "A"}
 
 
 def logger_symbols(categories):
