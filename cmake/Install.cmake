@@ -17,6 +17,7 @@ endforeach()
 configure_package_config_file(cmake/piConfig.cmake.in piConfig.cmake INSTALL_DESTINATION ${PI_CMAKE_DIR})
 write_basic_package_version_file(piConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/piConfig.cmake ${PROJECT_BINARY_DIR}/piConfigVersion.cmake
+    cmake/piPlugin.cmake cmake/plugin.map
     DESTINATION ${PI_CMAKE_DIR})
 
 # A pkg-config file that finds its tree from its own place, so that the installed tree can be moved.

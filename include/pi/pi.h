@@ -8,6 +8,7 @@
 #include <pi/drives.h>
 #include <pi/events.h>
 #include <pi/model.h>
+#include <pi/object_builder.h>
 #include <pi/plugin_helper.h>
 #include <pi/ssd_endurance.h>
 #include <pi/trace.h>

@@ -2,15 +2,14 @@
 
 #include "inventory.h"
 
-#include <pi/adapters.h>
 #include <pi/events.h>
-#include <pi/plugin_helper.h>
+#include <pi/object_builder.h>
 
 #include <algorithm>
 #include <charconv>
 #include <optional>
 
-#include "object_builder.h"
+#include "plugin_interface.h"
 #include "trace.h"
 
 namespace mdraid {
@@ -21,6 +20,7 @@ namespace Value = PI::PropertyValue;
 namespace Operation = PI::OperationID;
 namespace Type = PI::PropertyType;
 using PI::_PROPERTY_VALUE;
+using namespace PI::ObjectBuilder;
 
 // Property, help topic, kind of data; in the order in which they are shown.
 namespace AdapterRow {

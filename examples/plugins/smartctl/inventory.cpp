@@ -2,12 +2,12 @@
 
 #include "inventory.h"
 
-#include <pi/plugin_helper.h>
+#include <pi/object_builder.h>
 
 #include <algorithm>
 #include <optional>
 
-#include "object_builder.h"
+#include "plugin_interface.h"
 
 namespace smartctl {
 namespace {
@@ -15,6 +15,7 @@ namespace {
 namespace ID = PI::PropertyID;
 namespace Value = PI::PropertyValue;
 namespace Type = PI::PropertyType;
+using namespace PI::ObjectBuilder;
 
 // Property, help topic, kind of data.
 namespace AdapterRow {
