@@ -10,8 +10,10 @@
 #include <pi/vocabulary.h>
 #include <velk/xml.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace PI {
@@ -182,7 +184,8 @@ public:
 /// than m_Type says reports so with a trace (category 20) and still delivers what that kind holds.
 ///
 /// Setters and getters return ErrorCode::SUCCESS where nothing else is said. They throw only what the
-/// standard library throws when memory runs out. An out-parameter is always written.
+/// standard library throws when memory runs out. An out-parameter is always written. Parameters may be the
+/// property's own data: they are read before anything is written.
 ///
 /// One thread at a time uses a property.
 ///
@@ -279,17 +282,32 @@ public:
     /// @throws std::logic_error when text is null
     int SetValue(const char* text);
 
+    /// @{
+    /// Does not compile: null is no text, and a pointer that is none to characters is no bool.
+    int SetValue(std::nullptr_t) = delete;
+    template <class Type, class = std::enable_if_t<!std::is_same_v<std::remove_const_t<Type>, char>>>
+    int SetValue(Type* pointer) = delete;
+    template <class Type, class Class>
+    int SetValue(Type Class::*pointer) = delete;
+    /// @}
+
     /// The selected choice. Traced when there are no choices.
     int GetValueChoice(int& value) const;
+    /// @{
     /// The selected choice and the choices allowed. Traced when there are none.
     int GetValue(int& value, std::vector<int>& choices);
+    int GetValue(int& value, std::vector<int>& choices) const;
+    /// @}
 
     /// The value as stored. Traced when the step is 0.
     int GetValueRange(int& value) const;
     /// The value brought into the bounds, the lower one first.
     int GetValueRangeNormalized(int& value) const;
+    /// @{
     /// The value as stored, the bounds and the step. Traced when the step is 0.
     int GetValue(int& value, int& min, int& max, unsigned int& step);
+    int GetValue(int& value, int& min, int& max, unsigned int& step) const;
+    /// @}
 
     /// @{
     /// The value of the argument's kind.
@@ -297,30 +315,55 @@ public:
     int GetValue(unsigned long& value);
     int GetValue(long& value);
     int GetValue(float& value);
+    int GetValue(bool& value) const;
+    int GetValue(unsigned long& value) const;
+    int GetValue(long& value) const;
+    int GetValue(float& value) const;
     /// @}
 
+    /// @{
     /// Both lists. Traced when either is empty.
     int GetValue(std::vector<int>& values, std::vector<int>& values2);
+    int GetValue(std::vector<int>& values, std::vector<int>& values2) const;
+    /// @}
+    /// @{
     /// The list. Traced when it is empty, unless allowEmpty.
     int GetValue(std::vector<unsigned long>& values, bool allowEmpty);
+    int GetValue(std::vector<unsigned long>& values, bool allowEmpty) const;
+    /// @}
 
+    /// @{
     /// A copy of the document, as CXMLData describes it.
     int GetValue(VELK::XML::xml_document& document);
+    int GetValue(VELK::XML::xml_document& document) const;
+    /// @}
 
     /// The list itself, valid as long as the property is not changed. Traced when it is empty.
     const std::vector<std::string>& GetValueMultiString(unsigned int& mask) const;
+    /// @{
     /// A copy of the list, and which texts of it are selected. Traced when it is empty.
     int GetValue(std::vector<std::string>& values, unsigned int& mask);
+    int GetValue(std::vector<std::string>& values, unsigned int& mask) const;
+    /// @}
+    /// @{
     /// A copy of the list. Traced when it is empty.
     int GetValue(std::vector<std::string>& values);
+    int GetValue(std::vector<std::string>& values) const;
+    /// @}
 
     /// The text; of a list of texts, the selected ones joined by ", ", where an empty one adds nothing.
     int GetValueString(std::string& text) const;
+    /// @{
     /// As GetValueString.
     int GetValue(std::string& text);
+    int GetValue(std::string& text) const;
+    /// @}
+    /// @{
     /// The text as GetValueString gives it, returned.
     /// @param error takes the code of the call; may be null
     std::string GetValue(_ERROR_CODE* error);
+    std::string GetValue(_ERROR_CODE* error) const;
+    /// @}
 
     _PROPERTY_ID m_ID = PropertyID::UNDEFINED;  ///< which property of its object this is
     std::int32_t m_SecondaryID = 1;             ///< set together with m_ID

@@ -32,8 +32,8 @@ bool IsSelected(std::uint32_t mask, std::size_t index) {
 }
 
 /// An empty element adds nothing, and so causes no separator.
-void JoinSelected(const CMultiStringData& data, std::string& text) {
-    text.clear();
+std::string JoinSelected(const CMultiStringData& data) {
+    std::string text;
     for (std::size_t i = 0; i < data.m_Values.size(); ++i) {
         if (!IsSelected(data.m_SelectionMask, i) || data.m_Values[i].empty()) {
             continue;
@@ -43,6 +43,7 @@ void JoinSelected(const CMultiStringData& data, std::string& text) {
         }
         text += data.m_Values[i];
     }
+    return text;
 }
 
 void CheckType(const CProperty& property, _PROPERTY_TYPE expected) {
@@ -205,7 +206,7 @@ int CProperty::GetValueChoice(int& value) const {
     return ErrorCode::SUCCESS;
 }
 
-int CProperty::GetValue(int& value, std::vector<int>& choices) {
+int CProperty::GetValue(int& value, std::vector<int>& choices) const {
     GetValueChoice(value);
     choices = m_Data.m_Choice.m_Choices;
     return ErrorCode::SUCCESS;
@@ -219,61 +220,67 @@ int CProperty::GetValueRange(int& value) const {
 }
 
 int CProperty::GetValueRangeNormalized(int& value) const {
-    GetValueRange(value);
-    value = Clamp(value, m_Data.m_Range.m_Min, m_Data.m_Range.m_Max);
+    int stored = 0;
+    GetValueRange(stored);
+    value = Clamp(stored, m_Data.m_Range.m_Min, m_Data.m_Range.m_Max);
     return ErrorCode::SUCCESS;
 }
 
-int CProperty::GetValue(int& value, int& min, int& max, unsigned int& step) {
+int CProperty::GetValue(int& value, int& min, int& max, unsigned int& step) const {
+    const CRangeData range = m_Data.m_Range;
     GetValueRange(value);
-    min = m_Data.m_Range.m_Min;
-    max = m_Data.m_Range.m_Max;
-    step = m_Data.m_Range.m_Step;
+    min = range.m_Min;
+    max = range.m_Max;
+    step = range.m_Step;
     return ErrorCode::SUCCESS;
 }
 
-int CProperty::GetValue(bool& value) {
+int CProperty::GetValue(bool& value) const {
     CheckType(*this, PropertyType::BOOL);
     value = m_Data.m_Bool.m_Value;
     return ErrorCode::SUCCESS;
 }
 
-int CProperty::GetValue(unsigned long& value) {
+int CProperty::GetValue(unsigned long& value) const {
     CheckType(*this, PropertyType::LONG);
     value = m_Data.m_Long.m_Value;
     return ErrorCode::SUCCESS;
 }
 
-int CProperty::GetValue(long& value) {
+int CProperty::GetValue(long& value) const {
     CheckType(*this, PropertyType::SIGNED_LONG);
     value = m_Data.m_SignedLong.m_Value;
     return ErrorCode::SUCCESS;
 }
 
-int CProperty::GetValue(float& value) {
+int CProperty::GetValue(float& value) const {
     CheckType(*this, PropertyType::FLOAT);
     value = m_Data.m_Float.m_Value;
     return ErrorCode::SUCCESS;
 }
 
-int CProperty::GetValue(std::vector<int>& values, std::vector<int>& values2) {
+int CProperty::GetValue(std::vector<int>& values, std::vector<int>& values2) const {
     CheckType(*this, PropertyType::MULTI_VALUE);
     CheckData(*this, !m_Data.m_MultiValue.m_Values.empty() && !m_Data.m_MultiValue.m_Values2.empty());
-    values = m_Data.m_MultiValue.m_Values;
-    values2 = m_Data.m_MultiValue.m_Values2;
+    std::vector<int> copy = m_Data.m_MultiValue.m_Values;
+    std::vector<int> copy2 = m_Data.m_MultiValue.m_Values2;
+    values = std::move(copy);
+    values2 = std::move(copy2);
     return ErrorCode::SUCCESS;
 }
 
-int CProperty::GetValue(std::vector<unsigned long>& values, bool allowEmpty) {
+int CProperty::GetValue(std::vector<unsigned long>& values, bool allowEmpty) const {
     CheckType(*this, PropertyType::MULTI_LONG);
     CheckData(*this, allowEmpty || !m_Data.m_MultiLong.m_Values.empty());
     values = m_Data.m_MultiLong.m_Values;
     return ErrorCode::SUCCESS;
 }
 
-int CProperty::GetValue(VELK::XML::xml_document& document) {
+int CProperty::GetValue(VELK::XML::xml_document& document) const {
     CheckType(*this, PropertyType::XML);
-    CopyDocument(m_Data.m_XML.m_Document, document);
+    if (&document != &m_Data.m_XML.m_Document) {
+        CopyDocument(m_Data.m_XML.m_Document, document);
+    }
     return ErrorCode::SUCCESS;
 }
 
@@ -284,19 +291,19 @@ const std::vector<std::string>& CProperty::GetValueMultiString(unsigned int& mas
     return m_Data.m_MultiString.m_Values;
 }
 
-int CProperty::GetValue(std::vector<std::string>& values, unsigned int& mask) {
+int CProperty::GetValue(std::vector<std::string>& values, unsigned int& mask) const {
     values = GetValueMultiString(mask);
     return ErrorCode::SUCCESS;
 }
 
-int CProperty::GetValue(std::vector<std::string>& values) {
+int CProperty::GetValue(std::vector<std::string>& values) const {
     unsigned int mask = 0;
     return GetValue(values, mask);
 }
 
 int CProperty::GetValueString(std::string& text) const {
     if (m_Type == PropertyType::MULTI_STRING) {
-        JoinSelected(m_Data.m_MultiString, text);
+        text = JoinSelected(m_Data.m_MultiString);
         return ErrorCode::SUCCESS;
     }
     CheckType(*this, PropertyType::STRING);
@@ -304,18 +311,72 @@ int CProperty::GetValueString(std::string& text) const {
     return ErrorCode::SUCCESS;
 }
 
-int CProperty::GetValue(std::string& text) {
+int CProperty::GetValue(std::string& text) const {
     GetValueString(text);
     return ErrorCode::SUCCESS;
 }
 
-std::string CProperty::GetValue(_ERROR_CODE* error) {
+std::string CProperty::GetValue(_ERROR_CODE* error) const {
     std::string text;
     const int code = GetValue(text);
     if (error != nullptr) {
         *error = static_cast<_ERROR_CODE>(code);
     }
     return text;
+}
+
+// The forms for properties that are not constant are those that plug-ins in the field call.
+
+int CProperty::GetValue(int& value, std::vector<int>& choices) {
+    return std::as_const(*this).GetValue(value, choices);
+}
+
+int CProperty::GetValue(int& value, int& min, int& max, unsigned int& step) {
+    return std::as_const(*this).GetValue(value, min, max, step);
+}
+
+int CProperty::GetValue(bool& value) {
+    return std::as_const(*this).GetValue(value);
+}
+
+int CProperty::GetValue(unsigned long& value) {
+    return std::as_const(*this).GetValue(value);
+}
+
+int CProperty::GetValue(long& value) {
+    return std::as_const(*this).GetValue(value);
+}
+
+int CProperty::GetValue(float& value) {
+    return std::as_const(*this).GetValue(value);
+}
+
+int CProperty::GetValue(std::vector<int>& values, std::vector<int>& values2) {
+    return std::as_const(*this).GetValue(values, values2);
+}
+
+int CProperty::GetValue(std::vector<unsigned long>& values, bool allowEmpty) {
+    return std::as_const(*this).GetValue(values, allowEmpty);
+}
+
+int CProperty::GetValue(VELK::XML::xml_document& document) {
+    return std::as_const(*this).GetValue(document);
+}
+
+int CProperty::GetValue(std::vector<std::string>& values, unsigned int& mask) {
+    return std::as_const(*this).GetValue(values, mask);
+}
+
+int CProperty::GetValue(std::vector<std::string>& values) {
+    return std::as_const(*this).GetValue(values);
+}
+
+int CProperty::GetValue(std::string& text) {
+    return std::as_const(*this).GetValue(text);
+}
+
+std::string CProperty::GetValue(_ERROR_CODE* error) {
+    return std::as_const(*this).GetValue(error);
 }
 
 void CPluginHelper::GenerateCProperty(const _PROPERTY_DESCRIPTION& description, CProperty& property) {

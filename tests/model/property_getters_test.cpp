@@ -77,32 +77,37 @@ std::string Join(const Values&... values) {
     return text.str();
 }
 
-std::string GetChoice(CProperty& p) {
+template <class Property>
+std::string GetChoice(Property& p) {
     int value = -99;
     const int code = p.GetValueChoice(value);
     return Join(code, value);
 }
 
-std::string GetChoices(CProperty& p) {
+template <class Property>
+std::string GetChoices(Property& p) {
     int value = -99;
     std::vector<int> choices = {-99};
     const int code = p.GetValue(value, choices);
     return Join(code, value, TextOf(choices));
 }
 
-std::string GetRange(CProperty& p) {
+template <class Property>
+std::string GetRange(Property& p) {
     int value = -99;
     const int code = p.GetValueRange(value);
     return Join(code, value);
 }
 
-std::string GetRangeNormalized(CProperty& p) {
+template <class Property>
+std::string GetRangeNormalized(Property& p) {
     int value = -99;
     const int code = p.GetValueRangeNormalized(value);
     return Join(code, value);
 }
 
-std::string GetWholeRange(CProperty& p) {
+template <class Property>
+std::string GetWholeRange(Property& p) {
     int value = -99;
     int min = -99;
     int max = -99;
@@ -111,79 +116,100 @@ std::string GetWholeRange(CProperty& p) {
     return Join(code, value, min, max, step);
 }
 
-template <class T>
-std::string GetNumber(CProperty& p) {
+template <class T, class Property>
+std::string GetNumber(Property& p) {
     T value = 0;
     const int code = p.GetValue(value);
     return Join(code, value);
 }
 
-std::string GetMultiValue(CProperty& p) {
+template <class Property>
+std::string GetMultiValue(Property& p) {
     std::vector<int> values = {-99};
     std::vector<int> values2 = {-99};
     const int code = p.GetValue(values, values2);
     return Join(code, TextOf(values), TextOf(values2));
 }
 
-template <bool allowEmpty>
-std::string GetMultiLong(CProperty& p) {
+template <bool allowEmpty, class Property>
+std::string GetMultiLong(Property& p) {
     std::vector<unsigned long> values = {99};
     const int code = p.GetValue(values, allowEmpty);
     return Join(code, TextOf(values));
 }
 
-std::string GetXML(CProperty& p) {
+template <class Property>
+std::string GetXML(Property& p) {
     VELK::XML::xml_document document;
     document.load_string("<Before/>");
     const int code = p.GetValue(document);
     return Join(code, TextOf(document));
 }
 
-std::string GetMultiStringReference(CProperty& p) {
+template <class Property>
+std::string GetMultiStringReference(Property& p) {
     unsigned mask = 99;
     const std::vector<std::string>& values = p.GetValueMultiString(mask);
     return Join(TextOf(values), mask);
 }
 
-std::string GetMultiStringWithMask(CProperty& p) {
+template <class Property>
+std::string GetMultiStringWithMask(Property& p) {
     std::vector<std::string> values = {"before"};
     unsigned mask = 99;
     const int code = p.GetValue(values, mask);
     return Join(code, TextOf(values), mask);
 }
 
-std::string GetMultiString(CProperty& p) {
+template <class Property>
+std::string GetMultiString(Property& p) {
     std::vector<std::string> values = {"before"};
     const int code = p.GetValue(values);
     return Join(code, TextOf(values));
 }
 
-std::vector<Getter> Getters() {
+/// The getters of a property, or of a constant one.
+template <class Property>
+std::vector<Getter> GettersOf() {
     return {
-        {"GetValueChoice", PropertyType::CHOICE, GetChoice, "0|201|", NoChoices, "0|201|"},
-        {"choices", PropertyType::CHOICE, GetChoices, "0|201|<202><201><203>|", NoChoices, "0|201||"},
-        {"GetValueRange", PropertyType::RANGE, GetRange, "0|211|", NoStep, "0|211|"},
-        {"GetValueRangeNormalized", PropertyType::RANGE, GetRangeNormalized, "0|211|", NoStep, "0|211|"},
-        {"range", PropertyType::RANGE, GetWholeRange, "0|211|210|219|3|", NoStep, "0|211|210|219|0|"},
-        {"bool", PropertyType::BOOL, GetNumber<bool>, "0|1|", nullptr, ""},
-        {"unsigned long", PropertyType::LONG, GetNumber<unsigned long>, "0|18446744073709551614|", nullptr,
+        {"GetValueChoice", PropertyType::CHOICE, GetChoice<Property>, "0|201|", NoChoices, "0|201|"},
+        {"choices", PropertyType::CHOICE, GetChoices<Property>, "0|201|<202><201><203>|", NoChoices,
+         "0|201||"},
+        {"GetValueRange", PropertyType::RANGE, GetRange<Property>, "0|211|", NoStep, "0|211|"},
+        {"GetValueRangeNormalized", PropertyType::RANGE, GetRangeNormalized<Property>, "0|211|", NoStep,
+         "0|211|"},
+        {"range", PropertyType::RANGE, GetWholeRange<Property>, "0|211|210|219|3|", NoStep,
+         "0|211|210|219|0|"},
+        {"bool", PropertyType::BOOL, GetNumber<bool, Property>, "0|1|", nullptr, ""},
+        {"unsigned long", PropertyType::LONG, GetNumber<unsigned long, Property>, "0|18446744073709551614|",
+         nullptr, ""},
+        {"long", PropertyType::SIGNED_LONG, GetNumber<long, Property>, "0|-9223372036854775808|", nullptr,
          ""},
-        {"long", PropertyType::SIGNED_LONG, GetNumber<long>, "0|-9223372036854775808|", nullptr, ""},
-        {"float", PropertyType::FLOAT, GetNumber<float>, "0|2.5|", nullptr, ""},
-        {"values", PropertyType::MULTI_VALUE, GetMultiValue, "0|<231><-232>|<233>|", NoValues, "0||<233>|"},
-        {"values2", PropertyType::MULTI_VALUE, GetMultiValue, "0|<231><-232>|<233>|", NoValues2,
+        {"float", PropertyType::FLOAT, GetNumber<float, Property>, "0|2.5|", nullptr, ""},
+        {"values", PropertyType::MULTI_VALUE, GetMultiValue<Property>, "0|<231><-232>|<233>|", NoValues,
+         "0||<233>|"},
+        {"values2", PropertyType::MULTI_VALUE, GetMultiValue<Property>, "0|<231><-232>|<233>|", NoValues2,
          "0|<231><-232>||"},
-        {"longs", PropertyType::MULTI_LONG, GetMultiLong<false>, "0|<241><18446744073709551615>|", NoLongs,
-         "0||"},
-        {"longs, empty allowed", PropertyType::MULTI_LONG, GetMultiLong<true>,
+        {"longs", PropertyType::MULTI_LONG, GetMultiLong<false, Property>, "0|<241><18446744073709551615>|",
+         NoLongs, "0||"},
+        {"longs, empty allowed", PropertyType::MULTI_LONG, GetMultiLong<true, Property>,
          "0|<241><18446744073709551615>|", nullptr, ""},
-        {"XML", PropertyType::XML, GetXML, "0|<Root a=\"1\"><Child>251</Child></Root>|", nullptr, ""},
-        {"GetValueMultiString", PropertyType::MULTI_STRING, GetMultiStringReference, "<A><B><C>|5|", NoTexts,
-         "|5|"},
-        {"texts and mask", PropertyType::MULTI_STRING, GetMultiStringWithMask, "0|<A><B><C>|5|", NoTexts,
-         "0||5|"},
-        {"texts", PropertyType::MULTI_STRING, GetMultiString, "0|<A><B><C>|", NoTexts, "0||"},
+        {"XML", PropertyType::XML, GetXML<Property>, "0|<Root a=\"1\"><Child>251</Child></Root>|", nullptr,
+         ""},
+        {"GetValueMultiString", PropertyType::MULTI_STRING, GetMultiStringReference<Property>, "<A><B><C>|5|",
+         NoTexts, "|5|"},
+        {"texts and mask", PropertyType::MULTI_STRING, GetMultiStringWithMask<Property>, "0|<A><B><C>|5|",
+         NoTexts, "0||5|"},
+        {"texts", PropertyType::MULTI_STRING, GetMultiString<Property>, "0|<A><B><C>|", NoTexts, "0||"},
     };
+}
+
+std::vector<Getter> Getters() {
+    std::vector<Getter> getters = GettersOf<CProperty>();
+    for (Getter& getter : GettersOf<const CProperty>()) {
+        getters.push_back(std::move(getter));
+    }
+    return getters;
 }
 
 std::vector<_PROPERTY_TYPE> AllTypes() {
@@ -252,10 +278,10 @@ TEST(PropertyGetters, DeliverTheDefaultsOfANewProperty) {
         "0|||", "0|||",  "0||",  "0||",   "0||",          "|4294967295|", "0||4294967295|", "0||",
     };
     const std::vector<Getter> getters = Getters();
-    ASSERT_EQ(getters.size(), std::size(expected));
+    ASSERT_EQ(getters.size(), 2 * std::size(expected));
     for (std::size_t i = 0; i < getters.size(); ++i) {
         CProperty property;
-        EXPECT_EQ(getters[i].m_Get(property), expected[i]) << getters[i].m_Name;
+        EXPECT_EQ(getters[i].m_Get(property), expected[i % std::size(expected)]) << getters[i].m_Name;
     }
 }
 
@@ -323,6 +349,13 @@ TEST(PropertyGetters, ThatChangeNothingAreConst) {
     EXPECT_EQ(property.GetValueMultiString(mask).size(), 3U);
     EXPECT_EQ(property.GetValueString(text), ErrorCode::SUCCESS);
     EXPECT_EQ(text, "text");
+    text.clear();
+    EXPECT_EQ(property.GetValue(text), ErrorCode::SUCCESS);
+    EXPECT_EQ(text, "text");
+    _ERROR_CODE error = ErrorCode::GENERAL;
+    EXPECT_EQ(property.GetValue(&error), "text");
+    EXPECT_EQ(error, ErrorCode::SUCCESS);
+    EXPECT_EQ(property.GetValue(nullptr), "text");
 }
 
 // --- Ranges
