@@ -9,7 +9,6 @@
 
 #include "plugin_interface.h"
 #include "printable_text.h"
-#include "property_text.h"
 
 namespace service {
 namespace {
@@ -31,37 +30,33 @@ std::string IconText(const PI::CObject& object) {
 }
 
 /// The value of the first property with an identifier; empty when there is none.
-std::string FindProperty(PI::CObject& object, PI::_PROPERTY_ID id) {
-    for (PI::CProperty& property : object.m_Properties) {
-        if (property.m_ID == id) {
-            return PropertyText(property);
-        }
-    }
-    return "";
+std::string ValueOf(const PI::CObject& object, PI::_PROPERTY_ID id) {
+    const PI::CProperty* property = CPluginHelper::FindProperty(object, id);
+    return property == nullptr ? "" : CPluginHelper::StringifyProperty(*property);
 }
 
-std::string Heading(PI::CObject& object) {
+std::string Heading(const PI::CObject& object) {
     const std::string id = std::to_string(object.m_ObjectID);
     std::string kind = "Object " + id + " of type " + std::to_string(object.m_ObjectType);
     if (CPluginHelper::IsAdapterType(object.m_ObjectType)) {
-        const std::string number = FindProperty(object, PI::PropertyID::ADAPTER_NUMBER);
+        const std::string number = ValueOf(object, PI::PropertyID::ADAPTER_NUMBER);
         kind = "Adapter " + (number.empty() ? "without a number" : number);
     } else if (object.m_ObjectType == LOGICAL_DRIVE) {
         kind = "Logical drive " + id;
     } else if (object.m_ObjectType == PHYSICAL_DRIVE) {
         kind = "Physical drive " + id;
     }
-    return kind + ": " + FindProperty(object, PI::PropertyID::NAME) + IconText(object);
+    return kind + ": " + ValueOf(object, PI::PropertyID::NAME) + IconText(object);
 }
 
 class Tree {
 public:
-    explicit Tree(std::vector<PI::CObject>& objects) {
+    explicit Tree(const std::vector<PI::CObject>& objects) {
         std::set<std::uint64_t> ids;
         for (const PI::CObject& object : objects) {
             ids.insert(object.m_ObjectID);
         }
-        for (PI::CObject& object : objects) {
+        for (const PI::CObject& object : objects) {
             const auto parent = std::find_if(object.m_RelatedIDs1.begin(), object.m_RelatedIDs1.end(),
                                              [&](std::uint64_t id) { return ids.count(id) != 0; });
             if (parent == object.m_RelatedIDs1.end()) {
@@ -70,10 +65,10 @@ public:
                 m_Parts[*parent].push_back(&object);
             }
         }
-        for (PI::CObject* const root : m_Roots) {
+        for (const PI::CObject* const root : m_Roots) {
             Print(*root, 1);
         }
-        for (PI::CObject& object : objects) {  // what is part of itself, in a plug-in that got it wrong
+        for (const PI::CObject& object : objects) {  // what is part of itself, in a plug-in that got it wrong
             Print(object, 1);
         }
     }
@@ -85,14 +80,15 @@ private:
         m_Text += std::string(depth * INDENT, ' ') + PrintableText(text) + "\n";
     }
 
-    void Print(PI::CObject& object, std::size_t depth) {
+    void Print(const PI::CObject& object, std::size_t depth) {
         if (!m_Printed.insert(&object).second) {
             return;
         }
         Line(depth, Heading(object));
-        for (PI::CProperty& property : object.m_Properties) {
+        for (const PI::CProperty& property : object.m_Properties) {
             if (property.m_ID != PI::PropertyID::NAME) {
-                Line(depth + 1, PI::PropertyIDToString(property.m_ID) + ": " + PropertyText(property) +
+                Line(depth + 1, PI::PropertyIDToString(property.m_ID) + ": " +
+                                    CPluginHelper::StringifyProperty(property) +
                                     HelpText(property.m_Attribute1));
             }
         }
@@ -100,19 +96,19 @@ private:
             Line(depth + 1, "can " + PI::OperationIDToString(static_cast<int>(operation.m_Header1)) +
                                 HelpText(static_cast<int>(operation.m_Header2)));
         }
-        for (PI::CObject* const part : m_Parts[object.m_ObjectID]) {
+        for (const PI::CObject* const part : m_Parts[object.m_ObjectID]) {
             Print(*part, depth + 1);
         }
     }
 
-    std::vector<PI::CObject*> m_Roots;
-    std::map<std::uint64_t, std::vector<PI::CObject*>> m_Parts;
+    std::vector<const PI::CObject*> m_Roots;
+    std::map<std::uint64_t, std::vector<const PI::CObject*>> m_Parts;
     std::set<const PI::CObject*> m_Printed;
 };
 
 }  // namespace
 
-std::string InventoryText(std::vector<PI::CObject>& objects) {
+std::string InventoryText(const std::vector<PI::CObject>& objects) {
     return Tree(objects).m_Text;
 }
 

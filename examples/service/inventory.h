@@ -11,7 +11,7 @@
 namespace service {
 
 /// A plug-in's objects as an indented tree: what is part of an object stands below it.
-std::string InventoryText(std::vector<PI::CObject>& objects);
+std::string InventoryText(const std::vector<PI::CObject>& objects);
 
 /// A plug-in's events, rendered.
 std::string EventsText(std::vector<PI::CEvent>& events);

@@ -5,6 +5,7 @@
 
 #include <pi/ssd_endurance.h>
 #include <pi/types.h>
+#include <pi/vocabulary.h>
 
 #include <string>
 #include <utility>
@@ -16,6 +17,7 @@ namespace PI {
 /// @{
 
 class CEvent;
+class CObject;
 class CProperty;
 struct _PROPERTY_DESCRIPTION;
 
@@ -33,6 +35,25 @@ public:
 
     /// Copies a description's fields into a property; m_Attribute5, m_Format and all data stay as they are.
     static void GenerateCProperty(const _PROPERTY_DESCRIPTION& description, CProperty& property);
+
+    /// @{
+    /// The first property of an object that has an identifier, or null. It belongs to the object and is valid
+    /// until the object's list of properties is changed.
+    static CProperty* FindProperty(CObject& object, _PROPERTY_ID id);
+    static const CProperty* FindProperty(const CObject& object, _PROPERTY_ID id);
+    /// @}
+
+    /// The value of a property in words, the same in every locale: "447.1 GiB", "RAID5", "5 (0 to 10)".
+    ///
+    /// Numbers of a choice or of two lists, of which the first is taken, are given by their names as property
+    /// values, where they have one. A fraction has one decimal; where m_Attribute2 is one of _UNITS, the
+    /// fraction is a capacity in it. A text is given as GetValueString gives it, a yes or no as "yes" or
+    /// "no", a document as "(a document)".
+    ///
+    /// Nothing is traced.
+    /// @param unit follows a number, after a blank; a capacity has its own
+    /// @return "(no value)" for a property without a value or of an unknown type
+    static std::string StringifyProperty(const CProperty& property, const std::string& unit = std::string());
     /// @}
 
     /// @name Help and icons

@@ -90,6 +90,10 @@ PI_API const std::string& OperationIDToString(int id);
 /// Name of an event identifier, such as "UNKNOWN" for 10000; otherwise as ErrorCodeToString.
 PI_API const std::string& EventIDToString(int id);
 
+/// Name of a severity: "DEBUG", "INFORMATION", "WARNING" or "ERROR", of any other number that of DEBUG.
+/// @return a reference that stays valid until the library is unloaded. Thread-safe.
+PI_API const std::string& SeverityToString(int severity);
+
 /// Number of a property value's name, letter for letter; the smallest where several values bear the name.
 ///
 /// Unknown numbers that PropertyValueToString was asked for take part with their empty name, so an empty

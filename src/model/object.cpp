@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include <pi/object.h>
+#include <pi/plugin_helper.h>
 
+#include <algorithm>
 #include <tuple>
 #include <utility>
 
@@ -49,6 +51,16 @@ CObject::~CObject() = default;
 
 bool CObject::operator==(const CObject& other) const {
     return Values(*this) == Values(other) && m_Operations == other.m_Operations;
+}
+
+CProperty* CPluginHelper::FindProperty(CObject& object, _PROPERTY_ID id) {
+    return const_cast<CProperty*>(FindProperty(std::as_const(object), id));
+}
+
+const CProperty* CPluginHelper::FindProperty(const CObject& object, _PROPERTY_ID id) {
+    const auto found = std::find_if(object.m_Properties.begin(), object.m_Properties.end(),
+                                    [id](const CProperty& property) { return property.m_ID == id; });
+    return found == object.m_Properties.end() ? nullptr : &*found;
 }
 
 }  // namespace PI

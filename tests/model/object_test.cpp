@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <pi/object.h>
+#include <pi/plugin_helper.h>
 
 #include <string>
 #include <type_traits>
@@ -284,6 +285,34 @@ TEST(Object, MovedOntoItselfStaysAsItIs) {
     CObject& self = object;
     object = std::move(self);
     EXPECT_TRUE(object == copy);
+}
+
+TEST(FindProperty, GivesTheFirstPropertyWithTheIdentifier) {
+    CObject object;
+    object.m_Properties.emplace_back(PropertyID::NAME, false).SetValue("first");
+    object.m_Properties.emplace_back(PropertyID::STATUS, false).SetValue(true);
+    object.m_Properties.emplace_back(PropertyID::NAME, false).SetValue("second");
+    EXPECT_EQ(CPluginHelper::FindProperty(object, PropertyID::NAME), &object.m_Properties[0]);
+    EXPECT_EQ(CPluginHelper::FindProperty(object, PropertyID::STATUS), &object.m_Properties[1]);
+}
+
+TEST(FindProperty, GivesNullWhereThereIsNone) {
+    CObject object;
+    EXPECT_EQ(CPluginHelper::FindProperty(object, PropertyID::NAME), nullptr);
+    object.m_Properties.emplace_back(PropertyID::STATUS, false);
+    object.m_Properties.back().m_SecondaryID = PropertyID::NAME;
+    EXPECT_EQ(CPluginHelper::FindProperty(object, PropertyID::NAME), nullptr);
+}
+
+TEST(FindProperty, OfAConstantObjectIsConstant) {
+    CObject object;
+    object.m_Properties.emplace_back(PropertyID::NAME, false);
+    const CObject& constant = object;
+    static_assert(
+        std::is_same_v<decltype(CPluginHelper::FindProperty(constant, PropertyID::NAME)), const CProperty*>);
+    EXPECT_EQ(CPluginHelper::FindProperty(constant, PropertyID::NAME), &object.m_Properties[0]);
+    CPluginHelper::FindProperty(object, PropertyID::NAME)->SetValue("changed");
+    EXPECT_EQ(constant.m_Properties[0].GetValue(nullptr), "changed");
 }
 
 // A caller that walks down a tree may keep the part that it stands on and drop the rest.

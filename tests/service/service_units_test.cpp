@@ -14,7 +14,6 @@
 #include "options.h"
 #include "plugin_interface.h"
 #include "printable_text.h"
-#include "property_text.h"
 #include "run_program.h"
 #include "trace_files.h"
 
@@ -22,7 +21,6 @@ namespace {
 
 using service::Options;
 using service::PrintableText;
-using service::PropertyText;
 using testing::ElementsAre;
 
 TEST(PrintableText, KeepsTextOfAllLanguages) {
@@ -46,51 +44,6 @@ TEST(PrintableText, ReplacesBytesThatAreNotUTF8) {
     EXPECT_EQ(PrintableText("\xED\xA0\x80"), "???");       // surrogate
     EXPECT_EQ(PrintableText("\xF4\x90\x80\x80"), "????");  // above the last character
     EXPECT_EQ(PrintableText("\xE6\x97z"), "??z");          // cut short
-}
-
-/// The text of a property that a setter has filled.
-template <class Setter>
-std::string TextOf(Setter setter) {
-    PI::CProperty property;
-    setter(property);
-    return PropertyText(property);
-}
-
-TEST(PropertyText, EveryKindHasItsWords) {
-    std::vector<int> states = {PI::PropertyValue::RAID0, 12345};
-    std::vector<unsigned long> numbers = {1, 2};
-    VELK::XML::xml_document document;
-    EXPECT_EQ(TextOf([](auto& p) { p.SetValue("text"); }), "text");
-    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(PI::PropertyValue::RAID5, {PI::PropertyValue::RAID5}); }),
-              "RAID5");
-    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(12345, {12345}); }), "12345");  // a state without a name
-    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(true); }), "yes");
-    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(false); }), "no");
-    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(18446744073709551615UL); }), "18446744073709551615");
-    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(-5L); }), "-5");
-    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(5, 0, 10, 1U); }), "5 (0 to 10)");
-    EXPECT_EQ(TextOf([&](auto& p) { p.SetValue(states, states); }), "RAID0, 12345");
-    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(12.34F); }), "12.3");
-    EXPECT_EQ(TextOf([&](auto& p) { p.SetValue(numbers); }), "1, 2");
-    EXPECT_EQ(TextOf([&](auto& p) { p.SetValue(document); }), "(a document)");
-    EXPECT_EQ(TextOf([](auto& p) { p.SetValue(std::vector<std::string>{"a", "b"}, 3U); }), "a, b");
-    EXPECT_EQ(TextOf([](auto&) {}), "(no value)");
-}
-
-TEST(PropertyText, CapacityHasItsUnit) {
-    const auto capacity = [](float value, PI::_UNITS unit) {
-        PI::CProperty property;
-        property.SetValue(value);
-        property.m_Attribute2 = unit;
-        return PropertyText(property);
-    };
-    EXPECT_EQ(capacity(512, PI::Units::BYTES), "512 bytes");
-    EXPECT_EQ(capacity(1.5, PI::Units::KILOBYTES), "1.5 KiB");
-    EXPECT_EQ(capacity(1.5, PI::Units::MEGABYTES), "1.5 MiB");
-    EXPECT_EQ(capacity(1.5, PI::Units::GIGABYTES), "1.5 GiB");
-    EXPECT_EQ(capacity(1.5, PI::Units::TERABYTES), "1.5 TiB");
-    EXPECT_EQ(capacity(1.5, PI::Units::PETABYTES), "1.5 PiB");
-    EXPECT_EQ(capacity(1.5, PI::Units::UNSPECIFIED), "1.5");
 }
 
 PI::CObject MakeObject(unsigned long id, PI::_OBJECT_TYPE type, const char* name,

@@ -252,4 +252,18 @@ TEST(EventIDToString, KeepsNumbersAndAbbreviationsInNames) {
     EXPECT_EQ(PI::EventIDToString(11111), "EVT_PD_STATE_CHANGE_TO_FAIL");
 }
 
+TEST(SeverityNames, AreThoseOfTheConstants) {
+    EXPECT_EQ(PI::SeverityToString(PI::Severity::DEBUG), "DEBUG");
+    EXPECT_EQ(PI::SeverityToString(PI::Severity::INFORMATION), "INFORMATION");
+    EXPECT_EQ(PI::SeverityToString(PI::Severity::WARNING), "WARNING");
+    EXPECT_EQ(PI::SeverityToString(PI::Severity::ERROR), "ERROR");
+}
+
+TEST(SeverityNames, OfAnyOtherNumberIsThatOfDebug) {
+    for (const int severity : {INT_MIN, -1, 0, 5, INT_MAX}) {
+        EXPECT_EQ(PI::SeverityToString(severity), "DEBUG") << severity;
+        EXPECT_EQ(&PI::SeverityToString(severity), &PI::SeverityToString(severity));
+    }
+}
+
 }  // namespace

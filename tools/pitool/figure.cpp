@@ -46,21 +46,6 @@ std::string RotationText(unsigned long rpm) {
     return std::to_string(rpm) + " rotations per minute (" + display + " thousand)";
 }
 
-std::string NumberText(unsigned long value, Unit unit) {
-    switch (unit) {
-        case Unit::BYTES: return BytesText(value);
-        case Unit::ROTATIONS_PER_MINUTE: return RotationText(value);
-        case Unit::HOURS:
-            if (value == 1) {
-                return "1 hour";
-            }
-            break;
-        default: break;
-    }
-    const std::string name = UnitText(unit);
-    return std::to_string(value) + (name.empty() ? "" : " " + name);
-}
-
 }  // namespace
 
 Figure MakeFigure(PI::_PROPERTY_ID id, const Fact<std::string>& fact) {
@@ -127,15 +112,17 @@ std::string BytesText(unsigned long bytes) {
 }
 
 std::string FigureValueText(const Figure& figure) {
-    const PI::CProperty& property = figure.m_Property;
-    switch (property.m_Type) {
-        case PI::PropertyType::STRING: return PrintableText(property.m_Data.m_String.m_Value);
-        case PI::PropertyType::CHOICE: return PI::PropertyValueToString(property.m_Data.m_Choice.m_Value);
-        case PI::PropertyType::LONG: return NumberText(property.m_Data.m_Long.m_Value, figure.m_Unit);
-        case PI::PropertyType::SIGNED_LONG:
-            return std::to_string(property.m_Data.m_SignedLong.m_Value) + " " + UnitText(figure.m_Unit);
-        default: return "";
+    if (!figure.IsKnown()) {
+        return "";
     }
+    const unsigned long number = figure.m_Property.m_Data.m_Long.m_Value;
+    switch (figure.m_Unit) {
+        case Unit::BYTES: return BytesText(number);
+        case Unit::ROTATIONS_PER_MINUTE: return RotationText(number);
+        default: break;
+    }
+    const char* unit = figure.m_Unit == Unit::HOURS && number == 1 ? "hour" : UnitText(figure.m_Unit);
+    return PrintableText(PI::CPluginHelper::StringifyProperty(figure.m_Property, unit));
 }
 
 }  // namespace pitool
