@@ -138,7 +138,7 @@ public:
     /// Estimates how long a solid-state drive will serve, within a span of five years (43829 hours).
     ///
     /// The wear in percent counts where it is known; otherwise the amount written against the rated
-    /// endurance.
+    /// endurance. CRemainingLifetime (pi/remaining_lifetime.h) says which of them it was.
     /// @param powerOnHours   hours the drive has been powered
     /// @param bytesWritten   bytes; 0 when unknown
     /// @param percentUsed    wear in percent; 0 when unknown, above 100 counts as 100

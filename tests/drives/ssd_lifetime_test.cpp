@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <pi/plugin_helper.h>
+#include <pi/remaining_lifetime.h>
 
 #include <random>
 
@@ -184,6 +185,70 @@ TEST(RemainingLifeTime, FollowsTheRulesAroundEveryBoundary) {
                 }
             }
         }
+    }
+}
+
+// --- What it rests on, and what limits it
+
+struct Case {
+    std::uint64_t m_PowerOnHours;
+    std::uint64_t m_BytesWritten;
+    std::uint32_t m_PercentUsed;
+    std::uint64_t m_EnduranceTB;
+    std::uint64_t m_Hours;
+    _LIFETIME_BASIS m_Basis;
+    _LIFETIME_LIMIT m_Limit;
+};
+
+TEST(RemainingLifetime, SaysWhatItRestsOnAndWhatLimitsIt) {
+    using namespace LifetimeBasis;
+    namespace Limit = LifetimeLimit;
+    constexpr std::uint64_t TB = MIB << 20;
+    const Case cases[] = {
+        // nothing is known, or the drive is new
+        {0, 0, 0, 0, ALL_ONES, NOTHING, Limit::NOTHING},
+        {0, TB, 0, 70, ALL_ONES, NOTHING, Limit::NOTHING},
+        // age alone: of amount written and rating one is nothing
+        {1, 0, 0, 0, SPAN - 1, AGE, Limit::SERVICE_SPAN},
+        {1, 0, 0, 70, SPAN - 1, AGE, Limit::SERVICE_SPAN},
+        {1, MIB - 1, 0, 70, SPAN - 1, AGE, Limit::SERVICE_SPAN},
+        {1, TB, 0, 0, SPAN - 1, AGE, Limit::SERVICE_SPAN},
+        {SPAN - 1, 0, 0, 70, 1, AGE, Limit::SERVICE_SPAN},
+        {SPAN, 0, 0, 70, 1, AGE, Limit::SERVICE_SPAN_OVER},
+        {ALL_ONES, 0, 0, 0, 1, AGE, Limit::SERVICE_SPAN_OVER},
+        // the rate: one hour below the span, at it, and above
+        {1, TB, 0, SPAN - 1, SPAN - 2, BYTES_WRITTEN, Limit::RATE},
+        {1, TB, 0, SPAN, SPAN - 1, BYTES_WRITTEN, Limit::SERVICE_SPAN},
+        {1, TB, 0, SPAN + 1, SPAN - 1, BYTES_WRITTEN, Limit::SERVICE_SPAN},
+        {1000, 4 * TB - MIB, 0, 4, 1, BYTES_WRITTEN, Limit::RATE},
+        {1000, 4 * TB, 0, 4, 1, BYTES_WRITTEN, Limit::WORN_OUT},
+        {1000, 5 * TB, 0, 4, 1, BYTES_WRITTEN, Limit::WORN_OUT},
+        {SPAN - 1, 4 * TB, 0, 4, 1, BYTES_WRITTEN, Limit::WORN_OUT},
+        {SPAN, 4 * TB, 0, 4, 1, BYTES_WRITTEN, Limit::SERVICE_SPAN_OVER},
+        {SPAN + 1, TB, 0, 4, 1, BYTES_WRITTEN, Limit::SERVICE_SPAN_OVER},
+        // the wear, whatever is written: 50 percent leave 21914 hours
+        {0, 0, 1, 0, 43390, WEAR, Limit::WEAR},
+        {21914, TB, 50, 1, 1, WEAR, Limit::WEAR},
+        {21915, TB, 50, 1, SPAN - 21915, WEAR, Limit::WORN_EARLY},
+        {1, 0, 99, 0, 437, WEAR, Limit::WEAR},
+        {0, 0, 100, 0, 1, WEAR, Limit::WORN_OUT},
+        {1, 0, 100, 0, SPAN - 1, WEAR, Limit::WORN_OUT},
+        {1, 0, 101, 0, SPAN - 1, WEAR, Limit::WORN_OUT},
+        {1, 0, 0xFFFFFFFF, 0, SPAN - 1, WEAR, Limit::WORN_OUT},
+        {SPAN - 1, 0, 5, 0, 1, WEAR, Limit::WORN_EARLY},
+        {SPAN, 0, 5, 0, 1, WEAR, Limit::SERVICE_SPAN_OVER},
+        {SPAN + 1, 0, 100, 0, 1, WEAR, Limit::SERVICE_SPAN_OVER},
+    };
+    for (const Case& drive : cases) {
+        SCOPED_TRACE(testing::Message()
+                     << drive.m_PowerOnHours << " hours, " << drive.m_BytesWritten << " bytes, "
+                     << drive.m_PercentUsed << " %, " << drive.m_EnduranceTB << " TB");
+        const CRemainingLifetime lifetime(drive.m_PowerOnHours, drive.m_BytesWritten, drive.m_PercentUsed,
+                                          drive.m_EnduranceTB);
+        EXPECT_EQ(lifetime.GetHours(), drive.m_Hours);
+        EXPECT_EQ(lifetime.GetBasis(), drive.m_Basis);
+        EXPECT_EQ(lifetime.GetLimit(), drive.m_Limit);
+        EXPECT_EQ(lifetime.IsKnown(), drive.m_Basis != NOTHING);
     }
 }
 

@@ -61,23 +61,34 @@ TEST(EstimateLifetime, SaysWhenTheServiceSpanLimitsIt) {
     const Lifetime lifetime = EstimateLifetime(Wear(10000, 1, 0, 100), true);
     EXPECT_EQ(*lifetime.m_RemainingHours, 33829U);
     EXPECT_EQ(lifetime.m_RemainingHours.m_Source,
+              "power-on hours alone; limited by the service span of five years")
+        << "less than a mebibyte counts as nothing";
+    EXPECT_EQ(EstimateLifetime(Wear(10000, TEBIBYTE, 0, 100), true).m_RemainingHours.m_Source,
               "rated endurance and bytes written; limited by the service span of five years");
 }
 
-TEST(EstimateLifetime, SaysWhenADriveIsPastTheServiceSpan) {
-    const Lifetime at = EstimateLifetime(Wear(43829, 0, 5, 0), true);
-    EXPECT_EQ(*at.m_RemainingHours, 1U);
-    EXPECT_EQ(at.m_RemainingHours.m_Source,
-              "wear indicator (SMART attribute 233); limited by the service span of five years");
-    const Lifetime past = EstimateLifetime(Wear(43830, 0, 5, 0), true);
-    EXPECT_EQ(*past.m_RemainingHours, 1U);
-    EXPECT_EQ(past.m_RemainingHours.m_Source,
-              "wear indicator (SMART attribute 233); past the service span of five years");
+TEST(EstimateLifetime, SaysWhenTheServiceSpanIsOver) {
+    EXPECT_EQ(EstimateLifetime(Wear(43828, TEBIBYTE, 0, 100), true).m_RemainingHours.m_Source,
+              "rated endurance and bytes written; limited by the service span of five years");
+    for (const unsigned long hours : {43829UL, 43830UL}) {
+        const Lifetime lifetime = EstimateLifetime(Wear(hours, 0, 5, 0), true);
+        EXPECT_EQ(*lifetime.m_RemainingHours, 1U);
+        EXPECT_EQ(lifetime.m_RemainingHours.m_Source,
+                  "wear indicator (SMART attribute 233); the service span of five years is over");
+    }
+}
+
+TEST(EstimateLifetime, SaysWhenADriveHasWornFasterThanAged) {
+    EXPECT_EQ(EstimateLifetime(Wear(438, 0, 99, 0), true).m_RemainingHours.m_Source,
+              "wear indicator (SMART attribute 233)");
+    const Lifetime lifetime = EstimateLifetime(Wear(439, 0, 99, 0), true);
+    EXPECT_EQ(*lifetime.m_RemainingHours, 43390U);
+    EXPECT_EQ(lifetime.m_RemainingHours.m_Source,
+              "wear indicator (SMART attribute 233); worn faster than aged, only the service span of five "
+              "years is left");
 }
 
 TEST(EstimateLifetime, SaysWhenADriveIsWornOut) {
-    EXPECT_EQ(EstimateLifetime(Wear(30000, 0, 99, 0), true).m_RemainingHours.m_Source,
-              "wear indicator (SMART attribute 233); limited by the service span of five years");
     for (const unsigned long percentUsed : {100UL, 2185UL, 4294967396UL}) {
         const Lifetime lifetime = EstimateLifetime(Wear(30000, 0, percentUsed, 0), true);
         EXPECT_EQ(*lifetime.m_RemainingHours, 13829U);
@@ -85,6 +96,10 @@ TEST(EstimateLifetime, SaysWhenADriveIsWornOut) {
             lifetime.m_RemainingHours.m_Source,
             "wear indicator (SMART attribute 233); worn out, only the service span of five years is left");
     }
+    const Lifetime lifetime = EstimateLifetime(Wear(30000, 100 * TEBIBYTE, 0, 100), true);
+    EXPECT_EQ(*lifetime.m_RemainingHours, 1U);
+    EXPECT_EQ(lifetime.m_RemainingHours.m_Source,
+              "rated endurance and bytes written; the rated amount is written");
 }
 
 TEST(EstimateLifetime, ANewDriveHasNone) {
@@ -96,16 +111,16 @@ TEST(EstimateLifetime, ANewDriveHasNone) {
     EXPECT_TRUE(EstimateLifetime(Wear(1, 0, 0, 100), true).m_RemainingHours);
 }
 
-TEST(EstimateLifetime, ZeroWearWithoutRatingGoesByTheIndicatorItself) {
+TEST(EstimateLifetime, ZeroWearWithoutRatingGoesByThePowerOnHoursAlone) {
     DriveWear wear = Wear(12000, 5, 0, 0);
     wear.m_RatedTB = Unknown<unsigned long>("the list rates this family by wear cycles, 3000");
     const Lifetime lifetime = EstimateLifetime(wear, true);
     EXPECT_EQ(*lifetime.m_RemainingHours, 31829U);
-    EXPECT_EQ(lifetime.m_Basis, LifetimeBasis::WEAR_INDICATOR);
+    EXPECT_EQ(lifetime.m_Basis, LifetimeBasis::POWER_ON_HOURS);
 }
 
 TEST(EstimateLifetime, WithoutWearAndBytesTheReasonIsTold) {
-    DriveWear wear = Wear(12000, 5, 0, 100);
+    DriveWear wear = Wear(12000, 5 * TEBIBYTE, 0, 100);
     wear.m_Origin = WearOrigin::NONE;
     wear.m_PercentUsed = Unknown<unsigned long>("no SMART attribute 233");
     EXPECT_EQ(EstimateLifetime(wear, true).m_Basis, LifetimeBasis::RATED_ENDURANCE);

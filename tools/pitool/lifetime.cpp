@@ -2,9 +2,10 @@
 
 #include "lifetime.h"
 
-#include <pi/plugin_helper.h>
+#include <pi/remaining_lifetime.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace pitool {
 namespace {
@@ -16,17 +17,33 @@ Lifetime Without(std::string reason, bool applicable = true) {
     return lifetime;
 }
 
-LifetimeBasis ChooseBasis(const DriveWear& wear) {
-    const bool worn = wear.m_PercentUsed && *wear.m_PercentUsed > 0;
-    if (!worn && wear.m_RatedTB && wear.m_BytesWritten) {
-        return LifetimeBasis::RATED_ENDURANCE;
-    }
-    switch (wear.m_Origin) {
-        case WearOrigin::SMART_ATTRIBUTE: return LifetimeBasis::WEAR_INDICATOR;
-        case WearOrigin::DRIVE_STATISTICS: return LifetimeBasis::DRIVE_STATISTICS;
-        case WearOrigin::NONE: break;
+LifetimeBasis BasisOf(const PI::CRemainingLifetime& estimate, WearOrigin origin) {
+    switch (estimate.GetBasis()) {
+        case PI::LifetimeBasis::WEAR:
+            return origin == WearOrigin::SMART_ATTRIBUTE ? LifetimeBasis::WEAR_INDICATOR
+                                                         : LifetimeBasis::DRIVE_STATISTICS;
+        case PI::LifetimeBasis::BYTES_WRITTEN: return LifetimeBasis::RATED_ENDURANCE;
+        case PI::LifetimeBasis::AGE: return LifetimeBasis::POWER_ON_HOURS;
+        case PI::LifetimeBasis::NOTHING: break;
     }
     return LifetimeBasis::NONE;
+}
+
+const char* LimitText(const PI::CRemainingLifetime& estimate) {
+    switch (estimate.GetLimit()) {
+        case PI::LifetimeLimit::SERVICE_SPAN_OVER: return "; the service span of five years is over";
+        case PI::LifetimeLimit::WORN_OUT:
+            return estimate.GetBasis() == PI::LifetimeBasis::WEAR
+                       ? "; worn out, only the service span of five years is left"
+                       : "; the rated amount is written";
+        case PI::LifetimeLimit::WORN_EARLY:
+            return "; worn faster than aged, only the service span of five years is left";
+        case PI::LifetimeLimit::SERVICE_SPAN: return "; limited by the service span of five years";
+        case PI::LifetimeLimit::WEAR:
+        case PI::LifetimeLimit::RATE:
+        case PI::LifetimeLimit::NOTHING: break;
+    }
+    return "";
 }
 
 /// Why there is nothing to go by.
@@ -36,25 +53,6 @@ std::string ReasonWithoutBasis(const DriveWear& wear) {
                                                                           : wear.m_PercentUsed.m_Reason;
 }
 
-/// What the figure goes by, in words.
-std::string SourceText(const DriveWear& wear, LifetimeBasis basis, unsigned long remaining) {
-    std::string text = LifetimeBasisText(basis);
-    if (basis != LifetimeBasis::RATED_ENDURANCE) {
-        text += " (" + wear.m_PercentUsed.m_Source + ")";
-    }
-    const unsigned long hours = *wear.m_PowerOnHours;
-    if (hours > SERVICE_SPAN_HOURS) {
-        return text + "; past the service span of five years";
-    }
-    if (wear.m_PercentUsed && *wear.m_PercentUsed >= 100) {
-        return text + "; worn out, only the service span of five years is left";
-    }
-    if (remaining == std::max(SERVICE_SPAN_HOURS - hours, 1UL)) {
-        return text + "; limited by the service span of five years";
-    }
-    return text;
-}
-
 }  // namespace
 
 const char* LifetimeBasisText(LifetimeBasis basis) {
@@ -62,6 +60,7 @@ const char* LifetimeBasisText(LifetimeBasis basis) {
         case LifetimeBasis::RATED_ENDURANCE: return "rated endurance and bytes written";
         case LifetimeBasis::WEAR_INDICATOR: return "wear indicator";
         case LifetimeBasis::DRIVE_STATISTICS: return "drive's own statistics";
+        case LifetimeBasis::POWER_ON_HOURS: return "power-on hours alone";
         case LifetimeBasis::NONE: break;
     }
     return "";
@@ -71,8 +70,7 @@ Lifetime EstimateLifetime(const DriveWear& wear, bool solidState) {
     if (!solidState) {
         return Without("rotating disk", false);
     }
-    const LifetimeBasis basis = ChooseBasis(wear);
-    if (basis == LifetimeBasis::NONE) {
+    if (!wear.m_PercentUsed && !(wear.m_RatedTB && wear.m_BytesWritten)) {
         return Without(ReasonWithoutBasis(wear));
     }
     if (!wear.m_PowerOnHours) {
@@ -80,17 +78,21 @@ Lifetime EstimateLifetime(const DriveWear& wear, bool solidState) {
     }
 
     constexpr unsigned long WORN_OUT = 100;  // the estimate makes no difference above it
-    const auto percentUsed =
-        static_cast<unsigned int>(std::min(wear.m_PercentUsed.m_Value.value_or(0), WORN_OUT));
-    unsigned long remaining = 0;
-    if (!PI::CPluginHelper::ComputeRemainingLifeTime(*wear.m_PowerOnHours,
-                                                     wear.m_BytesWritten.m_Value.value_or(0), percentUsed,
-                                                     wear.m_RatedTB.m_Value.value_or(0), remaining)) {
+    const PI::CRemainingLifetime estimate(
+        *wear.m_PowerOnHours, wear.m_BytesWritten.m_Value.value_or(0),
+        static_cast<std::uint32_t>(std::min(wear.m_PercentUsed.m_Value.value_or(0), WORN_OUT)),
+        wear.m_RatedTB.m_Value.value_or(0));
+    if (!estimate.IsKnown()) {
         return Without("new drive");
     }
     Lifetime lifetime;
-    lifetime.m_Basis = basis;
-    lifetime.m_RemainingHours = Known(remaining, SourceText(wear, basis, remaining));
+    lifetime.m_Basis = BasisOf(estimate, wear.m_Origin);
+    std::string source = LifetimeBasisText(lifetime.m_Basis);
+    if (estimate.GetBasis() == PI::LifetimeBasis::WEAR) {
+        source += " (" + wear.m_PercentUsed.m_Source + ")";
+    }
+    lifetime.m_RemainingHours =
+        Known<unsigned long>(estimate.GetHours(), std::move(source) + LimitText(estimate));
     return lifetime;
 }
 

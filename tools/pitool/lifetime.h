@@ -11,9 +11,10 @@
 namespace pitool {
 
 /// What an estimate goes by.
-enum class LifetimeBasis { NONE, RATED_ENDURANCE, WEAR_INDICATOR, DRIVE_STATISTICS };
+enum class LifetimeBasis { NONE, RATED_ENDURANCE, WEAR_INDICATOR, DRIVE_STATISTICS, POWER_ON_HOURS };
 
-/// "rated endurance and bytes written", "wear indicator", "drive's own statistics"; empty for NONE.
+/// "rated endurance and bytes written", "wear indicator", "drive's own statistics", "power-on hours alone";
+/// empty for NONE.
 const char* LifetimeBasisText(LifetimeBasis basis);
 
 struct Lifetime {
@@ -22,10 +23,7 @@ struct Lifetime {
     bool m_Applicable = true;  ///< false for rotating disks
 };
 
-/// The span, in hours, that estimates stay within: five years.
-constexpr unsigned long SERVICE_SPAN_HOURS = 43829;
-
-/// Estimates with PI::CPluginHelper::ComputeRemainingLifeTime.
+/// Estimates as PI::CRemainingLifetime does.
 Lifetime EstimateLifetime(const DriveWear& wear, bool solidState);
 
 }  // namespace pitool
