@@ -11,6 +11,7 @@
 #include <pi/object_builder.h>
 #include <pi/plugin_helper.h>
 #include <pi/remaining_lifetime.h>
+#include <pi/sense.h>
 #include <pi/ssd_endurance.h>
 #include <pi/trace.h>
 #include <pi/types.h>

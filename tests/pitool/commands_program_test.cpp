@@ -355,10 +355,11 @@ TEST(SenseCommand, ExplainsCodes) {
 
 TEST(SenseCommand, ExplainsData) {
     ExpectRun(RunPitool({"sense", "--data", Example("sense/fixed-unrecovered-read.txt")}), 0,
-              "format      70h, fixed, current error\n"
-              "sense key   3h, medium error\n"
-              "additional  11h 00h, unrecovered read error\n"
-              "severity    WARNING\n",
+              "format       70h, fixed, current error\n"
+              "sense key    3h, medium error\n"
+              "additional   11h 00h, unrecovered read error\n"
+              "information  1193046, the LBA for a read, write or verify\n"
+              "severity     WARNING\n",
               "");
     ExpectRun(RunPitool({"sense", "--data", Example("sense/descriptor-deferred-power-on.txt")}), 0,
               "format      73h, descriptor, deferred error: it belongs to an earlier command\n"
@@ -369,10 +370,8 @@ TEST(SenseCommand, ExplainsData) {
 }
 
 TEST(SenseCommand, RefusalsAreOneLine) {
-    ExpectRun(
-        RunPitool({"sense", "--data", "70 00"}), 1, "",
-        "pitool: sense data: too short: 2 bytes, but the additional sense code and its qualifier stand in "
-        "bytes 12 and 13\n");
+    ExpectRun(RunPitool({"sense", "--data", "70 00"}), 1, "",
+              "pitool: sense data: too short: 2 bytes, without a sense key\n");
     ExpectRun(RunPitool({"sense", "--data", ""}), 1, "", "pitool: sense data: empty\n");
     ExpectRun(RunPitool({"sense", "F", "0", "100"}), 2, "",
               "pitool: ASCQ: \"100\" is no hexadecimal number from 0 to FFh\n");

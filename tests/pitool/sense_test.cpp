@@ -1,36 +1,35 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "sense_data.h"
+#include "hex_bytes.h"
+#include "sense_command.h"
 #include "sense_text.h"
 
-#include <pi/plugin_helper.h>
+#include <pi/sense.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 using namespace pitool;
 
 namespace {
 
-SenseCodes Read(const std::string& data) {
-    SenseCodes codes;
+PI::CSense Read(const std::string& data) {
+    PI::CSense sense;
     std::string reason;
-    EXPECT_TRUE(ReadSenseData(data, codes, reason)) << reason;
-    return codes;
+    EXPECT_TRUE(ReadSenseData(data, sense, reason)) << reason;
+    return sense;
 }
 
 std::string Refusal(const std::string& data) {
-    SenseCodes codes;
+    PI::CSense sense;
     std::string reason;
-    EXPECT_FALSE(ReadSenseData(data, codes, reason)) << data;
+    EXPECT_FALSE(ReadSenseData(data, sense, reason)) << data;
     return reason;
 }
 
-SenseCodes Codes(std::uint8_t key, std::uint8_t asc, std::uint8_t ascq) {
-    SenseCodes codes;
-    codes.m_Key = key;
-    codes.m_ASC = asc;
-    codes.m_ASCQ = ascq;
-    return codes;
+PI::CSense Codes(std::uint8_t key, std::uint8_t asc, std::uint8_t ascq) {
+    const std::uint8_t bytes[] = {0x72, key, asc, ascq};
+    return PI::DecodeSense(bytes, sizeof bytes);
 }
 
 const std::string FIXED = "70 00 03 00 00 00 00 06 00 00 00 00 11 04";
@@ -50,45 +49,18 @@ TEST(ReadHexByte, TakesOneOrTwoDigitsInTheUsualSpellings) {
     }
 }
 
-TEST(ReadSenseData, FixedFormatHoldsTheKeyInByte2AndTheCodesInBytes12And13) {
-    const SenseCodes codes = Read("f0 00 e3 00 00 00 00 06 00 00 00 00 11 04");
-    EXPECT_EQ(codes.m_Format, SenseFormat::FIXED);
-    EXPECT_EQ(codes.m_ResponseCode, 0x70);
-    EXPECT_FALSE(codes.m_Deferred);
-    EXPECT_EQ(codes.m_Key, 3);
-    EXPECT_EQ(codes.m_ASC, 0x11);
-    EXPECT_EQ(codes.m_ASCQ, 0x04);
-    EXPECT_TRUE(Read("71" + FIXED.substr(2)).m_Deferred);
-}
-
-TEST(ReadSenseData, DescriptorFormatHoldsTheKeyInByte1AndTheCodesInBytes2And3) {
-    const SenseCodes codes = Read("72 f6 29 01");
-    EXPECT_EQ(codes.m_Format, SenseFormat::DESCRIPTOR);
-    EXPECT_FALSE(codes.m_Deferred);
-    EXPECT_EQ(codes.m_Key, 6);
-    EXPECT_EQ(codes.m_ASC, 0x29);
-    EXPECT_EQ(codes.m_ASCQ, 0x01);
-    EXPECT_TRUE(Read("73 06 29 00 00 00 00 00").m_Deferred);
-}
-
 TEST(ReadSenseData, SeparatorsAreFree) {
     for (const char* data : {"72,06,29,00", " 0x72 6h 29\n0", "72062900", "7206 2900"}) {
-        EXPECT_EQ(Read(data).m_ASC, 0x29) << data;
+        EXPECT_EQ(Read(data).GetCode(), 0x29) << data;
     }
 }
 
-TEST(ReadSenseData, RefusesWhatIsTooShort) {
-    EXPECT_EQ(Read(FIXED).m_Key, 3);
-    EXPECT_EQ(
-        Refusal(FIXED.substr(0, FIXED.size() - 3)),
-        "too short: 13 bytes, but the additional sense code and its qualifier stand in bytes 12 and 13");
-    EXPECT_EQ(Refusal("70"),
-              "too short: 1 byte, but the additional sense code and its qualifier stand in bytes 12 and 13");
-    EXPECT_EQ(Refusal("72 05 24"),
-              "too short: 3 bytes, but the additional sense code and its qualifier stand in bytes 2 and 3");
-    EXPECT_EQ(Refusal("70 00 03 00 00 00 00 05 00 00 00 00 11 04"),
-              "too short: the additional sense length (byte 7) is 5, but the additional sense code and its "
-              "qualifier need 6");
+TEST(ReadSenseData, RefusesWhatHoldsNoKey) {
+    EXPECT_EQ(Read("70 00 03").GetKey(), 3);
+    EXPECT_EQ(Refusal("70 00"), "too short: 2 bytes, without a sense key");
+    EXPECT_EQ(Refusal("70"), "too short: 1 byte, without a sense key");
+    EXPECT_EQ(Read("72 05").GetKey(), 5);
+    EXPECT_EQ(Refusal("72"), "too short: 1 byte, without a sense key");
     EXPECT_EQ(Refusal(" ,\n"), "empty");
 }
 
@@ -111,23 +83,59 @@ TEST(ReadSenseData, RefusesWhatIsNotHexadecimal) {
 }
 
 TEST(SenseSheet, TellsTextsAndSeverity) {
-    EXPECT_EQ(SenseSheet(Codes(0x5, 0x24, 0x00)),
+    EXPECT_EQ(SenseSheet(Codes(0x5, 0x24, 0x00), false),
               "sense key   5h, illegal request\n"
               "additional  24h 00h, invalid field in cdb\n"
               "severity    WARNING\n");
-    EXPECT_EQ(SenseSheet(Codes(0x0, 0xFF, 0xFF)),
+    EXPECT_EQ(SenseSheet(Codes(0x0, 0xFF, 0xFF), false),
               "sense key   0h, no sense\n"
               "additional  FFh FFh, unknown\n"
               "severity    INFORMATION\n");
 }
 
 TEST(SenseSheet, TellsTheFormatOfData) {
-    EXPECT_EQ(SenseSheet(Read("73 06 29 00")),
+    EXPECT_EQ(SenseSheet(Read("73 06 29 00"), true),
               "format      73h, descriptor, deferred error: it belongs to an earlier command\n"
               "sense key   6h, unit attention\n"
               "additional  29h 00h, power on, reset, or bus device reset occurred\n"
               "severity    WARNING\n");
-    EXPECT_EQ(SenseSheet(Read(FIXED)).substr(0, 38), "format      70h, fixed, current error\n");
+    EXPECT_EQ(SenseSheet(Read(FIXED), true).substr(0, 38), "format      70h, fixed, current error\n");
+}
+
+TEST(SenseSheet, TellsEveryFigureOfTheData) {
+    EXPECT_EQ(SenseSheet(Read("f0 00 05 00 01 e2 40 0a 00 00 00 00 24 00 07 cb 00 04"), true),
+              "format       70h, fixed, current error\n"
+              "sense key    5h, illegal request\n"
+              "additional   24h 00h, invalid field in cdb\n"
+              "information  123456, the LBA for a read, write or verify\n"
+              "field        byte 4 of the command, bit 3\n"
+              "unit         7, the part to replace by the vendor's list\n"
+              "severity     WARNING\n");
+    EXPECT_EQ(SenseSheet(Read("70 00 05 00 00 00 00 0a 00 00 00 00 26 00 00 80 01 00"), true),
+              "format      70h, fixed, current error\n"
+              "sense key   5h, illegal request\n"
+              "additional  26h 00h, invalid field in parameter list\n"
+              "field       byte 256 of the data sent with the command\n"
+              "severity    WARNING\n");
+    EXPECT_EQ(SenseSheet(Read("72 02 04 04 00 00 00 08 02 06 00 00 80 40 00 00"), true),
+              "format      72h, descriptor, current error\n"
+              "sense key   2h, not ready\n"
+              "additional  04h 04h, logical unit not ready, format in progress\n"
+              "progress    25.0 percent\n"
+              "severity    WARNING\n");
+}
+
+TEST(SenseSheet, TellsWhatIsNotInTheData) {
+    EXPECT_EQ(SenseSheet(Read(FIXED.substr(0, 3 * 12)), true),
+              "format      70h, fixed, current error\n"
+              "sense key   3h, medium error\n"
+              "additional  not in the data\n"
+              "severity    WARNING\n");
+    EXPECT_EQ(SenseSheet(Read(FIXED.substr(0, 3 * 13)), true),
+              "format      70h, fixed, current error\n"
+              "sense key   3h, medium error\n"
+              "additional  11h, the qualifier is not in the data\n"
+              "severity    WARNING\n");
 }
 
 TEST(ExplainSense, QualifiersOfPatternedTextsStandAsDigits) {
@@ -152,23 +160,48 @@ TEST(ExplainSense, NoTextHoldsAnythingUnprintable) {
 }
 
 TEST(SenseJson, HasAllMembers) {
-    EXPECT_EQ(SenseJson(Read("73 06 29 00")),
+    EXPECT_EQ(SenseJson(Read("f1 00 05 00 01 e2 40 0a 00 00 00 00 24 00 07 cb 00 04"), true),
               "{\n"
               "  \"format\": \"pitool sense\",\n"
               "  \"version\": 1,\n"
-              "  \"response_code\": 115,\n"
-              "  \"layout\": \"descriptor\",\n"
+              "  \"response_code\": 113,\n"
+              "  \"layout\": \"fixed\",\n"
               "  \"deferred\": true,\n"
-              "  \"key\": 6,\n"
-              "  \"key_text\": \"unit attention\",\n"
-              "  \"asc\": 41,\n"
+              "  \"key\": 5,\n"
+              "  \"key_text\": \"illegal request\",\n"
+              "  \"asc\": 36,\n"
               "  \"ascq\": 0,\n"
-              "  \"additional_text\": \"power on, reset, or bus device reset occurred\",\n"
+              "  \"additional_text\": \"invalid field in cdb\",\n"
+              "  \"information\": 123456,\n"
+              "  \"field_pointer\": 4,\n"
+              "  \"field_bit\": 3,\n"
+              "  \"field_in_command\": true,\n"
+              "  \"progress\": null,\n"
+              "  \"field_replaceable_unit\": 7,\n"
               "  \"severity\": \"WARNING\"\n"
               "}\n");
-    const std::string bare = SenseJson(Codes(0, 0xFF, 0xFF));
-    EXPECT_NE(bare.find("\"response_code\": null"), std::string::npos);
-    EXPECT_NE(bare.find("\"layout\": null"), std::string::npos);
-    EXPECT_NE(bare.find("\"deferred\": null"), std::string::npos);
-    EXPECT_NE(bare.find("\"additional_text\": null"), std::string::npos);
+    EXPECT_EQ(SenseJson(Codes(0, 0xFF, 0xFF), false),
+              "{\n"
+              "  \"format\": \"pitool sense\",\n"
+              "  \"version\": 1,\n"
+              "  \"response_code\": null,\n"
+              "  \"layout\": null,\n"
+              "  \"deferred\": null,\n"
+              "  \"key\": 0,\n"
+              "  \"key_text\": \"no sense\",\n"
+              "  \"asc\": 255,\n"
+              "  \"ascq\": 255,\n"
+              "  \"additional_text\": null,\n"
+              "  \"information\": null,\n"
+              "  \"field_pointer\": null,\n"
+              "  \"field_bit\": null,\n"
+              "  \"field_in_command\": null,\n"
+              "  \"progress\": null,\n"
+              "  \"field_replaceable_unit\": null,\n"
+              "  \"severity\": \"INFORMATION\"\n"
+              "}\n");
+    EXPECT_THAT(SenseJson(Read("72 02 04 04 00 00 00 08 02 06 00 00 80 40 00 00"), true),
+                testing::HasSubstr("\"progress\": 16384,\n"));
+    EXPECT_THAT(SenseJson(Read("70 00 02"), true),
+                testing::HasSubstr("\"asc\": null,\n  \"ascq\": null,\n  \"additional_text\": null,\n"));
 }

@@ -2,9 +2,9 @@
 
 #include "sense_command.h"
 
+#include "hex_bytes.h"
 #include "output.h"
 #include "quoted_text.h"
-#include "sense_data.h"
 #include "sense_text.h"
 
 namespace pitool {
@@ -19,26 +19,53 @@ bool ReadCode(const char* name, const std::string& text, std::uint8_t largest, s
     return false;
 }
 
-bool ReadCodes(const std::vector<std::string>& texts, SenseCodes& codes) {
-    return ReadCode("KEY", texts[0], 0x0F, codes.m_Key) && ReadCode("ASC", texts[1], 0xFF, codes.m_ASC) &&
-           ReadCode("ASCQ", texts[2], 0xFF, codes.m_ASCQ);
+bool ReadCodes(const std::vector<std::string>& texts, PI::CSense& sense) {
+    std::uint8_t bytes[] = {0x72, 0, 0, 0};  // as the shortest sense data that hold them
+    if (!ReadCode("KEY", texts[0], 0x0F, bytes[1]) || !ReadCode("ASC", texts[1], 0xFF, bytes[2]) ||
+        !ReadCode("ASCQ", texts[2], 0xFF, bytes[3])) {
+        return false;
+    }
+    sense = PI::DecodeSense(bytes, sizeof bytes);
+    return true;
 }
 
 }  // namespace
 
+bool ReadSenseData(std::string_view text, PI::CSense& sense, std::string& reason) {
+    std::vector<std::uint8_t> bytes;
+    if (!ReadHexBytes(text, bytes, reason)) {
+        return false;
+    }
+    sense = PI::DecodeSense(bytes.data(), bytes.size());
+    if (sense.GetKey()) {
+        return true;
+    }
+    if (!sense.GetResponseCode()) {
+        reason = "empty";
+    } else if (sense.GetFormat() == PI::SenseFormat::VENDOR) {
+        reason = "response code 7Fh: the vendor's own format";
+    } else if (sense.GetFormat() == PI::SenseFormat::NONE) {
+        reason = "response code " + HexText(*sense.GetResponseCode()) +
+                 ": neither fixed (70h, 71h) nor descriptor (72h, 73h) format";
+    } else {
+        reason = "too short: " + std::to_string(bytes.size()) + (bytes.size() == 1 ? " byte" : " bytes") +
+                 ", without a sense key";
+    }
+    return false;
+}
+
 ExitStatus RunSense(const SenseOptions& options) {
-    constexpr std::size_t CODES = 3;
-    SenseCodes codes;
+    const bool isData = options.m_Codes.empty();
+    PI::CSense sense;
     std::string reason;
-    if (options.m_Codes.size() == CODES) {
-        if (!ReadCodes(options.m_Codes, codes)) {
-            return EXIT_BAD_USAGE;
-        }
-    } else if (!ReadSenseData(options.m_Data, codes, reason)) {
+    if (!isData && !ReadCodes(options.m_Codes, sense)) {
+        return EXIT_BAD_USAGE;
+    }
+    if (isData && !ReadSenseData(options.m_Data, sense, reason)) {
         ReportError("sense data: " + reason);
         return EXIT_BAD_INPUT;
     }
-    return WriteOutput(options.m_Json ? SenseJson(codes) : SenseSheet(codes, OutputScreen()))
+    return WriteOutput(options.m_Json ? SenseJson(sense, isData) : SenseSheet(sense, isData, OutputScreen()))
                ? EXIT_DONE
                : EXIT_BAD_INPUT;
 }

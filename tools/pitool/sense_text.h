@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// SCSI sense codes as text.
+/// SCSI sense data as text.
 #pragma once
 
-#include "sense_data.h"
 #include "terminal.h"
+
+#include <pi/sense.h>
 
 #include <string>
 
@@ -13,14 +14,17 @@ namespace pitool {
 /// What sense codes mean.
 struct SenseMeaning {
     std::string m_KeyText;
-    std::string m_AdditionalText;  ///< empty: the pair is unknown
+    std::string m_AdditionalText;  ///< empty: the pair is unknown, or not in the data
     std::string m_Severity;        ///< as events name it
 };
 
-SenseMeaning ExplainSense(const SenseCodes& codes);
+/// @param sense holds a key
+SenseMeaning ExplainSense(const PI::CSense& sense);
 
 /// Meaning as lines of text, or as JSON.
-std::string SenseSheet(const SenseCodes& codes, const Screen& screen = {});
-std::string SenseJson(const SenseCodes& codes);
+/// @param sense  holds a key
+/// @param isData false when the codes were given by themselves: then nothing is said of a format
+std::string SenseSheet(const PI::CSense& sense, bool isData, const Screen& screen = {});
+std::string SenseJson(const PI::CSense& sense, bool isData);
 
 }  // namespace pitool
