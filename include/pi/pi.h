@@ -17,3 +17,4 @@
 #include <pi/types.h>
 #include <pi/version.h>
 #include <pi/vocabulary.h>
+#include <pi/wear_forecast.h>
