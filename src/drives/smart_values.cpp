@@ -5,6 +5,7 @@
 
 #include <string_view>
 
+#include "drives/listed_wear.h"
 #include "util/text.h"
 
 namespace PI {
@@ -13,6 +14,8 @@ namespace {
 
 constexpr std::uint8_t POWER_ON_HOURS = 9;
 constexpr std::uint8_t NOT_REPORTED = 0;  // number of an empty slot
+
+constexpr std::string_view INNODISK = "INNODISK";
 
 // Which attributes of a vendor carry which figure.
 struct VendorAttributes {
@@ -27,12 +30,17 @@ constexpr VendorAttributes VENDORS[] = {
     {"INTEL", 225, 25, 232, 233},
     {"SAMSUNG", 241, 9, 180, 177},
     {"MICRON", 246, 9, 170, 202},
-    {"INNODISK", 241, 25, NOT_REPORTED, NOT_REPORTED},
+    {INNODISK, 241, 25, NOT_REPORTED, NOT_REPORTED},
 };
 
-// Numbers of the attribute in which InnoDisk counts erase cycles, by group flag.
-constexpr std::uint8_t INNODISK_WEAR_OLDER = 173;
-constexpr std::uint8_t INNODISK_WEAR_NEWER = 167;
+// Number of the attribute in which InnoDisk counts erase cycles.
+std::uint8_t InnoDiskAttribute(std::uint32_t groupFlag) {
+    switch (groupFlag) {
+        case 0: return 173;
+        case 1: return 167;
+        default: return NOT_REPORTED;
+    }
+}
 
 std::uint64_t Raw48(const _IDE_SMART_ATTRIBUTE& attribute) {
     std::uint64_t value = 0;
@@ -43,14 +51,8 @@ std::uint64_t Raw48(const _IDE_SMART_ATTRIBUTE& attribute) {
 }
 
 // The older families leave raw bytes 2 and 3 out of the count: this is meant.
-std::uint64_t InnoDiskOlderCount(const _IDE_SMART_ATTRIBUTE& attribute) {
-    return static_cast<std::uint64_t>(attribute.m_Raw[0]) |
-           static_cast<std::uint64_t>(attribute.m_Raw[1]) << 8 |
-           static_cast<std::uint64_t>(attribute.m_Raw[4]) << 16;
-}
-
-std::uint64_t InnoDiskNewerCount(const _IDE_SMART_ATTRIBUTE& attribute) {
-    return Raw48(attribute) & 0xFFFFFFFF;
+std::uint64_t InnoDiskCycles(std::uint32_t groupFlag, std::uint64_t raw) {
+    return groupFlag == 0 ? (raw & 0xFFFF) | (raw >> 32 & 0xFF) << 16 : raw & 0xFFFFFFFF;
 }
 
 void EvaluateInnoDiskWear(const _IDE_SMART_DATA& data, CSmartValues& values) {
@@ -65,15 +67,32 @@ void EvaluateInnoDiskWear(const _IDE_SMART_DATA& data, CSmartValues& values) {
         return;
     }
     for (const _IDE_SMART_ATTRIBUTE& attribute : data.m_Attributes) {
-        if (values.m_GroupFlag == 0 && attribute.m_ID == INNODISK_WEAR_OLDER) {
-            values.m_PercentUsed = static_cast<std::int32_t>(InnoDiskOlderCount(attribute) * 100 / rated);
-        } else if (values.m_GroupFlag == 1 && attribute.m_ID == INNODISK_WEAR_NEWER) {
-            values.m_PercentUsed = static_cast<std::int32_t>(InnoDiskNewerCount(attribute) * 100 / rated);
+        if (attribute.m_ID != NOT_REPORTED && attribute.m_ID == InnoDiskAttribute(values.m_GroupFlag)) {
+            values.m_PercentUsed =
+                static_cast<std::int32_t>(InnoDiskCycles(values.m_GroupFlag, Raw48(attribute)) * 100 / rated);
         }
     }
 }
 
 }  // namespace
+
+std::uint8_t ListedWearAttribute(const _SSD_ENDURANCE& row) {
+    if (EqualsIgnoringCase(row.m_Vendor, INNODISK)) {
+        return InnoDiskAttribute(row.m_GroupFlag);
+    }
+    for (const VendorAttributes& vendor : VENDORS) {
+        if (EqualsIgnoringCase(row.m_Vendor, vendor.m_Vendor)) {
+            return vendor.m_Wear;
+        }
+    }
+    return NOT_REPORTED;
+}
+
+std::int64_t ListedWear(const _SSD_ENDURANCE& row, std::int64_t current, std::uint64_t raw) {
+    return EqualsIgnoringCase(row.m_Vendor, INNODISK)
+               ? static_cast<std::int64_t>(InnoDiskCycles(row.m_GroupFlag, raw) * 100 / row.m_EnduranceTB)
+               : 100 - current;
+}
 
 CSmartValues::CSmartValues(const std::string& vendor, const std::string& model)
     : m_Vendor(vendor), m_Model(model) {
@@ -112,7 +131,7 @@ bool CSmartValues::Evaluate(_IDE_SMART_DATA& data) {
             }
         }
     }
-    if (EqualsIgnoringCase(m_Vendor, "INNODISK")) {
+    if (EqualsIgnoringCase(m_Vendor, INNODISK)) {
         EvaluateInnoDiskWear(data, *this);
     }
     return true;

@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include <pi/drive_health.h>
+#include <pi/plugin_helper.h>
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+
+#include "drives/health_figures.h"
+#include "drives/health_pages.h"
+#include "drives/health_state.h"
+
+namespace PI {
+
+struct CDriveHealth::CFacts : DriveFacts {};
+
+namespace {
+
+// In the order of the kinds' numbers.
+constexpr PageReader PAGE_READERS[] = {
+    ReadATASmartData,           ReadATASmartThresholds, ReadATADeviceStatistics, ReadATASelfTestLog,
+    ReadATAExtendedSelfTestLog, ReadNVMeHealthLog,      ReadNVMeSelfTestLog,     ReadNVMeEnduranceGroupLog,
+    ReadNVMeIdentifyController, ReadSCSILogPage,
+};
+
+/// Copies what fits of a text, and a terminating zero.
+template <std::size_t Size>
+void CopyText(char (&target)[Size], const char* text, std::size_t length) {
+    const std::size_t count = std::min(length, Size - 1);
+    std::memcpy(target, text, count);
+    target[count] = '\0';
+}
+
+}  // namespace
+
+CDriveHealth::CDriveHealth(_DRIVE_PROTOCOL protocol, const std::string& model)
+    : m_Facts(std::make_unique<CFacts>()) {
+    m_Facts->m_Protocol = protocol;
+    CopyText(m_Facts->m_Model, model.data(), model.size());
+    if (protocol == DriveProtocol::ATA) {
+        std::string vendor;
+        std::string name;
+        CPluginHelper::SplitSATAModelName(model, vendor, name);
+        m_Facts->m_Listed = CPluginHelper::findLifeTimeProp(name);
+    }
+}
+
+CDriveHealth::CDriveHealth(const CDriveHealth& source) : m_Facts(std::make_unique<CFacts>(*source.m_Facts)) {}
+
+CDriveHealth::CDriveHealth(CDriveHealth&& source) noexcept = default;
+
+CDriveHealth& CDriveHealth::operator=(const CDriveHealth& source) {
+    return *this = CDriveHealth(source);
+}
+
+CDriveHealth& CDriveHealth::operator=(CDriveHealth&& source) noexcept = default;
+
+CDriveHealth::~CDriveHealth() = default;
+
+void CDriveHealth::SetCapacity(std::uint64_t bytes) noexcept {
+    m_Facts->m_CapacityBytes = bytes;
+}
+
+void CDriveHealth::SetBlockSize(std::uint32_t bytes) noexcept {
+    constexpr std::uint32_t USUAL = 512;
+    m_Facts->m_BlockSize = bytes != 0 ? bytes : USUAL;
+}
+
+void CDriveHealth::SetMedium(int medium) noexcept {
+    m_Facts->m_Medium = medium;
+}
+
+const char* CDriveHealth::Take(_HEALTH_PAGE page, const void* bytes, std::size_t length) noexcept {
+    const std::int64_t index = std::int64_t{page} - HealthPage::ATA_SMART_DATA;
+    if (index < 0 || index >= static_cast<std::int64_t>(std::size(PAGE_READERS))) {
+        return "no such kind of page";
+    }
+    return PAGE_READERS[index](static_cast<const std::uint8_t*>(bytes), bytes != nullptr ? length : 0,
+                               *m_Facts);
+}
+
+void CDriveHealth::TakeVerdict(bool passed) noexcept {
+    m_Facts->Put(HealthFigure::VERDICT, FigureSource::DRIVE_VERDICT, 0, passed ? 0 : 1);
+}
+
+void CDriveHealth::TakeGrownDefects(std::uint64_t count) noexcept {
+    m_Facts->Put(HealthFigure::REALLOCATED_SECTORS, FigureSource::SCSI_DEFECT_LIST, 0, Counter(count));
+}
+
+void CDriveHealth::TakeFigure(_HEALTH_FIGURE figure, std::int64_t value, _FIGURE_SOURCE source,
+                              std::uint32_t number) noexcept {
+    if (FindKind(figure) != nullptr) {
+        m_Facts->Put(figure, source, number, value);
+    }
+}
+
+void CDriveHealth::TakeStatistic(std::uint32_t page, std::uint32_t offset, std::int64_t value) noexcept {
+    NoteStatistic(page, offset, value, *m_Facts);
+}
+
+void CDriveHealth::ClearAttributes() noexcept {
+    m_Facts->m_AttributeCount = 0;
+    m_Facts->m_ThresholdCount = 0;
+}
+
+bool CDriveHealth::TakeAttribute(std::uint8_t id, const char* name, std::uint16_t flags, int current,
+                                 int worst, int threshold, std::uint64_t raw) noexcept {
+    DriveFacts& facts = *m_Facts;
+    if (id == 0 || facts.m_AttributeCount == DriveFacts::MAX_ATTRIBUTES) {
+        return false;
+    }
+    const auto normalised = [](int value) {
+        return static_cast<std::int16_t>(value >= 0 && value <= UINT8_MAX ? value : -1);
+    };
+    Attribute& attribute = facts.m_Attributes[facts.m_AttributeCount++];
+    attribute = {};
+    attribute.m_ID = id;
+    attribute.m_Flags = flags;
+    attribute.m_Current = normalised(current);
+    attribute.m_Worst = normalised(worst);
+    attribute.m_Raw = raw;
+    if (name != nullptr) {
+        CopyText(attribute.m_Name, name, std::strlen(name));
+    }
+    if (normalised(threshold) >= 0 && facts.m_ThresholdCount < DriveFacts::MAX_ATTRIBUTES) {
+        facts.m_Thresholds[facts.m_ThresholdCount++] = {id, static_cast<std::uint8_t>(threshold)};
+    }
+    return true;
+}
+
+CHealthFigure CDriveHealth::GetFigure(_HEALTH_FIGURE figure) const noexcept {
+    return DecideFigure(*m_Facts, figure);
+}
+
+std::vector<CHealthFigure> CDriveHealth::GetFigures() const {
+    std::vector<CHealthFigure> figures;
+    figures.reserve(LAST_FIGURE);
+    for (std::int32_t figure = FIRST_FIGURE; figure <= LAST_FIGURE; ++figure) {
+        figures.push_back(GetFigure(static_cast<_HEALTH_FIGURE>(figure)));
+    }
+    return figures;
+}
+
+_DRIVE_STATE CDriveHealth::GetState() const noexcept {
+    return Judge(*m_Facts).m_List[0].m_State;
+}
+
+std::vector<CHealthReason> CDriveHealth::GetReasons() const {
+    const Findings findings = Judge(*m_Facts);
+    std::vector<CHealthReason> reasons;
+    reasons.reserve(findings.m_Count);
+    for (std::size_t i = 0; i < findings.m_Count; ++i) {
+        const Finding& finding = findings.m_List[i];
+        reasons.emplace_back(finding.m_State, GetFigure(finding.m_Figure),
+                             static_cast<std::uint32_t>(finding.m_Statement));
+    }
+    return reasons;
+}
+
+}  // namespace PI

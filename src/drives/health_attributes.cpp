@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: Apache-2.0
+// What SMART attributes say: figures by rules, and how they are against their thresholds.
+
+#include <pi/drive_health.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "drives/attribute_rules.h"
+#include "drives/health_figures.h"
+
+namespace PI {
+
+namespace {
+
+constexpr AttributeRule RULES[] = {
+#define PI_ATTRIBUTE(figure, model, name, id, field, meaning, parameter) \
+    {HealthFigure::figure, model, name, id, Check::ANY, Field::field, Meaning::meaning, parameter},
+#include "drives/attribute_figures.def"
+#undef PI_ATTRIBUTE
+};
+
+constexpr std::uint8_t AIRFLOW_TEMPERATURE = 190;
+constexpr std::uint8_t TEMPERATURE = 194;
+constexpr std::uint16_t PRE_FAILURE_FLAG = 1;
+
+/// 0 where the drive sets none: such an attribute never fails.
+int ThresholdOf(const DriveFacts& facts, std::uint8_t id) {
+    const auto* end = facts.m_Thresholds.begin() + facts.m_ThresholdCount;
+    const auto* found = std::find_if(facts.m_Thresholds.begin(), end,
+                                     [id](const Threshold& threshold) { return threshold.m_ID == id; });
+    return found != end ? found->m_Value : 0;
+}
+
+bool IsBelow(const DriveFacts& facts, const Attribute& attribute) {
+    const int threshold = ThresholdOf(facts, attribute.m_ID);
+    return threshold > 0 && attribute.m_Current >= 0 && attribute.m_Current <= threshold;
+}
+
+/// How hot a drive once was says nothing of how it is.
+bool WasBelow(const DriveFacts& facts, const Attribute& attribute) {
+    const int threshold = ThresholdOf(facts, attribute.m_ID);
+    return threshold > 0 && attribute.m_Worst >= 0 && attribute.m_Worst <= threshold &&
+           !IsBelow(facts, attribute) && attribute.m_ID != TEMPERATURE &&
+           attribute.m_ID != AIRFLOW_TEMPERATURE;
+}
+
+}  // namespace
+
+bool ReadAttributes(const DriveFacts& facts, _HEALTH_FIGURE figure, Reading& reading) noexcept {
+    RuleSearch search(facts);
+    for (const AttributeRule& rule : RULES) {
+        if (rule.m_Figure != figure) {
+            continue;
+        }
+        const Attribute* attribute = FindAttribute(facts, rule.m_ID);
+        const auto value = attribute != nullptr ? search.Try(rule, *attribute) : std::nullopt;
+        if (value) {
+            reading = AttributeReading(figure, rule.m_ID, *value);
+            return true;
+        }
+    }
+    return false;
+}
+
+CHealthFigure DecideThresholds(const DriveFacts& facts, _HEALTH_FIGURE figure) noexcept {
+    CHealthFigureMaker maker(figure);
+    if (facts.m_AttributeCount == 0 || facts.m_ThresholdCount == 0) {
+        return maker.Say(FigureReason::NOT_REPORTED).Made();
+    }
+    const bool isNow = figure == HealthFigure::ATTRIBUTES_BELOW_THRESHOLD;
+    std::int64_t count = 0;
+    std::uint8_t first = 0;
+    for (std::size_t i = 0; i < facts.m_AttributeCount; ++i) {
+        const Attribute& attribute = facts.m_Attributes[i];
+        if (isNow ? IsBelow(facts, attribute) : WasBelow(facts, attribute)) {
+            first = count++ == 0 ? attribute.m_ID : first;
+            maker.Name(AttributeReading(figure, attribute.m_ID, attribute.m_Current));
+        }
+    }
+    return maker.Set(FigureState::KNOWN, AttributeReading(figure, first, count)).Made();
+}
+
+bool IsPreFailure(const DriveFacts& facts) noexcept {
+    const auto* end = facts.m_Attributes.begin() + facts.m_AttributeCount;
+    return std::any_of(facts.m_Attributes.begin(), end, [&facts](const Attribute& attribute) {
+        return (attribute.m_Flags & PRE_FAILURE_FLAG) != 0 && IsBelow(facts, attribute);
+    });
+}
+
+}  // namespace PI

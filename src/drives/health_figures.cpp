@@ -1,0 +1,236 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "drives/health_figures.h"
+
+#include <pi/vocabulary.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "drives/attribute_rules.h"
+
+namespace PI {
+
+namespace {
+
+constexpr std::int64_t MOST = std::int64_t{1} << 48;        // of any counter; ATA's are no wider
+constexpr std::int64_t MOST_BYTES = std::int64_t{1} << 60;  // judgement: no drive takes an exbibyte
+constexpr std::int64_t MOST_HOURS = 300'000;                // judgement: 34 years, older than the counters
+
+constexpr std::int64_t MOST_WEAR = 1000;  // judgement: ten times its rated life
+
+// In the order of the figures' numbers. Temperatures as smartctl and drivers take them for credible.
+constexpr FigureKind KINDS[] = {
+    {"WEAR", FigureUnit::PERCENT, FigureDirection::UP, 0, MOST_WEAR},
+    {"SPARE", FigureUnit::PERCENT, FigureDirection::DOWN, 0, 100},
+    {"SPARE_THRESHOLD", FigureUnit::PERCENT, FigureDirection::NONE, 0, 100},
+    {"POWER_ON_HOURS", FigureUnit::HOURS, FigureDirection::UP, 0, MOST_HOURS},
+    {"BYTES_WRITTEN", FigureUnit::BYTES, FigureDirection::UP, 0, MOST_BYTES},
+    {"BYTES_READ", FigureUnit::BYTES, FigureDirection::UP, 0, MOST_BYTES},
+    {"RATED_TERABYTES", FigureUnit::TERABYTES, FigureDirection::NONE, 1, MOST},
+    {"TEMPERATURE", FigureUnit::CELSIUS, FigureDirection::NONE, -60, 150},
+    {"HIGHEST_TEMPERATURE", FigureUnit::CELSIUS, FigureDirection::NONE, -60, 150},
+    {"TEMPERATURE_LIMIT", FigureUnit::CELSIUS, FigureDirection::NONE, 1, 150},
+    {"CRITICAL_TEMPERATURE", FigureUnit::CELSIUS, FigureDirection::NONE, 1, 150},
+    {"REALLOCATED_SECTORS", FigureUnit::COUNT, FigureDirection::UP, 0, MOST},
+    {"PENDING_SECTORS", FigureUnit::COUNT, FigureDirection::NONE, 0, MOST},
+    {"UNCORRECTABLE_SECTORS", FigureUnit::COUNT, FigureDirection::UP, 0, MOST},
+    {"MEDIA_ERRORS", FigureUnit::COUNT, FigureDirection::UP, 0, MOST},
+    {"INTERFACE_ERRORS", FigureUnit::COUNT, FigureDirection::UP, 0, MOST},
+    {"LOGGED_ERRORS", FigureUnit::COUNT, FigureDirection::UP, 0, MOST},
+    {"ATTRIBUTES_BELOW_THRESHOLD", FigureUnit::COUNT, FigureDirection::NONE, 0, MOST},
+    {"ATTRIBUTES_ONCE_BELOW", FigureUnit::COUNT, FigureDirection::UP, 0, MOST},
+    {"FAILED_SELF_TESTS", FigureUnit::COUNT, FigureDirection::NONE, 0, MOST},
+    {"VERDICT", FigureUnit::FLAGS, FigureDirection::NONE, 0, 2},
+    {"CRITICAL_WARNING", FigureUnit::FLAGS, FigureDirection::NONE, 0, 255},
+    {"POWER_CYCLES", FigureUnit::COUNT, FigureDirection::UP, 0, MOST},
+    {"UNSAFE_SHUTDOWNS", FigureUnit::COUNT, FigureDirection::UP, 0, MOST},
+};
+static_assert(std::size(KINDS) == LAST_FIGURE);
+
+/// What a source is worth beside others, the best first: what the drive counts for the purpose, then what
+/// vendors encode, then what others made of it.
+int Rank(std::int16_t source) {
+    switch (source) {
+        case FigureSource::ATA_DEVICE_STATISTICS:
+        case FigureSource::NVME_LOG:
+        case FigureSource::NVME_IDENTIFY:
+        case FigureSource::SCSI_LOG_PAGE:
+        case FigureSource::SCSI_DEFECT_LIST:
+        case FigureSource::DRIVE_VERDICT: return 0;
+        case FigureSource::ATA_LOG: return 1;
+        case FigureSource::ATA_ATTRIBUTE: return 2;
+        default: return 3;
+    }
+}
+
+/// Of ATA's two self-test logs the extended one says more.
+bool IsBetter(const Reading& one, const Reading& other) {
+    if (Rank(one.m_Source) != Rank(other.m_Source)) {
+        return Rank(one.m_Source) < Rank(other.m_Source);
+    }
+    if (one.m_Source != other.m_Source) {
+        return one.m_Source < other.m_Source;
+    }
+    return one.m_Source == FigureSource::ATA_LOG ? one.m_Number > other.m_Number
+                                                 : one.m_Number < other.m_Number;
+}
+
+bool CanBe(const Reading& reading) {
+    return IsPossible(static_cast<_HEALTH_FIGURE>(reading.m_Figure), reading.m_Value);
+}
+
+/// ATA statistics count logical blocks, whose size may be set after the page is read.
+bool CountsBlocks(const Reading& reading) {
+    return (reading.m_Figure == HealthFigure::BYTES_WRITTEN ||
+            reading.m_Figure == HealthFigure::BYTES_READ) &&
+           reading.m_Source == FigureSource::ATA_DEVICE_STATISTICS && reading.m_Value >= 0;
+}
+
+/// As ChooseReading, and what attributes say by their rules.
+Choice ChooseWithAttributes(const DriveFacts& facts, _HEALTH_FIGURE figure) {
+    Choice choice = ChooseReading(facts, figure);
+    Reading reading;
+    if (ReadAttributes(facts, figure, reading)) {
+        choice.Offer(reading);
+    }
+    return choice;
+}
+
+/// SCSI counts what it could not correct for reading, writing and verifying apart.
+CHealthFigure DecideMediaErrors(const DriveFacts& facts) {
+    const Choice choice = ChooseWithAttributes(facts, HealthFigure::MEDIA_ERRORS);
+    if (!choice.m_HasBest || choice.m_Best.m_Source != FigureSource::SCSI_LOG_PAGE) {
+        return Plain(HealthFigure::MEDIA_ERRORS, choice);
+    }
+    Reading sum = choice.m_Best;
+    sum.m_Value = 0;
+    for (std::size_t i = 0; i < facts.m_ReadingCount; ++i) {
+        const Reading& reading = facts.m_Readings[i];
+        if (reading.m_Figure == HealthFigure::MEDIA_ERRORS &&
+            reading.m_Source == FigureSource::SCSI_LOG_PAGE && CanBe(reading)) {
+            sum.m_Value += reading.m_Value;
+        }
+    }
+    return CHealthFigureMaker(HealthFigure::MEDIA_ERRORS).Set(FigureState::KNOWN, sum).Made();
+}
+
+/// 0 may be the temperature of a drive, but not for all its life.
+CHealthFigure DecideTemperature(const DriveFacts& facts) {
+    const CHealthFigure figure =
+        Plain(HealthFigure::TEMPERATURE, ChooseWithAttributes(facts, HealthFigure::TEMPERATURE));
+    const Choice highest = ChooseWithAttributes(facts, HealthFigure::HIGHEST_TEMPERATURE);
+    if (figure.HasValue() && figure.GetValue() == 0 && highest.m_HasBest && highest.m_Best.m_Value == 0) {
+        return CHealthFigureMaker(HealthFigure::TEMPERATURE).Say(FigureReason::NO_SENSOR).Made();
+    }
+    return figure;
+}
+
+/// NVMe drives give no verdict but the bits of a warning.
+CHealthFigure DecideVerdict(const DriveFacts& facts) {
+    const Choice warning = ChooseWithAttributes(facts, HealthFigure::CRITICAL_WARNING);
+    if (!warning.m_HasBest) {
+        return Plain(HealthFigure::VERDICT, ChooseWithAttributes(facts, HealthFigure::VERDICT));
+    }
+    Reading verdict = warning.m_Best;
+    verdict.m_Value = verdict.m_Value == 0 ? 0 : (verdict.m_Value & NVME_FAILURE_BITS) != 0 ? 1 : 2;
+    return CHealthFigureMaker(HealthFigure::VERDICT).Set(FigureState::KNOWN, verdict).Made();
+}
+
+/// Whether two counts of hours tell the same life: drives round and store them at different times.
+bool AgreeOnHours(std::int64_t one, std::int64_t other) {
+    const std::int64_t larger = std::max(one, other);
+    return larger - std::min(one, other) <= std::max<std::int64_t>(larger / 10, 1000);  // judgement
+}
+
+CHealthFigure DecideHours(const DriveFacts& facts) {
+    const Choice choice = ChooseWithAttributes(facts, HealthFigure::POWER_ON_HOURS);
+    if (!choice.m_HasBest) {
+        return Plain(HealthFigure::POWER_ON_HOURS, choice);
+    }
+    CHealthFigureMaker maker(HealthFigure::POWER_ON_HOURS);
+    maker.Set(FigureState::KNOWN, choice.m_Best);
+    for (std::size_t i = 0; i < facts.m_ReadingCount; ++i) {
+        const Reading& reading = facts.m_Readings[i];
+        if (reading.m_Figure == HealthFigure::POWER_ON_HOURS && CanBe(reading) &&
+            !AgreeOnHours(reading.m_Value, choice.m_Best.m_Value)) {
+            maker.Doubt(FigureReason::SOURCES_DIFFER).Name(reading);
+        }
+    }
+    return maker.Made();
+}
+
+}  // namespace
+
+void Choice::Offer(const Reading& reading) noexcept {
+    const bool possible = CanBe(reading);
+    Reading& place = possible ? m_Best : m_Impossible;
+    bool& taken = possible ? m_HasBest : m_HasImpossible;
+    if (!taken || IsBetter(reading, place)) {
+        place = reading;
+        taken = true;
+    }
+}
+
+Choice ChooseReading(const DriveFacts& facts, _HEALTH_FIGURE figure) noexcept {
+    Choice choice;
+    for (std::size_t i = 0; i < facts.m_ReadingCount; ++i) {
+        Reading reading = facts.m_Readings[i];
+        if (reading.m_Figure != figure) {
+            continue;
+        }
+        if (CountsBlocks(reading)) {
+            reading.m_Value = BytesOf(static_cast<std::uint64_t>(reading.m_Value), facts.m_BlockSize);
+        }
+        choice.Offer(reading);
+    }
+    return choice;
+}
+
+CHealthFigure Plain(_HEALTH_FIGURE figure, const Choice& choice) noexcept {
+    CHealthFigureMaker maker(figure);
+    if (choice.m_HasBest) {
+        return maker.Set(FigureState::KNOWN, choice.m_Best).Made();
+    }
+    if (choice.m_HasImpossible) {
+        return maker.Say(FigureReason::IMPOSSIBLE).Name(choice.m_Impossible).Made();
+    }
+    return maker.Say(FigureReason::NOT_REPORTED).Made();
+}
+
+const FigureKind* FindKind(std::int32_t figure) {
+    return figure >= FIRST_FIGURE && figure <= LAST_FIGURE ? &KINDS[figure - FIRST_FIGURE] : nullptr;
+}
+
+bool IsPossible(_HEALTH_FIGURE figure, std::int64_t value) noexcept {
+    const FigureKind& kind = KINDS[figure - FIRST_FIGURE];
+    return value >= kind.m_Lowest && value <= kind.m_Highest;
+}
+
+bool IsSolidState(const DriveFacts& facts) noexcept {
+    if (facts.m_Medium != 0) {
+        return facts.m_Medium == PropertyValue::SSD;
+    }
+    const auto* end = facts.m_Readings.begin() + facts.m_ReadingCount;
+    return facts.m_Protocol == DriveProtocol::NVME ||
+           std::any_of(facts.m_Readings.begin(), end,
+                       [](const Reading& reading) { return reading.m_Figure == HealthFigure::WEAR; });
+}
+
+CHealthFigure DecideFigure(const DriveFacts& facts, _HEALTH_FIGURE figure) noexcept {
+    switch (figure) {
+        case HealthFigure::WEAR: return DecideWear(facts);
+        case HealthFigure::POWER_ON_HOURS: return DecideHours(facts);
+        case HealthFigure::RATED_TERABYTES: return DecideRating(facts);
+        case HealthFigure::TEMPERATURE: return DecideTemperature(facts);
+        case HealthFigure::MEDIA_ERRORS: return DecideMediaErrors(facts);
+        case HealthFigure::ATTRIBUTES_BELOW_THRESHOLD:
+        case HealthFigure::ATTRIBUTES_ONCE_BELOW: return DecideThresholds(facts, figure);
+        case HealthFigure::VERDICT: return DecideVerdict(facts);
+        default: break;
+    }
+    return FindKind(figure) != nullptr ? Plain(figure, ChooseWithAttributes(facts, figure))
+                                       : CHealthFigure(figure);
+}
+
+}  // namespace PI

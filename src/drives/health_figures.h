@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: Apache-2.0
+// How a figure is decided from what was taken of a drive.
+#pragma once
+
+#include <cstdint>
+
+#include "drives/health_facts.h"
+
+namespace PI {
+
+/// Why a figure is unknown or doubtful. What a reason speaks of stands in the figure's other readings.
+enum class FigureReason : std::int32_t {
+    NONE,
+    NOT_REPORTED,         ///< nothing says
+    IMPOSSIBLE,           ///< the reading is outside of what the figure can be
+    NO_SENSOR,            ///< a temperature that never was above 0
+    ROTATING,             ///< disks do not wear
+    NOT_LISTED,           ///< no rating for the model
+    RATED_IN_CYCLES,      ///< the list rates the family in erase cycles
+    RATING_CONTRADICTED,  ///< another rating is published
+    SOURCES_DIFFER,       ///< sources are further apart than they may be
+    MAYBE_INVALID,        ///< 255: above 254, or no figure
+    WRITTEN_BUT_NEW,      ///< wear of 0 after many drive writes
+    COUNTS_NO_FURTHER,    ///< an attribute that counts down and has reached its end
+};
+
+/// What a figure is: its name, and which readings of it can be.
+struct FigureKind {
+    const char* m_Name;
+    _FIGURE_UNIT m_Unit;
+    _FIGURE_DIRECTION m_Direction;
+    std::int64_t m_Lowest;
+    std::int64_t m_Highest;
+};
+
+/// Null for a number that is no figure.
+const FigureKind* FindKind(std::int32_t figure);
+
+/// Whether a figure can have a value.
+bool IsPossible(_HEALTH_FIGURE figure, std::int64_t value) noexcept;
+
+constexpr std::int32_t FIRST_FIGURE = HealthFigure::WEAR;
+constexpr std::int32_t LAST_FIGURE = HealthFigure::UNSAFE_SHUTDOWNS;
+
+/// Makes figures, which cannot be changed.
+class CHealthFigureMaker {
+public:
+    explicit CHealthFigureMaker(_HEALTH_FIGURE figure) : m_Figure(figure) {}
+
+    CHealthFigureMaker& Set(_FIGURE_STATE state, const Reading& reading) {
+        m_Figure.m_State = state;
+        m_Figure.m_Value = reading.m_Value;
+        m_Figure.m_Source = static_cast<_FIGURE_SOURCE>(reading.m_Source);
+        m_Figure.m_Number = reading.m_Number;
+        return *this;
+    }
+    CHealthFigureMaker& Say(FigureReason reason) {
+        m_Figure.m_Reason = static_cast<std::int32_t>(reason);
+        return *this;
+    }
+    CHealthFigureMaker& Doubt(FigureReason reason) {
+        m_Figure.m_State = FigureState::DOUBTFUL;
+        return Say(reason);
+    }
+    /// Adds a reading that the reason speaks of. Those beyond what a figure holds are counted only.
+    CHealthFigureMaker& Name(const Reading& reading) {
+        if (m_Figure.m_OtherCount < CHealthFigure::MAX_OTHERS) {
+            m_Figure.m_Others[m_Figure.m_OtherCount] = {reading.m_Value, reading.m_Source, reading.m_Number};
+        }
+        ++m_Figure.m_OtherCount;
+        return *this;
+    }
+    CHealthFigure Made() const { return m_Figure; }
+
+private:
+    CHealthFigure m_Figure;
+};
+
+/// Chooses among readings of a figure: the best one that can be, and, where there is none, the best of the
+/// others.
+struct Choice {
+    Reading m_Best;
+    Reading m_Impossible;
+    bool m_HasBest = false;
+    bool m_HasImpossible = false;
+
+    void Offer(const Reading& reading) noexcept;
+};
+
+/// Among what was taken as readings; attributes left out.
+Choice ChooseReading(const DriveFacts& facts, _HEALTH_FIGURE figure) noexcept;
+
+/// A choice as a figure.
+CHealthFigure Plain(_HEALTH_FIGURE figure, const Choice& choice) noexcept;
+
+CHealthFigure DecideFigure(const DriveFacts& facts, _HEALTH_FIGURE figure) noexcept;
+
+/// Wear from all its sources (src/drives/health_wear.cpp).
+CHealthFigure DecideWear(const DriveFacts& facts) noexcept;
+
+/// The rated endurance, where it is known in terabytes.
+CHealthFigure DecideRating(const DriveFacts& facts) noexcept;
+
+/// The figure as SMART attributes tell it, by the rules of src/drives/attribute_figures.def.
+/// @return whether they do
+bool ReadAttributes(const DriveFacts& facts, _HEALTH_FIGURE figure, Reading& reading) noexcept;
+
+/// Bits of an NVMe drive's critical warning that announce or tell a failure: the spare is used up, it is
+/// degraded, read-only, or its memory is not saved when power fails. The others are its temperature and
+/// memory that it lends to hosts.
+constexpr std::int64_t NVME_FAILURE_BITS = 0b1'1101;
+
+bool IsSolidState(const DriveFacts& facts) noexcept;
+
+/// Attributes at or below their thresholds, now or once.
+CHealthFigure DecideThresholds(const DriveFacts& facts, _HEALTH_FIGURE figure) noexcept;
+
+/// Whether one of those that are now announces a failure.
+bool IsPreFailure(const DriveFacts& facts) noexcept;
+
+/// As the reading of an attribute.
+constexpr Reading AttributeReading(_HEALTH_FIGURE figure, std::uint8_t id, std::int64_t value) {
+    return {value, static_cast<std::int16_t>(figure), FigureSource::ATA_ATTRIBUTE, id};
+}
+
+}  // namespace PI

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "drives/health_state.h"
+
+#include <pi/vocabulary.h>
+
+#include <iterator>
+
+#include "drives/health_figures.h"
+
+namespace PI {
+
+namespace {
+
+enum class Medium { ANY, HDD, SSD };
+
+struct Threshold {
+    _HEALTH_FIGURE m_Figure;
+    Medium m_Medium;
+    std::int64_t m_From;
+    _DRIVE_STATE m_State;
+};
+
+constexpr Threshold THRESHOLDS[] = {
+#define PI_THRESHOLD(figure, medium, from, state, source) \
+    {HealthFigure::figure, Medium::medium, from, DriveState::state},
+#include "drives/health_thresholds.def"
+#undef PI_THRESHOLD
+};
+
+struct WarningBit {
+    std::int64_t m_Bit;
+    _DRIVE_STATE m_State;
+    Statement m_Statement;
+};
+
+// NVMe Base Specification 2.1, log 02h, byte 0; what to do about each is a judgement.
+constexpr WarningBit WARNING_BITS[] = {
+    {1 << 0, DriveState::REPLACE, Statement::SPARE_USED_UP},
+    {1 << 1, DriveState::LOOK, Statement::TOO_HOT},
+    {1 << 2, DriveState::REPLACE, Statement::DEGRADED},
+    {1 << 3, DriveState::FAILED, Statement::READ_ONLY},
+    {1 << 4, DriveState::REPLACE, Statement::NO_BACKUP},
+    {1 << 5, DriveState::LOOK, Statement::MEMORY_REGION},
+};
+
+/// Adds a finding after those that weigh as much.
+void Add(Findings& findings, _DRIVE_STATE state, _HEALTH_FIGURE figure, Statement statement) {
+    if (findings.m_Count == Findings::MAX) {
+        return;
+    }
+    std::size_t place = findings.m_Count++;
+    for (; place > 0 && findings.m_List[place - 1].m_State < state; --place) {
+        findings.m_List[place] = findings.m_List[place - 1];
+    }
+    findings.m_List[place] = {state, figure, statement};
+}
+
+/// The drive's own words. @return whether there are any
+bool JudgeVerdict(const DriveFacts& facts, Findings& findings) {
+    const CHealthFigure warning = DecideFigure(facts, HealthFigure::CRITICAL_WARNING);
+    if (warning.HasValue()) {
+        for (const WarningBit& bit : WARNING_BITS) {
+            if ((warning.GetValue() & bit.m_Bit) != 0) {
+                Add(findings, bit.m_State, HealthFigure::CRITICAL_WARNING, bit.m_Statement);
+            }
+        }
+        return true;
+    }
+    const CHealthFigure verdict = DecideFigure(facts, HealthFigure::VERDICT);
+    if (verdict.GetValue() == 1) {
+        Add(findings, DriveState::FAILED, HealthFigure::VERDICT, Statement::FAILING);
+    } else if (verdict.GetValue() == 2) {
+        Add(findings, DriveState::LOOK, HealthFigure::VERDICT, Statement::WARNING);
+    }
+    return verdict.HasValue();
+}
+
+void JudgeThresholds(const DriveFacts& facts, Findings& findings) {
+    const Medium medium = IsSolidState(facts) ? Medium::SSD : Medium::HDD;
+    const Threshold* const end = std::end(THRESHOLDS);
+    for (const Threshold* row = std::begin(THRESHOLDS); row != end;) {
+        const _HEALTH_FIGURE figure = row->m_Figure;
+        const CHealthFigure value = DecideFigure(facts, figure);
+        const Threshold* reached = nullptr;
+        for (; row != end && row->m_Figure == figure; ++row) {
+            if ((row->m_Medium == Medium::ANY || row->m_Medium == medium) && value.HasValue() &&
+                value.GetValue() >= row->m_From) {
+                reached = row;
+            }
+        }
+        if (reached == nullptr) {
+            continue;
+        }
+        // What is doubtful is looked at, no more.
+        const bool isDoubtful = value.GetState() == FigureState::DOUBTFUL;
+        const bool isPreFailure = figure == HealthFigure::ATTRIBUTES_BELOW_THRESHOLD && IsPreFailure(facts);
+        Add(findings,
+            isDoubtful     ? DriveState::LOOK
+            : isPreFailure ? DriveState::REPLACE
+                           : reached->m_State,
+            figure,
+            isDoubtful     ? Statement::DOUBTFUL
+            : isPreFailure ? Statement::PRE_FAILURE
+                           : Statement::VALUE);
+    }
+}
+
+/// The drive's own limits, where it states them.
+void JudgeLimits(const DriveFacts& facts, Findings& findings) {
+    const CHealthFigure spare = DecideFigure(facts, HealthFigure::SPARE);
+    const CHealthFigure least = DecideFigure(facts, HealthFigure::SPARE_THRESHOLD);
+    constexpr std::int64_t USUAL_THRESHOLD = 10;  // of nearly all drives that state one
+    if (spare.HasValue() && spare.GetValue() <= (least.HasValue() ? least.GetValue() : USUAL_THRESHOLD)) {
+        Add(findings, least.HasValue() ? DriveState::REPLACE : DriveState::LOOK, HealthFigure::SPARE,
+            Statement::VALUE);
+    }
+    const CHealthFigure temperature = DecideFigure(facts, HealthFigure::TEMPERATURE);
+    const CHealthFigure critical = DecideFigure(facts, HealthFigure::CRITICAL_TEMPERATURE);
+    const CHealthFigure limit = DecideFigure(facts, HealthFigure::TEMPERATURE_LIMIT);
+    if (temperature.HasValue() && critical.HasValue() && temperature.GetValue() > critical.GetValue()) {
+        Add(findings, DriveState::LOOK, HealthFigure::TEMPERATURE, Statement::ABOVE_CRITICAL);
+    } else if (temperature.HasValue() && limit.HasValue() && temperature.GetValue() > limit.GetValue()) {
+        Add(findings, DriveState::LOOK, HealthFigure::TEMPERATURE, Statement::TOO_HOT);
+    }
+}
+
+}  // namespace
+
+Findings Judge(const DriveFacts& facts) noexcept {
+    Findings findings;
+    const bool hasVerdict = JudgeVerdict(facts, findings);
+    JudgeThresholds(facts, findings);
+    JudgeLimits(facts, findings);
+    if (findings.m_Count == 0) {
+        // Thresholds are what a drive's verdict is made from.
+        const bool isJudged =
+            hasVerdict || DecideFigure(facts, HealthFigure::ATTRIBUTES_BELOW_THRESHOLD).HasValue();
+        Add(findings, isJudged ? DriveState::GOOD : DriveState::UNKNOWN, HealthFigure::VERDICT,
+            isJudged ? Statement::NOTHING_AGAINST : Statement::NO_VERDICT);
+    }
+    return findings;
+}
+
+}  // namespace PI

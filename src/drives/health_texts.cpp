@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: Apache-2.0
+// What figures and reasons say to people.
+
+#include <cstdio>
+
+#include "drives/health_figures.h"
+#include "drives/health_state.h"
+
+namespace PI {
+
+namespace {
+
+std::string Hexadecimal(std::uint32_t number) {
+    char text[16];
+    std::snprintf(text, sizeof(text), "%02Xh", number);
+    return text;
+}
+
+/// A SCSI log page, with its subpage where it has one.
+std::string PageText(std::uint32_t number) {
+    const std::uint32_t subpage = number >> 8;
+    return "SCSI log page " + Hexadecimal(number & 0xFF) + (subpage != 0 ? "/" + Hexadecimal(subpage) : "");
+}
+
+std::string SourceText(std::int32_t source, std::uint32_t number) {
+    switch (source) {
+        case FigureSource::ATA_DEVICE_STATISTICS: return "device statistics page " + std::to_string(number);
+        case FigureSource::ATA_LOG: return "ATA log " + Hexadecimal(number);
+        case FigureSource::ATA_ATTRIBUTE: return "SMART attribute " + std::to_string(number);
+        case FigureSource::NVME_LOG: return "NVMe log " + Hexadecimal(number);
+        case FigureSource::NVME_IDENTIFY: return "NVMe identify controller data";
+        case FigureSource::SCSI_LOG_PAGE: return PageText(number);
+        case FigureSource::SCSI_DEFECT_LIST: return "grown defect list";
+        case FigureSource::DRIVE_VERDICT: return "SMART verdict of the drive";
+        case FigureSource::ENDURANCE_LIST: return "endurance list";
+        case FigureSource::PROGRAM: return "decoded by another program";
+        default: return "no source";
+    }
+}
+
+const char* UnitText(_FIGURE_UNIT unit) {
+    switch (unit) {
+        case FigureUnit::PERCENT: return " percent";
+        case FigureUnit::HOURS: return " hours";
+        case FigureUnit::BYTES: return " bytes";
+        case FigureUnit::TERABYTES: return " TB";
+        case FigureUnit::CELSIUS: return " degrees Celsius";
+        default: return "";
+    }
+}
+
+// In the order of the figures: what one of them is called in a sentence, and several.
+constexpr const char* NOUNS[][2] = {
+    {"percent worn", "percent worn"},
+    {"percent of the spare blocks left", "percent of the spare blocks left"},
+    {"percent is the spare's threshold", "percent is the spare's threshold"},
+    {"power-on hour", "power-on hours"},
+    {"byte written", "bytes written"},
+    {"byte read", "bytes read"},
+    {"TB may be written", "TB may be written"},
+    {"degree Celsius", "degrees Celsius"},
+    {"degree Celsius at most so far", "degrees Celsius at most so far"},
+    {"degree Celsius is the limit", "degrees Celsius is the limit"},
+    {"degree Celsius is critical", "degrees Celsius is critical"},
+    {"reallocated sector", "reallocated sectors"},
+    {"pending sector", "pending sectors"},
+    {"uncorrectable sector", "uncorrectable sectors"},
+    {"uncorrected error", "uncorrected errors"},
+    {"damaged transfer", "damaged transfers"},
+    {"logged error", "logged errors"},
+    {"SMART attribute below its threshold", "SMART attributes below their thresholds"},
+    {"SMART attribute once was below its threshold", "SMART attributes once were below their thresholds"},
+    {"failed self-test", "failed self-tests"},
+    {"is the verdict", "is the verdict"},
+    {"is the warning", "is the warning"},
+    {"power cycle", "power cycles"},
+    {"unsafe shutdown", "unsafe shutdowns"},
+};
+static_assert(std::size(NOUNS) == LAST_FIGURE);
+
+std::string Counted(const CHealthFigure& figure) {
+    return std::to_string(figure.GetValue()) + " " +
+           NOUNS[figure.GetFigure() - FIRST_FIGURE][figure.GetValue() != 1];
+}
+
+}  // namespace
+
+std::string CHealthFigure::GetText() const {
+    const auto value = [this](std::int64_t number) { return std::to_string(number) + UnitText(GetUnit()); };
+    const auto said = [&](std::size_t i) {
+        const CReading& other = m_Others[i];
+        return SourceText(other.m_Source, other.m_Number) + " says " + value(other.m_Value);
+    };
+    const std::string source = SourceText(m_Source, m_Number);
+    switch (static_cast<FigureReason>(m_Reason)) {
+        case FigureReason::NONE: break;
+        case FigureReason::NOT_REPORTED: return "not reported";
+        case FigureReason::IMPOSSIBLE: return said(0) + ", which cannot be";
+        case FigureReason::NO_SENSOR: return "the drive has no sensor: it never reported more than 0";
+        case FigureReason::ROTATING: return "rotating disk";
+        case FigureReason::NOT_LISTED: return "not in the endurance list";
+        case FigureReason::RATED_IN_CYCLES:
+            return "the list rates this family by " + std::to_string(m_Others[0].m_Value) + " erase cycles";
+        case FigureReason::RATING_CONTRADICTED:
+            return "published ratings differ: " + value(m_Value) + " and " + value(m_Others[0].m_Value);
+        case FigureReason::SOURCES_DIFFER: {
+            std::string text = source + " says " + value(m_Value);
+            for (std::size_t i = 0; i < std::min<std::size_t>(m_OtherCount, MAX_OTHERS); ++i) {
+                text += ", " + said(i);
+            }
+            return text;
+        }
+        case FigureReason::MAYBE_INVALID:
+            return said(0) + ", which stands for more than 254 or for nothing" +
+                   (m_Value != m_Others[0].m_Value ? ", " + source + " says " + value(m_Value) : "");
+        case FigureReason::WRITTEN_BUT_NEW:
+            return source + " says " + value(m_Value) + ", but the drive was written " +
+                   std::to_string(m_Others[0].m_Value) + " times over";
+        case FigureReason::COUNTS_NO_FURTHER:
+            return source + " says " + value(m_Value) + " and counts no further";
+    }
+    if (m_OtherCount == 0) {
+        return m_Source != FigureSource::NONE ? source : "";
+    }
+    std::string text = "SMART attribute";  // those below their thresholds
+    for (std::size_t i = 0; i < std::min<std::size_t>(m_OtherCount, MAX_OTHERS); ++i) {
+        text += (i == 0 ? " " : ", ") + std::to_string(m_Others[i].m_Number);
+    }
+    return text + (m_OtherCount > MAX_OTHERS ? " and more" : "");
+}
+
+std::string CHealthReason::GetText() const {
+    switch (static_cast<Statement>(m_Detail)) {
+        case Statement::VALUE: break;
+        case Statement::FAILING: return "the drive says that it is failing";
+        case Statement::WARNING: return "the drive warns";
+        case Statement::SPARE_USED_UP: return "the drive says that its spare blocks are used up";
+        case Statement::TOO_HOT:
+            return m_Figure.GetFigure() == HealthFigure::TEMPERATURE
+                       ? "above its temperature limit: " + Counted(m_Figure)
+                       : "the drive says that its temperature is out of bounds";
+        case Statement::DEGRADED: return "the drive says that it is no longer reliable";
+        case Statement::READ_ONLY: return "the drive no longer takes data: it is read-only";
+        case Statement::NO_BACKUP: return "the drive says that data in its memory is lost when power fails";
+        case Statement::MEMORY_REGION:
+            return "the drive says that its persistent memory region is unreliable";
+        case Statement::ABOVE_CRITICAL: return "above its critical temperature: " + Counted(m_Figure);
+        case Statement::PRE_FAILURE:
+            return Counted(m_Figure) + ", which announces a failure (" + m_Figure.GetText() + ")";
+        case Statement::DOUBTFUL: return "perhaps " + Counted(m_Figure) + ": " + m_Figure.GetText();
+        case Statement::NOTHING_AGAINST: return "nothing that was read speaks against it";
+        case Statement::NO_VERDICT: return "no verdict of the drive, and nothing that speaks against it";
+    }
+    return Counted(m_Figure);
+}
+
+}  // namespace PI
