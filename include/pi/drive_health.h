@@ -173,7 +173,6 @@ private:
         std::int32_t m_Source;
         std::uint32_t m_Number;
     };
-    static constexpr std::size_t MAX_OTHERS = 4;
 
     std::int64_t m_Value = 0;
     _HEALTH_FIGURE m_Figure;
@@ -182,7 +181,7 @@ private:
     std::uint32_t m_Number = 0;
     std::int32_t m_Reason = 0;
     std::uint32_t m_OtherCount = 0;
-    CReading m_Others[MAX_OTHERS] = {};
+    CReading m_Others[4] = {};
     std::uint64_t m_Reserved[4] = {};
 };
 

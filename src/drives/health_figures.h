@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iterator>
 
 #include "drives/health_facts.h"
 
@@ -64,7 +65,7 @@ public:
     }
     /// Adds a reading that the reason speaks of. Those beyond what a figure holds are counted only.
     CHealthFigureMaker& Name(const Reading& reading) {
-        if (m_Figure.m_OtherCount < CHealthFigure::MAX_OTHERS) {
+        if (m_Figure.m_OtherCount < std::size(m_Figure.m_Others)) {
             m_Figure.m_Others[m_Figure.m_OtherCount] = {reading.m_Value, reading.m_Source, reading.m_Number};
         }
         ++m_Figure.m_OtherCount;

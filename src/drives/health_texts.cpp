@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // What figures and reasons say to people.
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 #include "drives/health_figures.h"
 #include "drives/health_state.h"
@@ -105,7 +107,7 @@ std::string CHealthFigure::GetText() const {
             return "published ratings differ: " + value(m_Value) + " and " + value(m_Others[0].m_Value);
         case FigureReason::SOURCES_DIFFER: {
             std::string text = source + " says " + value(m_Value);
-            for (std::size_t i = 0; i < std::min<std::size_t>(m_OtherCount, MAX_OTHERS); ++i) {
+            for (std::size_t i = 0; i < std::min<std::size_t>(m_OtherCount, std::size(m_Others)); ++i) {
                 text += ", " + said(i);
             }
             return text;
@@ -123,10 +125,10 @@ std::string CHealthFigure::GetText() const {
         return m_Source != FigureSource::NONE ? source : "";
     }
     std::string text = "SMART attribute";  // those below their thresholds
-    for (std::size_t i = 0; i < std::min<std::size_t>(m_OtherCount, MAX_OTHERS); ++i) {
+    for (std::size_t i = 0; i < std::min<std::size_t>(m_OtherCount, std::size(m_Others)); ++i) {
         text += (i == 0 ? " " : ", ") + std::to_string(m_Others[i].m_Number);
     }
-    return text + (m_OtherCount > MAX_OTHERS ? " and more" : "");
+    return text + (m_OtherCount > std::size(m_Others) ? " and more" : "");
 }
 
 std::string CHealthReason::GetText() const {
