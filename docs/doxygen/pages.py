@@ -49,6 +49,9 @@ TABLES = (
      ("Vendor", "Model", "Endurance in TB"), (1,), "The rows of PI::SASSSDEndurance, in their order."),
     ("table_nvme_ssd", "src/drives/ssd_endurance_nvme.def", "Endurance of NVMe drives", SSD_COLUMNS, (1,),
      "The rows of PI::NVMeSSDEndurance, in their order."),
+    ("table_additional_ssd", "src/drives/ssd_endurance_additional.def", "Endurance of further drives",
+     ("Vendor", "Model begins", "Endurance in TB", "Basis"), (1,),
+     "The models that PI::FindEnduranceRating knows beside those of the three lists."),
     ("table_trace_categories", "src/trace/categories.def", "Trace categories", ("Category", "Tag"), (0,),
      "The categories that a ::VELKTrace has a tag and a logger of its own for."),
 )

@@ -7,6 +7,7 @@
 #include <pi/config_file.h>
 #include <pi/drive_health.h>
 #include <pi/drives.h>
+#include <pi/endurance_rating.h>
 #include <pi/events.h>
 #include <pi/model.h>
 #include <pi/object_builder.h>
