@@ -17,6 +17,7 @@
 #pragma pop_macro("FAILED")
 #pragma pop_macro("FILE_NAME")
 #pragma pop_macro("FUNCTION")
+#pragma pop_macro("GOOD")
 #pragma pop_macro("GROUP")
 #pragma pop_macro("LOGGING")
 #pragma pop_macro("MIXED")

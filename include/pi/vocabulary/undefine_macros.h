@@ -40,6 +40,8 @@
 #undef FILE_NAME
 #pragma push_macro("FUNCTION")
 #undef FUNCTION
+#pragma push_macro("GOOD")
+#undef GOOD
 #pragma push_macro("GROUP")
 #undef GROUP
 #pragma push_macro("LOGGING")
