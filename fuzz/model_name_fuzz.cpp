@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Model texts of SATA drives: split, then looked up in the list and by their rotation speed.
+#include <pi/endurance_rating.h>
 #include <pi/plugin_helper.h>
 
 #include <cstdint>
@@ -28,6 +29,18 @@ void CheckEnduranceSearch(const std::string& model) {
           (row < 0 ? nullptr : &SATASSDEndurance[static_cast<std::size_t>(row)]));
 }
 
+void CheckEnduranceRating(const std::string& text) {
+    const CEnduranceRating rating = FindEnduranceRating(text);
+    CHECK(rating.IsListed() == (rating.GetList() != RatingList::NONE));
+    CHECK(rating.IsListed() == (rating.GetTerabytes().has_value() != rating.GetEraseCycles().has_value()));
+    CHECK(!rating.IsDoubtful() || rating.GetContradictingTerabytes() > 0U);
+    CHECK(rating.IsListed() != rating.GetVendor().empty());
+    if (text.size() < 100) {
+        const CEnduranceRating again = FindEnduranceRating(" " + Upper(text) + "_");
+        CHECK(again.GetList() == rating.GetList() && again.GetTerabytes() == rating.GetTerabytes());
+    }
+}
+
 void CheckRotationSpeed(const Names& names) {
     const std::string vendor = Upper(names.m_Vendor);
     const bool isTooShort = (vendor == "HITACHI" || vendor == "HGST") && names.m_Model.size() < 3;
@@ -48,6 +61,7 @@ void CheckRotationSpeed(const Names& names) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
+    CheckEnduranceRating(text);
     const Names names = Split(text);
     const Names expected = ExpectedSplit(text);
     CHECK_TEXT(names.m_Vendor, expected.m_Vendor);

@@ -3,6 +3,7 @@
 // decoded.
 
 #include <pi/drive_health.h>
+#include <pi/endurance_rating.h>
 
 #include <algorithm>
 
@@ -88,8 +89,25 @@ bool Agree(std::int64_t one, std::int64_t other) {
 
 }  // namespace
 
-CHealthFigure DecideRating(const DriveFacts&) noexcept {
-    return CHealthFigureMaker(HealthFigure::RATED_TERABYTES).Say(FigureReason::NOT_LISTED).Made();
+CHealthFigure DecideRating(const DriveFacts& facts) noexcept {
+    constexpr _HEALTH_FIGURE FIGURE = HealthFigure::RATED_TERABYTES;
+    CHealthFigureMaker maker(FIGURE);
+    const auto listed = [](std::uint64_t value) {
+        return Reading{static_cast<std::int64_t>(value), FIGURE, FigureSource::ENDURANCE_LIST, 0};
+    };
+    const CEnduranceRating rating = FindEnduranceRating(facts.m_Model);
+    if (const auto cycles = rating.GetEraseCycles()) {
+        return maker.Say(FigureReason::RATED_IN_CYCLES).Name(listed(*cycles)).Made();
+    }
+    const auto terabytes = rating.GetTerabytes();
+    if (!terabytes) {
+        return maker.Say(FigureReason::NOT_LISTED).Made();
+    }
+    maker.Set(FigureState::KNOWN, listed(*terabytes));
+    if (const auto other = rating.GetContradictingTerabytes()) {
+        maker.Doubt(FigureReason::RATING_CONTRADICTED).Name(listed(*other));
+    }
+    return maker.Made();
 }
 
 CHealthFigure DecideWear(const DriveFacts& facts) noexcept {

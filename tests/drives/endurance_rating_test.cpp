@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include <gtest/gtest.h>
+#include <pi/drive_health.h>
 #include <pi/endurance_rating.h>
 #include <pi/plugin_helper.h>
 #include <pi/ssd_endurance.h>
@@ -285,6 +286,33 @@ TEST(EnduranceRating, EraseCyclesAreNoTerabytes) {
 TEST(EnduranceRating, DoesNotDependOnTheGlobalLocale) {
     const GlobalLocale odd(OddLocale());
     EXPECT_EQ(FindEnduranceRating("intel ssdsc2bb016t7").GetTerabytes(), 2925U);
+}
+
+// --- As a figure of a drive's health
+
+CHealthFigure RatedTerabytes(const std::string& model) {
+    return CDriveHealth(DriveProtocol::ATA, model).GetFigure(HealthFigure::RATED_TERABYTES);
+}
+
+TEST(DriveHealthRating, IsThatOfTheLists) {
+    const CHealthFigure rated = RatedTerabytes("INTEL SSDSC2BB016T7");
+    EXPECT_EQ(rated.GetState(), FigureState::KNOWN);
+    EXPECT_EQ(rated.GetValue(), 2925);
+    EXPECT_EQ(rated.GetSource(), FigureSource::ENDURANCE_LIST);
+}
+
+TEST(DriveHealthRating, IsDoubtfulWhereSourcesContradictEachOther) {
+    const CHealthFigure rated = RatedTerabytes("SAMSUNG MZQL2960HCJR-00A07");
+    EXPECT_EQ(rated.GetState(), FigureState::DOUBTFUL);
+    EXPECT_EQ(rated.GetValue(), 1752);
+    EXPECT_EQ(rated.GetText(), "published ratings differ: 1752 TB and 1366 TB");
+}
+
+TEST(DriveHealthRating, IsUnknownForOtherModelsAndForEraseCycles) {
+    EXPECT_EQ(RatedTerabytes("HUSMM1640ASS204").GetState(), FigureState::UNKNOWN);
+    EXPECT_EQ(RatedTerabytes("HUSMM1640ASS204").GetText(), "not in the endurance list");
+    EXPECT_EQ(RatedTerabytes("SATADOM-ML 3ME").GetState(), FigureState::UNKNOWN);
+    EXPECT_EQ(RatedTerabytes("SATADOM-ML 3ME").GetText(), "the list rates this family by 3000 erase cycles");
 }
 
 }  // namespace
