@@ -42,6 +42,7 @@ constexpr WarningBit WARNING_BITS[] = {
     {1 << 3, DriveState::FAILED, Statement::READ_ONLY},
     {1 << 4, DriveState::REPLACE, Statement::NO_BACKUP},
     {1 << 5, DriveState::LOOK, Statement::MEMORY_REGION},
+    {0b1100'0000, DriveState::LOOK, Statement::UNKNOWN_WARNING},
 };
 
 /// Adds a finding after those that weigh as much.

@@ -20,6 +20,7 @@ enum class Statement : std::uint32_t {
     READ_ONLY,
     NO_BACKUP,
     MEMORY_REGION,
+    UNKNOWN_WARNING,
     ABOVE_CRITICAL,   ///< of its temperature
     PRE_FAILURE,      ///< attributes below threshold that announce a failure
     DOUBTFUL,         ///< a doubtful figure that may have reached a threshold

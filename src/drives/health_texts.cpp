@@ -146,6 +146,7 @@ std::string CHealthReason::GetText() const {
         case Statement::NO_BACKUP: return "the drive says that data in its memory is lost when power fails";
         case Statement::MEMORY_REGION:
             return "the drive says that its persistent memory region is unreliable";
+        case Statement::UNKNOWN_WARNING: return "the drive gives a warning that is not known";
         case Statement::ABOVE_CRITICAL: return "above its critical temperature: " + Counted(m_Figure);
         case Statement::PRE_FAILURE:
             return Counted(m_Figure) + ", which announces a failure (" + m_Figure.GetText() + ")";

@@ -1,0 +1,293 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include <pi/drive_health.h>
+
+#include <algorithm>
+#include <functional>
+#include <random>
+
+#include "drives/health_checks.h"
+#include "support/random_seed.h"
+
+namespace PI::Test {
+namespace {
+
+using namespace HealthPage;
+namespace Figure = HealthFigure;
+
+/// Every figure and reason of a drive.
+std::string Everything(const CDriveHealth& drive) {
+    std::string text = Reasons(drive);
+    for (const CHealthFigure& figure : drive.GetFigures()) {
+        text += std::string("\n") + HealthFigureToString(figure.GetFigure()) + " " +
+                Told(drive, figure.GetFigure());
+    }
+    return text;
+}
+
+TEST(DriveHealth, OfADriveThatSaidNothingIsUnknown) {
+    for (const auto protocol : {DriveProtocol::ATA, DriveProtocol::SCSI, DriveProtocol::NVME}) {
+        const CDriveHealth drive(protocol, "");
+        for (const CHealthFigure& figure : drive.GetFigures()) {
+            EXPECT_EQ(figure.GetState(), FigureState::UNKNOWN);
+            EXPECT_EQ(figure.GetValue(), 0);
+            EXPECT_EQ(figure.GetSource(), FigureSource::NONE);
+            EXPECT_NE(figure.GetText(), "");
+        }
+        EXPECT_EQ(drive.GetState(), DriveState::UNKNOWN);
+        EXPECT_EQ(Reasons(drive), "unknown: no verdict of the drive, and nothing that speaks against it");
+    }
+}
+
+TEST(DriveHealth, FiguresComeInTheOrderOfTheirNumbers) {
+    const std::vector<CHealthFigure> figures = Disk().GetFigures();
+    ASSERT_EQ(figures.size(), 24U);
+    for (std::size_t i = 0; i < figures.size(); ++i) {
+        EXPECT_EQ(figures[i].GetFigure(), static_cast<std::int32_t>(i + 1));
+    }
+}
+
+TEST(DriveHealth, ANumberThatIsNoFigureIsUnknown) {
+    for (const int number : {0, 25, -1, 1000}) {
+        const auto figure = static_cast<_HEALTH_FIGURE>(number);
+        CDriveHealth drive = Disk();
+        drive.TakeFigure(figure, 5);
+        EXPECT_FALSE(drive.GetFigure(figure).HasValue());
+        EXPECT_STREQ(HealthFigureToString(figure), "");
+        EXPECT_EQ(CHealthFigure(figure).GetUnit(), FigureUnit::COUNT);
+    }
+}
+
+TEST(DriveHealth, ANumberThatIsNoPageIsRefused) {
+    CDriveHealth drive = Disk();
+    for (const int number : {0, 11, -1}) {
+        EXPECT_EQ(Take(drive, static_cast<_HEALTH_PAGE>(number), Page(512)), "no such kind of page");
+    }
+}
+
+TEST(DriveHealth, CopiesAreTheirOwn) {
+    CDriveHealth drive = Disk();
+    drive.TakeVerdict(true);
+    CDriveHealth copy = drive;
+    copy.TakeVerdict(false);
+    EXPECT_EQ(drive.GetState(), DriveState::GOOD);
+    EXPECT_EQ(copy.GetState(), DriveState::FAILED);
+    drive = copy;
+    EXPECT_EQ(Everything(drive), Everything(copy));
+    const CDriveHealth moved = std::move(copy);
+    EXPECT_EQ(Everything(drive), Everything(moved));
+    copy = moved;
+    EXPECT_EQ(Everything(copy), Everything(moved));
+}
+
+TEST(DriveHealth, AssigningADriveToItselfKeepsIt) {
+    CDriveHealth drive = Disk();
+    drive.TakeVerdict(true);
+    const CDriveHealth& same = drive;
+    drive = same;
+    EXPECT_EQ(drive.GetState(), DriveState::GOOD);
+}
+
+TEST(DriveHealth, WhatAnotherProgramDecodedCountsAfterTheDrivesOwnPages) {
+    CDriveHealth drive = Disk();
+    drive.TakeFigure(Figure::TEMPERATURE, 40);
+    EXPECT_EQ(Told(drive, Figure::TEMPERATURE), "known 40: decoded by another program");
+    Take(drive, ATA_SMART_DATA, SmartData({{194, 100, 33}}));
+    EXPECT_EQ(Told(drive, Figure::TEMPERATURE), "known 33: SMART attribute 194");
+    Take(drive, ATA_DEVICE_STATISTICS, DeviceStatistics(5, {{0x08, 34}}));
+    EXPECT_EQ(Told(drive, Figure::TEMPERATURE), "known 34: device statistics page 5");
+}
+
+TEST(DriveHealth, ADecodedFigureOfAPageIsReplacedByThePage) {
+    CDriveHealth drive(DriveProtocol::NVME, "");
+    drive.TakeFigure(Figure::WEAR, 7, FigureSource::NVME_LOG, 2);
+    EXPECT_EQ(Told(drive, Figure::WEAR), "known 7: NVMe log 02h");
+    drive.TakeFigure(Figure::WEAR, 8, FigureSource::NVME_LOG, 2);
+    EXPECT_EQ(Told(drive, Figure::WEAR), "known 8: NVMe log 02h");
+    Take(drive, NVME_HEALTH_LOG, HealthLog());
+    EXPECT_EQ(Told(drive, Figure::WEAR), "known 3: NVMe log 02h");
+}
+
+TEST(DriveHealth, ADecodedStatisticIsThatOfThePage) {
+    CDriveHealth drive = SolidState();
+    drive.TakeStatistic(7, 8, 12);
+    drive.TakeStatistic(1, 24, 100);
+    drive.TakeStatistic(1, 25, 100);
+    drive.TakeStatistic(2, 8, 100);
+    EXPECT_EQ(Told(drive, Figure::WEAR), "known 12: device statistics page 7");
+    EXPECT_EQ(drive.GetFigure(Figure::BYTES_WRITTEN).GetValue(), 51200);
+}
+
+TEST(DriveHealth, ImpossibleFiguresAreUnknownAndSaidSo) {
+    CDriveHealth drive = Disk();
+    drive.TakeFigure(Figure::POWER_ON_HOURS, -1);
+    drive.TakeFigure(Figure::TEMPERATURE, 151);
+    drive.TakeFigure(Figure::HIGHEST_TEMPERATURE, -61);
+    EXPECT_EQ(Told(drive, Figure::POWER_ON_HOURS),
+              "unknown: decoded by another program says -1 hours, which cannot be");
+    EXPECT_EQ(Told(drive, Figure::TEMPERATURE),
+              "unknown: decoded by another program says 151 degrees Celsius, which cannot be");
+    EXPECT_FALSE(drive.GetFigure(Figure::HIGHEST_TEMPERATURE).HasValue());
+    drive.TakeFigure(Figure::TEMPERATURE, 150);
+    drive.TakeFigure(Figure::HIGHEST_TEMPERATURE, -60);
+    EXPECT_TRUE(drive.GetFigure(Figure::TEMPERATURE).HasValue());
+    EXPECT_TRUE(drive.GetFigure(Figure::HIGHEST_TEMPERATURE).HasValue());
+}
+
+TEST(DriveHealth, ATemperatureThatNeverWasAboveZeroHasNoSensor) {
+    CDriveHealth drive = Disk();
+    drive.TakeFigure(Figure::TEMPERATURE, 0);
+    EXPECT_EQ(Told(drive, Figure::TEMPERATURE), "known 0: decoded by another program");
+    drive.TakeFigure(Figure::HIGHEST_TEMPERATURE, 0);
+    EXPECT_EQ(Told(drive, Figure::TEMPERATURE),
+              "unknown: the drive has no sensor: it never reported more than 0");
+    drive.TakeFigure(Figure::HIGHEST_TEMPERATURE, 1);
+    EXPECT_EQ(Told(drive, Figure::TEMPERATURE), "known 0: decoded by another program");
+}
+
+TEST(DriveHealth, AttributesOfAnotherProgramBringTheirNamesAndThresholds) {
+    CDriveHealth drive = Disk();
+    EXPECT_FALSE(drive.TakeAttribute(0, "None", 0, 1, 1, 1, 1));
+    EXPECT_TRUE(drive.TakeAttribute(1, "Raw_Read_Error_Rate", 0x2F, 10, 10, 51, 1));
+    EXPECT_TRUE(drive.TakeAttribute(197, "Current_Pending_Sector", 0x32, 200, 200, 0, 4));
+    EXPECT_TRUE(drive.TakeAttribute(198, "Total_Host_Reads", 0x32, 200, 200, 0, 5));
+    EXPECT_EQ(Told(drive, Figure::PENDING_SECTORS), "known 4: SMART attribute 197");
+    EXPECT_EQ(Told(drive, Figure::UNCORRECTABLE_SECTORS), "unknown: not reported");
+    EXPECT_EQ(Told(drive, Figure::ATTRIBUTES_BELOW_THRESHOLD), "known 1: SMART attribute 1");
+    drive.ClearAttributes();
+    EXPECT_FALSE(drive.GetFigure(Figure::PENDING_SECTORS).HasValue());
+    EXPECT_FALSE(drive.GetFigure(Figure::ATTRIBUTES_BELOW_THRESHOLD).HasValue());
+}
+
+TEST(DriveHealth, OnlyAsManyAttributesAreTakenAsAPageHolds) {
+    CDriveHealth drive = Disk();
+    for (int id = 1; id <= 30; ++id) {
+        EXPECT_TRUE(drive.TakeAttribute(static_cast<std::uint8_t>(id), nullptr, 0, 100, 100, -1, 0)) << id;
+    }
+    EXPECT_FALSE(drive.TakeAttribute(197, nullptr, 0, 100, 100, -1, 5));
+    EXPECT_FALSE(drive.GetFigure(Figure::PENDING_SECTORS).HasValue());
+}
+
+TEST(DriveHealth, MissingValuesOfAnAttributeAreNotBelowItsThreshold) {
+    CDriveHealth drive = Disk();
+    drive.TakeAttribute(1, "", 1, -1, -1, 51, 0);
+    drive.TakeAttribute(2, "", 1, 256, 256, 51, 0);
+    drive.TakeAttribute(3, "", 1, 10, 10, -1, 0);
+    EXPECT_EQ(drive.GetFigure(Figure::ATTRIBUTES_BELOW_THRESHOLD).GetValue(), 0);
+}
+
+TEST(DriveHealth, MoreAttributesBelowTheirThresholdsThanAFigureNamesAreCounted) {
+    CDriveHealth drive = Disk();
+    for (std::uint8_t id = 1; id <= 5; ++id) {
+        drive.TakeAttribute(id, "", 0, 10, 10, 10, 0);
+    }
+    EXPECT_EQ(Told(drive, Figure::ATTRIBUTES_BELOW_THRESHOLD),
+              "known 5: SMART attribute 1, 2, 3, 4 and more");
+}
+
+TEST(DriveHealth, HoursThatDifferMuchAreDoubtful) {
+    struct {
+        std::int64_t m_Own;
+        std::int64_t m_Other;
+        bool m_IsDoubtful;
+    } const rows[] = {{100, 1100, false}, {100, 1101, true}, {20000, 18000, false}, {20000, 17999, true}};
+    for (const auto& row : rows) {
+        CDriveHealth drive = SolidState();
+        drive.TakeStatistic(1, 0x10, row.m_Own);
+        drive.TakeFigure(Figure::POWER_ON_HOURS, row.m_Other);
+        const CHealthFigure hours = drive.GetFigure(Figure::POWER_ON_HOURS);
+        EXPECT_EQ(hours.GetState() == FigureState::DOUBTFUL, row.m_IsDoubtful)
+            << row.m_Own << " " << row.m_Other;
+        EXPECT_EQ(hours.GetValue(), row.m_Own);
+    }
+    CDriveHealth drive = SolidState();
+    drive.TakeStatistic(1, 0x10, 100);
+    drive.TakeFigure(Figure::POWER_ON_HOURS, 5000);
+    EXPECT_EQ(
+        Told(drive, Figure::POWER_ON_HOURS),
+        "doubtful 100: device statistics page 1 says 100 hours, decoded by another program says 5000 hours");
+}
+
+TEST(DriveHealth, MoreSourcesThanDrivesHaveArePassedOver) {
+    CDriveHealth drive = Disk();
+    for (std::uint32_t number = 0; number < 1000; ++number) {
+        drive.TakeFigure(Figure::TEMPERATURE, 30, FigureSource::PROGRAM, number);
+    }
+    EXPECT_EQ(drive.GetFigure(Figure::TEMPERATURE).GetValue(), 30);
+}
+
+TEST(DriveHealth, ModelsOfAnyLengthAreTaken) {
+    for (const std::size_t length : {127U, 128U, 100000U}) {
+        CDriveHealth drive(DriveProtocol::ATA, std::string(length, 'X'));
+        drive.TakeVerdict(true);
+        EXPECT_EQ(drive.GetState(), DriveState::GOOD) << length;
+    }
+}
+
+TEST(DriveHealth, TheOrderInWhichPagesComeMakesNoDifference) {
+    struct Given {
+        _HEALTH_PAGE m_Kind;
+        Page m_Page;
+    };
+    const std::vector<Given> pages = {
+        {ATA_SMART_DATA,
+         SmartData({{5, 100, 3}, {9, 100, 500}, {177, 97, 30}, {194, 70, 30}, {241, 99, 4096}})},
+        {ATA_SMART_THRESHOLDS, SmartThresholds({{5, 10}, {177, 98}})},
+        {ATA_DEVICE_STATISTICS, DeviceStatistics(1, {{0x10, 510}, {0x18, 5000}})},
+        {ATA_DEVICE_STATISTICS, DeviceStatistics(4, {{0x08, 1}})},
+        {ATA_DEVICE_STATISTICS, DeviceStatistics(5, {{0x08, 31}, {0x20, 60}, {0x58, 70}})},
+        {ATA_DEVICE_STATISTICS, DeviceStatistics(7, {{0x08, 40}})},
+        {ATA_SELF_TEST_LOG, SelfTestLog({{1, 0x70}})},
+        {ATA_EXTENDED_SELF_TEST_LOG, ExtendedSelfTestLog({{1, 0x70}, {2, 0x70}})},
+        {NVME_HEALTH_LOG, HealthLog()},
+        {NVME_IDENTIFY_CONTROLLER, IdentifyController(343, 353, 480'000'000'000)},
+        {SCSI_LOG_PAGE, LogPage(0x02, 0, {{5, Big(1000, 8)}, {6, Big(2, 8)}})},
+        {SCSI_LOG_PAGE, LogPage(0x03, 0, {{5, Big(1000, 8)}, {6, Big(3, 8)}})},
+        {SCSI_LOG_PAGE, LogPage(0x0D, 0, {{0, {0, 32}}, {1, {0, 60}}})},
+        {SCSI_LOG_PAGE, LogPage(0x2F, 0, {{0, {0x5D, 0x10, 33, 0}}})},
+    };
+    const auto given = [&pages](const std::vector<std::size_t>& order) {
+        CDriveHealth drive(DriveProtocol::ATA, "SAMSUNG MZ7LH480HAHQ-00005");
+        for (const std::size_t index : order) {
+            EXPECT_EQ(Take(drive, pages[index].m_Kind, pages[index].m_Page), "");
+        }
+        return Everything(drive);
+    };
+    std::vector<std::size_t> order(pages.size());
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        order[i] = i;
+    }
+    const std::string expected = given(order);
+    std::mt19937 random(RandomSeed());
+    for (int round = 0; round < 200; ++round) {
+        std::shuffle(order.begin(), order.end(), random);
+        ASSERT_EQ(given(order), expected);
+    }
+}
+
+TEST(DriveHealth, KindsOfFiguresHaveTheirUnitsAndDirections) {
+    const CDriveHealth drive = Disk();
+    EXPECT_EQ(drive.GetFigure(Figure::WEAR).GetUnit(), FigureUnit::PERCENT);
+    EXPECT_EQ(drive.GetFigure(Figure::WEAR).GetDirection(), FigureDirection::UP);
+    EXPECT_EQ(drive.GetFigure(Figure::SPARE).GetDirection(), FigureDirection::DOWN);
+    EXPECT_EQ(drive.GetFigure(Figure::POWER_ON_HOURS).GetUnit(), FigureUnit::HOURS);
+    EXPECT_EQ(drive.GetFigure(Figure::BYTES_WRITTEN).GetUnit(), FigureUnit::BYTES);
+    EXPECT_EQ(drive.GetFigure(Figure::RATED_TERABYTES).GetUnit(), FigureUnit::TERABYTES);
+    EXPECT_EQ(drive.GetFigure(Figure::TEMPERATURE).GetUnit(), FigureUnit::CELSIUS);
+    EXPECT_EQ(drive.GetFigure(Figure::VERDICT).GetUnit(), FigureUnit::FLAGS);
+    EXPECT_EQ(drive.GetFigure(Figure::MEDIA_ERRORS).GetUnit(), FigureUnit::COUNT);
+    EXPECT_STREQ(HealthFigureToString(Figure::WEAR), "WEAR");
+    EXPECT_STREQ(HealthFigureToString(Figure::UNSAFE_SHUTDOWNS), "UNSAFE_SHUTDOWNS");
+}
+
+TEST(DriveStates, HaveNames) {
+    EXPECT_STREQ(DriveStateToString(DriveState::UNKNOWN), "unknown");
+    EXPECT_STREQ(DriveStateToString(DriveState::GOOD), "good");
+    EXPECT_STREQ(DriveStateToString(DriveState::LOOK), "look at it");
+    EXPECT_STREQ(DriveStateToString(DriveState::REPLACE), "replace it");
+    EXPECT_STREQ(DriveStateToString(DriveState::FAILED), "failed");
+    EXPECT_STREQ(DriveStateToString(static_cast<_DRIVE_STATE>(9)), "unknown");
+}
+
+}  // namespace
+}  // namespace PI::Test
