@@ -18,28 +18,11 @@ DriveWear WearOf(const std::string& product, const std::vector<Json>& attributes
 
 }  // namespace
 
-TEST(FindEndurance, EachProtocolHasItsList) {
-    EXPECT_EQ(FindEndurance(Protocol::ATA, "SSDSC2BB480G7").m_EnduranceTB, 945U);
-    EXPECT_FALSE(FindEndurance(Protocol::NVME, "SSDSC2BB480G7").m_Listed);
-    EXPECT_EQ(FindEndurance(Protocol::NVME, "SSDPE2KX080T8").m_EnduranceTB, 13880U);
-    EXPECT_FALSE(FindEndurance(Protocol::ATA, "SSDPE2KX080T8").m_Listed);
-    EXPECT_EQ(FindEndurance(Protocol::SCSI, "PX05SRB048").m_EnduranceTB, 855U);
-    EXPECT_FALSE(FindEndurance(Protocol::ATA, "PX05SRB048").m_Listed);
-}
-
-TEST(FindEndurance, NvmeModelsAreComparedOverTheMatchLengthIgnoringCase) {
-    EXPECT_EQ(FindEndurance(Protocol::NVME, "mzwll3t2haxyz").m_EnduranceTB, 17520U) << "10 characters";
-    EXPECT_EQ(FindEndurance(Protocol::NVME, "MZWLL3T2H").m_Listed, false) << "9 characters";
-    EXPECT_EQ(FindEndurance(Protocol::NVME, "SSDPE2KX080T8X").m_EnduranceTB, 13880U) << "13 characters";
-    EXPECT_EQ(FindEndurance(Protocol::NVME, "SSDPE2KX080T").m_Listed, false) << "12 characters";
-    EXPECT_EQ(FindEndurance(Protocol::NVME, "SSDPEDMD800G4").m_Listed, false) << "13 of 14 characters";
-    EXPECT_EQ(FindEndurance(Protocol::NVME, "").m_Listed, false);
-}
-
-TEST(FindEndurance, SasModelsAreComparedWholeIgnoringCase) {
-    EXPECT_EQ(FindEndurance(Protocol::SCSI, "px05smb040").m_EnduranceTB, 7300U);
-    EXPECT_FALSE(FindEndurance(Protocol::SCSI, "PX05SMB040Y").m_Listed);
-    EXPECT_FALSE(FindEndurance(Protocol::SCSI, "PX05SMB04").m_Listed);
+TEST(ReadWear, TellsAnotherFigureOfADoubtfulRating) {
+    const DriveWear doubtful = WearOf("MZ7KM120HAFD-00005", {});
+    EXPECT_EQ(*doubtful.m_RatedTB, 7593U);
+    EXPECT_EQ(doubtful.m_RatedTB.m_Source, "endurance list; another source says 2626 TB");
+    EXPECT_EQ(*WearOf("SSD 860 EVO 1TB", {}).m_RatedTB, 600U) << "an additional model";
 }
 
 TEST(ReadWear, IntelCountsWrittenIn32MebibyteUnits) {

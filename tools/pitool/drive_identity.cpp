@@ -4,6 +4,7 @@
 
 #include "drive_wear.h"
 
+#include <pi/endurance_rating.h>
 #include <pi/plugin_helper.h>
 
 #include <stdexcept>
@@ -61,14 +62,14 @@ DriveIdentity IdentifyDrive(const DriveReport& report) {
     }
     identity.m_Serial = serial.empty() ? Unknown<std::string>(NOT_REPORTED) : Known(serial);
 
-    const ListedEndurance listed = FindEndurance(report.m_Protocol, identity.m_Product);
+    const PI::CEnduranceRating rating = PI::FindEnduranceRating(identity.m_Product);
     if (vendor.empty() || vendor == NO_VENDOR) {
-        vendor = listed.m_Vendor;
+        vendor = rating.GetVendor();
     }
     identity.m_Vendor =
         vendor.empty() ? Unknown<std::string>("the model text does not name it") : Known(vendor);
 
-    identity.m_SolidState = IsSolidState(report, listed.m_Listed);
+    identity.m_SolidState = IsSolidState(report, rating.IsListed());
     identity.m_RPM = identity.m_SolidState ? Unknown<unsigned long>("solid-state drive")
                                            : FindRPM(report, vendor, identity.m_Product);
     return identity;

@@ -5,32 +5,17 @@
 #include "wear_attributes.h"
 
 #include <pi/drives.h>
+#include <pi/endurance_rating.h>
 #include <pi/plugin_helper.h>
-#include <pi/ssd_endurance.h>
 
 #include <algorithm>
 #include <limits>
-#include <string_view>
 
 namespace pitool {
 namespace {
 
 constexpr const char* NO_SMART_DATA = "no SMART data";
 constexpr const char* NOT_LISTED = "not in the endurance list";
-
-bool EqualIgnoringCase(std::string_view left, std::string_view right) {
-    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [&](char a, char b) { return upper(a) == upper(b); });
-}
-
-/// As findLifeTimeProp does it in the SATA list.
-bool Matches(const PI::_SSD_ENDURANCE& row, std::string_view product) {
-    if (row.m_MatchLength == 0) {
-        return EqualIgnoringCase(row.m_Model, product);
-    }
-    return EqualIgnoringCase(product.substr(0, row.m_MatchLength), row.m_Model.substr(0, row.m_MatchLength));
-}
 
 std::string Attribute(std::uint8_t id) {
     return "SMART attribute " + std::to_string(id);
@@ -166,62 +151,46 @@ void ReadStatistics(const DriveReport& report, DriveWear& wear) {
 }
 
 /// Why a figure is unknown that neither page nor statistics tell.
-const char* ReasonWithoutPage(const DriveReport& report, const ListedEndurance& listed, bool solidState) {
+const char* ReasonWithoutPage(const DriveReport& report, bool isPageKnown, bool solidState) {
     if (report.m_Protocol != Protocol::ATA || !solidState) {
         return NOT_REPORTED;
     }
     if (!report.m_HasAttributes) {
         return NO_SMART_DATA;
     }
-    return listed.m_Listed ? NOT_REPORTED : NOT_LISTED;
+    return isPageKnown ? NOT_REPORTED : NOT_LISTED;
 }
 
 /// The rating as the estimate may use it. The InnoDisk figure is what the wear attribute counts up to.
-Fact<unsigned long> ReadRating(const ListedEndurance& listed) {
-    if (!listed.m_Listed) {
+Fact<unsigned long> ReadRating(const std::string& product) {
+    const PI::CEnduranceRating rating = PI::FindEnduranceRating(product);
+    if (rating.GetEraseCycles()) {
+        return Unknown<unsigned long>("the list rates this family by wear cycles, " +
+                                      std::to_string(*rating.GetEraseCycles()));
+    }
+    if (!rating.GetTerabytes()) {
         return Unknown<unsigned long>(NOT_LISTED);
     }
-    if (listed.m_Vendor == "INNODISK") {
-        return Unknown<unsigned long>("the list rates this family by wear cycles, " +
-                                      std::to_string(listed.m_EnduranceTB));
-    }
-    return Known<unsigned long>(listed.m_EnduranceTB, "endurance list");
+    return Known<unsigned long>(*rating.GetTerabytes(),
+                                rating.IsDoubtful()
+                                    ? "endurance list; another source says " +
+                                          std::to_string(*rating.GetContradictingTerabytes()) + " TB"
+                                    : "endurance list");
 }
 
 }  // namespace
 
-ListedEndurance FindEndurance(Protocol protocol, const std::string& product) {
-    if (protocol == Protocol::SCSI) {
-        for (const PI::_SAS_SSD_ENDURANCE& row : PI::SASSSDEndurance) {
-            if (EqualIgnoringCase(row.m_Model, product)) {
-                return {true, row.m_Vendor, row.m_EnduranceTB};
-            }
-        }
-        return {};
-    }
-    if (protocol == Protocol::NVME) {
-        for (const PI::_SSD_ENDURANCE& row : PI::NVMeSSDEndurance) {
-            if (Matches(row, product)) {
-                return {true, row.m_Vendor, row.m_EnduranceTB};
-            }
-        }
-        return {};
-    }
-    const PI::_SSD_ENDURANCE* row = PI::CPluginHelper::findLifeTimeProp(product);
-    return row != nullptr ? ListedEndurance{true, row->m_Vendor, row->m_EnduranceTB} : ListedEndurance{};
-}
-
 DriveWear ReadWear(const DriveReport& report, const std::string& vendor, const std::string& product,
                    bool solidState) {
     DriveWear wear;
-    const ListedEndurance listed = FindEndurance(report.m_Protocol, product);
-    const bool readable = report.m_Protocol == Protocol::ATA && report.m_HasAttributes && listed.m_Listed;
+    const bool isPageKnown =
+        report.m_Protocol == Protocol::ATA && PI::CPluginHelper::findLifeTimeProp(product) != nullptr;
     wear.m_PowerOnHours = ReadHours(report);
     wear.m_BytesRead = Unknown<unsigned long>(NOT_REPORTED);
     wear.m_BytesWritten = wear.m_Spare = wear.m_PercentUsed =
-        Unknown<unsigned long>(ReasonWithoutPage(report, listed, solidState));
-    wear.m_RatedTB = ReadRating(listed);
-    if (readable) {
+        Unknown<unsigned long>(ReasonWithoutPage(report, isPageKnown, solidState));
+    wear.m_RatedTB = ReadRating(product);
+    if (isPageKnown && report.m_HasAttributes) {
         ReadPage(report, vendor, product, wear);
     }
     ReadStatistics(report, wear);

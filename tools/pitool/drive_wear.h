@@ -11,16 +11,6 @@
 
 namespace pitool {
 
-/// Row of the endurance list that a drive's protocol is looked up in.
-struct ListedEndurance {
-    bool m_Listed = false;
-    std::string m_Vendor;             ///< empty when not listed
-    std::uint64_t m_EnduranceTB = 0;  ///< terabytes that may be written
-};
-
-/// @param product bare model name
-ListedEndurance FindEndurance(Protocol protocol, const std::string& product);
-
 /// What a wear figure was read from.
 enum class WearOrigin { NONE, SMART_ATTRIBUTE, DRIVE_STATISTICS };
 
