@@ -2,6 +2,7 @@
 
 #include "plugin.h"
 
+#include <cxxabi.h>
 #include <dlfcn.h>
 
 #include <algorithm>
@@ -20,6 +21,8 @@ std::vector<Item> Ask(Entry* entry, std::vector<Item> items, std::vector<std::st
         code = entry(items, ownErrors);
     } catch (const std::exception& error) {
         ownErrors.push_back(std::string("exception: ") + error.what());
+    } catch (const abi::__forced_unwind&) {
+        throw;  // the thread is being cancelled
     } catch (...) {
         ownErrors.emplace_back("exception of an unknown type");
     }

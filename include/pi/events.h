@@ -5,3 +5,4 @@
 
 #include <pi/etr.h>
 #include <pi/event.h>
+#include <pi/text_table.h>

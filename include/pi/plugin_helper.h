@@ -19,6 +19,7 @@ namespace PI {
 class CEvent;
 class CObject;
 class CProperty;
+class CTextTable;
 struct _PROPERTY_DESCRIPTION;
 
 /// Everything that is a plain function, gathered under one name.
@@ -88,6 +89,18 @@ public:
     /// is absorbed as well: it reads "Unknown Event" then, and "Placeholders" holds those used so far. The
     /// event's resolved placeholders are written.
     static std::vector<std::pair<std::string, std::string>> StringifyEventMessage(CEvent& event);
+
+    /// Renders an event as StringifyEventMessage does, in the language of a table (pi/text_table.h).
+    ///
+    /// Descriptions and resources of placeholders are those of the table; the texts of the process are not
+    /// looked at. The event is only read: threads may render one event at once, each in its own language.
+    ///
+    /// @param withoutText how an event without a description reads. With NAME_AND_PLACEHOLDERS it is
+    ///        described by its name (pi/vocabulary.h; "Event 70001" where the number has none), followed by
+    ///        all placeholders that are not empty, each as it would be put in for its marker, or as
+    ///        "resource 70002" where it is a resource without a text. "Placeholders" lists them too.
+    static std::vector<std::pair<std::string, std::string>> StringifyEventMessageWith(
+        const CEvent& event, const CTextTable& texts, _WITHOUT_TEXT withoutText = WithoutText::UNKNOWN_EVENT);
     /// @}
 
     /// @name Drives: identification

@@ -33,6 +33,15 @@ enum _SEVERITY : std::int32_t {
 }  // namespace Severity
 using Severity::_SEVERITY;
 
+namespace WithoutText {
+/// How an event reads that has no text of its own (CPluginHelper::StringifyEventMessageWith).
+enum _WITHOUT_TEXT : std::int32_t {
+    UNKNOWN_EVENT = 0,          ///< "Unknown Event", and the placeholders are left out
+    NAME_AND_PLACEHOLDERS = 1,  ///< "REBUILD_FAILED: logical drive 0, media error"
+};
+}  // namespace WithoutText
+using WithoutText::_WITHOUT_TEXT;
+
 namespace Units {
 /// Unit of a capacity, in steps of 1024. The numbers do not ascend with the magnitude.
 enum _UNITS : std::int32_t {

@@ -5,33 +5,11 @@
 
 #include <utility>
 
-#include "util/number_reader.h"
+#include "events/stored_placeholder.h"
 
 namespace PI {
 
 namespace {
-
-constexpr char TEXT_PREFIX[] = "T:";
-constexpr char RESOURCE_PREFIX[] = "I:";
-constexpr std::size_t PREFIX_LENGTH = 2;
-
-bool HasPrefix(const std::string& stored, const char* prefix) {
-    return stored.compare(0, PREFIX_LENGTH, prefix) == 0;
-}
-
-void Resolve(const std::string& stored, std::string& resolved) {
-    // A text placeholder that is empty keeps its prefix here: callers rely on it.
-    if (stored.size() <= PREFIX_LENGTH) {
-        resolved = stored;
-    } else if (HasPrefix(stored, RESOURCE_PREFIX)) {
-        const auto number = NumberReader().Read<int>(std::string_view(stored).substr(PREFIX_LENGTH));
-        CLanguageSupport::ResolveString(static_cast<unsigned int>(number.value_or(0)), resolved);
-    } else if (HasPrefix(stored, TEXT_PREFIX)) {
-        resolved.assign(stored, PREFIX_LENGTH, std::string::npos);
-    } else {
-        resolved = stored;
-    }
-}
 
 // The value of an event; the resolved and scratch strings are no part of it.
 template <class Source>
@@ -70,7 +48,9 @@ CEvent& CEvent::operator=(const CEvent& source) {
 }
 
 CEvent& CEvent::operator=(CEvent&& source) noexcept {
-    Assign(*this, std::move(source));
+    if (this != &source) {  // a string that is moved to itself may lose its text
+        Assign(*this, std::move(source));
+    }
     return *this;
 }
 
@@ -81,16 +61,16 @@ bool CEvent::operator==(const CEvent& other) const {
            m_TimeStamp == other.m_TimeStamp;
 }
 
-#define PI_PLACEHOLDER(N)                                              \
-    void CEvent::SetPlaceHolder##N(const std::string& text) {          \
-        m_PlaceHolder##N = TEXT_PREFIX + text;                         \
-    }                                                                  \
-    void CEvent::SetPlaceHolder##N(int resource) {                     \
-        m_PlaceHolder##N = RESOURCE_PREFIX + std::to_string(resource); \
-    }                                                                  \
-    std::string& CEvent::GetPlaceHolder##N() {                         \
-        Resolve(m_PlaceHolder##N, m_Resolved##N);                      \
-        return m_Resolved##N;                                          \
+#define PI_PLACEHOLDER(N)                                                                  \
+    void CEvent::SetPlaceHolder##N(const std::string& text) {                              \
+        m_PlaceHolder##N = TEXT_PREFIX + text;                                             \
+    }                                                                                      \
+    void CEvent::SetPlaceHolder##N(int resource) {                                         \
+        m_PlaceHolder##N = RESOURCE_PREFIX + std::to_string(resource);                     \
+    }                                                                                      \
+    std::string& CEvent::GetPlaceHolder##N() {                                             \
+        ReadPlaceHolder(m_PlaceHolder##N, m_Resolved##N, CLanguageSupport::ResolveString); \
+        return m_Resolved##N;                                                              \
     }
 PI_PLACEHOLDER(1)
 PI_PLACEHOLDER(2)

@@ -2,6 +2,7 @@
 
 #include <pi/trace.h>
 #include <plog/Log.h>
+#include <pthread.h>
 
 #include <boost/format.hpp>
 #include <chrono>
@@ -29,6 +30,19 @@ bool AskForAllCharacters() {
     facet.widen(characters, std::end(characters), characters);
     return true;
 }
+
+// Lets a thread be cancelled only after this. Neither a destructor nor a function that throws nothing can be
+// left by a cancellation, which would end the process.
+class CancellationLater {
+public:
+    CancellationLater() { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &m_State); }
+    CancellationLater(const CancellationLater&) = delete;
+    CancellationLater& operator=(const CancellationLater&) = delete;
+    ~CancellationLater() { pthread_setcancelstate(m_State, nullptr); }
+
+private:
+    int m_State = PTHREAD_CANCEL_ENABLE;
+};
 
 struct Argument {
     void (*m_Print)(std::ostream&, const void*);
@@ -93,6 +107,7 @@ VELKTrace::~VELKTrace() {
     if (!tracesEnabled) {
         return;
     }
+    const CancellationLater later;
     try {
         Write();
     } catch (...) {
@@ -106,6 +121,7 @@ void VELKTrace::Feed(Printer print, const void* value) noexcept {
     if (text.remaining_args() <= 0) {
         return;
     }
+    const CancellationLater later;
     try {
         text % Argument{print, value};
         if (text.remaining_args() <= 0) {

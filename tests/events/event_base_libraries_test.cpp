@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <pi/event.h>
 #include <pi/plugin_helper.h>
+#include <pi/text_table.h>
+#include <pthread.h>
 #include <velkx/language_support.h>
 #include <velkx/system_time.h>
 
@@ -13,6 +15,8 @@
 #include <utility>
 #include <vector>
 
+#include "support/cancelled_thread.h"
+
 namespace {
 
 constexpr unsigned int EVENT = 10056;
@@ -20,6 +24,7 @@ constexpr unsigned int THROWS_EXCEPTION = 601;
 constexpr unsigned int THROWS_NUMBER = 602;
 constexpr unsigned int THROWS_BAD_ALLOC = 603;
 constexpr unsigned int LEAVES_THE_TEXT_ALONE = 604;
+constexpr unsigned int LETS_THE_THREAD_BE_CANCELLED = 605;
 
 constexpr unsigned int THROWING[] = {THROWS_EXCEPTION, THROWS_NUMBER, THROWS_BAD_ALLOC};
 
@@ -54,6 +59,7 @@ void CLanguageSupport::ResolveString(unsigned int id, std::string& text) {
         case THROWS_EXCEPTION: throw std::runtime_error("no language");
         case THROWS_NUMBER: throw 42;
         case THROWS_BAD_ALLOC: throw std::bad_alloc();
+        case LETS_THE_THREAD_BE_CANCELLED: pthread_testcancel(); break;
         default: break;
     }
 }
@@ -213,6 +219,38 @@ TEST_F(RenderingLookUp, AFailureOfTheFirstPlaceholderListsNothing) {
         EXPECT_THAT(rendered[7], Pair("Description", "Unknown Event"));
         EXPECT_THAT(rendered[8], Pair("SequenceNumber", "0"));
     }
+}
+
+TEST_F(RenderingLookUp, AThreadIsCancelledWithinTheLookUpOfADescription) {
+    bool isRendered = false;
+    EXPECT_TRUE(PI::Test::EndsCancelled([&] {
+        CEvent event;
+        event.m_EventID = LETS_THE_THREAD_BE_CANCELLED;
+        CPluginHelper::StringifyEventMessage(event);
+        isRendered = true;
+    }));
+    EXPECT_FALSE(isRendered);
+}
+
+TEST_F(RenderingLookUp, AThreadIsCancelledWithinTheLookUpOfAPlaceholder) {
+    description = "%1";
+    bool isRendered = false;
+    EXPECT_TRUE(PI::Test::EndsCancelled([&] {
+        CEvent event;
+        event.m_EventID = EVENT;
+        event.SetPlaceHolder1(static_cast<int>(LETS_THE_THREAD_BE_CANCELLED));
+        CPluginHelper::StringifyEventMessage(event);
+        isRendered = true;
+    }));
+    EXPECT_FALSE(isRendered);
+}
+
+TEST_F(RenderingLookUp, ATableLooksUpNothingInTheProcess) {
+    CEvent event;
+    event.m_EventID = EVENT;
+    event.SetPlaceHolder1(11);
+    CPluginHelper::StringifyEventMessageWith(event, PI::CTextTable(), PI::WithoutText::NAME_AND_PLACEHOLDERS);
+    EXPECT_THAT(calls, testing::IsEmpty());
 }
 
 TEST_F(RenderingLookUp, TheDateIsAskedForOnceAndItsFieldsArePadded) {

@@ -210,6 +210,13 @@ TEST_F(Event, AssignedToItselfStaysAsItIs) {
     EXPECT_EQ(event.m_Resolved1, "resolved");
 }
 
+TEST_F(Event, MovedToItselfStaysAsItIs) {
+    CEvent event = FullEvent();
+    CEvent& self = event;
+    event = std::move(self);
+    ExpectValueOfFullEvent(event);
+}
+
 TEST_F(Event, ACopyOfAnEventThatWasReadIsReadForItself) {
     CEvent source;
     source.SetPlaceHolder4("read");

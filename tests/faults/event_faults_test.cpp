@@ -5,6 +5,7 @@
 #include <pi/etr.h>
 #include <pi/event.h>
 #include <pi/plugin_helper.h>
+#include <pi/text_table.h>
 #include <unistd.h>
 #include <velkx/language_support.h>
 
@@ -14,6 +15,7 @@
 
 #include "failing_memory.h"
 #include "formatted_traces.h"
+#include "support/language_file.h"
 
 using namespace PI;
 using namespace PI::Test;
@@ -128,6 +130,35 @@ TEST_F(EventFaults, AnEventIsRenderedWithoutAFigureAmissOrNotAtAll) {
         });
     EXPECT_GT(threw, 0);
     EXPECT_GT(absorbed, 0);
+}
+
+TEST_F(EventFaults, ATableIsLoadedAndJoinedWholeOrNotAtAll) {
+    const LanguageFile file("<Strings><String id='1'>" + LONG_TEXT + "</String></Strings>");
+    const LanguageFile fallback("<Strings><String id='2'>two " + LONG_TEXT + "</String></Strings>");
+    RunOutOfMemoryEverywhere(
+        [] { return CTextTable(); },
+        [&](CTextTable& table) {
+            table = CTextTable::LoadFile(file.m_Path).WithFallback(CTextTable::LoadFile(fallback.m_Path));
+        },
+        [](const CTextTable& table, Ending ending) {
+            EXPECT_NE(ending, Ending::ABSORBED);
+            ASSERT_EQ(table.Find(1) != nullptr, ending == Ending::DONE);
+            ASSERT_EQ(table.Find(2) != nullptr, ending == Ending::DONE);
+            EXPECT_TRUE(ending == Ending::THREW || *table.Find(2) == "two " + LONG_TEXT);
+        });
+}
+
+TEST_F(EventFaults, AnEventWithoutATextIsNamedOrNotRenderedAtAll) {
+    const auto render = [this] {
+        return CPluginHelper::StringifyEventMessageWith(m_Event, CTextTable(),
+                                                        WithoutText::NAME_AND_PLACEHOLDERS);
+    };
+    const Rendered complete = render();
+    ASSERT_EQ(complete.size(), 9U);
+    RunOutOfMemoryEverywhere([] { return Rendered(); }, [&](Rendered& rendered) { rendered = render(); },
+                             [&](const Rendered& rendered, Ending ending) {
+                                 EXPECT_EQ(rendered, ending == Ending::THREW ? Rendered() : complete);
+                             });
 }
 
 TEST_F(EventFaults, ATextThatCannotBeStoredLeavesTheOldOne) {

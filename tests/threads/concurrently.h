@@ -10,15 +10,15 @@ namespace PI::Test {
 
 constexpr int THREADS = 8;
 
-/// Calls work(thread) in THREADS threads, which begin together.
+/// Calls work(thread) in several threads, which begin together.
 /// @param work returns how many of its results were wrong
 /// @return the sum of what the threads returned
 template <class Work>
-int WrongResultsOf(Work work) {
-    std::atomic<int> waiting = THREADS;
+int WrongResultsOf(Work work, int count = THREADS) {
+    std::atomic<int> waiting = count;
     std::atomic<int> wrong = 0;
     std::vector<std::thread> threads;
-    for (int thread = 0; thread < THREADS; ++thread) {
+    for (int thread = 0; thread < count; ++thread) {
         threads.emplace_back([&, thread] {
             --waiting;
             while (waiting != 0) {

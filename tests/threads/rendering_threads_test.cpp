@@ -6,14 +6,19 @@
 #include <pi/etr.h>
 #include <pi/event.h>
 #include <pi/plugin_helper.h>
+#include <pi/text_table.h>
+#include <pi/vocabulary.h>
 #include <unistd.h>
 #include <velkx/language_support.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <mutex>
 #include <string>
+#include <utility>
 
+#include "support/language_file.h"
 #include "threads/concurrently.h"
 
 using namespace PI;
@@ -91,6 +96,52 @@ TEST_F(RenderingThreads, AnEventIsRenderedInTheOldLanguageOrTheNew) {
               }),
               0);
     std::filesystem::remove(path);
+}
+
+// Each event is shown in two languages at once, while every fourth thread loads the tables anew and hands
+// them to the others.
+TEST_F(RenderingThreads, OneEventIsRenderedInSeveralLanguagesWhileOthersAreLoaded) {
+    const LanguageFile english(
+        "<Strings><String id='10056'>Drive %1 in slot %2 failed</String>"
+        "<String id='900'>slot seven</String></Strings>");
+    const LanguageFile german("<Strings><String id='10056'>Drive %1 in slot %2 fiel aus</String></Strings>");
+    const auto load = [&] {
+        const CTextTable fallback = CTextTable::LoadFile(english.m_Path);
+        return std::pair(fallback, CTextTable::LoadFile(german.m_Path).WithFallback(fallback));
+    };
+    std::mutex mutex;
+    std::pair<CTextTable, CTextTable> current = load();
+    const CEvent event = EventOf(3, 7);
+    CEvent withoutText = EventOf(3, 7);
+    withoutText.m_EventID = EventID::REBUILD_FAILED;
+    const Rendered inEnglish = Expected(3, 7, "failed");
+    const Rendered inGerman = Expected(3, 7, "fiel aus");
+    EXPECT_EQ(WrongResultsOf(
+                  [&](int thread) {
+                      int wrong = 0;
+                      for (int i = 0; i < 1250; ++i) {
+                          if (thread % 4 == 0 && i % 50 == 0) {
+                              auto loaded = load();
+                              const std::lock_guard lock(mutex);
+                              current = std::move(loaded);
+                          }
+                          const auto tables = [&] {
+                              const std::lock_guard lock(mutex);
+                              return current;
+                          }();
+                          const bool isEnglish = (thread + i) % 2 == 0;
+                          wrong += CPluginHelper::StringifyEventMessageWith(
+                                       event, isEnglish ? tables.first : tables.second) !=
+                                   (isEnglish ? inEnglish : inGerman);
+                          wrong += CPluginHelper::StringifyEventMessageWith(
+                                       withoutText, tables.second, WithoutText::NAME_AND_PLACEHOLDERS)
+                                       .at(7)
+                                       .second != "REBUILD_FAILED: 3, slot seven";
+                      }
+                      return wrong;
+                  },
+                  16),
+              0);
 }
 
 TEST_F(RenderingThreads, TextsAreComparedWithResources) {

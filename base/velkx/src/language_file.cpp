@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "language_file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <cstring>
+#include <fstream>
+#include <new>
+#include <pugixml.hpp>
+#include <stdexcept>
+#include <system_error>
+
+namespace language_file {
+
+namespace {
+
+/// A language file being read; knows where things stand in it.
+class LanguageFile {
+public:
+    explicit LanguageFile(const std::string& path) : m_Path(path), m_Content(Read(path)) {}
+
+    Texts Parse() const {
+        pugi::xml_document document;
+        // As a fragment, so that text outside the root element is not passed over.
+        const pugi::xml_parse_result result = document.load_buffer(
+            m_Content.data(), m_Content.size(), pugi::parse_default | pugi::parse_fragment);
+        if (result.status == pugi::status_out_of_memory) {
+            throw std::bad_alloc();
+        }
+        if (!result) {
+            Fail(result.offset, result.description());
+        }
+        const pugi::xml_node root = document.first_child();
+        if (std::strcmp(root.name(), "Strings") != 0) {
+            Fail(root.offset_debug(), "the root element is not Strings");
+        }
+        if (const pugi::xml_node rest = root.next_sibling()) {
+            Fail(rest.offset_debug(), "nothing may stand behind the root element");
+        }
+        Texts found;
+        for (const pugi::xml_node child : root.children()) {
+            if (std::strcmp(child.name(), "String") != 0) {
+                Fail(child.offset_debug(), "only String elements may stand in Strings");
+            }
+            if (!found.emplace(Id(child), Text(child)).second) {
+                Fail(child.offset_debug(),
+                     "the id " + std::string(child.attribute("id").value()) + " stands twice");
+            }
+        }
+        return found;
+    }
+
+private:
+    static constexpr std::size_t MAX_SIZE = std::size_t{64} * 1024 * 1024;
+
+    static std::string Read(const std::string& path) {
+        std::ifstream file(path, std::ios::binary);
+        std::string content;
+        char part[16384];
+        do {
+            file.read(part, sizeof(part));
+            content.append(part, static_cast<std::size_t>(file.gcount()));
+        } while (file && content.size() <= MAX_SIZE);
+        if (!file.is_open() || file.bad()) {
+            throw std::runtime_error(path + ": cannot be read: " + std::generic_category().message(errno));
+        }
+        if (content.size() > MAX_SIZE) {
+            throw std::runtime_error(path + ": larger than 64 mebibytes");
+        }
+        return content;
+    }
+
+    unsigned int Id(const pugi::xml_node& node) const {
+        const char* text = node.attribute("id").value();
+        const char* end = text + std::strlen(text);
+        unsigned int id = 0;
+        const auto [rest, error] = std::from_chars(text, end, id);
+        if (error != std::errc() || rest != end) {
+            Fail(node.offset_debug(), "a String element needs a number as its id");
+        }
+        return id;
+    }
+
+    std::string Text(const pugi::xml_node& node) const {
+        std::string text;
+        for (const pugi::xml_node part : node.children()) {
+            if (part.type() != pugi::node_pcdata && part.type() != pugi::node_cdata) {
+                Fail(part.offset_debug(), "a String element holds nothing but text");
+            }
+            text += part.value();
+        }
+        return text;
+    }
+
+    [[noreturn]] void Fail(std::ptrdiff_t offset, const std::string& reason) const {
+        const auto end = m_Content.begin() +
+                         std::clamp<std::ptrdiff_t>(offset, 0, static_cast<std::ptrdiff_t>(m_Content.size()));
+        const auto line = 1 + std::count(m_Content.begin(), end, '\n');
+        const auto lineStart = std::find(std::make_reverse_iterator(end), m_Content.rend(), '\n').base();
+        throw std::runtime_error(m_Path + ":" + std::to_string(line) + ":" +
+                                 std::to_string(1 + (end - lineStart)) + ": " + reason);
+    }
+
+    std::string m_Path;
+    std::string m_Content;
+};
+
+}  // namespace
+
+Texts Read(const std::string& path) {
+    return LanguageFile(path).Parse();
+}
+
+}  // namespace language_file

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include <pi/text_table.h>
+
+#include <utility>
+
+#include "language_file.h"
+
+namespace PI {
+
+struct CTextTable::Texts {
+    language_file::Texts m_ByNumber;  // none of them empty
+};
+
+CTextTable::CTextTable() noexcept = default;
+CTextTable::CTextTable(const CTextTable& source) noexcept = default;
+CTextTable::CTextTable(CTextTable&& source) noexcept = default;
+CTextTable& CTextTable::operator=(const CTextTable& source) noexcept = default;
+CTextTable& CTextTable::operator=(CTextTable&& source) noexcept = default;
+CTextTable::~CTextTable() = default;
+
+CTextTable::CTextTable(std::shared_ptr<const Texts> texts) noexcept : m_Texts(std::move(texts)) {}
+
+CTextTable CTextTable::LoadFile(const std::string& path) {
+    Texts texts = {language_file::Read(path)};
+    for (auto text = texts.m_ByNumber.begin(); text != texts.m_ByNumber.end();) {
+        text = text->second.empty() ? texts.m_ByNumber.erase(text) : std::next(text);
+    }
+    return CTextTable(std::make_shared<const Texts>(std::move(texts)));
+}
+
+CTextTable CTextTable::WithFallback(const CTextTable& other) const {
+    if (m_Texts == nullptr || other.m_Texts == nullptr) {
+        return m_Texts == nullptr ? other : *this;
+    }
+    Texts texts = *m_Texts;
+    texts.m_ByNumber.insert(other.m_Texts->m_ByNumber.begin(), other.m_Texts->m_ByNumber.end());
+    return CTextTable(std::make_shared<const Texts>(std::move(texts)));
+}
+
+const std::string* CTextTable::Find(std::uint32_t id) const noexcept {
+    if (m_Texts == nullptr) {
+        return nullptr;
+    }
+    const auto found = m_Texts->m_ByNumber.find(id);
+    return found == m_Texts->m_ByNumber.end() ? nullptr : &found->second;
+}
+
+}  // namespace PI
