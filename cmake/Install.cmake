@@ -5,7 +5,7 @@ include(CMakePackageConfigHelpers)
 set(PI_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/pi)
 
 install(DIRECTORY include/pi base/velk/include/velk base/velkx/include/velkx DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(FILES share/pi/configuration-documents.xsd share/pi/strings.xsd DESTINATION ${CMAKE_INSTALL_DATADIR}/pi)
+install(FILES share/pi/configuration-documents.xsd share/pi/strings.en.xml share/pi/strings.xsd DESTINATION ${CMAKE_INSTALL_DATADIR}/pi)
 
 # One export set per library, so that a deployment can bring the base libraries itself.
 foreach(library IN ITEMS velk velkx pi)
@@ -14,7 +14,8 @@ foreach(library IN ITEMS velk velkx pi)
     install(EXPORT ${library}Targets NAMESPACE ${namespace}:: DESTINATION ${PI_CMAKE_DIR})
 endforeach()
 
-configure_package_config_file(cmake/piConfig.cmake.in piConfig.cmake INSTALL_DESTINATION ${PI_CMAKE_DIR})
+configure_package_config_file(cmake/piConfig.cmake.in piConfig.cmake
+    INSTALL_DESTINATION ${PI_CMAKE_DIR} PATH_VARS CMAKE_INSTALL_DATADIR)
 write_basic_package_version_file(piConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/piConfig.cmake ${PROJECT_BINARY_DIR}/piConfigVersion.cmake
     cmake/piPlugin.cmake cmake/plugin.map

@@ -148,10 +148,9 @@ TEST(EventCommand, RendersOptionsAsJson) {
 TEST(EventCommand, TakesAnotherLanguageFile) {
     const Outcome run =
         RunPitool({"event", "--strings", "events/strings.de.xml"}, Example("events/spare-taken.json"));
-    EXPECT_NE(
-        run.m_Output.find("Description     Ersatzlaufwerk drive 1:7 beginnt, ein ausgefallenes Laufwerk "
-                          "zu ersetzen\n"),
-        std::string::npos)
+    EXPECT_NE(run.m_Output.find("Description     Ersatzlaufwerk 1:7 beginnt, ein ausgefallenes Laufwerk "
+                                "zu ersetzen\n"),
+              std::string::npos)
         << run.m_Output;
     EXPECT_EQ(run.m_ExitStatus, 0);
 }

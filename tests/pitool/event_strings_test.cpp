@@ -19,9 +19,9 @@ using namespace pitool;
 
 namespace {
 
-std::map<int, std::string> EnglishTexts() {
+std::map<int, std::string> TextsOf(const char* file) {
     pugi::xml_document document;
-    EXPECT_TRUE(document.load_file(PITOOL_STRINGS));
+    EXPECT_TRUE(document.load_file(file));
     std::map<int, std::string> texts;
     for (const pugi::xml_node node : document.child("Strings").children("String")) {
         texts[node.attribute("id").as_int()] = node.child_value();
@@ -49,7 +49,7 @@ TEST(EnglishStrings, LoadAsALanguageFile) {
 }
 
 TEST(EnglishStrings, HoldAtLeastAHundredTextsOfKnownEvents) {
-    const std::map<int, std::string> texts = EnglishTexts();
+    const std::map<int, std::string> texts = TextsOf(PITOOL_STRINGS);
     EXPECT_GE(texts.size(), 100U);
     for (const auto& [id, text] : texts) {
         EXPECT_NE(PI::EventIDToString(id), "") << id;
@@ -58,14 +58,38 @@ TEST(EnglishStrings, HoldAtLeastAHundredTextsOfKnownEvents) {
 }
 
 TEST(EnglishStrings, MarkersStandInTheOrderObjectThenDetail) {
-    for (const auto& [id, text] : EnglishTexts()) {
+    for (const auto& [id, text] : TextsOf(PITOOL_STRINGS)) {
         const std::string markers = Markers(text);
         EXPECT_TRUE(markers == "1" || markers == "12") << id << ": " << text;
     }
 }
 
+TEST(EnglishStrings, SayWhatEachPlaceholderIs) {
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_file(PITOOL_STRINGS));
+    for (const pugi::xml_node node : document.child("Strings").children("String")) {
+        std::string explained;
+        for (const pugi::xml_attribute attribute : node.attributes()) {
+            const std::string name = attribute.name();
+            explained += name == "id" ? "" : name.substr(std::string("placeholder").size());
+            EXPECT_STRNE(attribute.value(), "") << node.child_value();
+        }
+        EXPECT_EQ(explained, Markers(node.child_value())) << node.child_value();
+    }
+}
+
+TEST(EnglishStrings, HaveThePlaceholdersOfTheGermanSample) {
+    const std::map<int, std::string> english = TextsOf(PITOOL_STRINGS);
+    const std::map<int, std::string> german = TextsOf(PITOOL_ALL_EXAMPLES "/events/strings.de.xml");
+    EXPECT_FALSE(german.empty());
+    for (const auto& [id, text] : german) {
+        ASSERT_EQ(english.count(id), 1U) << id;
+        EXPECT_EQ(Markers(text), Markers(english.at(id))) << id;
+    }
+}
+
 TEST(EnglishStrings, HoldEveryEventThatADriveRaises) {
-    const std::map<int, std::string> texts = EnglishTexts();
+    const std::map<int, std::string> texts = TextsOf(PITOOL_STRINGS);
     for (const PI::_EVENT_ID id : DRIVE_EVENTS) {
         ASSERT_EQ(texts.count(id), 1U) << id;
         EXPECT_EQ(Markers(texts.at(id)), "12") << id;
@@ -73,7 +97,7 @@ TEST(EnglishStrings, HoldEveryEventThatADriveRaises) {
 }
 
 TEST(EnglishStrings, HoldTheCommonEvents) {
-    const std::map<int, std::string> texts = EnglishTexts();
+    const std::map<int, std::string> texts = TextsOf(PITOOL_STRINGS);
     namespace ID = PI::EventID;
     for (const int id : {ID::REBUILD_STARTED,
                          ID::REBUILD_FINISHED,
@@ -107,7 +131,7 @@ TEST(EnglishStrings, HoldTheCommonEvents) {
 
 TEST(EnglishStrings, RenderWithoutLeftOverMarkersWhereObjectAndDetailAreGiven) {
     CLanguageSupport::LoadFile(PITOOL_STRINGS);
-    for (const auto& [id, text] : EnglishTexts()) {
+    for (const auto& [id, text] : TextsOf(PITOOL_STRINGS)) {
         PI::CEvent event;
         event.m_EventID = static_cast<std::uint32_t>(id);
         event.SetPlaceHolder1(std::string("object"));

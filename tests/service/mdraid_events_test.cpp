@@ -52,7 +52,7 @@ TEST(MdraidEvents, HealthyArrayIsNoEvent) {
     log.Update(Report(WHOLE));
     EXPECT_THAT(Take(log), IsEmpty());
     log.Update(Report(CHECKING));
-    EXPECT_THAT(Take(log), ElementsAre("CHECK_STARTED 2 [md0|RAID1]"));
+    EXPECT_THAT(Take(log), ElementsAre("CHECK_STARTED 2 [md0|]"));
 }
 
 TEST(MdraidEvents, WhatIsWrongAtFirstSightIsReported) {
@@ -68,7 +68,7 @@ TEST(MdraidEvents, RunningActivityAtFirstSightIsNoEvent) {
     log.Update(Report(CHECKING));
     EXPECT_THAT(Take(log), IsEmpty());
     log.Update(Report(WHOLE));
-    EXPECT_THAT(Take(log), ElementsAre("CHECK_FINISHED 2 [md0|RAID1]"));
+    EXPECT_THAT(Take(log), ElementsAre("CHECK_FINISHED 2 [md0|]"));
 }
 
 TEST(MdraidEvents, EachIsReportedOnce) {
@@ -87,12 +87,11 @@ TEST(MdraidEvents, TellTheStoryOfAReplacedDrive) {
     log.Update(Report(DEGRADED));
     log.Update(Report(REBUILDING));
     log.Update(Report(WHOLE));
-    EXPECT_THAT(
-        Take(log),
-        ElementsAre("DISK_OFFLINE 4 [sdb|md0]",
-                    "LOGICALDRIVE_DEGRADED 3 [md0|1 of 2 drives missing or not up to date]",
-                    "REBUILD_STARTED 2 [md0|RAID1]", "LOGICALDRIVE_OPERATIONAL 2 [md0|all drives work]",
-                    "REBUILD_FINISHED 2 [md0|RAID1]"));
+    EXPECT_THAT(Take(log),
+                ElementsAre("DISK_OFFLINE 4 [sdb|md0]",
+                            "LOGICALDRIVE_DEGRADED 3 [md0|1 of 2 drives missing or not up to date]",
+                            "REBUILD_STARTED 2 [md0|]", "LOGICALDRIVE_OPERATIONAL 2 [md0|]",
+                            "REBUILD_FINISHED 2 [md0|]"));
 }
 
 TEST(MdraidEvents, AreNumbered) {

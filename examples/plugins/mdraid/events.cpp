@@ -64,20 +64,17 @@ void EventLog::UpdateArray(const ArrayReport& report, const Known* before, const
     const _PROPERTY_VALUE statusBefore = before == nullptr ? Value::OPERATIONAL : before->m_Status;
     for (const StatusRow& row : STATUSES) {
         if (row.m_Status == now.m_Status && now.m_Status != statusBefore) {
-            const std::string& reason = report.m_Assessment.m_Reason;
-            Add(report.m_ObjectID, row.m_Event, row.m_Severity, report.m_Title,
-                reason.empty() ? "all drives work" : reason);
+            Add(report.m_ObjectID, row.m_Event, row.m_Severity, report.m_Title, report.m_Assessment.m_Reason);
         }
     }
     if (before == nullptr || before->m_Activity == now.m_Activity) {
         return;
     }
     for (const ActivityRow& row : ACTIVITIES) {
-        const std::string& level = PI::PropertyValueToString(report.m_Assessment.m_Level);
         if (row.m_Activity == before->m_Activity && now.m_Activity == Value::IDLE) {
-            Add(report.m_ObjectID, row.m_Finished, Severity::INFORMATION, report.m_Title, level);
+            Add(report.m_ObjectID, row.m_Finished, Severity::INFORMATION, report.m_Title);
         } else if (row.m_Activity == now.m_Activity) {
-            Add(report.m_ObjectID, row.m_Started, Severity::INFORMATION, report.m_Title, level);
+            Add(report.m_ObjectID, row.m_Started, Severity::INFORMATION, report.m_Title);
         }
     }
 }
@@ -90,7 +87,9 @@ void EventLog::Add(std::uint64_t handle, PI::_EVENT_ID id, PI::_SEVERITY severit
     event.m_Severity = severity;
     event.m_TimeStamp = VELK::now();
     event.SetPlaceHolder1(object);
-    event.SetPlaceHolder2(detail);
+    if (!detail.empty()) {  // a text that is set, but empty, reads "T:"
+        event.SetPlaceHolder2(detail);
+    }
     event.m_Source = "mdraid";
     event.m_SequenceNumber = ++m_SequenceNumber;
 }

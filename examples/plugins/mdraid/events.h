@@ -32,7 +32,7 @@ private:
 
     void UpdateArray(const ArrayReport& report, const Known* before, const Known& now);
     void Add(std::uint64_t handle, PI::_EVENT_ID id, PI::_SEVERITY severity, const std::string& object,
-             const std::string& detail);
+             const std::string& detail = "");
 
     std::map<std::uint64_t, Known> m_Known;
     std::vector<PI::CEvent> m_Events;

@@ -14,9 +14,11 @@ constexpr std::uint64_t SHORT_LIFETIME_HOURS = std::uint64_t{90} * 24;
 void EventLog::Update(const std::vector<Drive>& drives, ObjectIDs& ids) {
     for (const Drive& drive : drives) {
         const std::uint64_t id = DriveID(drive, ids);
-        const std::string name = Title(drive) + " (" + drive.m_Device + ")";
+        const std::string serial =
+            drive.m_SerialNumber.empty() ? "" : ", serial number " + drive.m_SerialNumber;
+        const std::string name = Title(drive) + " (" + drive.m_Device + serial + ")";
         if (drive.m_PredictsFailure) {
-            Add(id, PI::EventID::SMART_WARNING, name, "serial number " + drive.m_SerialNumber);
+            Add(id, PI::EventID::SMART_WARNING, name, "its self-assessment failed");
         }
         if (drive.m_RemainingHours.has_value() && *drive.m_RemainingHours < SHORT_LIFETIME_HOURS) {
             Add(id, PI::EventID::PD_ESTIMATED_LIFETIME_BELOW_THRESHOLD, name,
