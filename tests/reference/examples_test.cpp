@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include "support/language_file.h"
+
 TEST(ReferenceExamples, Vocabulary) {
     //! [vocabulary]
     const int state = PI::PropertyValue::RAID5;                                   // 40014
@@ -86,6 +88,24 @@ TEST(ReferenceExamples, Events) {
     //! [events]
     EXPECT_EQ(description, "Array md1 is degraded: a drive is missing");
     CLanguageSupport::Clear();
+}
+
+TEST(ReferenceExamples, Languages) {
+    const PI::Test::LanguageFile englishFile(
+        "<Strings><String id='10055'>Rebuild on %1 started</String></Strings>");
+    const PI::Test::LanguageFile germanFile("<Strings/>");
+    const std::string english = englishFile.m_Path;
+    const std::string german = germanFile.m_Path;
+    PI::CEvent event;
+    event.m_EventID = PI::EventID::REBUILD_STARTED;
+    event.SetPlaceHolder1("md1");
+    //! [languages]
+    const PI::CTextTable texts =
+        PI::CTextTable::LoadFile(german).WithFallback(PI::CTextTable::LoadFile(english));
+    const auto rendered =
+        PI::CPluginHelper::StringifyEventMessageWith(event, texts, PI::WithoutText::NAME_AND_PLACEHOLDERS);
+    //! [languages]
+    EXPECT_EQ(rendered.at(7).second, "Rebuild on md1 started");
 }
 
 TEST(ReferenceExamples, RemainingTime) {

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // Plug-ins that break the rules, each in the way that FAULT says.
-#include "plugin_interface.h"
+#include <pthread.h>
 
 #include <stdexcept>
+
+#include "plugin_interface.h"
 
 #define FAULT_VERSION 1
 #define FAULT_ENTRY 2
@@ -10,6 +12,7 @@
 #define FAULT_THROW_ANYTHING 4
 #define FAULT_ERROR_WITHOUT_TEXT 5
 #define FAULT_CONTROL_CHARACTERS 6
+#define FAULT_CANCEL 7
 
 int PluginInterfaceVersion() {
     return FAULT == FAULT_VERSION ? PLUGIN_INTERFACE_VERSION + 1 : PLUGIN_INTERFACE_VERSION;
@@ -30,6 +33,9 @@ int PluginGetObjects(std::vector<PI::CObject>& objects, std::vector<std::string>
     }
     if (FAULT == FAULT_THROW_ANYTHING) {
         throw 5;
+    }
+    if (FAULT == FAULT_CANCEL) {
+        pthread_testcancel();
     }
     if (FAULT == FAULT_ERROR_WITHOUT_TEXT) {
         return PI::ErrorCode::INVALID_PARAMETER;

@@ -10,6 +10,7 @@
 
 #include "plugin.h"
 #include "run_program.h"
+#include "support/cancelled_thread.h"
 
 namespace {
 
@@ -262,6 +263,13 @@ TEST(Host, BadPluginGetsOneLineAndTheOthersGoOn) {
             << outcome.m_Output;
         EXPECT_EQ(outcome.m_Output.find('\x1B'), std::string::npos);
     }
+}
+
+TEST(Host, AThreadIsCancelledWithinAPlugin) {
+    const service::Plugin plugin(BAD / "cancel.so");
+    std::vector<std::string> errors;
+    EXPECT_TRUE(PI::Test::EndsCancelled([&] { plugin.GetObjects(errors); }));
+    EXPECT_THAT(errors, testing::IsEmpty());
 }
 
 TEST(Host, FileThatIsNoLibraryGetsOneLine) {
