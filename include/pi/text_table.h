@@ -56,8 +56,6 @@ public:
 private:
     struct Texts;
 
-    explicit CTextTable(std::shared_ptr<const Texts> texts) noexcept;
-
     std::shared_ptr<const Texts> m_Texts;  // null: none
 };
 

@@ -2,6 +2,7 @@
 
 #include <pi/text_table.h>
 
+#include <iterator>
 #include <utility>
 
 #include "language_file.h"
@@ -19,14 +20,14 @@ CTextTable& CTextTable::operator=(const CTextTable& source) noexcept = default;
 CTextTable& CTextTable::operator=(CTextTable&& source) noexcept = default;
 CTextTable::~CTextTable() = default;
 
-CTextTable::CTextTable(std::shared_ptr<const Texts> texts) noexcept : m_Texts(std::move(texts)) {}
-
 CTextTable CTextTable::LoadFile(const std::string& path) {
     Texts texts = {language_file::Read(path)};
     for (auto text = texts.m_ByNumber.begin(); text != texts.m_ByNumber.end();) {
         text = text->second.empty() ? texts.m_ByNumber.erase(text) : std::next(text);
     }
-    return CTextTable(std::make_shared<const Texts>(std::move(texts)));
+    CTextTable table;
+    table.m_Texts = std::make_shared<const Texts>(std::move(texts));
+    return table;
 }
 
 CTextTable CTextTable::WithFallback(const CTextTable& other) const {
@@ -35,7 +36,9 @@ CTextTable CTextTable::WithFallback(const CTextTable& other) const {
     }
     Texts texts = *m_Texts;
     texts.m_ByNumber.insert(other.m_Texts->m_ByNumber.begin(), other.m_Texts->m_ByNumber.end());
-    return CTextTable(std::make_shared<const Texts>(std::move(texts)));
+    CTextTable joined;
+    joined.m_Texts = std::make_shared<const Texts>(std::move(texts));
+    return joined;
 }
 
 const std::string* CTextTable::Find(std::uint32_t id) const noexcept {
