@@ -5,6 +5,7 @@
 
 #include <pi/adapters.h>
 #include <pi/config_file.h>
+#include <pi/drive_combination.h>
 #include <pi/drive_health.h>
 #include <pi/drives.h>
 #include <pi/endurance_rating.h>

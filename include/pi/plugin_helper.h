@@ -3,6 +3,7 @@
 /// Shared knowledge that every plug-in needs, as static functions.
 #pragma once
 
+#include <pi/drive_combination.h>
 #include <pi/ssd_endurance.h>
 #include <pi/types.h>
 #include <pi/vocabulary.h>
@@ -178,6 +179,15 @@ public:
                                                 int containerType, int containerMedia,
                                                 bool containerAttribute, int driveType, int driveMedia,
                                                 bool driveAttribute);
+
+    /// Every reason for which ValidatePhysicalDriveCombination refuses a drive, in the order in which it
+    /// looks at them, so that the first has its code; none where it returns SUCCESS. Takes the same
+    /// parameters. Nothing is traced.
+    static std::vector<CDriveMismatch> ExplainPhysicalDriveCombination(bool permit0, bool permit1,
+                                                                       bool permit2, bool permit3,
+                                                                       int containerType, int containerMedia,
+                                                                       bool containerAttribute, int driveType,
+                                                                       int driveMedia, bool driveAttribute);
 
     /// Scales a byte count to the largest binary unit in which it is at least 1.
     ///

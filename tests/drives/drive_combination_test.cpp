@@ -5,6 +5,9 @@
 #include <pi/plugin_helper.h>
 #include <pi/vocabulary.h>
 
+#include <algorithm>
+#include <bitset>
+
 #include "support/trace_recorder.h"
 
 namespace PI::Test {
@@ -31,8 +34,18 @@ struct Permissions {
     bool m_0, m_1, m_2, m_3;
 };
 
+Permissions FromBits(unsigned bits) {
+    return {(bits & 1) != 0, (bits & 2) != 0, (bits & 4) != 0, (bits & 8) != 0};
+}
+
 int Validate(const Permissions& permit, const Drive& container, const Drive& drive) {
     return CPluginHelper::ValidatePhysicalDriveCombination(
+        permit.m_0, permit.m_1, permit.m_2, permit.m_3, container.m_Type, container.m_Media,
+        container.m_Attribute, drive.m_Type, drive.m_Media, drive.m_Attribute);
+}
+
+std::vector<CDriveMismatch> Explain(const Permissions& permit, const Drive& container, const Drive& drive) {
+    return CPluginHelper::ExplainPhysicalDriveCombination(
         permit.m_0, permit.m_1, permit.m_2, permit.m_3, container.m_Type, container.m_Media,
         container.m_Attribute, drive.m_Type, drive.m_Media, drive.m_Attribute);
 }
@@ -75,53 +88,56 @@ Rule RuleOf(const Permissions& permit) {
 }
 
 struct Outcome {
-    int m_Code;
+    std::vector<_DRIVE_DIFFERENCE> m_Reasons;
     bool m_LeavesTraced;
+
+    int Code() const {
+        return m_Reasons.empty() ? 0 : m_Reasons[0] == DriveDifference::MEDIA ? MEDIA : TYPES;
+    }
 };
 
 Outcome Expected(const Permissions& permit, const Drive& container, const Drive& drive) {
     if (permit.m_0 && permit.m_1 && permit.m_2 && permit.m_3) {
-        return {0, false};
+        return {{}, false};
     }
     if (drive.m_Type == 0 || drive.m_Media == 0) {
-        return {0, false};
+        return {{}, false};
     }
     const bool typesDiffer = drive.m_Type != container.m_Type;
     const bool mediaDiffer = drive.m_Media != container.m_Media;
     const bool bothHDD = container.m_Media == HDD && drive.m_Media == HDD;
     const bool bothSSD = container.m_Media == SSD && drive.m_Media == SSD;
-    int code = 0;
+    bool types = false;
+    bool media = false;
     switch (RuleOf(permit)) {
-        case TYPES_OF_HDD: code = bothHDD && typesDiffer ? TYPES : 0; break;
-        case TYPES_OF_SSD: code = bothSSD && typesDiffer ? TYPES : 0; break;
-        case TYPES_ALWAYS: code = typesDiffer ? TYPES : 0; break;
-        case MEDIA_ONLY: code = mediaDiffer ? MEDIA : 0; break;
+        case TYPES_OF_HDD: types = bothHDD && typesDiffer; break;
+        case TYPES_OF_SSD: types = bothSSD && typesDiffer; break;
+        case TYPES_ALWAYS: types = typesDiffer; break;
+        case MEDIA_ONLY: media = mediaDiffer; break;
         case HDD_TYPES_OR_MEDIA:
-            if (bothHDD) {
-                code = typesDiffer ? TYPES : 0;
-            } else if (mediaDiffer) {
-                code = MEDIA;
-            }
+            types = bothHDD && typesDiffer;
+            media = mediaDiffer;
             break;
         case SSD_TYPES_OR_MEDIA:
-            if (bothSSD) {
-                code = typesDiffer ? TYPES : 0;
-            } else if (mediaDiffer) {
-                code = MEDIA;
-            }
+            types = bothSSD && typesDiffer;
+            media = mediaDiffer;
             break;
         case BOTH:
-            if (typesDiffer) {
-                code = TYPES;
-            } else if (mediaDiffer) {
-                code = MEDIA;
-            }
+            types = typesDiffer;
+            media = mediaDiffer;
             break;
     }
-    if (code == 0 && !permit.m_3 && drive.m_Attribute != container.m_Attribute) {
-        code = TYPES;
+    std::vector<_DRIVE_DIFFERENCE> reasons;
+    if (types) {
+        reasons.push_back(DriveDifference::TYPE);
     }
-    return {code, code == 0};
+    if (media) {
+        reasons.push_back(DriveDifference::MEDIA);
+    }
+    if (!permit.m_3 && drive.m_Attribute != container.m_Attribute) {
+        reasons.push_back(DriveDifference::ATTRIBUTE);
+    }
+    return {reasons, reasons.empty()};
 }
 
 std::vector<Drive> Drives() {
@@ -138,13 +154,13 @@ std::vector<Drive> Drives() {
 
 TEST(ValidatePhysicalDriveCombination, FollowsTheRulesAndTracesForEveryCombination) {
     TraceRecorder<0> recorder;
-    for (int bits = 0; bits < 16; ++bits) {
-        const Permissions permit = {(bits & 1) != 0, (bits & 2) != 0, (bits & 4) != 0, (bits & 8) != 0};
+    for (unsigned bits = 0; bits < 16; ++bits) {
+        const Permissions permit = FromBits(bits);
         for (const Drive& container : Drives()) {
             for (const Drive& drive : Drives()) {
                 const Outcome expected = Expected(permit, container, drive);
                 recorder.m_Records.clear();
-                ASSERT_EQ(Validate(permit, container, drive), expected.m_Code)
+                ASSERT_EQ(Validate(permit, container, drive), expected.Code())
                     << "permissions " << bits << ", container " << container.m_Type << '/'
                     << container.m_Media << '/' << container.m_Attribute << ", drive " << drive.m_Type << '/'
                     << drive.m_Media << '/' << drive.m_Attribute;
@@ -160,11 +176,11 @@ TEST(ValidatePhysicalDriveCombination, FollowsTheRulesAndTracesForEveryCombinati
 
 TEST(ValidatePhysicalDriveCombination, FollowsTheSameRulesWithoutTraces) {
     ASSERT_FALSE(VELKTrace::tracesEnabled);
-    for (int bits = 0; bits < 16; ++bits) {
-        const Permissions permit = {(bits & 1) != 0, (bits & 2) != 0, (bits & 4) != 0, (bits & 8) != 0};
+    for (unsigned bits = 0; bits < 16; ++bits) {
+        const Permissions permit = FromBits(bits);
         for (const Drive& container : Drives()) {
             for (const Drive& drive : Drives()) {
-                ASSERT_EQ(Validate(permit, container, drive), Expected(permit, container, drive).m_Code);
+                ASSERT_EQ(Validate(permit, container, drive), Expected(permit, container, drive).Code());
             }
         }
     }
@@ -221,6 +237,142 @@ TEST(ValidatePhysicalDriveCombination, TracesToTheDefaultLog) {
     EXPECT_EQ(recorder.m_Records[0].m_Instance, 0);
     EXPECT_EQ(recorder.m_Records[0].m_Line, 453U);
     EXPECT_EQ(recorder.m_Records[0].m_Severity, plog::debug);
+}
+
+// --- Every reason at once
+
+constexpr unsigned PERMIT0 = 1;
+constexpr unsigned PERMIT1 = 2;
+constexpr unsigned PERMIT2 = 4;
+constexpr unsigned PERMIT3 = 8;
+
+/// Calls for every combination of permissions and drives.
+template <class Check>
+void ForEveryCombination(Check check) {
+    for (unsigned bits = 0; bits < 16; ++bits) {
+        for (const Drive& container : Drives()) {
+            for (const Drive& drive : Drives()) {
+                check(bits, container, drive);
+                ASSERT_FALSE(testing::Test::HasFailure())
+                    << "permissions " << bits << ", container " << container.m_Type << '/'
+                    << container.m_Media << '/' << container.m_Attribute << ", drive " << drive.m_Type << '/'
+                    << drive.m_Media << '/' << drive.m_Attribute;
+            }
+        }
+    }
+}
+
+bool IsReason(_DRIVE_DIFFERENCE difference, unsigned bits, const Drive& container, const Drive& drive) {
+    const std::vector<CDriveMismatch> reasons = Explain(FromBits(bits), container, drive);
+    return std::any_of(reasons.begin(), reasons.end(),
+                       [&](const CDriveMismatch& reason) { return reason.Difference() == difference; });
+}
+
+TEST(ExplainPhysicalDriveCombination, FirstReasonIsTheVerdict) {
+    ForEveryCombination([](unsigned bits, const Drive& container, const Drive& drive) {
+        const std::vector<CDriveMismatch> reasons = Explain(FromBits(bits), container, drive);
+        EXPECT_EQ(reasons.empty() ? 0 : reasons.front().Code(), Validate(FromBits(bits), container, drive));
+    });
+}
+
+TEST(ExplainPhysicalDriveCombination, GivesTheReasonsOfTheRulesInTheirOrder) {
+    ForEveryCombination([](unsigned bits, const Drive& container, const Drive& drive) {
+        std::vector<_DRIVE_DIFFERENCE> differences;
+        for (const CDriveMismatch& reason : Explain(FromBits(bits), container, drive)) {
+            differences.push_back(reason.Difference());
+            switch (reason.Difference()) {
+                case DriveDifference::TYPE:
+                    EXPECT_EQ(reason.ContainerValue(), container.m_Type);
+                    EXPECT_EQ(reason.DriveValue(), drive.m_Type);
+                    EXPECT_EQ(reason.Code(), TYPES);
+                    break;
+                case DriveDifference::MEDIA:
+                    EXPECT_EQ(reason.ContainerValue(), container.m_Media);
+                    EXPECT_EQ(reason.DriveValue(), drive.m_Media);
+                    EXPECT_EQ(reason.Code(), MEDIA);
+                    break;
+                case DriveDifference::ATTRIBUTE:
+                    EXPECT_EQ(reason.ContainerValue(), container.m_Attribute ? 1 : 0);
+                    EXPECT_EQ(reason.DriveValue(), drive.m_Attribute ? 1 : 0);
+                    EXPECT_EQ(reason.Code(), TYPES);
+                    break;
+            }
+        }
+        EXPECT_EQ(differences, Expected(FromBits(bits), container, drive).m_Reasons);
+    });
+}
+
+TEST(ExplainPhysicalDriveCombination, MissingPermissionsAreTheFewestThatLiftTheReason) {
+    const auto count = [](unsigned set) { return std::bitset<4>(set).count(); };
+    ForEveryCombination([&](unsigned bits, const Drive& container, const Drive& drive) {
+        for (const CDriveMismatch& reason : Explain(FromBits(bits), container, drive)) {
+            const unsigned missing = reason.MissingPermissions();
+            EXPECT_EQ(missing & bits, 0U);
+            EXPECT_FALSE(IsReason(reason.Difference(), bits | missing, container, drive));
+            for (unsigned set = 0; set < 16; ++set) {
+                const bool isBetter =
+                    count(set) < count(missing) || (count(set) == count(missing) && set < missing);
+                EXPECT_TRUE(!isBetter || IsReason(reason.Difference(), bits | set, container, drive)) << set;
+            }
+            EXPECT_LE(count(missing), 2U);
+            EXPECT_TRUE(count(missing) == 1 || (missing & PERMIT3) != 0);
+        }
+    });
+}
+
+TEST(ExplainPhysicalDriveCombination, WhatAllReasonsMissMakesTheDriveFit) {
+    ForEveryCombination([](unsigned bits, const Drive& container, const Drive& drive) {
+        unsigned given = bits;
+        for (const CDriveMismatch& reason : Explain(FromBits(bits), container, drive)) {
+            given |= reason.MissingPermissions();
+        }
+        EXPECT_EQ(Validate(FromBits(given), container, drive), 0);
+    });
+}
+
+TEST(ExplainPhysicalDriveCombination, GivesAllThreeReasonsAtOnce) {
+    const std::vector<CDriveMismatch> reasons =
+        Explain({false, false, false, false}, {7, HDD, false}, {8, SSD, true});
+    ASSERT_EQ(reasons.size(), 3U);
+    EXPECT_EQ(reasons[0].Difference(), DriveDifference::TYPE);
+    EXPECT_EQ(reasons[0].ContainerValue(), 7);
+    EXPECT_EQ(reasons[0].DriveValue(), 8);
+    EXPECT_EQ(reasons[0].MissingPermissions(), PERMIT0);
+    EXPECT_EQ(reasons[0].Code(), TYPES);
+    EXPECT_EQ(reasons[1].Difference(), DriveDifference::MEDIA);
+    EXPECT_EQ(reasons[1].ContainerValue(), HDD);
+    EXPECT_EQ(reasons[1].DriveValue(), SSD);
+    EXPECT_EQ(reasons[1].MissingPermissions(), PERMIT2);
+    EXPECT_EQ(reasons[1].Code(), MEDIA);
+    EXPECT_EQ(reasons[2].Difference(), DriveDifference::ATTRIBUTE);
+    EXPECT_EQ(reasons[2].ContainerValue(), 0);
+    EXPECT_EQ(reasons[2].DriveValue(), 1);
+    EXPECT_EQ(reasons[2].MissingPermissions(), PERMIT3);
+    EXPECT_EQ(reasons[2].Code(), TYPES);
+}
+
+TEST(ExplainPhysicalDriveCombination, NamesThePermissionOfTheMedium) {
+    const auto missing = [](int media) {
+        return Explain({false, false, false, true}, {1, media, false}, {2, media, false})
+            .at(0)
+            .MissingPermissions();
+    };
+    EXPECT_EQ(missing(HDD), PERMIT0);
+    EXPECT_EQ(missing(SSD), PERMIT1);
+}
+
+TEST(ExplainPhysicalDriveCombination, TakesTwoPermissionsWhereThreeAlonePermitLess) {
+    const std::vector<CDriveMismatch> reasons =
+        Explain({true, true, false, false}, {1, HDD, false}, {1, SSD, false});
+    ASSERT_EQ(reasons.size(), 1U);
+    EXPECT_EQ(reasons[0].MissingPermissions(), PERMIT2 | PERMIT3);
+}
+
+TEST(ExplainPhysicalDriveCombination, TracesNothing) {
+    const TraceRecorder<0> recorder;
+    Explain({false, false, false, false}, {1, HDD, false}, {2, SSD, true});
+    Explain({false, false, false, false}, {1, HDD, false}, {1, HDD, false});
+    EXPECT_THAT(recorder.m_Records, testing::IsEmpty());
 }
 
 TEST(DriveCombination, UsesTheVocabulariesNumbers) {
