@@ -20,4 +20,5 @@
 #include <pi/types.h>
 #include <pi/version.h>
 #include <pi/vocabulary.h>
+#include <pi/vocabulary_lists.h>
 #include <pi/wear_forecast.h>

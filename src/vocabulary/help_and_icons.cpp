@@ -2,63 +2,30 @@
 
 #include <pi/plugin_helper.h>
 #include <pi/vocabulary.h>
-
-#include <algorithm>
-#include <iterator>
+#include <pi/vocabulary_lists.h>
 
 namespace PI {
 
 namespace {
 
-struct Resource {
-    int m_ID;
-    const char* m_FileName;
-};
-
-constexpr Resource HELP_TOPICS[] = {
-#define PI_HELP_TOPIC(id, fileName) {id, fileName},
-#include "vocabulary/help_topics.def"
-#undef PI_HELP_TOPIC
-};
-
-constexpr Resource ICONS[] = {
-#define PI_ICON(id, fileName) {id, fileName},
-#include "vocabulary/icons.def"
-#undef PI_ICON
-};
-
-template <std::size_t Count>
-constexpr bool IsAscending(const Resource (&resources)[Count]) {
-    for (std::size_t i = 1; i < Count; ++i) {
-        if (resources[i - 1].m_ID >= resources[i].m_ID) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(IsAscending(HELP_TOPICS) && IsAscending(ICONS));
-
-template <std::size_t Count>
-int FindFileName(const Resource (&resources)[Count], int id, std::string& fileName) {
+int FindFileName(const CVocabulary& resources, int id, std::string& fileName) {
     fileName.clear();
-    const Resource* found =
-        std::lower_bound(std::begin(resources), std::end(resources), id,
-                         [](const Resource& resource, int wanted) { return resource.m_ID < wanted; });
-    if (found == std::end(resources) || found->m_ID != id) {
+    const std::optional<CVocabularyEntry> found = resources.Find(id);
+    if (!found) {
         return ErrorCode::GENERAL;
     }
-    fileName = found->m_FileName;
+    fileName = found->Name();
     return ErrorCode::SUCCESS;
 }
 
 }  // namespace
 
 int CPluginHelper::GetHelpPath(int topic, std::string& path) {
-    return FindFileName(HELP_TOPICS, topic, path);
+    return FindFileName(Vocabulary::HelpTopics(), topic, path);
 }
 
 int CPluginHelper::GetIconPath(int icon, std::string& fileName) {
-    return FindFileName(ICONS, icon, fileName);
+    return FindFileName(Vocabulary::Icons(), icon, fileName);
 }
 
 }  // namespace PI

@@ -6,6 +6,7 @@
 #include "quoted_text.h"
 #include "whole_number.h"
 
+#include <pi/vocabulary.h>
 #include <velk/clock.h>
 
 #include <algorithm>
@@ -64,29 +65,20 @@ bool ReadEventID(const std::string& text, std::uint32_t& id) {
     if (ReadWholeNumber(text, id)) {
         return true;
     }
-    const VocabularyEntry* entry = FindEventName(text);
-    if (entry == nullptr) {
+    const auto entry = FindEventName(text);
+    if (!entry) {
         return false;
     }
-    id = static_cast<std::uint32_t>(entry->m_Number);
+    id = static_cast<std::uint32_t>(entry->Number());
     return true;
 }
 
 bool ReadSeverity(const std::string& text, PI::_SEVERITY& severity) {
-    struct Name {
-        const char* m_Name;
-        PI::_SEVERITY m_Severity;
-    };
-    constexpr Name NAMES[] = {
-        {"DEBUG", PI::Severity::DEBUG},
-        {"INFORMATION", PI::Severity::INFORMATION},
-        {"WARNING", PI::Severity::WARNING},
-        {"ERROR", PI::Severity::ERROR},
-    };
     const std::string upper = UpperCase(text);
-    for (const Name& name : NAMES) {
-        if (upper == name.m_Name) {
-            severity = name.m_Severity;
+    for (const PI::_SEVERITY named :
+         {PI::Severity::DEBUG, PI::Severity::INFORMATION, PI::Severity::WARNING, PI::Severity::ERROR}) {
+        if (upper == PI::SeverityToString(named)) {
+            severity = named;
             return true;
         }
     }

@@ -20,9 +20,8 @@ void SearchNumber(const std::string& query, std::vector<NameFinding>& findings) 
         return;
     }
     for (const Vocabulary& vocabulary : Vocabularies()) {
-        const VocabularyEntry* entry = FindNumber(vocabulary, number);
-        if (entry != nullptr) {
-            findings.push_back({query, &vocabulary, entry, NameMatch::NUMBER});
+        if (const auto entry = vocabulary.m_Entries.Find(number)) {
+            findings.push_back({query, &vocabulary, *entry, NameMatch::NUMBER});
         }
     }
 }
@@ -30,14 +29,14 @@ void SearchNumber(const std::string& query, std::vector<NameFinding>& findings) 
 void SearchWord(const std::string& query, NameMatch wanted, std::vector<NameFinding>& findings) {
     const std::string word = UpperCase(query);
     for (const Vocabulary& vocabulary : Vocabularies()) {
-        for (const VocabularyEntry& entry : vocabulary) {
-            const std::string name = UpperCase(entry.m_Name);
+        for (const PI::CVocabularyEntry entry : vocabulary.m_Entries) {
+            const std::string name = UpperCase(entry.Name());
             if (name.find(word) == std::string::npos) {
                 continue;
             }
             const NameMatch match = name == word ? NameMatch::EXACT : NameMatch::PART;
             if (match == wanted) {
-                findings.push_back({query, &vocabulary, &entry, match});
+                findings.push_back({query, &vocabulary, entry, match});
             }
         }
     }

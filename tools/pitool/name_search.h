@@ -16,7 +16,7 @@ enum class NameMatch { NUMBER, EXACT, PART };
 struct NameFinding {
     std::string m_Query;
     const Vocabulary* m_Vocabulary;
-    const VocabularyEntry* m_Entry;
+    PI::CVocabularyEntry m_Entry;
     NameMatch m_Match;
 };
 

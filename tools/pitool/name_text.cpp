@@ -5,14 +5,11 @@
 #include "json_text.h"
 #include "text_table.h"
 
-#include <iterator>
-#include <string_view>
-
 namespace pitool {
 namespace {
 
-std::string_view NameText(const VocabularyEntry& entry) {
-    return entry.m_Name.empty() ? "(no name)" : entry.m_Name;
+bool HasName(const PI::CVocabularyEntry& entry) {
+    return *entry.Name() != '\0';
 }
 
 const char* MatchText(NameMatch match) {
@@ -29,10 +26,10 @@ struct NameTable {
     explicit NameTable(std::size_t lines) { m_Numbers.reserve(lines); }
 
     /// A line of the number and the name.
-    std::vector<Cell>& Add(const VocabularyEntry& entry) {
-        m_Numbers.push_back(std::to_string(entry.m_Number));
-        return m_Lines.emplace_back(std::vector<Cell>{
-            {m_Numbers.back()}, {NameText(entry), entry.m_Name.empty() ? Style::FAINT : Style::PLAIN}});
+    std::vector<Cell>& Add(const PI::CVocabularyEntry& entry) {
+        m_Numbers.push_back(std::to_string(entry.Number()));
+        const Cell name = HasName(entry) ? Cell{entry.Name(), Style::PLAIN} : Cell{"(no name)", Style::FAINT};
+        return m_Lines.emplace_back(std::vector<Cell>{{m_Numbers.back()}, name});
     }
 
     std::vector<std::string> m_Numbers;
@@ -44,7 +41,7 @@ struct NameTable {
 std::string FindingsText(const std::vector<NameFinding>& findings, const Screen& screen) {
     NameTable table(findings.size());
     for (const NameFinding& finding : findings) {
-        table.Add(*finding.m_Entry).push_back({finding.m_Vocabulary->m_Title, Style::FAINT});
+        table.Add(finding.m_Entry).push_back({finding.m_Vocabulary->m_Title, Style::FAINT});
     }
     return TableText(table.m_Lines, screen, 0);
 }
@@ -54,8 +51,8 @@ std::string FindingsJson(const std::vector<NameFinding>& findings, const std::ve
     for (const NameFinding& finding : findings) {
         found.push_back({
             {"query", finding.m_Query},
-            {"number", finding.m_Entry->m_Number},
-            {"name", finding.m_Entry->m_Name},
+            {"number", finding.m_Entry.Number()},
+            {"name", finding.m_Entry.Name()},
             {"vocabulary", finding.m_Vocabulary->m_Title},
             {"match", MatchText(finding.m_Match)},
         });
@@ -73,8 +70,8 @@ std::string FindingsJson(const std::vector<NameFinding>& findings, const std::ve
 }
 
 std::string VocabularyText(const Vocabulary& vocabulary, const Screen& screen) {
-    NameTable table(static_cast<std::size_t>(std::distance(vocabulary.begin(), vocabulary.end())));
-    for (const VocabularyEntry& entry : vocabulary) {
+    NameTable table(vocabulary.m_Entries.Count());
+    for (const PI::CVocabularyEntry entry : vocabulary.m_Entries) {
         table.Add(entry);
     }
     return TableText(table.m_Lines, screen, 0);
@@ -82,8 +79,8 @@ std::string VocabularyText(const Vocabulary& vocabulary, const Screen& screen) {
 
 std::string VocabularyJson(const Vocabulary& vocabulary) {
     Json names = Json::array();
-    for (const VocabularyEntry& entry : vocabulary) {
-        names.push_back({{"number", entry.m_Number}, {"name", entry.m_Name}});
+    for (const PI::CVocabularyEntry entry : vocabulary.m_Entries) {
+        names.push_back({{"number", entry.Number()}, {"name", entry.Name()}});
     }
     return JsonText({
         {"format", "pitool name --list"},
