@@ -29,16 +29,6 @@ std::string WithQualifierAsDigits(std::string text, std::uint8_t qualifier) {
     return text;
 }
 
-const char* SeverityText(PI::_SEVERITY severity) {
-    switch (severity) {
-        case PI::Severity::INFORMATION: return "INFORMATION";
-        case PI::Severity::WARNING: return "WARNING";
-        case PI::Severity::ERROR: return "ERROR";
-        case PI::Severity::DEBUG: break;
-    }
-    return "DEBUG";
-}
-
 const char* FormatText(PI::_SENSE_FORMAT format) {
     switch (format) {
         case PI::SenseFormat::FIXED: return "fixed";
@@ -85,7 +75,7 @@ SenseMeaning ExplainSense(const PI::CSense& sense) {
     SenseMeaning meaning;
     PI::_SEVERITY severity = PI::Severity::DEBUG;
     PI::CPluginHelper::TranslateSenseKey(*sense.GetKey(), meaning.m_KeyText, severity);
-    meaning.m_Severity = SeverityText(severity);
+    meaning.m_Severity = PI::SeverityToString(severity);
     if (sense.GetCode() && sense.GetQualifier()) {
         const int result = PI::CPluginHelper::TranslateSenseASC(*sense.GetCode(), *sense.GetQualifier(),
                                                                 meaning.m_AdditionalText);
