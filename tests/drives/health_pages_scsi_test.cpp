@@ -148,7 +148,8 @@ TEST(SCSILogPage, IsRefusedWhenItsLengthsDoNotFit) {
                   "the page is too short")
             << length;
     }
-    for (const std::uint8_t length : std::initializer_list<std::uint8_t>{9, 7, 255}) {  // of the last parameter, which is 8 bytes long
+    for (const std::uint8_t length :
+         std::initializer_list<std::uint8_t>{9, 7, 255}) {  // of the last parameter, which is 8 bytes long
         Page wrong = page;
         wrong[19] = length;
         EXPECT_EQ(Take(drive, SCSI_LOG_PAGE, wrong), "the page contradicts its own lengths") << int{length};

@@ -24,6 +24,18 @@ TEST(ReferenceExamples, Vocabulary) {
     EXPECT_EQ(number, PI::PropertyValue::RAID6);
 }
 
+TEST(ReferenceExamples, Lists) {
+    std::string constants;
+    //! [lists]
+    for (const PI::CVocabularyEntry entry : PI::Vocabulary::OperationIDs()) {
+        if (std::string(entry.Name()).rfind("ALARM_", 0) == 0) {
+            constants += std::string(entry.Constant()) + " " + std::to_string(entry.Number()) + "\n";
+        }
+    }
+    //! [lists]
+    EXPECT_EQ(constants, "ALARM_ON 50008\nALARM_OFF 50009\n");
+}
+
 TEST(ReferenceExamples, Properties) {
     //! [properties]
     PI::CProperty level(PI::PropertyID::RAID_LEVEL, false);
@@ -51,6 +63,18 @@ TEST(ReferenceExamples, Objects) {
     adapter.m_Properties.at(0).GetValueString(name);
     EXPECT_EQ(name, "Software RAID");
     EXPECT_EQ(adapter.m_Operations.at(0).m_Header1, 50007U);
+}
+
+TEST(ReferenceExamples, Reading) {
+    PI::CObject object;
+    object.m_Properties.emplace_back(PI::PropertyID::POWERON_HOURS, false).SetValue(8760UL);
+    std::string text;
+    //! [reading]
+    if (const PI::CProperty* hours = PI::CPluginHelper::FindProperty(object, PI::PropertyID::POWERON_HOURS)) {
+        text = PI::CPluginHelper::StringifyProperty(*hours, "hours");  // "8760 hours"
+    }
+    //! [reading]
+    EXPECT_EQ(text, "8760 hours");
 }
 
 TEST(ReferenceExamples, Layout) {
