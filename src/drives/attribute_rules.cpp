@@ -2,6 +2,8 @@
 
 #include "drives/attribute_rules.h"
 
+#include <pi/vocabulary.h>
+
 #include <algorithm>
 
 #include "drives/health_figures.h"
@@ -52,8 +54,9 @@ std::int64_t Raw48(const Attribute& attribute) {
     return static_cast<std::int64_t>(attribute.m_Raw & 0xFFFFFFFFFFFF);
 }
 
+constexpr std::int64_t MOST_PERCENT = 1000;  // that a drive goes on counting to
+
 bool Passes(Check check, const Attribute& attribute, const DriveFacts& facts) {
-    constexpr std::int64_t MOST_PERCENT = 1000;  // that a drive goes on counting to
     const std::int64_t current = attribute.m_Current;
     const std::int64_t raw = Raw48(attribute);
     const bool isPercent = raw >= 1 && raw <= 100;
@@ -61,6 +64,7 @@ bool Passes(Check check, const Attribute& attribute, const DriveFacts& facts) {
     switch (check) {
         case Check::ANY: return true;
         case Check::RAW_ZERO: return raw == 0;
+        case Check::RAW_NOT_ZERO: return raw != 0;
         case Check::RAW_EQUAL: return raw == current;
         case Check::SUM_100: return raw >= 1 && raw <= MOST_PERCENT && (raw + current) % 256 == 100;
         case Check::RAW_PERCENT: return isPercent;
@@ -68,8 +72,13 @@ bool Passes(Check check, const Attribute& attribute, const DriveFacts& facts) {
         case Check::BELOW_100: return current >= 0 && current < 100;
         case Check::ONE_WORD: return isOneWord;
         case Check::SEVERAL_WORDS: return !isOneWord || raw == 0;
+        case Check::RAW_ABOVE_27_BITS: return raw >= std::int64_t{1} << 27;
+        case Check::ROTATING: return facts.m_Medium == PropertyValue::HDD;
         case Check::BESIDE_163: return FindAttribute(facts, 163) != nullptr;
         case Check::BESIDE_164: return FindAttribute(facts, 164) != nullptr;
+        case Check::BESIDE_165: return FindAttribute(facts, 165) != nullptr;
+        case Check::BESIDE_202: return FindAttribute(facts, 202) != nullptr;
+        case Check::BESIDE_230: return FindAttribute(facts, 230) != nullptr;
         case Check::BESIDE_231: return FindAttribute(facts, 231) != nullptr;
     }
     return false;
@@ -90,14 +99,17 @@ std::optional<std::int64_t> Apply(const AttributeRule& rule, std::int64_t field,
                        ? std::optional(std::min<std::int64_t>(((100 - field) * 100 + life / 2) / life, 100))
                        : std::nullopt;
         }
-        case Meaning::REMAINING_OF_200: return 200 - field;
-        case Meaning::USED: return field;
+        case Meaning::REMAINING_OF_200: return field <= 200 ? std::optional(200 - field) : std::nullopt;
+        case Meaning::USED: return field <= MOST_PERCENT ? std::optional(field) : std::nullopt;
         case Meaning::CYCLES: return field * 100 / parameter;
         case Meaning::CYCLES_BY: {
             const std::int64_t rated =
                 RatedCycles(FindAttribute(facts, static_cast<std::uint8_t>(parameter)));
             return rated != 0 ? std::optional(field * 100 / rated) : std::nullopt;
         }
+        case Meaning::SPARE: return field != 0 ? std::optional(field) : std::nullopt;
+        case Meaning::SECONDS: return field / (3600 / parameter);
+        case Meaning::LESS: return field >= parameter ? std::optional(field - parameter) : std::nullopt;
         case Meaning::COUNT: return BytesOf(static_cast<std::uint64_t>(field), rule.m_Parameter);
         case Meaning::PORTION: return field / parameter;
         case Meaning::SIGNED_COUNT: return static_cast<std::int8_t>(field);
@@ -117,8 +129,6 @@ std::optional<std::int64_t> FieldOf(const Attribute& attribute, Field field) {
         case Field::RAW_BYTE1: return Byte(raw, 1);
         case Field::RAW_BYTE3: return Byte(raw, 3);
         case Field::RAW_WORD0: return static_cast<std::int64_t>(raw & 0xFFFF);
-        case Field::RAW_WORD1: return static_cast<std::int64_t>(raw >> 16 & 0xFFFF);
-        case Field::RAW_WORD2: return static_cast<std::int64_t>(raw >> 32 & 0xFFFF);
         case Field::RAW_24: return static_cast<std::int64_t>(raw & 0xFFFFFF);
         case Field::RAW_32: return static_cast<std::int64_t>(raw & 0xFFFFFFFF);
         case Field::RAW_48: return static_cast<std::int64_t>(raw & 0xFFFFFFFFFFFF);
@@ -148,11 +158,8 @@ std::optional<std::int64_t> RuleSearch::Try(const AttributeRule& rule, const Att
     }
     const auto field = FieldOf(attribute, rule.m_Field);
     const auto value = field ? Apply(rule, *field, m_Facts) : std::nullopt;
-    if (value && IsPossible(rule.m_Figure, *value)) {
-        m_Settled.set(attribute.m_ID);
-        return value;
-    }
-    return std::nullopt;
+    m_Settled.set(attribute.m_ID, value.has_value());
+    return value;
 }
 
 }  // namespace PI

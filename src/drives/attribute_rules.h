@@ -20,8 +20,6 @@ enum class Field {
     RAW_BYTE1,
     RAW_BYTE3,
     RAW_WORD0,
-    RAW_WORD1,
-    RAW_WORD2,
     RAW_24,
     RAW_32,
     RAW_48,
@@ -31,16 +29,22 @@ enum class Field {
 /// What an attribute has to be like for a rule to fit it: firmware shows by it how it counts.
 enum class Check {
     ANY,
-    RAW_ZERO,          ///< the raw value is 0
-    RAW_EQUAL,         ///< raw and current value are the same
-    SUM_100,           ///< current and raw value add up to 100; the current one wraps below 0
-    RAW_PERCENT,       ///< the raw value is 1 to 100
-    FULL_RAW_PERCENT,  ///< the current value is 100, the raw value 1 to 100
-    BELOW_100,         ///< the current value is below 100
-    ONE_WORD,          ///< the raw value has at most 16 bits
-    SEVERAL_WORDS,     ///< the raw value has more than 16 bits, or is 0
-    BESIDE_163,        ///< the drive has attribute 163 as well
+    RAW_ZERO,           ///< the raw value is 0
+    RAW_NOT_ZERO,       ///< the raw value is not 0
+    RAW_EQUAL,          ///< raw and current value are the same
+    RAW_PERCENT,        ///< the raw value is 1 to 100
+    FULL_RAW_PERCENT,   ///< the current value is 100, the raw value 1 to 100
+    SUM_100,            ///< current and raw value add up to 100; the current one wraps below 0
+    BELOW_100,          ///< the current value is below 100
+    ONE_WORD,           ///< the raw value has at most 16 bits
+    SEVERAL_WORDS,      ///< the raw value has more than 16 bits, or is 0
+    RAW_ABOVE_27_BITS,  ///< the raw value has more than 27 bits
+    ROTATING,           ///< the drive is a disk
+    BESIDE_163,         ///< the drive has attribute 163 as well
     BESIDE_164,
+    BESIDE_165,
+    BESIDE_202,
+    BESIDE_230,
     BESIDE_231,
 };
 
@@ -51,12 +55,16 @@ enum class Meaning {
     USED,              ///< percent used
     CYCLES,            ///< percent of the parameter
     CYCLES_BY,         ///< percent of the raw value of the attribute that the parameter names
+    SPARE,             ///< percent left, 0 where the drive does not count
+    SECONDS,           ///< as many seconds as the parameter each, in hours
+    LESS,              ///< the field less the parameter
     COUNT,             ///< the field times the parameter
     PORTION,           ///< the field divided by the parameter
     SIGNED_COUNT,      ///< the field, one signed byte
     NOTHING,           ///< the attribute tells nothing of this figure on these drives
 };
 
+/// One row of a table.
 struct AttributeRule {
     _HEALTH_FIGURE m_Figure;
     std::string_view m_Model;  ///< pattern (util/pattern.h); empty: any
@@ -66,10 +74,11 @@ struct AttributeRule {
     Field m_Field;
     Meaning m_Meaning;
     std::uint64_t m_Parameter;
-};
+    int m_Support;  ///< percent of the drives it was tried on that it is right for
 
-/// A field of an attribute, if the drive gives it.
-std::optional<std::int64_t> FieldOf(const Attribute& attribute, Field field);
+    /// Whether what it says is doubtful.
+    constexpr bool IsWeak() const { return m_Support < 90; }
+};
 
 /// Tries rules on a drive's attributes, in the order of their table. Of each attribute the first rule that
 /// fits counts.
@@ -77,7 +86,7 @@ class RuleSearch {
 public:
     explicit RuleSearch(const DriveFacts& facts) : m_Facts(facts) {}
 
-    /// What an attribute says by a rule; nothing where the rule does not fit or the figure could not be so.
+    /// What an attribute says by a rule, possible or not; nothing where the rule does not fit.
     std::optional<std::int64_t> Try(const AttributeRule& rule, const Attribute& attribute);
 
     /// Whether a rule has said what an attribute means on this drive, or that it means nothing.

@@ -37,7 +37,9 @@ void CopyText(char (&target)[Size], const char* text, std::size_t length) {
 CDriveHealth::CDriveHealth(_DRIVE_PROTOCOL protocol, const std::string& model)
     : m_Facts(std::make_unique<CFacts>()) {
     m_Facts->m_Protocol = protocol;
-    CopyText(m_Facts->m_Model, model.data(), model.size());
+    const std::size_t begin = std::min(model.find_first_not_of(' '), model.size());
+    const std::size_t end = model.find_last_not_of(' ') + 1;
+    CopyText(m_Facts->m_Model, model.data() + begin, std::max(begin, end) - begin);
     if (protocol == DriveProtocol::ATA) {
         std::string vendor;
         std::string name;

@@ -2,6 +2,7 @@
 // What SMART attributes say: figures by rules, and how they are against their thresholds.
 
 #include <pi/drive_health.h>
+#include <pi/vocabulary.h>
 
 #include <algorithm>
 #include <iterator>
@@ -13,11 +14,42 @@ namespace PI {
 
 namespace {
 
+constexpr std::uint8_t HOURS_ATTRIBUTE = 9;
+constexpr int AGREED = 100;  // support of what all makers mean by a number
+
 constexpr AttributeRule RULES[] = {
-#define PI_ATTRIBUTE(figure, model, name, id, field, meaning, parameter) \
-    {HealthFigure::figure, model, name, id, Check::ANY, Field::field, Meaning::meaning, parameter},
-#include "drives/attribute_figures.def"
-#undef PI_ATTRIBUTE
+#define PI_HOURS_RULE(model, name, field, meaning, parameter, drives, percent) \
+    {HealthFigure::POWER_ON_HOURS,                                             \
+     model,                                                                    \
+     name,                                                                     \
+     HOURS_ATTRIBUTE,                                                          \
+     Check::ANY,                                                               \
+     Field::field,                                                             \
+     Meaning::meaning,                                                         \
+     parameter,                                                                \
+     AGREED},
+#include "drives/hours_attributes.def"
+#undef PI_HOURS_RULE
+#define PI_AMOUNT_RULE(figure, model, name, id, check, unit, drives, percent) \
+    {HealthFigure::BYTES_##figure,                                            \
+     model,                                                                   \
+     name,                                                                    \
+     id,                                                                      \
+     Check::check,                                                            \
+     Field::RAW_48,                                                           \
+     (unit) != 0 ? Meaning::COUNT : Meaning::NOTHING,                         \
+     unit,                                                                    \
+     (drives) != 0 ? percent : AGREED},
+#include "drives/amount_attributes.def"
+#undef PI_AMOUNT_RULE
+#define PI_SPARE_RULE(model, id, check, field, meaning, drives, lowest) \
+    {HealthFigure::SPARE, model, "", id, Check::check, Field::field, Meaning::meaning, 0, AGREED},
+#include "drives/spare_attributes.def"
+#undef PI_SPARE_RULE
+#define PI_ERROR_RULE(figure, name, id, field, meaning, parameter) \
+    {HealthFigure::figure, "", name, id, Check::ANY, Field::field, Meaning::meaning, parameter, AGREED},
+#include "drives/error_attributes.def"
+#undef PI_ERROR_RULE
 };
 
 constexpr std::uint8_t AIRFLOW_TEMPERATURE = 190;
@@ -47,16 +79,17 @@ bool WasBelow(const DriveFacts& facts, const Attribute& attribute) {
 
 }  // namespace
 
-bool ReadAttributes(const DriveFacts& facts, _HEALTH_FIGURE figure, Reading& reading) noexcept {
+bool ReadAttributes(const DriveFacts& facts, _HEALTH_FIGURE figure, Reading& reading, bool& isWeak) noexcept {
+    if (figure == HealthFigure::SPARE && facts.m_Medium == PropertyValue::HDD) {
+        return false;
+    }
     RuleSearch search(facts);
     for (const AttributeRule& rule : RULES) {
-        if (rule.m_Figure != figure) {
-            continue;
-        }
-        const Attribute* attribute = FindAttribute(facts, rule.m_ID);
+        const Attribute* attribute = rule.m_Figure == figure ? FindAttribute(facts, rule.m_ID) : nullptr;
         const auto value = attribute != nullptr ? search.Try(rule, *attribute) : std::nullopt;
         if (value) {
             reading = AttributeReading(figure, rule.m_ID, *value);
+            isWeak = rule.IsWeak();
             return true;
         }
     }

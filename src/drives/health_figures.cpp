@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::int64_t MOST = std::int64_t{1} << 48;        // of any counter; ATA's are no wider
 constexpr std::int64_t MOST_BYTES = std::int64_t{1} << 60;  // judgement: no drive takes an exbibyte
-constexpr std::int64_t MOST_HOURS = 300'000;                // judgement: 34 years, older than the counters
+constexpr std::int64_t MOST_HOURS = 200'000;  // judgement: 22 years; the oldest drive seen has 118,974
 
 constexpr std::int64_t MOST_WEAR = 1000;  // judgement: ten times its rated life
 
@@ -91,7 +91,8 @@ bool CountsBlocks(const Reading& reading) {
 Choice ChooseWithAttributes(const DriveFacts& facts, _HEALTH_FIGURE figure) {
     Choice choice = ChooseReading(facts, figure);
     Reading reading;
-    if (ReadAttributes(facts, figure, reading)) {
+    bool isWeak = false;
+    if (ReadAttributes(facts, figure, reading, isWeak)) {
         choice.Offer(reading);
     }
     return choice;
@@ -137,25 +138,46 @@ CHealthFigure DecideVerdict(const DriveFacts& facts) {
     return CHealthFigureMaker(HealthFigure::VERDICT).Set(FigureState::KNOWN, verdict).Made();
 }
 
-/// Whether two counts of hours tell the same life: drives round and store them at different times.
-bool AgreeOnHours(std::int64_t one, std::int64_t other) {
+/// Whether two counts agree but for a tenth, or for a slack where they are small: drives round and store them
+/// at different times.
+bool AreClose(std::int64_t one, std::int64_t other, std::int64_t slack) {
     const std::int64_t larger = std::max(one, other);
-    return larger - std::min(one, other) <= std::max<std::int64_t>(larger / 10, 1000);  // judgement
+    return larger - std::min(one, other) <= std::max(larger / 10, slack);  // judgement
 }
 
-CHealthFigure DecideHours(const DriveFacts& facts) {
-    const Choice choice = ChooseWithAttributes(facts, HealthFigure::POWER_ON_HOURS);
-    if (!choice.m_HasBest) {
-        return Plain(HealthFigure::POWER_ON_HOURS, choice);
+/// Whether a statistic has lost its bits from 32 on, as many drives' do: the other counts on.
+bool HasWrapped(std::int64_t statistic, std::int64_t other, std::uint32_t blockSize) {
+    constexpr std::int64_t WRAP = std::int64_t{1} << 32;  // blocks
+    constexpr std::int64_t SLACK = 200'000;               // blocks written between the two
+    const std::int64_t blocks = statistic / blockSize;
+    const std::int64_t apart = (other / blockSize - blocks) % WRAP;
+    return blocks < WRAP && other / blockSize >= WRAP && std::min(apart, WRAP - apart) <= SLACK;
+}
+
+/// A count that both a statistic and an attribute keep, of which neither is always right: hours and amounts.
+CHealthFigure DecideCount(const DriveFacts& facts, _HEALTH_FIGURE figure, std::int64_t slack) {
+    const Choice choice = ChooseReading(facts, figure);
+    Reading attribute;
+    bool isWeak = false;
+    if (!ReadAttributes(facts, figure, attribute, isWeak) || !CanBe(attribute)) {
+        return Plain(figure, ChooseWithAttributes(facts, figure));
     }
-    CHealthFigureMaker maker(HealthFigure::POWER_ON_HOURS);
-    maker.Set(FigureState::KNOWN, choice.m_Best);
-    for (std::size_t i = 0; i < facts.m_ReadingCount; ++i) {
-        const Reading& reading = facts.m_Readings[i];
-        if (reading.m_Figure == HealthFigure::POWER_ON_HOURS && CanBe(reading) &&
-            !AgreeOnHours(reading.m_Value, choice.m_Best.m_Value)) {
-            maker.Doubt(FigureReason::SOURCES_DIFFER).Name(reading);
-        }
+    CHealthFigureMaker maker(figure);
+    // What another program made of the attribute is no opinion of its own.
+    const bool isOwn = choice.m_HasBest && choice.m_Best.m_Source != FigureSource::PROGRAM;
+    const std::int64_t own = choice.m_Best.m_Value;
+    const bool isAmount = figure != HealthFigure::POWER_ON_HOURS;
+    // A statistic of 0 beside a count is not kept.
+    if (!isOwn || (own == 0 && attribute.m_Value > 0) ||
+        (isAmount && HasWrapped(own, attribute.m_Value, facts.m_BlockSize))) {
+        maker.Set(FigureState::KNOWN, attribute);
+        return isWeak ? maker.Doubt(FigureReason::WEAK_RULE).Made() : maker.Made();
+    }
+    // Statistics of the hours lag on some drives, none runs ahead.
+    const bool isLagging = !isAmount && attribute.m_Value > own;
+    maker.Set(FigureState::KNOWN, isLagging ? attribute : choice.m_Best);
+    if (!isWeak && !AreClose(own, attribute.m_Value, slack)) {
+        maker.Doubt(FigureReason::SOURCES_DIFFER).Name(isLagging ? choice.m_Best : attribute);
     }
     return maker.Made();
 }
@@ -220,7 +242,9 @@ bool IsSolidState(const DriveFacts& facts) noexcept {
 CHealthFigure DecideFigure(const DriveFacts& facts, _HEALTH_FIGURE figure) noexcept {
     switch (figure) {
         case HealthFigure::WEAR: return DecideWear(facts);
-        case HealthFigure::POWER_ON_HOURS: return DecideHours(facts);
+        case HealthFigure::POWER_ON_HOURS: return DecideCount(facts, figure, 1000);
+        case HealthFigure::BYTES_WRITTEN:
+        case HealthFigure::BYTES_READ: return DecideCount(facts, figure, std::int64_t{1} << 36);
         case HealthFigure::RATED_TERABYTES: return DecideRating(facts);
         case HealthFigure::TEMPERATURE: return DecideTemperature(facts);
         case HealthFigure::MEDIA_ERRORS: return DecideMediaErrors(facts);

@@ -22,7 +22,8 @@ enum class FigureReason : std::int32_t {
     SOURCES_DIFFER,       ///< sources are further apart than they may be
     MAYBE_INVALID,        ///< 255: above 254, or no figure
     WRITTEN_BUT_NEW,      ///< wear of 0 after many drive writes
-    COUNTS_NO_FURTHER,    ///< an attribute that counts down and has reached its end
+    COUNTS_NO_FURTHER,    ///< an attribute that has reached the end of what it can say
+    WEAK_RULE,            ///< the rule for the attribute is wrong on some drives
 };
 
 /// What a figure is: its name, and which readings of it can be.
@@ -102,9 +103,10 @@ CHealthFigure DecideWear(const DriveFacts& facts) noexcept;
 /// The rated endurance, where it is known in terabytes.
 CHealthFigure DecideRating(const DriveFacts& facts) noexcept;
 
-/// The figure as SMART attributes tell it, by the rules of src/drives/attribute_figures.def.
+/// The figure as SMART attributes tell it, by the rules of src/drives/*_attributes.def; wear left out.
+/// @param isWeak out: the rule is wrong on some drives
 /// @return whether they do
-bool ReadAttributes(const DriveFacts& facts, _HEALTH_FIGURE figure, Reading& reading) noexcept;
+bool ReadAttributes(const DriveFacts& facts, _HEALTH_FIGURE figure, Reading& reading, bool& isWeak) noexcept;
 
 /// Bits of an NVMe drive's critical warning that announce or tell a failure: the spare is used up, it is
 /// degraded, read-only, or its memory is not saved when power fails. The others are its temperature and

@@ -88,7 +88,10 @@ std::string Counted(const CHealthFigure& figure) {
 }  // namespace
 
 std::string CHealthFigure::GetText() const {
-    const auto value = [this](std::int64_t number) { return std::to_string(number) + UnitText(GetUnit()); };
+    const auto value = [this](std::int64_t number) {
+        return number == BEYOND_COUNTING ? "a number beyond 63 bits"
+                                         : std::to_string(number) + UnitText(GetUnit());
+    };
     const auto said = [&](std::size_t i) {
         const CReading& other = m_Others[i];
         return SourceText(other.m_Source, other.m_Number) + " says " + value(other.m_Value);
@@ -118,6 +121,9 @@ std::string CHealthFigure::GetText() const {
         case FigureReason::WRITTEN_BUT_NEW:
             return source + " says " + value(m_Value) + ", but the drive was written " +
                    std::to_string(m_Others[0].m_Value) + " times over";
+        case FigureReason::WEAK_RULE:
+            return source + " says " + value(m_Value) +
+                   ", but drives of this kind are known on which it does not tell";
         case FigureReason::COUNTS_NO_FURTHER:
             return source + " says " + value(m_Value) + " and counts no further";
     }

@@ -16,32 +16,45 @@ namespace PI {
 namespace {
 
 constexpr AttributeRule WEAR_RULES[] = {
-#define PI_WEAR_RULE(model, name, id, check, field, meaning, parameter) \
-    {HealthFigure::WEAR, model, name, id, Check::check, Field::field, Meaning::meaning, parameter},
+#define PI_WEAR_RULE(model, name, id, check, field, meaning, parameter, drives, percent) \
+    {HealthFigure::WEAR, model, name, id, Check::check, Field::field, Meaning::meaning, parameter, percent},
 #include "drives/wear_attributes.def"
 #undef PI_WEAR_RULE
 };
 
 constexpr std::uint8_t ANY_ID = 0;
-constexpr std::int64_t MAYBE_INVALID = 255;  // the standards' word for more than 254, and unset bytes
-constexpr std::int64_t MOST_APART = 10;      // judgement: firmware rounds and updates at different times
-constexpr std::int64_t COUNTED_DOWN = 99;    // where attributes that count down from 100 end
+constexpr std::int64_t MAYBE_INVALID = 255;    // the standards' word for more than 254, and unset bytes
+constexpr std::int64_t CONFIRMS_INVALID = 90;  // judgement: a source that says so much agrees with 255
+constexpr std::int64_t MOST_APART = 10;        // judgement: firmware rounds and updates at different times
 constexpr std::int64_t MANY_DRIVE_WRITES = 100;
 
-/// What the drive's attributes say of its wear, the one that counts most first.
+/// What an attribute says of the wear.
+struct Opinion {
+    Reading m_Reading;
+    bool m_IsWeak;    ///< drives were seen on which its rule is wrong
+    bool m_EndsHere;  ///< it has reached the end of what it can say
+};
+
+/// What the drive's attributes say, the one that counts most first.
 struct Opinions {
     static constexpr std::size_t MAX = 8;
 
-    Reading m_List[MAX];
+    Opinion m_List[MAX];
     std::size_t m_Count = 0;
-    bool m_EndsHere = false;  ///< the first counts down from 100 and has reached its end
 
-    void Add(std::uint8_t id, std::int64_t value) {
+    void Add(std::uint8_t id, std::int64_t value, bool isWeak, bool endsHere) {
         if (m_Count < MAX) {
-            m_List[m_Count++] = AttributeReading(HealthFigure::WEAR, id, value);
+            m_List[m_Count++] = {AttributeReading(HealthFigure::WEAR, id, value), isWeak, endsHere};
         }
     }
 };
+
+/// Attributes that count down stop at 1 or 0, those of percent used at 100, whatever follows.
+bool EndsHere(const AttributeRule& rule, const Attribute& attribute, std::int64_t value) {
+    return rule.m_Meaning == Meaning::REMAINING
+               ? value >= 99
+               : rule.m_Meaning == Meaning::USED && value == 100 && attribute.m_Current == 0;
+}
 
 Opinions FromAttributes(const DriveFacts& facts) {
     Opinions opinions;
@@ -49,14 +62,13 @@ Opinions FromAttributes(const DriveFacts& facts) {
     for (const AttributeRule& rule : WEAR_RULES) {
         for (std::size_t i = 0; i < facts.m_AttributeCount; ++i) {
             const Attribute& attribute = facts.m_Attributes[i];
-            if (rule.m_ID != ANY_ID && rule.m_ID != attribute.m_ID) {
+            if ((rule.m_ID != ANY_ID && rule.m_ID != attribute.m_ID) ||
+                FindAttribute(facts, attribute.m_ID) != &attribute) {
                 continue;
             }
-            if (const auto value = search.Try(rule, attribute)) {
-                opinions.m_EndsHere = opinions.m_Count == 0
-                                          ? rule.m_Meaning == Meaning::REMAINING && *value >= COUNTED_DOWN
-                                          : opinions.m_EndsHere;
-                opinions.Add(attribute.m_ID, *value);
+            const auto value = search.Try(rule, attribute);
+            if (value && IsPossible(HealthFigure::WEAR, *value)) {
+                opinions.Add(attribute.m_ID, *value, rule.IsWeak(), EndsHere(rule, attribute, *value));
             }
         }
     }
@@ -66,7 +78,7 @@ Opinions FromAttributes(const DriveFacts& facts) {
     if (attribute != nullptr) {
         const std::int64_t value = ListedWear(*facts.m_Listed, attribute->m_Current, attribute->m_Raw);
         if (IsPossible(HealthFigure::WEAR, value)) {
-            opinions.Add(id, value);
+            opinions.Add(id, value, false, false);
         }
     }
     return opinions;
@@ -82,9 +94,10 @@ std::int64_t DriveWrites(const DriveFacts& facts) {
                : 0;
 }
 
-/// Attributes that count down end where other sources go on.
-bool Agree(std::int64_t one, std::int64_t other) {
-    return std::abs(one - other) <= MOST_APART || (one >= COUNTED_DOWN && other >= COUNTED_DOWN);
+/// What goes on after 100 agrees with what stops there.
+bool Agree(const Reading& one, const Reading& other) {
+    constexpr std::int64_t WORN_OUT = 100;
+    return std::abs(std::min(one.m_Value, WORN_OUT) - std::min(other.m_Value, WORN_OUT)) <= MOST_APART;
 }
 
 }  // namespace
@@ -121,28 +134,38 @@ CHealthFigure DecideWear(const DriveFacts& facts) noexcept {
         return Plain(HealthFigure::WEAR, own);
     }
     // What another program made of the attributes is no opinion of its own.
-    const bool isOwn =
+    const bool hasOwn =
         own.m_HasBest && (own.m_Best.m_Source != FigureSource::PROGRAM || opinions.m_Count == 0);
-    const bool isConfirmed = opinions.m_Count > 0 && opinions.m_List[0].m_Value >= COUNTED_DOWN;
-    const bool isInvalid = isOwn && own.m_Best.m_Value == MAYBE_INVALID && !isConfirmed;
-    const Reading& chosen = isOwn && !(isInvalid && opinions.m_Count > 0) ? own.m_Best : opinions.m_List[0];
+    const Opinion* const first = opinions.m_Count > 0 ? &opinions.m_List[0] : nullptr;
+    const bool isInvalid = hasOwn && own.m_Best.m_Value == MAYBE_INVALID &&
+                           (first == nullptr || first->m_Reading.m_Value < CONFIRMS_INVALID);
+    const bool isOwn = hasOwn && (!isInvalid || first == nullptr);
+    const Reading chosen = isOwn ? own.m_Best : first->m_Reading;
     maker.Set(FigureState::KNOWN, chosen);
     if (isInvalid) {
         return maker.Doubt(FigureReason::MAYBE_INVALID).Name(own.m_Best).Made();
     }
-    for (std::size_t i = 0; i < opinions.m_Count; ++i) {
-        if (!Agree(chosen.m_Value, opinions.m_List[i].m_Value)) {
-            maker.Doubt(FigureReason::SOURCES_DIFFER).Name(opinions.m_List[i]);
+    bool differs = false;
+    for (std::size_t i = isOwn ? 0 : 1; i < opinions.m_Count; ++i) {
+        // Among attributes a weak one does not shake a strong one.
+        const Opinion& other = opinions.m_List[i];
+        if ((isOwn || !other.m_IsWeak) && !Agree(chosen, other.m_Reading)) {
+            maker.Doubt(FigureReason::SOURCES_DIFFER).Name(other.m_Reading);
+            differs = true;
         }
     }
-    if (maker.Made().GetState() == FigureState::DOUBTFUL) {
+    if (differs) {
         return maker.Made();
     }
-    if (!isOwn && opinions.m_EndsHere) {
-        maker.Doubt(FigureReason::COUNTS_NO_FURTHER);
-    }
     if (const std::int64_t writes = DriveWrites(facts); chosen.m_Value == 0 && writes >= MANY_DRIVE_WRITES) {
-        maker.Doubt(FigureReason::WRITTEN_BUT_NEW).Name({writes, HealthFigure::BYTES_WRITTEN, 0, 0});
+        return maker.Doubt(FigureReason::WRITTEN_BUT_NEW)
+            .Name({writes, HealthFigure::BYTES_WRITTEN, 0, 0})
+            .Made();
+    }
+    if (!isOwn && first->m_EndsHere) {
+        maker.Doubt(FigureReason::COUNTS_NO_FURTHER);
+    } else if (!isOwn && first->m_IsWeak) {
+        maker.Doubt(FigureReason::WEAK_RULE);
     }
     return maker.Made();
 }

@@ -187,25 +187,31 @@ TEST(DriveHealth, MoreAttributesBelowTheirThresholdsThanAFigureNamesAreCounted) 
 
 TEST(DriveHealth, HoursThatDifferMuchAreDoubtful) {
     struct {
-        std::int64_t m_Own;
-        std::int64_t m_Other;
+        std::int64_t m_Statistic;
+        std::uint64_t m_Attribute;
+        std::int64_t m_Hours;
         bool m_IsDoubtful;
-    } const rows[] = {{100, 1100, false}, {100, 1101, true}, {20000, 18000, false}, {20000, 17999, true}};
+    } const rows[] = {
+        {100, 1100, 1100, false},     {100, 1101, 1101, true},  // a slack of 1000 hours
+        {20000, 18000, 20000, false}, {20000, 17999, 20000, true},
+        {18000, 20000, 20000, false}, {17999, 20000, 20000, true},  // statistics lag, none runs ahead
+        {0, 5000, 5000, false},       {5000, 0, 5000, true},        // a statistic of 0 is not kept
+    };
     for (const auto& row : rows) {
         CDriveHealth drive = SolidState();
-        drive.TakeStatistic(1, 0x10, row.m_Own);
-        drive.TakeFigure(Figure::POWER_ON_HOURS, row.m_Other);
+        drive.TakeStatistic(1, 0x10, row.m_Statistic);
+        Take(drive, ATA_SMART_DATA, SmartData({{9, 100, row.m_Attribute}}));
+        drive.TakeFigure(Figure::POWER_ON_HOURS, 77777);  // made of either
         const CHealthFigure hours = drive.GetFigure(Figure::POWER_ON_HOURS);
+        EXPECT_EQ(hours.GetValue(), row.m_Hours) << row.m_Statistic << " " << row.m_Attribute;
         EXPECT_EQ(hours.GetState() == FigureState::DOUBTFUL, row.m_IsDoubtful)
-            << row.m_Own << " " << row.m_Other;
-        EXPECT_EQ(hours.GetValue(), row.m_Own);
+            << row.m_Statistic << " " << row.m_Attribute;
     }
     CDriveHealth drive = SolidState();
     drive.TakeStatistic(1, 0x10, 100);
-    drive.TakeFigure(Figure::POWER_ON_HOURS, 5000);
-    EXPECT_EQ(
-        Told(drive, Figure::POWER_ON_HOURS),
-        "doubtful 100: device statistics page 1 says 100 hours, decoded by another program says 5000 hours");
+    Take(drive, ATA_SMART_DATA, SmartData({{9, 100, 5000}}));
+    EXPECT_EQ(Told(drive, Figure::POWER_ON_HOURS),
+              "doubtful 5000: SMART attribute 9 says 5000 hours, device statistics page 1 says 100 hours");
 }
 
 TEST(DriveHealth, MoreSourcesThanDrivesHaveArePassedOver) {
