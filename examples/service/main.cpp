@@ -82,6 +82,10 @@ void Report(const service::Plugin& plugin, bool& anyError) {
 }
 
 int Run(const service::Options& options) {
+    const std::string difference = PI::BuildDifference();
+    if (!difference.empty()) {
+        throw std::runtime_error("the service does not fit the library that it has got: " + difference);
+    }
     CLanguageSupport::LoadFile(
         options.m_LanguageFile.empty()
             ? std::filesystem::read_symlink("/proc/self/exe").replace_filename("strings.en.xml")

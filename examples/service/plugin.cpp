@@ -39,7 +39,28 @@ std::string LoaderError(const std::filesystem::path& file) {
     const char* const error = dlerror();
     std::string text = error == nullptr ? "cannot be loaded" : error;
     const std::string prefix = file.string() + ": ";
-    return text.compare(0, prefix.size(), prefix) == 0 ? text.substr(prefix.size()) : text;
+    if (text.compare(0, prefix.size(), prefix) == 0) {
+        text.erase(0, prefix.size());
+    }
+    if (text.find("undefined symbol") != std::string::npos) {
+        text +=
+            ", which the libraries of this host do not have: perhaps it was built for another release, or "
+            "in another mode of the standard library";
+    }
+    return text;
+}
+
+/// Refuses a plug-in whose objects lie in memory otherwise than those of this host.
+void CheckBuild(decltype(PluginBuild)* build) {
+    if (build == nullptr) {
+        return;
+    }
+    std::size_t count = 0;
+    const PI::_BUILD_FIGURE* const figures = build(&count);
+    const std::string difference = PI::BuildDifference(figures, count);
+    if (!difference.empty()) {
+        throw std::runtime_error("does not fit this host: " + difference);
+    }
 }
 
 }  // namespace
@@ -60,6 +81,7 @@ Plugin::Plugin(const std::filesystem::path& file)
     try {
         decltype(PluginInterfaceVersion)* version = nullptr;
         decltype(PluginName)* name = nullptr;
+        CheckBuild(reinterpret_cast<decltype(PluginBuild)*>(dlsym(m_Handle, "PluginBuild")));
         Find("PluginInterfaceVersion", version);
         if (version() != PLUGIN_INTERFACE_VERSION) {
             throw std::runtime_error("is made for version " + std::to_string(version()) +

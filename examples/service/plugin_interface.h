@@ -20,6 +20,8 @@
 
 #include <pi/pi.h>
 
+#include <cstddef>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -34,7 +36,15 @@ constexpr auto PHYSICAL_DRIVE = static_cast<PI::_OBJECT_TYPE>(19902);
 // unloading. No exception may leave these functions.
 extern "C" {
 
-/// PLUGIN_INTERFACE_VERSION as the plug-in was compiled with; called first.
+/// How the plug-in was built; called first, and what follows only when it was built as the host's library
+/// was. Defined here, so that a plug-in has it without a line of its own. A plug-in may lack it, as those
+/// made before it was there do; it is taken unchecked then.
+PI_API __attribute__((used)) inline const PI::_BUILD_FIGURE* PluginBuild(std::size_t* count) {
+    *count = std::size(PI::BUILD_FIGURES);
+    return PI::BUILD_FIGURES;
+}
+
+/// PLUGIN_INTERFACE_VERSION as the plug-in was compiled with; called before what follows.
 PI_API int PluginInterfaceVersion();
 
 /// Name of the plug-in, by which settings are addressed.

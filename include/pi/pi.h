@@ -4,6 +4,7 @@
 #pragma once
 
 #include <pi/adapters.h>
+#include <pi/build_check.h>
 #include <pi/config_file.h>
 #include <pi/drive_combination.h>
 #include <pi/drive_health.h>

@@ -225,9 +225,9 @@ TEST(Plugins, ExportTheirEntryPointsAndNothingElse) {
         const Outcome outcome =
             RunProgram({NM, "-D", "--defined-only", "--format=just-symbols", plugin}, TREES);
         EXPECT_EQ(outcome.m_Status, 0) << outcome.m_Errors;
-        EXPECT_THAT(Lines(outcome.m_Output),
-                    testing::UnorderedElementsAre("PluginConfigure", "PluginGetEvents", "PluginGetObjects",
-                                                  "PluginInterfaceVersion", "PluginName"));
+        EXPECT_THAT(Lines(outcome.m_Output), testing::UnorderedElementsAre(
+                                                 "PluginBuild", "PluginConfigure", "PluginGetEvents",
+                                                 "PluginGetObjects", "PluginInterfaceVersion", "PluginName"));
     }
 }
 
@@ -248,6 +248,20 @@ TEST(Host, BadPluginGetsOneLineAndTheOthersGoOn) {
     const Case CASES[] = {
         {"version.so",
          "service: version.so: is made for version 2 of the interface, this host has version 1\n"},
+        {"major.so",
+         "service: major.so: does not fit this host: the module was built with PI_VERSION_MAJOR = 2, "
+         "libpi " PI_VERSION_STRING " with 1\n"},
+        {"debug_mode.so",
+         "service: debug_mode.so: does not fit this host: the module was built with _GLIBCXX_DEBUG = 1, "
+         "libpi " PI_VERSION_STRING " with 0\n"},
+        {"old_strings.so",
+         "service: old_strings.so: does not fit this host: the module was built with _GLIBCXX_USE_CXX11_ABI "
+         "= 0, libpi " PI_VERSION_STRING " with 1\n"},
+        {"old_string_call.so",
+         "service: old_string_call.so: undefined symbol: _ZN2PI17ErrorCodeToStringEi, which the libraries of "
+         "this host "
+         "do not have: perhaps it was built for another release, or in another mode of the standard "
+         "library\n"},
         {"entry.so", "service: entry.so: has no entry point PluginGetObjects\n"},
         {"throw.so", "service: bad: exception: thrown by the plug-in\n"},
         {"throw_anything.so", "service: bad: exception of an unknown type\n"},
@@ -270,6 +284,13 @@ TEST(Host, AThreadIsCancelledWithinAPlugin) {
     std::vector<std::string> errors;
     EXPECT_TRUE(PI::Test::EndsCancelled([&] { plugin.GetObjects(errors); }));
     EXPECT_THAT(errors, testing::IsEmpty());
+}
+
+TEST(Host, PluginThatDoesNotSayHowItWasBuiltIsTakenAsBeforeThereWasACheck) {
+    const PluginFolder plugins({BAD / "unchecked.so"});
+    const Outcome outcome = RunHost({plugins.Path()});
+    EXPECT_EQ(outcome.m_Errors, "service: bad: two?lines\n");
+    EXPECT_EQ(outcome.m_Output.substr(0, 12), "Plug-in bad\n");
 }
 
 TEST(Host, FileThatIsNoLibraryGetsOneLine) {

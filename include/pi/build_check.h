@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Whether modules that exchange objects were built alike.
+///
+/// Objects cross the border between a service and its plug-ins as they lie in memory. A module that was
+/// compiled in another mode of the standard library, or for another major version of this library, has them
+/// lie otherwise, and corrupts memory at the first one. So each module holds figures of how it was compiled,
+/// and the service compares those of a plug-in before it calls anything else of it:
+///
+/// @code
+///     // in the plug-in, exported
+///     const PI::_BUILD_FIGURE* PluginBuild(std::size_t* count) {
+///         *count = std::size(PI::BUILD_FIGURES);
+///         return PI::BUILD_FIGURES;
+///     }
+///
+///     // in the service
+///     std::size_t count = 0;
+///     const PI::_BUILD_FIGURE* const figures = pluginBuild(&count);
+///     const std::string difference = PI::BuildDifference(figures, count);
+/// @endcode
+///
+/// The service compares, not the plug-in: one of another major version may have brought a library of its own.
+/// The figures are of C types only, so that they cross where nothing else may.
+///
+/// A module whose functions bear other names, as with another std::string, mostly lacks them in the library;
+/// then dlopen fails with RTLD_NOW and says which. What a module does while it is being loaded, in the
+/// constructors of its static objects, comes before any check.
+#pragma once
+
+#include <pi/adapters.h>
+#include <pi/config_file.h>
+#include <pi/drive_combination.h>
+#include <pi/drive_health.h>
+#include <pi/drives.h>
+#include <pi/endurance_rating.h>
+#include <pi/events.h>
+#include <pi/model.h>
+#include <pi/remaining_lifetime.h>
+#include <pi/sense.h>
+#include <pi/ssd_endurance.h>
+#include <pi/text_table.h>
+#include <pi/trace.h>
+#include <pi/version.h>
+#include <pi/vocabulary_lists.h>
+#include <pi/wear_forecast.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <map>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace PI {
+
+/// @addtogroup utilities
+/// @{
+
+/// How a module was compiled, in one respect. This structure is the same in every release: what is new is a
+/// figure of another name.
+struct _BUILD_FIGURE {
+    const char* m_Name;     ///< such as "sizeof(PI::CObject)"; static text of the module
+    std::uint64_t m_Value;  ///< a size or place in bytes, or what the macro of that name is
+};
+
+#pragma GCC diagnostic push
+// The place of a member in a class with virtual functions is the compilers' own, and it is what is compared.
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+
+/// How the module that includes this header was compiled: the major version, the modes of the standard
+/// library, then size, alignment and last member of each type that crosses (pi/build_figures.def).
+///
+/// Hidden, so that each module has its own.
+__attribute__((visibility("hidden"))) inline constexpr _BUILD_FIGURE BUILD_FIGURES[] = {
+    {"PI_VERSION_MAJOR", PI_VERSION_MAJOR},
+#ifdef _GLIBCXX_DEBUG
+    {"_GLIBCXX_DEBUG", 1},
+#else
+    {"_GLIBCXX_DEBUG", 0},
+#endif
+#ifdef _GLIBCXX_USE_CXX11_ABI
+    {"_GLIBCXX_USE_CXX11_ABI", _GLIBCXX_USE_CXX11_ABI},
+#endif
+#define PI_BUILD_SIZE(...) {"sizeof(" #__VA_ARGS__ ")", sizeof(__VA_ARGS__)},
+#define PI_BUILD_TYPE(type, member)                                             \
+    {"sizeof(" #type ")", sizeof(type)}, {"alignof(" #type ")", alignof(type)}, \
+        {"offsetof(" #type ", " #member ")", offsetof(type, member)},
+#include <pi/build_figures.def>
+#undef PI_BUILD_TYPE
+#undef PI_BUILD_SIZE
+};
+
+#pragma GCC diagnostic pop
+
+/// Compares the figures of a module with those of the loaded library.
+///
+/// Figures that the library does not know are passed over, and so are those that the module does not have,
+/// all but PI_VERSION_MAJOR: a newer module and an older one are judged by what both know.
+/// @param figures  of the module
+/// @param count    of figures
+/// @param sentence out: empty when all agree, otherwise the first difference, such as "the module was built
+///                 with sizeof(std::vector<int>) = 48, libpi 1.0.0 with 24"; ends with a NUL byte, cut where
+///                 it is too long
+/// @param capacity of the sentence in bytes; 0 when only the result counts, and the sentence may be null then
+/// @return length of the whole sentence, 0 when all agree; thread-safe
+PI_API std::size_t CompareBuild(const _BUILD_FIGURE* figures, std::size_t count, char* sentence,
+                                std::size_t capacity) noexcept;
+
+/// CompareBuild as a text; without arguments, of the module that calls.
+///
+/// @return empty when all agree, otherwise a sentence of at most 255 bytes
+/// @throws std::bad_alloc when memory runs out
+__attribute__((visibility("hidden"))) inline std::string BuildDifference(
+    const _BUILD_FIGURE* figures = BUILD_FIGURES, std::size_t count = std::size(BUILD_FIGURES)) {
+    char sentence[256];
+    CompareBuild(figures, count, sentence, sizeof sentence);
+    return sentence;
+}
+
+/// @}
+
+}  // namespace PI
