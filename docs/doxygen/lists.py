@@ -16,12 +16,13 @@ def read_list(path):
     """The rows of a list: texts without their quotes, everything else as it is written."""
     rows = []
     for number, line in enumerate((ROOT / path).read_text().splitlines(), 1):
-        if not line or line.startswith("//"):
+        if not line or line.startswith(("//", "#define PI_CONSTANT(", "#undef PI_CONSTANT")):
             continue
         row = ROW.match(line)
         if not row:
             raise ValueError(f"{path}:{number} is no row: {line}")
-        rows.append(fields(row.group(1)))
+        values = fields(row.group(1))
+        rows.append(values + values[1:] if line.startswith("PI_CONSTANT(") else values)  # constant and name in one
     return rows
 
 

@@ -19,11 +19,14 @@ namespace PI {
 /// in the order in which they were registered.
 ///
 /// The lists are one for the process and are never cleared, so numbers stay. Different places can make the
-/// same identifier; such adapters share a number. No lock is taken: one thread at a time registers and asks,
-/// asking included, since it may add an empty list for a new host.
+/// same identifier; such adapters share a number. Asking may add an empty list for a new host.
+///
+/// Threads: any number of them may register adapters and ask for numbers at once, each with adapters of its
+/// own.
 class PI_API CGlobalAdapterID {
 public:
-    /// Identifiers by host, in the order of registration.
+    /// Identifiers by host, in the order of registration. Read and change it directly only while no other
+    /// thread registers or asks.
     static std::map<std::string, std::vector<int>> AllHostsAdaptersUniqueIDs;
 
     /// The identifier, m_AdapterUniqueID.

@@ -24,7 +24,8 @@ class COperation;
 
 /// What a plug-in reports to the service: an adapter, a drive, a logical drive, a battery.
 ///
-/// Making objects advances m_UniqueIDCounter without a lock: one thread at a time makes objects.
+/// Threads: any number of them may make objects at once, and copy the same one; each new object has an
+/// identifier of its own.
 class PI_API CObject {
 public:
     /// Takes the next unique identifier.
@@ -45,7 +46,8 @@ public:
     /// whatever they hold.
     bool operator==(const CObject& other) const;
 
-    /// The unique identifier that the next new object takes; 0 at load.
+    /// The unique identifier that the next new object takes; 0 at load. Read and set it directly only while
+    /// no other thread makes objects; making one takes its identifier atomically.
     static std::uint64_t m_UniqueIDCounter;
 
     std::uint64_t m_ObjectID = 0;                       ///< identifier, up to the plug-in

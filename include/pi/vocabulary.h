@@ -5,8 +5,7 @@
 /// Each vocabulary is written once, as a list in pi/vocabulary/: from it come the constants here and the
 /// names that the functions below return. The numbers are fixed for ever.
 ///
-/// Threads: look-ups of known numbers may run concurrently. A look-up of an unknown number writes to the
-/// vocabulary's table, and must not run together with any other look-up in the same vocabulary.
+/// Threads: any number of them may look up at once, known and unknown numbers alike.
 #pragma once
 
 #include <pi/types.h>
@@ -74,7 +73,9 @@ using EventID::_EVENT_ID;
 ///
 /// An unknown code gives an empty name and is remembered with it, so that asking again gives the same string.
 /// @return a reference that stays valid, and stays the same for the same code, until the library is unloaded
-/// @throws std::bad_alloc when an unknown code cannot be remembered
+/// @throws std::bad_alloc when there is no memory to make the names at the first look-up of the process, or
+/// to remember
+///         an unknown code; a later call tries again
 PI_API const std::string& ErrorCodeToString(int code);
 
 /// Name of a property identifier, such as "MAJOR_VERSION" for 30000; otherwise as ErrorCodeToString.
@@ -99,6 +100,9 @@ PI_API const std::string& SeverityToString(int severity);
 /// Unknown numbers that PropertyValueToString was asked for take part with their empty name, so an empty
 /// name gives the smallest of them when it is negative, and otherwise 0.
 /// @return the number, or defaultValue when no value bears the name
+/// @throws std::bad_alloc when there is no memory to make the index of names at the first search of the
+/// process; a later
+///         call tries again
 PI_API int StringToPropertyValue(const std::string& name, int defaultValue);
 
 /// @}

@@ -18,14 +18,19 @@ auto Values(Object& object) {
                     object.m_ObjectValue, object.m_ObjectFlag, object.m_Properties, object.m_UniqueID);
 }
 
+// The counter is a plain public number, so the compiler's atomic function takes the place of std::atomic.
+std::uint64_t NextUniqueID() {
+    return __atomic_fetch_add(&CObject::m_UniqueIDCounter, 1, __ATOMIC_RELAXED);
+}
+
 }  // namespace
 
 std::uint64_t CObject::m_UniqueIDCounter = 0;
 
-CObject::CObject() : m_UniqueID(m_UniqueIDCounter++) {}
+CObject::CObject() : m_UniqueID(NextUniqueID()) {}
 
 CObject::CObject(unsigned long id, _OBJECT_TYPE type)
-    : m_ObjectID(id), m_ObjectType(type), m_UniqueID(m_UniqueIDCounter++) {}
+    : m_ObjectID(id), m_ObjectType(type), m_UniqueID(NextUniqueID()) {}
 
 CObject::CObject(const CObject& source) = default;
 CObject::CObject(CObject&& source) noexcept = default;

@@ -3,6 +3,7 @@
 #include <pi/adapters.h>
 
 #include <algorithm>
+#include <mutex>
 
 namespace PI {
 
@@ -10,7 +11,10 @@ std::map<std::string, std::vector<int>> CGlobalAdapterID::AllHostsAdaptersUnique
 
 namespace {
 
+std::mutex mutex;
+
 void Register(const std::string& host, int id) {
+    const std::lock_guard<std::mutex> lock(mutex);
     std::vector<int>& ids = CGlobalAdapterID::AllHostsAdaptersUniqueIDs[host];
     if (std::find(ids.begin(), ids.end(), id) == ids.end()) {
         ids.push_back(id);
@@ -40,6 +44,7 @@ void CGlobalAdapterID::SetAdapterUniqueID(int id) {
 }
 
 unsigned int CGlobalAdapterID::GetGlobalAdapterNumber() const {
+    const std::lock_guard<std::mutex> lock(mutex);
     const std::vector<int>& ids = AllHostsAdaptersUniqueIDs[m_HostName];
     const auto found = std::find(ids.begin(), ids.end(), m_AdapterUniqueID);
     return found == ids.end() ? 0xFFFFFFFF : static_cast<unsigned int>(found - ids.begin());

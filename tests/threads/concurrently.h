@@ -8,7 +8,7 @@
 
 namespace PI::Test {
 
-constexpr int THREADS = 8;
+constexpr int THREADS = 16;
 
 /// Calls work(thread) in several threads, which begin together.
 /// @param work returns how many of its results were wrong

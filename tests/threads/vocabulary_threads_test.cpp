@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-// Threads that look up known numbers, names, help topics and icons.
+// Threads that look up numbers, names, help topics and icons.
 
 #include <gtest/gtest.h>
 #include <pi/plugin_helper.h>
 #include <pi/vocabulary.h>
 
+#include <algorithm>
+#include <array>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "threads/concurrently.h"
 
@@ -85,13 +88,44 @@ TEST(VocabularyThreads, KnownNumbersOfEveryVocabularyAreNamed) {
               0);
 }
 
-TEST(VocabularyThreads, NumbersAreFoundByNameWhileKnownNumbersAreNamed) {
+TEST(VocabularyThreads, UnknownNumbersOfEveryVocabularyAreRememberedOnce) {
+    constexpr const std::string& (*NAMES_OF[])(int) = {
+        ErrorCodeToString, PropertyIDToString, PropertyValueToString, OperationIDToString, EventIDToString};
+    constexpr int FIRST = -500;
+    constexpr int LAST = 500;  // among them some known numbers
+    using Names = std::vector<const std::string*>;
+    std::array<Names, THREADS> names;
+    EXPECT_EQ(WrongResultsOf([&](int thread) {
+                  int wrong = 0;
+                  Names& own = names[static_cast<std::size_t>(thread)];
+                  for (const auto nameOf : NAMES_OF) {
+                      for (int number = LAST; number >= FIRST; --number) {
+                          own.push_back(&nameOf(number));
+                          wrong += number < 0 && !own.back()->empty();
+                      }
+                      wrong += StringToPropertyValue("ENABLED", -1) != 40000;
+                      wrong += StringToPropertyValue("", 7) > 0;
+                  }
+                  return wrong;
+              }),
+              0);
+    for (const Names& own : names) {
+        EXPECT_EQ(own, names[0]);
+    }
+    std::sort(names[0].begin(), names[0].end());
+    EXPECT_EQ(std::adjacent_find(names[0].begin(), names[0].end()), names[0].end())
+        << "two numbers share a string";
+    EXPECT_EQ(StringToPropertyValue("", 7), FIRST);
+}
+
+TEST(VocabularyThreads, NumbersAreFoundByNameWhileNumbersAreNamed) {
     EXPECT_EQ(WrongResultsOf([](int) {
                   int wrong = 0;
                   for (int i = 0; i < 20; ++i) {
                       wrong += StringToPropertyValue("RAID0", -1) != 40007;
                       wrong += StringToPropertyValue("NO SUCH NAME", -1) != -1;
                       wrong += PropertyValueToString(40007) != "RAID0";
+                      wrong += !PropertyValueToString(1'000'000 + i).empty();
                   }
                   return wrong;
               }),

@@ -10,34 +10,39 @@
 #include <map>
 #include <random>
 #include <string>
-#include <utility>
 
 #include "support/random_seed.h"
 
 namespace {
 
+using PI::NamedNumber;
 using PI::NameTable;
 using PI::Test::Below;
 using PI::Test::RandomSeed;
 
+constexpr NamedNumber ONE[] = {{1, "one"}};
+
 TEST(NameTable, GivesTheNameOfANumber) {
-    NameTable table = {{1, "one"}, {20, "twenty"}};
+    constexpr NamedNumber ROWS[] = {{1, "one"}, {20, "twenty"}};
+    NameTable table(ROWS);
 
     EXPECT_EQ(table.Name(1), "one");
     EXPECT_EQ(table.Name(20), "twenty");
-    EXPECT_EQ(table.size(), 2u);
+    EXPECT_EQ(&table.Name(20), &table.Name(20));
 }
 
-TEST(NameTable, FirstPairOfANumberWins) {
-    NameTable table = {{1, "first"}, {2, "two"}, {1, "second"}};
+TEST(NameTable, FirstRowOfANumberWins) {
+    constexpr NamedNumber ROWS[] = {{1, "first"}, {2, "two"}, {1, "second"}};
+    NameTable table(ROWS);
 
     EXPECT_EQ(table.Name(1), "first");
+    EXPECT_EQ(table.Number("first", -1), 1);
     EXPECT_EQ(table.Number("second", -1), -1);
-    EXPECT_EQ(table.size(), 2u);
 }
 
-TEST(NameTable, PairsNeedNotAscend) {
-    NameTable table = {{30, "thirty"}, {10, "ten"}, {20, "twenty"}};
+TEST(NameTable, RowsNeedNotAscend) {
+    constexpr NamedNumber ROWS[] = {{30, "thirty"}, {10, "ten"}, {20, "twenty"}};
+    NameTable table(ROWS);
 
     EXPECT_EQ(table.Name(10), "ten");
     EXPECT_EQ(table.Name(20), "twenty");
@@ -45,40 +50,32 @@ TEST(NameTable, PairsNeedNotAscend) {
 }
 
 TEST(NameTable, UnknownNumberIsRememberedOnce) {
-    NameTable table = {{1, "one"}};
+    NameTable table(ONE);
 
     const std::string& first = table.Name(2);
     EXPECT_EQ(first, "");
-    EXPECT_EQ(table.size(), 2u);
-
-    const std::string& second = table.Name(2);
-    EXPECT_EQ(&second, &first);
-    EXPECT_EQ(table.size(), 2u);
-}
-
-TEST(NameTable, KnownNumberDoesNotGrowTheTable) {
-    NameTable table = {{1, "one"}};
-
-    const std::string& first = table.Name(1);
-    EXPECT_EQ(&table.Name(1), &first);
-    EXPECT_EQ(table.size(), 1u);
+    EXPECT_EQ(&table.Name(2), &first);
+    EXPECT_NE(&table.Name(3), &first);
 }
 
 TEST(NameTable, ReferencesOutliveGrowth) {
-    NameTable table = {{1, "one"}};
+    NameTable table(ONE);
     const std::string& one = table.Name(1);
+    const std::string& two = table.Name(2);
 
-    for (int number = 2; number < 5000; ++number) {
+    for (int number = 3; number < 5000; ++number) {
         table.Name(number);
     }
 
     EXPECT_EQ(&table.Name(1), &one);
     EXPECT_EQ(one, "one");
-    EXPECT_EQ(table.size(), 4999u);
+    EXPECT_EQ(&table.Name(2), &two);
+    EXPECT_EQ(two, "");
 }
 
 TEST(NameTable, TakesTheSmallestAndLargestNumbers) {
-    NameTable table = {{INT_MAX, "largest"}, {INT_MIN, "smallest"}};
+    constexpr NamedNumber ROWS[] = {{INT_MAX, "largest"}, {INT_MIN, "smallest"}};
+    NameTable table(ROWS);
 
     EXPECT_EQ(table.Name(INT_MAX), "largest");
     EXPECT_EQ(table.Name(INT_MIN), "smallest");
@@ -89,38 +86,43 @@ TEST(NameTable, TakesTheSmallestAndLargestNumbers) {
 }
 
 TEST(NameTable, SmallestNumberOfANameWins) {
-    const NameTable table = {{7, "name"}, {5, "name"}, {6, "name"}};
+    constexpr NamedNumber ROWS[] = {{7, "name"}, {5, "name"}, {6, "name"}};
+    NameTable table(ROWS);
 
     EXPECT_EQ(table.Number("name", -1), 5);
 }
 
 TEST(NameTable, UnknownNameGivesTheDefaultAndIsNotRemembered) {
-    const NameTable table = {{1, "one"}};
+    NameTable table(ONE);
 
     EXPECT_EQ(table.Number("two", 42), 42);
+    EXPECT_EQ(table.Number("two", 43), 43);
     EXPECT_EQ(table.Number("", 42), 42);
-    EXPECT_EQ(table.size(), 1u);
 }
 
-TEST(NameTable, EmptyTableGivesTheDefault) {
-    const NameTable table = {};
-
-    EXPECT_EQ(table.Number("", 42), 42);
-    EXPECT_EQ(table.Number("one", -42), -42);
-    EXPECT_EQ(table.size(), 0u);
-}
-
-TEST(NameTable, RememberedNumbersTakePartInTheSearch) {
-    NameTable table = {{1, "one"}};
+TEST(NameTable, RememberedNumbersBearTheEmptyName) {
+    NameTable table(ONE);
 
     table.Name(9);
+    EXPECT_EQ(table.Number("", 42), 9);
+    table.Name(10);
     EXPECT_EQ(table.Number("", 42), 9);
     table.Name(-9);
     EXPECT_EQ(table.Number("", 42), -9);
 }
 
+TEST(NameTable, SmallerOfAKnownAndARememberedNumberBearsTheEmptyName) {
+    constexpr NamedNumber ROWS[] = {{5, ""}};
+    NameTable table(ROWS);
+
+    table.Name(6);
+    EXPECT_EQ(table.Number("", 42), 5);
+    table.Name(4);
+    EXPECT_EQ(table.Number("", 42), 4);
+}
+
 TEST(NameTable, NameIsComparedByteForByte) {
-    const NameTable table = {{1, "one"}};
+    NameTable table(ONE);
 
     EXPECT_EQ(table.Number("One", 0), 0);
     EXPECT_EQ(table.Number("on", 0), 0);
@@ -130,9 +132,31 @@ TEST(NameTable, NameIsComparedByteForByte) {
     EXPECT_EQ(table.Number("one", 0), 1);
 }
 
+/// Answers of a table against those of a map that is asked the plain way.
+class PlainTable {
+public:
+    template <std::size_t Count>
+    explicit PlainTable(const NamedNumber (&rows)[Count]) {
+        for (const NamedNumber& row : rows) {
+            m_Names.emplace(row.m_Number, row.m_Name);
+        }
+    }
+
+    const std::string& Name(int number) { return m_Names[number]; }
+
+    int Number(const std::string& name, int defaultNumber) const {
+        const auto found =
+            std::find_if(m_Names.begin(), m_Names.end(), [&](const auto& row) { return row.second == name; });
+        return found == m_Names.end() ? defaultNumber : found->first;
+    }
+
+private:
+    std::map<int, std::string> m_Names;
+};
+
 TEST(NameTable, RandomTablesAnswerAsAMapDoes) {
     std::mt19937 random(RandomSeed());
-    // Numbers near 0, near the bounds, and around the gap that the table's index bridges.
+    // Numbers near 0, near the bounds, and in runs that lie far from each other.
     const auto number = [&random] {
         constexpr int FIRSTS[] = {0, -5, 1010, 1030, 2050, 40000, INT_MAX - 20, INT_MIN};
         return FIRSTS[Below(random, static_cast<std::uint32_t>(std::size(FIRSTS)))] +
@@ -140,24 +164,44 @@ TEST(NameTable, RandomTablesAnswerAsAMapDoes) {
     };
     constexpr const char* NAMES[] = {"", "one", "two", "a name that does not fit into the string itself"};
     for (int round = 0; round < 500; ++round) {
-        std::pair<const int, const char*> pairs[] = {
-            {number(), NAMES[Below(random, 4)]}, {number(), NAMES[Below(random, 4)]},
-            {number(), NAMES[Below(random, 4)]}, {number(), NAMES[Below(random, 4)]},
-            {number(), NAMES[Below(random, 4)]}, {number(), NAMES[Below(random, 4)]},
-            {number(), NAMES[Below(random, 4)]}, {number(), NAMES[Below(random, 4)]}};
-        NameTable table = {pairs[0], pairs[1], pairs[2], pairs[3], pairs[4], pairs[5], pairs[6], pairs[7]};
-        std::map<int, std::string> map(std::begin(pairs), std::end(pairs));
-
+        NamedNumber rows[60];
+        for (NamedNumber& row : rows) {
+            row = {number(), NAMES[Below(random, 4)]};
+        }
+        NameTable table(rows);
+        PlainTable plain(rows);
         for (int step = 0; step < 100; ++step) {
             const int asked = number();
-            ASSERT_EQ(table.Name(asked), map[asked]) << asked;
-            ASSERT_EQ(table.size(), map.size());
+            ASSERT_EQ(table.Name(asked), plain.Name(asked)) << asked;
             const char* name = NAMES[Below(random, 4)];
-            const auto found =
-                std::find_if(map.begin(), map.end(), [&](const auto& row) { return row.second == name; });
-            ASSERT_EQ(table.Number(name, 123456), found == map.end() ? 123456 : found->first) << name;
+            ASSERT_EQ(table.Number(name, 123456), plain.Number(name, 123456)) << name;
         }
     }
+}
+
+constexpr NamedNumber PROPERTY_IDS[] = {
+#define PI_PROPERTY_ID(number, constant, name) {number, name},
+#include <pi/vocabulary/property_ids.def>
+#undef PI_PROPERTY_ID
+};
+
+TEST(NameTable, AListWithAllItsOdditiesAnswersAsAMapDoes) {
+    std::mt19937 random(RandomSeed());
+    NameTable table(PROPERTY_IDS);
+    PlainTable plain(PROPERTY_IDS);
+    for (const NamedNumber& row : PROPERTY_IDS) {
+        ASSERT_EQ(table.Name(row.m_Number), plain.Name(row.m_Number)) << row.m_Number;
+        ASSERT_EQ(table.Number(row.m_Name, -1), plain.Number(row.m_Name, -1)) << row.m_Name;
+        ASSERT_EQ(table.Number(std::string(row.m_Name) + "x", -1), -1) << row.m_Name;
+    }
+    for (int number = -1; number <= 0x10000; ++number) {
+        ASSERT_EQ(table.Name(number), plain.Name(number)) << number;
+    }
+    for (int i = 0; i < 100000; ++i) {
+        const int number = static_cast<int>(random());
+        ASSERT_EQ(table.Name(number), plain.Name(number)) << number;
+    }
+    EXPECT_EQ(table.Number("", 7), plain.Number("", 7));
 }
 
 }  // namespace
