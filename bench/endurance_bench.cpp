@@ -23,7 +23,7 @@ Models KnownModels() {
     std::mt19937 random(1);
     Models models(500);
     for (std::string& model : models) {
-        model = std::string(PI::SATASSDEndurance[random() % PI::SATASSDEndurance.size()].m_Model);
+        model = PI::SATASSDEndurance[random() % PI::SATASSDEndurance.size()].m_Model;
     }
     return models;
 }
@@ -66,7 +66,7 @@ const PI::_SSD_ENDURANCE* FindByPattern(const std::string& model) {
         std::vector<regex_t> compiled;
         for (const PI::_SSD_ENDURANCE& row : PI::SATASSDEndurance) {
             std::string text = "^";
-            const std::string name = row.m_Model;
+            const std::string& name = row.m_Model;
             for (const char character : row.m_MatchLength == 0 ? name : name.substr(0, row.m_MatchLength)) {
                 text += std::strchr("().+*?[]{}|^$\\", character) != nullptr ? "\\" : "";
                 text += character;

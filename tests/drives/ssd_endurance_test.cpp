@@ -27,7 +27,7 @@ const _SSD_ENDURANCE* Find(const std::string& model) {
 // --- The lists
 
 template <std::size_t count>
-void ExpectRows(const CConstantTable<_SSD_ENDURANCE>& table, const ExpectedEndurance (&expected)[count]) {
+void ExpectRows(const std::vector<_SSD_ENDURANCE>& table, const ExpectedEndurance (&expected)[count]) {
     ASSERT_EQ(table.size(), count);
     for (std::size_t i = 0; i < count; ++i) {
         EXPECT_EQ(table[i].m_Vendor, expected[i].m_Vendor) << i;
@@ -200,21 +200,38 @@ TEST(SSDEnduranceLists, TellingRowsHaveTheirRatings) {
 }
 
 TEST(SSDEnduranceLists, AreOneForTheWholeProcess) {
-    EXPECT_EQ(&SATASSDEndurance[0], SATASSDEndurance.begin());
-    EXPECT_EQ(SATASSDEndurance.begin() + 117, SATASSDEndurance.end());
-    EXPECT_EQ(Find(std::string(SATASSDEndurance[0].m_Model)), &SATASSDEndurance[0]);
+    EXPECT_EQ(Find(SATASSDEndurance[0].m_Model), &SATASSDEndurance[0]);
 }
 
-TEST(SSDEnduranceLists, TextsServeAsStrings) {
-    const std::string assigned = SATASSDEndurance[0].m_Vendor;
-    std::string later;
-    later = SATASSDEndurance[0].m_Model;
-    EXPECT_EQ(assigned, "INTEL");
-    EXPECT_EQ(later, "SSDSC2BB120G4C");
-    EXPECT_EQ(std::string("INTEL"), SATASSDEndurance[0].m_Vendor);
-    EXPECT_STREQ(SATASSDEndurance[0].m_Vendor.c_str(), "INTEL");
+TEST(SSDEnduranceLists, TextsAreStrings) {
+    const _SSD_ENDURANCE* row = Find("SSDSC2BB120G4C");
+    ASSERT_NE(row, nullptr);
+    const std::string* model = &row->m_Model;
+    EXPECT_EQ(row->m_Vendor + " " + *model, "INTEL SSDSC2BB120G4C");
+    EXPECT_STREQ(row->m_Vendor.c_str(), "INTEL");
+    const std::string* sasVendor = &SASSSDEndurance[0].m_Vendor;
+    EXPECT_EQ(*sasVendor, "TOSHIBA");
 }
 
+TEST(SSDEnduranceLists, RowsCanBeKept) {
+    _SSD_ENDURANCE row;
+    EXPECT_EQ(row.m_Vendor + row.m_Model, "");
+    EXPECT_EQ(row.m_MatchLength + row.m_EnduranceTB + row.m_Reserved + row.m_GroupFlag, 0U);
+    row = SATASSDEndurance[0];
+    row.m_Vendor += " (kept)";
+    EXPECT_EQ(row.m_Vendor, "INTEL (kept)");
+    EXPECT_EQ(row.m_EnduranceTB, 70U);
+    EXPECT_EQ(SATASSDEndurance[0].m_Vendor, "INTEL");
+    _SAS_SSD_ENDURANCE sasRow;
+    EXPECT_EQ(sasRow.m_EnduranceTB + sasRow.m_Reserved, 0U);
+    sasRow = SASSSDEndurance[0];
+    EXPECT_EQ(sasRow.m_Model, SASSSDEndurance[0].m_Model);
+}
+
+static_assert(std::is_same_v<std::string, decltype(_SSD_ENDURANCE::m_Vendor)>);
+static_assert(std::is_same_v<std::string, decltype(_SSD_ENDURANCE::m_Model)>);
+static_assert(std::is_same_v<std::string, decltype(_SAS_SSD_ENDURANCE::m_Vendor)>);
+static_assert(std::is_same_v<std::string, decltype(_SAS_SSD_ENDURANCE::m_Model)>);
 static_assert(std::is_same_v<std::uint32_t, decltype(_SSD_ENDURANCE::m_MatchLength)>);
 static_assert(std::is_same_v<std::uint32_t, decltype(_SSD_ENDURANCE::m_EnduranceTB)>);
 static_assert(std::is_same_v<std::uint32_t, decltype(_SSD_ENDURANCE::m_Reserved)>);

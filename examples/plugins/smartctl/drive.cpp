@@ -10,6 +10,7 @@
 #include <cstring>
 #include <limits>
 #include <stdexcept>
+#include <vector>
 
 #include "json.h"
 
@@ -99,14 +100,14 @@ void ReadSATA(const json& document, Drive& drive) {
 
 /// The first row for a model, compared without regard to case as far as the row says.
 template <class Row>
-const Row* FindRow(const PI::CConstantTable<Row>& table, const std::string& model,
+const Row* FindRow(const std::vector<Row>& table, const std::string& model,
                    std::size_t (*compared)(const Row&)) {
     const auto row = std::find_if(table.begin(), table.end(), [&](const Row& candidate) {
         const std::size_t length = compared(candidate);
         return length == 0 ? strcasecmp(candidate.m_Model.c_str(), model.c_str()) == 0
                            : strncasecmp(candidate.m_Model.c_str(), model.c_str(), length) == 0;
     });
-    return row == table.end() ? nullptr : row;
+    return row == table.end() ? nullptr : &*row;
 }
 
 /// What is unknown counts as nothing.
