@@ -106,13 +106,13 @@ ROWS = [
     Row("number_to_name", "Number to name, over five tables", "map",
         {"unordered_map": "std::unordered_map", "binary_search": "binary search", "switch": "switch"},
         ("array", "one array per table"),
-        "naive ≤ 0.35", {"map": 0.35}),
-    Row("name_to_number", "Name to number", "map", {}, (), "naive ≤ 1", {"map": 1.0}),
+        "std::unordered_map ≤ 1", {"unordered_map": 1.0}),
+    Row("name_to_number", "Name to number", "map", {}, (), "naive ≤ 0.1", {"map": 0.1}),
     Row("sense", "Additional sense text, 1 in 8 unknown", "naive",
         {"sgutils": "libsgutils2", "binary_search": "binary search"}, ("array", "one array of all pairs"),
         "libsgutils2 ≤ 0.1", {"sgutils": 0.1}),
     Row("endurance", "Endurance row of 1,000 model names, half of them misses", "naive", {"regex": "POSIX patterns"},
-        (), "naive ≤ 0.25", {"naive": 0.25}),
+        (), "naive ≤ 1", {"naive": 1.0}),
     Row("hex_dump", "Hex dump of 1 MiB", "naive", {}, ("table", "table-driven loop"), "floor ≤ 1.3", {"table": 1.3}),
     Row("url_encode", "URL-encoding of 1 MiB", "naive", {}, ("table", "table-driven loop"), "floor ≤ 1.3",
         {"table": 1.3}),
@@ -158,13 +158,13 @@ def statements(get, ratio):
     yield Statement("Time remaining: a sample after 10,000 others against one after 100", f"{growth:.2f}",
                     "flat: ≤ 1.2", growth <= 1.2)
 
-    for kind, title in (("warm", "warm"), ("cold", "its pages dropped before")):
-        library, bare = get(f"load_{kind}/library"), get(f"load_{kind}/tableless")
-        yield Statement(f"Load and unload the library, {title}, against one without tables",
-                        f"{duration(library)} against {duration(bare)}", "at most 1 ms more", library - bare <= 1e-3,
-                        f"reading the library's file alone takes {duration(get('load_cold/reading'))}, "
-                        "and the tables of names are to be built at load"
-                        if kind == "cold" else "")
+    library, bare = get("load_warm/library"), get("load_warm/tableless")
+    yield Statement("Load and unload the library, warm, against one without tables",
+                    f"{duration(library)} against {duration(bare)}", "≤ 2.5 times", library <= 2.5 * bare)
+    library, bare = get("load_cold/library"), get("load_cold/tableless")
+    yield Statement("Load and unload the library, its pages dropped before, against one without tables",
+                    f"{duration(library)} against {duration(bare)}", "at most 1 ms more", library - bare <= 1e-3,
+                    f"reading the library's file alone takes {duration(get('load_cold/reading'))}")
 
     per_second = 1000000 / get("discovery_1000000/library")
     yield Statement("Discovery of 1,000,000 drives on one core", f"{per_second:,.0f} drives a second",
