@@ -18,7 +18,7 @@ configure_file(docs/doxygen/Doxyfile.in docs/Doxyfile @ONLY)
 
 file(GLOB docs_inputs CONFIGURE_DEPENDS *.md bench/*.md docs/*.md docs/images/* docs/doxygen/*
     tests/reference/examples_test.cpp
-    include/pi/*.h include/pi/vocabulary/*.def base/*/include/*/*.h src/*/*.def)
+    include/pi/*.h include/pi/vocabulary/*.def exchange/include/pi/exchange/*.h base/*/include/*/*.h src/*/*.def)
 add_custom_command(
     OUTPUT docs/built
     # What an earlier build has left, so that one which fails leaves nothing that looks whole.

@@ -4,7 +4,8 @@ include(CMakePackageConfigHelpers)
 
 set(PI_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/pi)
 
-install(DIRECTORY include/pi base/velk/include/velk base/velkx/include/velkx DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY include/pi base/velk/include/velk base/velkx/include/velkx exchange/include/pi
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES share/pi/configuration-documents.xsd share/pi/strings.en.xml share/pi/strings.xsd DESTINATION ${CMAKE_INSTALL_DATADIR}/pi)
 
 # One export set per library, so that a deployment can bring the base libraries itself.
@@ -13,6 +14,8 @@ foreach(library IN ITEMS velk velkx pi)
     install(TARGETS ${library} EXPORT ${library}Targets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
     install(EXPORT ${library}Targets NAMESPACE ${namespace}:: DESTINATION ${PI_CMAKE_DIR})
 endforeach()
+install(TARGETS piexchange EXPORT piexchangeTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(EXPORT piexchangeTargets NAMESPACE PI:: DESTINATION ${PI_CMAKE_DIR})
 
 configure_package_config_file(cmake/piConfig.cmake.in piConfig.cmake
     INSTALL_DESTINATION ${PI_CMAKE_DIR} PATH_VARS CMAKE_INSTALL_DATADIR)
@@ -21,7 +24,9 @@ install(FILES ${PROJECT_BINARY_DIR}/piConfig.cmake ${PROJECT_BINARY_DIR}/piConfi
     cmake/piPlugin.cmake cmake/plugin.map
     DESTINATION ${PI_CMAKE_DIR})
 
-# A pkg-config file that finds its tree from its own place, so that the installed tree can be moved.
+# pkg-config files that find their tree from their own place, so that the installed tree can be moved.
 file(RELATIVE_PATH PI_PC_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
-configure_file(cmake/pi.pc.in pi.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/pi.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+foreach(library IN ITEMS pi piexchange)
+    configure_file(cmake/${library}.pc.in ${library}.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/${library}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()

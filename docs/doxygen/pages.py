@@ -145,7 +145,8 @@ def main_page(manual, project):
 
 def inputs(pages):
     """All headers that are installed, and what is made here. Headers that hold macros only are no part of the interface."""
-    headers = [path for pattern in ("include/**/*.h", "base/*/include/**/*.h") for path in lists.ROOT.glob(pattern)
+    patterns = ("include/**/*.h", "base/*/include/**/*.h", "exchange/include/**/*.h")
+    headers = [path for pattern in patterns for path in lists.ROOT.glob(pattern)
                if not path.name.endswith("_macros.h")]
     return sorted(headers) + [HERE / "groups.dox"] + sorted(pages.iterdir())
 

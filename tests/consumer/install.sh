@@ -7,7 +7,7 @@ rm -rf "$TREE"
 mv "$TREE/installed" "$TREE/moved"
 
 for file in include/pi/pi.h include/velk/clock.h include/velkx/language_support.h "$LIBDIR/libpi.so" \
-    "$LIBDIR/cmake/pi/piConfig.cmake" "$LIBDIR/pkgconfig/pi.pc"; do
+    "$LIBDIR/cmake/pi/piConfig.cmake" "$LIBDIR/pkgconfig/pi.pc" include/pi/exchange/smartctl.h; do
     test -e "$TREE/moved/$file" || { echo "$file is not installed"; exit 1; }
 done
 if grep -rlF "$TREE/installed" "$TREE/moved"; then

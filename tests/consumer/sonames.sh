@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # sonames.sh: what a program that is linked to the libraries asks for at run time, and finds.
 set -eu
-for name in pi velk velkx; do
+for name in pi velk velkx piexchange; do
     library=$TREE/moved/$LIBDIR/lib$name.so
     soname=$(LC_ALL=C readelf -d "$library" | sed -n 's/.*Library soname: \[\(.*\)\]/\1/p')
     if [ "$soname" != "lib$name.so.1" ]; then

@@ -16,7 +16,7 @@ include() {
 
 # What the headers of the standard library and of pugixml define is theirs. The compiler writes a blank in a path as "\ ".
 public=$(include $headers | "$@" -M -x c++ - | sed 's/\\ /\x01/g' | tr -d '\\' | tr ' ' '\n' | tr '\001' ' ' |
-    grep -E '/(pi|velk|velkx)/[a-z_]+\.h$')
+    grep -E '/(pi|pi/exchange|velk|velkx)/[a-z_]+\.h$')
 foreign=$(echo "$public" | xargs -d '\n' sed -n 's/^#include <\(.*\)>.*/\1/p' | grep -vE '^(pi|velk|velkx)/' | sort -u)
 
 folder=$(mktemp -d)

@@ -48,6 +48,9 @@ class Symbols(unittest.TestCase):
     def test_of_libvelkx(self):
         self.assert_promised("libvelkx1", os.environ["LIBVELKX"])
 
+    def test_of_libpiexchange(self):
+        self.assert_promised("libpiexchange1", os.environ["LIBPIEXCHANGE"])
+
 
 if __name__ == "__main__":
     unittest.main()
