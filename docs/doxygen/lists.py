@@ -2,6 +2,7 @@
 
 """The library's lists, read from the files that the library itself is compiled from."""
 import ast
+import csv
 import pathlib
 import re
 import xml.etree.ElementTree
@@ -36,6 +37,20 @@ def fields(text):
         values.append(ast.literal_eval(value) if value.startswith('"') else value)
         place = field.end()
     return values
+
+
+VOCABULARIES = {"property": "property_ids", "operation": "operation_ids", "event": "event_ids"}
+
+
+def read_meanings(path):
+    """The rows of a table of meanings, each led by the number of its constant."""
+    numbers = {(vocabulary, row[1]): row[0] for vocabulary, name in VOCABULARIES.items()
+               for row in read_list(f"include/pi/vocabulary/{name}.def")}
+    rows = csv.DictReader((ROOT / path).read_text(encoding="utf-8").splitlines(), delimiter="\t", quoting=csv.QUOTE_NONE)
+    try:
+        return [[numbers[row["vocabulary"], row["constant"]]] + list(row.values())[1:] for row in rows]
+    except KeyError as key:
+        raise ValueError(f"{path} tells of {key}, which is in no vocabulary") from key
 
 
 def event_texts():

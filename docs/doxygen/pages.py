@@ -36,6 +36,12 @@ TABLES = (
      VOCABULARY_COLUMNS + ("English text",), (0,),
      "What happened: the constants of PI::EventID, with the names that PI::EventIDToString gives them. Where there is "
      "an English text, it is the one of `strings.en.xml`, with its placeholders."),
+    ("table_meanings", "docs/vocabulary-meanings.tsv", "Meanings",
+     ("Number", "Constant", "Type or severity", "Unit", "Set by", "Meaning"), (0,),
+     "What properties, operations and events mean where the example plug-ins, `pitool` and the guides use them. All others "
+     "mean what the plug-ins that use them and their service agree on. `mdraid` and `smartctl` are the example plug-ins, "
+     "the tutorial is that of @ref guide_writing_a_plugin. The type of a property is a constant of PI::PropertyType; where "
+     "another program sets another type or unit, its name precedes that."),
     ("table_help_topics", "src/vocabulary/help_topics.def", "Help topics", ("Number", "Page and anchor"), (0,),
      "What PI::CPluginHelper::GetHelpPath gives for the number of a help topic."),
     ("table_icons", "src/vocabulary/icons.def", "Icons", ("Number", "File"), (0,),
@@ -66,6 +72,8 @@ def find_groups():
 
 
 def table_rows(source):
+    if source.endswith(".tsv"):
+        return lists.read_meanings(source)
     rows = lists.read_list(source)
     if source.endswith("/event_ids.def"):
         texts = lists.event_texts()
@@ -139,7 +147,7 @@ def main_page(manual, project):
         "main_page.md",
         guides=items(f"[{guide.title}]({guide.page}.html)" for guide in manual),
         groups=items(f"@ref {group} \u2013 {purpose}" for group, _, purpose in find_groups()),
-        tables=items(f"@ref {table[0]}, {len(lists.read_list(table[1]))} rows" for table in TABLES),
+        tables=items(f"@ref {table[0]}, {len(table_rows(table[1]))} rows" for table in TABLES),
         project=items(f"[{guide.title}]({guide.page}.html)" for guide in project))
 
 

@@ -9,13 +9,11 @@
 /// |---|---|
 /// | CObject::m_ObjectID | unique within the plug-in, the same for the same thing in every call |
 /// | CObject::m_ObjectType | an adapter type, LOGICAL_DRIVE or PHYSICAL_DRIVE |
-/// | CObject::m_RelatedIDs1 | the object that this one is part of; empty for an adapter |
-/// | CObject::m_ObjectValue | icon identifier, 0 for none |
-/// | CProperty::m_Attribute1 | help topic, 1 for none |
-/// | CProperty::m_Attribute2 | PI::_UNITS of a FLOAT that is a capacity, otherwise 1 |
-/// | COperation::m_Header1 | operation identifier |
-/// | COperation::m_Header2 | help topic, 1 for none |
-/// | CEvent::m_Handle | m_ObjectID of the object that the event is about |
+/// | CObject::m_RelatedIDs1 | what this object is part of; empty for an adapter. Of several parents the first
+/// that is reported counts | | CObject::m_ObjectValue | icon identifier, 0 for none | |
+/// CProperty::m_Attribute1 | help topic, 1 for none | | CProperty::m_Attribute2 | PI::_UNITS of a FLOAT that
+/// is a capacity, otherwise 1 | | COperation::m_Header1 | operation identifier | | COperation::m_Header2 |
+/// help topic, 1 for none | | CEvent::m_Handle | m_ObjectID of the object that the event is about |
 #pragma once
 
 #include <pi/pi.h>

@@ -18,6 +18,10 @@ namespace PI {
 /// Gives an adapter an identifier made from where it sits, and a number: its place among the host's adapters,
 /// in the order in which they were registered.
 ///
+/// Made from PCI addresses, identifiers collide: the 8,192 places of 256 buses with 32 devices in a domain,
+/// passed as domain, bus, device and function 0, make 602 of them. Where adapters have serial numbers, make
+/// the identifier from that and register it with SetAdapterUniqueID; the example of @ref utilities does so.
+///
 /// The lists are one for the process and are never cleared, so numbers stay. Different places can make the
 /// same identifier; such adapters share a number. Asking may add an empty list for a new host.
 ///
@@ -44,6 +48,9 @@ public:
     /// @return the identifier, new or not
     static int GenerateUniqueAdapterNumber(int a, int b, int c, int d, std::string host);
 
+    /// Never registers an adapter that has no identifier yet, so a fresh one is numbered with the static form
+    /// and SetAdapterUniqueID.
+    ///
     /// Makes an identifier from m_IDPart1 to 4 in the same way, sets and registers it; only when both it and
     /// the present identifier are above 1 as unsigned numbers, so an adapter without an identifier keeps
     /// none.

@@ -61,7 +61,10 @@ public:
     std::uint64_t m_PowerOnHours = 0;    ///< attribute 9
     std::uint64_t m_BytesWritten = 0;    ///< bytes
     std::int32_t m_SpareIndicator = -1;  ///< normalised value of the vendor's spare attribute; -1: none seen
-    std::int32_t m_PercentUsed = 0;      ///< wear in percent, 0 when new; not limited to 100
+    std::int32_t m_PercentUsed = 0;      ///< wear in percent, 0 when new; not limited to 100.
+                                         ///< Negative, down to -155, where the drive's normalised value is
+                                         ///< above 100: not known then, and to be passed on as 0, since
+                                         ///< ComputeRemainingLifeTime would take it for more than 100
     std::string m_Vendor;                ///< the list's vendor, or the one passed in when unsupported
     std::string m_Model;                 ///< as passed in
     std::uint32_t m_GroupFlag = 0;       ///< the list row's

@@ -19,6 +19,12 @@ namespace PI {
 /// A plug-in keeps one estimate per activity in a vector and feeds it whenever it polls the activity. Times
 /// are milliseconds of the monotonic clock (NowSteady). All arithmetic is unsigned 64-bit and wraps. The
 /// caller serialises access. Traced under category 3.
+///
+/// After one sample no pace is known: the estimate is a minute for each percent to go. Up to the second it is
+/// the time since m_StartTime, but at least a minute, for each percent. From the third on, the pace of the
+/// samples counts, carried back to 0 percent. So after a restart of the service an activity at 60 percent is
+/// said to take 40 minutes, whatever it took before. Times must not be stored over a reboot, with which the
+/// clock begins anew.
 class PI_API CETR {
 public:
     CETR() = default;

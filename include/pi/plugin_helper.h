@@ -71,6 +71,12 @@ public:
 
     /// Icon of a physical drive. State, medium and power are property values.
     ///
+    /// The states with icons of their own are OPERATIONAL, UNCONFIGURED_FAILED, FAILED, REBUILDING,
+    /// REBUILD_PAUSED, GLOBAL_HOTSPARE, DEDICATED_HOTSPARE, OFFLINE, FAILED_MISSING, COPY_BACK, MIGRATING,
+    /// MIGRATION_PAUSED, REBUILD_FAILED and SYSTEM, and with _SMART behind their names AVAILABLE,
+    /// OPERATIONAL, FAILED, REBUILDING, GLOBAL_HOTSPARE, DEDICATED_HOTSPARE, OFFLINE, COPY_BACK, MIGRATING,
+    /// REBUILD_FAILED and SYSTEM. Any other number, known or not, looks like AVAILABLE.
+    /// @param medium  PropertyValue::SSD, or any other value for a rotating disk
     /// @param aura    highlighted
     /// @param foreign belongs to a configuration from elsewhere
     /// @param power   PropertyValue::STOPPED, or any other value for a running drive

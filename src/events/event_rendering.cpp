@@ -38,15 +38,6 @@ std::string DateTimeText(std::uint64_t timeStamp) {
     return text;
 }
 
-const char* SeverityText(_SEVERITY severity) {
-    switch (severity) {
-        case Severity::WARNING: return "WARNING";
-        case Severity::ERROR: return "ERROR";
-        case Severity::INFORMATION: return "INFORMATION";
-        default: return "DEBUG";
-    }
-}
-
 /// Appends a value to a list, with ", " before it unless the list only begins.
 void AppendUsed(const std::string& value, std::size_t start, std::string& used) {
     used.reserve(used.size() + value.size() + 2);  // so that it is added whole or not at all
@@ -180,7 +171,7 @@ Rendered Render(const CEvent& event, Texts texts) {
     rendered.emplace_back("Source", event.m_Source);
     rendered.emplace_back("Timestamp", std::to_string(event.m_TimeStamp));
     rendered.emplace_back("Datetime", DateTimeText(event.m_TimeStamp));
-    rendered.emplace_back("Severity", SeverityText(event.m_Severity));
+    rendered.emplace_back("Severity", SeverityToString(event.m_Severity));
 
     std::string description = DescriptionText(texts);
     std::string placeholders = "[";

@@ -7,6 +7,7 @@
 #include <velk/clock.h>
 #include <velkx/language_support.h>
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -192,11 +193,11 @@ TEST(ReferenceExamples, Trace) {
 
 TEST(ReferenceExamples, Adapters) {
     //! [adapters]
+    const std::string serialNumber = "SV71401234";
+    const auto hash = static_cast<unsigned int>(std::hash<std::string>{}(serialNumber));
     PI::CGlobalAdapterID adapter;
-    const int bus = 3, device = 0, function = 1;
-    adapter.SetAdapterUniqueID(
-        PI::CGlobalAdapterID::GenerateUniqueAdapterNumber(bus, device, function, 0, adapter.m_HostName));
-    const unsigned int number = adapter.GetGlobalAdapterNumber();  // 0 for the first adapter of the host
+    adapter.SetAdapterUniqueID(static_cast<int>(hash | 0x80000000));  // apart from what addresses make
+    const unsigned int number = adapter.GetGlobalAdapterNumber();     // 0 for the first adapter of the host
     //! [adapters]
     EXPECT_EQ(number, 0U);
 }

@@ -18,6 +18,14 @@ import pages  # noqa: E402
 CELL = re.compile(r"<td[^>]*>(?:<a [^>]*>)?([^<]*)(?:</a>)?</td>")
 
 
+# A constant where it is used, by the names that sources give to its namespace.
+VOCABULARY_OF = {"ID": "property", "PropertyID": "property", "Operation": "operation", "OperationID": "operation",
+                 "Event": "event", "EventID": "event"}
+USE = re.compile(rf"\b({'|'.join(VOCABULARY_OF)})::([A-Z][A-Z0-9_]+)\b")
+TYPES = {"STRING", "CHOICE", "BOOL", "LONG", "SIGNED_LONG", "FLOAT"}
+SEVERITIES = {"INFORMATION", "WARNING", "ERROR"}
+
+
 def site_rows(page):
     """The rows of a table as a page shows them."""
     table = next(table for table in pages.TABLES if table[0] == page)
@@ -68,6 +76,25 @@ class Tables(unittest.TestCase):
         self.assertEqual(rows["10057"], "Rebuild on %1 failed: %2")
         self.assertEqual(rows["5"], "")
         self.assertEqual(sum(text != "" for text in rows.values()), len(lists.event_texts()))
+
+    def test_meanings_tell_of_each_constant_once_and_leave_nothing_out(self):
+        rows = site_rows("table_meanings")
+        self.assertEqual(len(rows), len({row[0] for row in rows}))
+        for number, _, kinds, _, setters, meaning in rows:
+            with self.subTest(number=number):
+                self.assertTrue(setters and meaning)
+                for kind in kinds.split("; "):
+                    self.assertIn(kind.split()[-1] if kind else "operation", TYPES | SEVERITIES | {"operation"})
+
+    def test_what_examples_guides_and_the_tool_use_has_a_meaning(self):
+        files = [path for pattern in ("examples/**/*.cpp", "tools/**/*.cpp", "docs/*.md", "README.md")
+                 for path in SOURCES.glob(pattern)]
+        used = {(VOCABULARY_OF[namespace], constant) for path in files
+                for namespace, constant in USE.findall(path.read_text(encoding="utf-8"))}
+        text = (SOURCES / "docs/vocabulary-meanings.tsv").read_text(encoding="utf-8")
+        known = {tuple(line.split("\t")[:2]) for line in text.splitlines()}
+        self.assertGreater(len(used), 60)
+        self.assertEqual(sorted(used - known), [])
 
     def test_each_list_of_the_library_has_a_table(self):
         with_table = {table[1] for table in pages.TABLES}

@@ -144,6 +144,15 @@ TEST_F(GetGlobalAdapterNumber, StaysWhenOthersAreRegistered) {
     EXPECT_EQ(first.GetGlobalAdapterNumber(), 0u);
 }
 
+TEST_F(GenerateUniqueAdapterNumberForHost, PCIAddressesCollide) {
+    for (int bus = 0; bus < 256; ++bus) {
+        for (int device = 0; device < 32; ++device) {
+            CGlobalAdapterID::GenerateUniqueAdapterNumber(0, bus, device, 0, "host");
+        }
+    }
+    EXPECT_EQ(Lists()["host"].size(), 602U);
+}
+
 TEST_F(GenerateUniqueAdapterNumberForHost, WeighsTheFourNumbers) {
     EXPECT_EQ(CGlobalAdapterID::GenerateUniqueAdapterNumber(1, 0, 0, 0, "H"), 3);
     EXPECT_EQ(CGlobalAdapterID::GenerateUniqueAdapterNumber(0, 1, 0, 0, "H"), 4);
