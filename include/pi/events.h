@@ -6,3 +6,4 @@
 #include <pi/etr.h>
 #include <pi/event.h>
 #include <pi/text_table.h>
+#include <pi/time_remaining.h>
