@@ -2,6 +2,7 @@
 // Discovery of drives end to end: from what a drive reports to a managed object with its properties.
 
 #include <malloc.h>
+#include <pi/drive_health.h>
 #include <pi/drives.h>
 #include <pi/object.h>
 #include <pi/plugin_helper.h>
@@ -190,6 +191,47 @@ void AddParsing(unsigned long drives) {
     });
 }
 
+/// A page with the checksum that drives put at its end.
+void Seal(std::uint8_t* page) {
+    constexpr std::size_t LAST = 511;
+    std::uint8_t sum = 0;
+    for (std::size_t i = 0; i < LAST; ++i) {
+        sum = static_cast<std::uint8_t>(sum + page[i]);
+    }
+    page[LAST] = static_cast<std::uint8_t>(-sum);
+}
+
+/// From a drive's pages to what a plug-in reports of its health.
+void AddHealth() {
+    bench::Add("health", "library", [](benchmark::State& state) {
+        constexpr unsigned long DRIVES = 100;
+        std::vector<Drive> drives(DRIVES);
+        for (unsigned long number = 0; number < DRIVES; ++number) {
+            Generate(number, drives[number]);
+            drives[number].m_Page.m_Revision[0] = 1;
+            Seal(reinterpret_cast<std::uint8_t*>(&drives[number].m_Page));
+        }
+        std::uint8_t statistics[512] = {1, 0, 7, 0, 0, 0, 0, 0, 12, 0, 0, 0, 0, 0, 0, 0xC0};
+        bench::Measure(state, [&] {
+            for (const Drive& drive : drives) {
+                PI::CDriveHealth health(PI::DriveProtocol::ATA, drive.m_ModelText);
+                health.SetCapacity(drive.m_CapacityBytes);
+                health.SetMedium(drive.m_RotationRate == 0 ? State::SSD : State::HDD);
+                health.Take(PI::HealthPage::ATA_SMART_DATA, &drive.m_Page, sizeof(drive.m_Page));
+                health.Take(PI::HealthPage::ATA_DEVICE_STATISTICS, statistics, sizeof(statistics));
+                health.TakeVerdict(true);
+                for (const auto figure :
+                     {PI::HealthFigure::WEAR, PI::HealthFigure::SPARE, PI::HealthFigure::POWER_ON_HOURS,
+                      PI::HealthFigure::BYTES_WRITTEN, PI::HealthFigure::RATED_TERABYTES,
+                      PI::HealthFigure::TEMPERATURE, PI::HealthFigure::REALLOCATED_SECTORS}) {
+                    benchmark::DoNotOptimize(health.GetFigure(figure));
+                }
+                benchmark::DoNotOptimize(health.GetState());
+            }
+        });
+    });
+}
+
 /// Discovery of drives that are all kept, for the memory that each takes.
 void AddKept() {
     bench::Add("discovery_kept", "library", [](benchmark::State& state) {
@@ -221,4 +263,5 @@ void bench::RegisterBenchmarks() {
         AddParsing(drives);
     }
     AddKept();
+    AddHealth();
 }

@@ -54,7 +54,7 @@ private:
     std::int32_t m_ContainerValue;
     std::int32_t m_DriveValue;
     std::uint32_t m_MissingPermissions;
-    std::uint64_t m_Reserved[2] = {};
+    [[maybe_unused]] std::uint64_t m_Reserved[2] = {};
 };
 
 /// @}

@@ -182,7 +182,7 @@ private:
     std::int32_t m_Reason = 0;
     std::uint32_t m_OtherCount = 0;
     CReading m_Others[4] = {};
-    std::uint64_t m_Reserved[4] = {};
+    [[maybe_unused]] std::uint64_t m_Reserved[4] = {};
 };
 
 /// Why a drive is in its state. A value.
@@ -202,7 +202,7 @@ private:
     CHealthFigure m_Figure;
     _DRIVE_STATE m_State;
     std::uint32_t m_Detail;
-    std::uint64_t m_Reserved[2] = {};
+    [[maybe_unused]] std::uint64_t m_Reserved[2] = {};
 };
 
 /// What is known of one drive's health.

@@ -74,12 +74,12 @@ bool Passes(Check check, const Attribute& attribute, const DriveFacts& facts) {
         case Check::SEVERAL_WORDS: return !isOneWord || raw == 0;
         case Check::RAW_ABOVE_27_BITS: return raw >= std::int64_t{1} << 27;
         case Check::ROTATING: return facts.m_Medium == PropertyValue::HDD;
-        case Check::BESIDE_163: return FindAttribute(facts, 163) != nullptr;
-        case Check::BESIDE_164: return FindAttribute(facts, 164) != nullptr;
-        case Check::BESIDE_165: return FindAttribute(facts, 165) != nullptr;
-        case Check::BESIDE_202: return FindAttribute(facts, 202) != nullptr;
-        case Check::BESIDE_230: return FindAttribute(facts, 230) != nullptr;
-        case Check::BESIDE_231: return FindAttribute(facts, 231) != nullptr;
+        case Check::BESIDE_163: return facts.FindAttribute(163) != nullptr;
+        case Check::BESIDE_164: return facts.FindAttribute(164) != nullptr;
+        case Check::BESIDE_165: return facts.FindAttribute(165) != nullptr;
+        case Check::BESIDE_202: return facts.FindAttribute(202) != nullptr;
+        case Check::BESIDE_230: return facts.FindAttribute(230) != nullptr;
+        case Check::BESIDE_231: return facts.FindAttribute(231) != nullptr;
     }
     return false;
 }
@@ -103,8 +103,7 @@ std::optional<std::int64_t> Apply(const AttributeRule& rule, std::int64_t field,
         case Meaning::USED: return field <= MOST_PERCENT ? std::optional(field) : std::nullopt;
         case Meaning::CYCLES: return field * 100 / parameter;
         case Meaning::CYCLES_BY: {
-            const std::int64_t rated =
-                RatedCycles(FindAttribute(facts, static_cast<std::uint8_t>(parameter)));
+            const std::int64_t rated = RatedCycles(facts.FindAttribute(static_cast<std::uint8_t>(parameter)));
             return rated != 0 ? std::optional(field * 100 / rated) : std::nullopt;
         }
         case Meaning::SPARE: return field != 0 ? std::optional(field) : std::nullopt;
@@ -135,15 +134,6 @@ std::optional<std::int64_t> FieldOf(const Attribute& attribute, Field field) {
         case Field::PACKED_HIGHEST: return PackedHighest(raw);
     }
     return std::nullopt;
-}
-
-const Attribute* FindAttribute(const DriveFacts& facts, std::uint8_t id) {
-    for (std::size_t i = facts.m_AttributeCount; i > 0; --i) {
-        if (facts.m_Attributes[i - 1].m_ID == id) {
-            return &facts.m_Attributes[i - 1];
-        }
-    }
-    return nullptr;
 }
 
 std::optional<std::int64_t> RuleSearch::Try(const AttributeRule& rule, const Attribute& attribute) {

@@ -97,7 +97,4 @@ private:
     std::bitset<256> m_Settled;
 };
 
-/// The attribute that counts: of two with the same number the later one. Null when there is none.
-const Attribute* FindAttribute(const DriveFacts& facts, std::uint8_t id);
-
 }  // namespace PI

@@ -40,11 +40,12 @@ CDriveHealth::CDriveHealth(_DRIVE_PROTOCOL protocol, const std::string& model)
     const std::size_t begin = std::min(model.find_first_not_of(' '), model.size());
     const std::size_t end = model.find_last_not_of(' ') + 1;
     CopyText(m_Facts->m_Model, model.data() + begin, std::max(begin, end) - begin);
-    if (protocol == DriveProtocol::ATA) {
+    m_Facts->m_Rating = FindEnduranceRating(m_Facts->m_Model);
+    if (m_Facts->m_Rating.GetEraseCycles()) {
         std::string vendor;
         std::string name;
         CPluginHelper::SplitSATAModelName(model, vendor, name);
-        m_Facts->m_Listed = CPluginHelper::findLifeTimeProp(name);
+        m_Facts->m_RatedInCycles = CPluginHelper::findLifeTimeProp(name);
     }
 }
 
@@ -102,7 +103,7 @@ void CDriveHealth::TakeStatistic(std::uint32_t page, std::uint32_t offset, std::
 }
 
 void CDriveHealth::ClearAttributes() noexcept {
-    m_Facts->m_AttributeCount = 0;
+    m_Facts->ForgetAttributes();
     m_Facts->m_ThresholdCount = 0;
 }
 
@@ -115,9 +116,7 @@ bool CDriveHealth::TakeAttribute(std::uint8_t id, const char* name, std::uint16_
     const auto normalised = [](int value) {
         return static_cast<std::int16_t>(value >= 0 && value <= UINT8_MAX ? value : -1);
     };
-    Attribute& attribute = facts.m_Attributes[facts.m_AttributeCount++];
-    attribute = {};
-    attribute.m_ID = id;
+    Attribute& attribute = facts.AddAttribute(id);
     attribute.m_Flags = flags;
     attribute.m_Current = normalised(current);
     attribute.m_Worst = normalised(worst);

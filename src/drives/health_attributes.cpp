@@ -17,7 +17,7 @@ namespace {
 constexpr std::uint8_t HOURS_ATTRIBUTE = 9;
 constexpr int AGREED = 100;  // support of what all makers mean by a number
 
-constexpr AttributeRule RULES[] = {
+constexpr AttributeRule HOURS_RULES[] = {
 #define PI_HOURS_RULE(model, name, field, meaning, parameter, drives, percent) \
     {HealthFigure::POWER_ON_HOURS,                                             \
      model,                                                                    \
@@ -30,6 +30,9 @@ constexpr AttributeRule RULES[] = {
      AGREED},
 #include "drives/hours_attributes.def"
 #undef PI_HOURS_RULE
+};
+
+constexpr AttributeRule AMOUNT_RULES[] = {
 #define PI_AMOUNT_RULE(figure, model, name, id, check, unit, drives, percent) \
     {HealthFigure::BYTES_##figure,                                            \
      model,                                                                   \
@@ -42,15 +45,44 @@ constexpr AttributeRule RULES[] = {
      (drives) != 0 ? percent : AGREED},
 #include "drives/amount_attributes.def"
 #undef PI_AMOUNT_RULE
+};
+
+constexpr AttributeRule SPARE_RULES[] = {
 #define PI_SPARE_RULE(model, id, check, field, meaning, drives, lowest) \
     {HealthFigure::SPARE, model, "", id, Check::check, Field::field, Meaning::meaning, 0, AGREED},
 #include "drives/spare_attributes.def"
 #undef PI_SPARE_RULE
+};
+
+constexpr AttributeRule ERROR_RULES[] = {
 #define PI_ERROR_RULE(figure, name, id, field, meaning, parameter) \
     {HealthFigure::figure, "", name, id, Check::ANY, Field::field, Meaning::meaning, parameter, AGREED},
 #include "drives/error_attributes.def"
 #undef PI_ERROR_RULE
 };
+
+/// The rules of one table.
+struct Rules {
+    template <std::size_t Count>
+    constexpr Rules(const AttributeRule (&rules)[Count]) : m_Begin(rules), m_End(rules + Count) {}
+
+    const AttributeRule* begin() const { return m_Begin; }
+    const AttributeRule* end() const { return m_End; }
+
+private:
+    const AttributeRule* m_Begin;
+    const AttributeRule* m_End;
+};
+
+Rules RulesOf(_HEALTH_FIGURE figure) {
+    switch (figure) {
+        case HealthFigure::POWER_ON_HOURS: return HOURS_RULES;
+        case HealthFigure::BYTES_WRITTEN:
+        case HealthFigure::BYTES_READ: return AMOUNT_RULES;
+        case HealthFigure::SPARE: return SPARE_RULES;
+        default: return ERROR_RULES;
+    }
+}
 
 constexpr std::uint8_t AIRFLOW_TEMPERATURE = 190;
 constexpr std::uint8_t TEMPERATURE = 194;
@@ -80,12 +112,13 @@ bool WasBelow(const DriveFacts& facts, const Attribute& attribute) {
 }  // namespace
 
 bool ReadAttributes(const DriveFacts& facts, _HEALTH_FIGURE figure, Reading& reading, bool& isWeak) noexcept {
-    if (figure == HealthFigure::SPARE && facts.m_Medium == PropertyValue::HDD) {
+    if (facts.m_AttributeCount == 0 ||
+        (figure == HealthFigure::SPARE && facts.m_Medium == PropertyValue::HDD)) {
         return false;
     }
     RuleSearch search(facts);
-    for (const AttributeRule& rule : RULES) {
-        const Attribute* attribute = rule.m_Figure == figure ? FindAttribute(facts, rule.m_ID) : nullptr;
+    for (const AttributeRule& rule : RulesOf(figure)) {
+        const Attribute* attribute = rule.m_Figure == figure ? facts.FindAttribute(rule.m_ID) : nullptr;
         const auto value = attribute != nullptr ? search.Try(rule, *attribute) : std::nullopt;
         if (value) {
             reading = AttributeReading(figure, rule.m_ID, *value);

@@ -19,6 +19,19 @@ void DriveFacts::Put(_HEALTH_FIGURE figure, _FIGURE_SOURCE source, std::uint32_t
     m_ReadingCount += place == end ? 1U : 0U;
 }
 
+void DriveFacts::ForgetAttributes() noexcept {
+    m_AttributeCount = 0;
+    m_Slots = {};
+}
+
+Attribute& DriveFacts::AddAttribute(std::uint8_t id) noexcept {
+    Attribute& attribute = m_Attributes[m_AttributeCount++];
+    attribute = {};
+    attribute.m_ID = id;
+    m_Slots[id] = static_cast<std::uint8_t>(m_AttributeCount);
+    return attribute;
+}
+
 void DriveFacts::Forget(_FIGURE_SOURCE source, std::uint32_t number) noexcept {
     const auto end = m_Readings.begin() + static_cast<std::ptrdiff_t>(m_ReadingCount);
     const auto kept = std::remove_if(m_Readings.begin(), end, [&](const Reading& reading) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <pi/drive_health.h>
+#include <pi/endurance_rating.h>
 #include <pi/ssd_endurance.h>
 
 #include <array>
@@ -48,9 +49,11 @@ struct DriveFacts {
     std::uint64_t m_CapacityBytes = 0;
     std::uint64_t m_IdentifiedBytes = 0;  ///< capacity as an NVMe controller states it
     std::uint32_t m_BlockSize = 512;
-    const _SSD_ENDURANCE* m_Listed = nullptr;  ///< row of the SATA list
+    CEnduranceRating m_Rating;
+    const _SSD_ENDURANCE* m_RatedInCycles = nullptr;  ///< row of the SATA list
     char m_Model[128] = {};
     std::size_t m_AttributeCount = 0;
+    std::array<std::uint8_t, 256> m_Slots = {};  ///< by number of an attribute: its place, counted from 1
     std::size_t m_ThresholdCount = 0;
     std::size_t m_ReadingCount = 0;
     std::array<Attribute, MAX_ATTRIBUTES> m_Attributes;
@@ -59,6 +62,16 @@ struct DriveFacts {
 
     /// Notes a figure, in place of an earlier one from the same source.
     void Put(_HEALTH_FIGURE figure, _FIGURE_SOURCE source, std::uint32_t number, std::int64_t value) noexcept;
+
+    void ForgetAttributes() noexcept;
+
+    /// Adds an attribute, while there is room: of two with the same number the later one counts.
+    Attribute& AddAttribute(std::uint8_t id) noexcept;
+
+    /// The attribute of a number; null when there is none.
+    const Attribute* FindAttribute(std::uint8_t id) const noexcept {
+        return m_Slots[id] != 0 ? &m_Attributes[m_Slots[id] - 1U] : nullptr;
+    }
 
     /// Forgets everything from a source, before its page is read again.
     void Forget(_FIGURE_SOURCE source, std::uint32_t number) noexcept;

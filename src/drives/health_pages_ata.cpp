@@ -97,14 +97,12 @@ const char* ReadATASmartData(const std::uint8_t* page, std::size_t length, Drive
     }
     _IDE_SMART_DATA data;
     std::memcpy(&data, page, sizeof(data));
-    facts.m_AttributeCount = 0;
+    facts.ForgetAttributes();
     for (const _IDE_SMART_ATTRIBUTE& slot : data.m_Attributes) {
         if (slot.m_ID == 0) {
             continue;
         }
-        Attribute& attribute = facts.m_Attributes[facts.m_AttributeCount++];
-        attribute = {};
-        attribute.m_ID = slot.m_ID;
+        Attribute& attribute = facts.AddAttribute(slot.m_ID);
         attribute.m_Flags = static_cast<std::uint16_t>(LittleEndian(slot.m_Flags, 2));
         attribute.m_Current = slot.m_Current;
         attribute.m_Worst = slot.m_Worst;

@@ -3,13 +3,12 @@
 // decoded.
 
 #include <pi/drive_health.h>
-#include <pi/endurance_rating.h>
 
 #include <algorithm>
 
 #include "drives/attribute_rules.h"
+#include "drives/cycle_wear.h"
 #include "drives/health_figures.h"
-#include "drives/listed_wear.h"
 
 namespace PI {
 
@@ -59,26 +58,30 @@ bool EndsHere(const AttributeRule& rule, const Attribute& attribute, std::int64_
 Opinions FromAttributes(const DriveFacts& facts) {
     Opinions opinions;
     RuleSearch search(facts);
+    const auto hear = [&](const AttributeRule& rule, const Attribute& attribute) {
+        const auto value = search.Try(rule, attribute);
+        if (value && IsPossible(HealthFigure::WEAR, *value)) {
+            opinions.Add(attribute.m_ID, *value, rule.IsWeak(), EndsHere(rule, attribute, *value));
+        }
+    };
     for (const AttributeRule& rule : WEAR_RULES) {
+        if (rule.m_ID != ANY_ID) {
+            if (const Attribute* attribute = facts.FindAttribute(rule.m_ID)) {
+                hear(rule, *attribute);
+            }
+            continue;
+        }
         for (std::size_t i = 0; i < facts.m_AttributeCount; ++i) {
-            const Attribute& attribute = facts.m_Attributes[i];
-            if ((rule.m_ID != ANY_ID && rule.m_ID != attribute.m_ID) ||
-                FindAttribute(facts, attribute.m_ID) != &attribute) {
-                continue;
-            }
-            const auto value = search.Try(rule, attribute);
-            if (value && IsPossible(HealthFigure::WEAR, *value)) {
-                opinions.Add(attribute.m_ID, *value, rule.IsWeak(), EndsHere(rule, attribute, *value));
-            }
+            hear(rule, facts.m_Attributes[i]);
         }
     }
-    // What CSmartValues reads for listed models, unless a rule knows the attribute better.
-    const std::uint8_t id = facts.m_Listed != nullptr ? ListedWearAttribute(*facts.m_Listed) : ANY_ID;
-    const Attribute* attribute = id != ANY_ID && !search.IsSettled(id) ? FindAttribute(facts, id) : nullptr;
-    if (attribute != nullptr) {
-        const std::int64_t value = ListedWear(*facts.m_Listed, attribute->m_Current, attribute->m_Raw);
+    // Families that are rated in cycles count them; for all others CSmartValues reads what the rules read.
+    const _SSD_ENDURANCE* const row = facts.m_RatedInCycles;
+    const Attribute* attribute = row != nullptr ? facts.FindAttribute(CycleAttribute(*row)) : nullptr;
+    if (attribute != nullptr && !search.IsSettled(attribute->m_ID)) {
+        const std::int64_t value = WearByCycles(*row, attribute->m_Raw);
         if (IsPossible(HealthFigure::WEAR, value)) {
-            opinions.Add(id, value, false, false);
+            opinions.Add(attribute->m_ID, value, false, false);
         }
     }
     return opinions;
@@ -108,7 +111,7 @@ CHealthFigure DecideRating(const DriveFacts& facts) noexcept {
     const auto listed = [](std::uint64_t value) {
         return Reading{static_cast<std::int64_t>(value), FIGURE, FigureSource::ENDURANCE_LIST, 0};
     };
-    const CEnduranceRating rating = FindEnduranceRating(facts.m_Model);
+    const CEnduranceRating& rating = facts.m_Rating;
     if (const auto cycles = rating.GetEraseCycles()) {
         return maker.Say(FigureReason::RATED_IN_CYCLES).Name(listed(*cycles)).Made();
     }

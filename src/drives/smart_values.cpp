@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-#include "drives/listed_wear.h"
+#include "drives/cycle_wear.h"
 #include "util/text.h"
 
 namespace PI {
@@ -76,22 +76,12 @@ void EvaluateInnoDiskWear(const _IDE_SMART_DATA& data, CSmartValues& values) {
 
 }  // namespace
 
-std::uint8_t ListedWearAttribute(const _SSD_ENDURANCE& row) {
-    if (EqualsIgnoringCase(row.m_Vendor, INNODISK)) {
-        return InnoDiskAttribute(row.m_GroupFlag);
-    }
-    for (const VendorAttributes& vendor : VENDORS) {
-        if (EqualsIgnoringCase(row.m_Vendor, vendor.m_Vendor)) {
-            return vendor.m_Wear;
-        }
-    }
-    return NOT_REPORTED;
+std::uint8_t CycleAttribute(const _SSD_ENDURANCE& row) {
+    return InnoDiskAttribute(row.m_GroupFlag);
 }
 
-std::int64_t ListedWear(const _SSD_ENDURANCE& row, std::int64_t current, std::uint64_t raw) {
-    return EqualsIgnoringCase(row.m_Vendor, INNODISK)
-               ? static_cast<std::int64_t>(InnoDiskCycles(row.m_GroupFlag, raw) * 100 / row.m_EnduranceTB)
-               : 100 - current;
+std::int64_t WearByCycles(const _SSD_ENDURANCE& row, std::uint64_t raw) {
+    return static_cast<std::int64_t>(InnoDiskCycles(row.m_GroupFlag, raw) * 100 / row.m_EnduranceTB);
 }
 
 CSmartValues::CSmartValues(const std::string& vendor, const std::string& model)
