@@ -102,7 +102,7 @@ std::uint64_t Milliseconds(const ProgressSample& sample) {
     return 1000000000 + static_cast<std::uint64_t>(sample.m_Seconds * 1000);
 }
 
-Way PrescribedRules() {
+Way FixedRules() {
     return [etr = PI::CETR()](const ProgressSample& sample, std::uint64_t total) mutable {
         etr.Compute(static_cast<int>(sample.m_Position * 100 / total), Milliseconds(sample));
         return WithoutRange(static_cast<double>(etr.m_RemainingTime) / 1000);
@@ -190,7 +190,7 @@ Json Row(const std::string& kind, const std::vector<ProgressCurve>& curves, Tall
     measure("mean", Mean);
     measure("md", MarksOfMD);
     measure("udisks", MeanOfSpeeds);
-    measure("CETR", PrescribedRules);
+    measure("CETR", FixedRules);
     const Tally own = measure("CTimeRemaining", TimeRemaining);
     row["inside"] = Percent(static_cast<double>(own.m_Inside) / static_cast<double>(own.m_Ranges));
     row["jump"] = Percent(Quantile(own.m_Jumps, 0.5));

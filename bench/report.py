@@ -245,6 +245,19 @@ def statement_table(figures):
         yield f"| {each.title} | {each.measured} | {each.target} | {reached} |"
 
 
+def accuracy_table(measured):
+    """How near estimates of the time remaining come."""
+    ways = ("mean", "md", "udisks", "CETR", "CTimeRemaining")
+    yield "| Rebuilds | Curves | mean speed | marks of md | mean of speeds, as udisks | `CETR` | `CTimeRemaining` " \
+          "| Truth inside its range | Its end jumps by |"
+    yield "|---|---|---|---|---|---|---|---|---|"
+    for row in measured["rows"]:
+        errors = " | ".join(f"{row[way]['median']:.1f} % ({row[way]['ninetieth']:.0f} %)" for way in ways)
+        yield f"| {row['kind']} | {row['curves']} | {errors} | {row['inside']:.0f} % | {row['jump']:.2f} % |"
+    yield ""
+    yield f"Over all samples of all curves the range holds the truth for {measured['inside']:.1f} percent."
+
+
 def output_of(*command):
     return subprocess.run(command, check=True, capture_output=True, text=True).stdout
 
@@ -287,6 +300,13 @@ def main():
         "## Growth, processes, memory",
         "",
         *statement_table(figures),
+        "",
+        "## How near estimates of the time remaining come",
+        "",
+        "Median of the error after each sample from the second on, in percent of the time that remained, and in brackets",
+        "what nine in ten stay below; the curves are explained in [estimates](../docs/estimates.md).",
+        "",
+        *accuracy_table(json.loads((results / "progress_accuracy.json").read_text())),
     ]
     report.write_text("\n".join(lines) + "\n")
 

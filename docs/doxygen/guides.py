@@ -9,7 +9,7 @@ import posixpath
 import re
 
 # What a newcomer reads first stands first; documents not named here follow by their names.
-ORDER = ("getting-started", "writing-a-plugin", "drive-knowledge", "events", "tracing", "configuration-documents",
+ORDER = ("getting-started", "writing-a-plugin", "drive-knowledge", "estimates", "events", "tracing", "configuration-documents",
          "abi", "design")
 PROJECT = ("README.md", "CONTRIBUTING.md", "SECURITY.md", "CHANGELOG.md", "bench/RESULTS.md")
 

@@ -149,6 +149,25 @@ TEST(ReferenceExamples, RemainingTime) {
     EXPECT_EQ(remaining, "01:38:00");
 }
 
+TEST(ReferenceExamples, TimeRemainingWithItsRange) {
+    //! [time remaining with its range]
+    PI::CTimeRemaining rebuild;
+    const std::uint64_t total = 7'814'037'168;  // sectors
+    for (std::uint64_t minute = 0; minute <= 60; ++minute) {
+        rebuild.AddSample(minute * 60'000, minute * 10'000'000, total);
+    }
+    const bool isRunning = rebuild.GetState() == PI::TimeRemainingState::RUNNING;
+    const auto milliseconds = rebuild.GetRemaining();  // 12 hours, four times out of five
+    const auto low = rebuild.GetLow();                 // no less than this
+    const auto high = rebuild.GetHigh();               // and no more than this
+    const std::string stored = rebuild.ToText();       // for CTimeRemaining::FromText after a restart
+    //! [time remaining with its range]
+    EXPECT_TRUE(isRunning);
+    EXPECT_NEAR(static_cast<double>(*milliseconds) / 3'600'000, 12.02, 0.2);
+    EXPECT_TRUE(*low < *milliseconds && *milliseconds < *high);
+    EXPECT_TRUE(PI::CTimeRemaining::FromText(stored).has_value());
+}
+
 TEST(ReferenceExamples, Drives) {
     //! [drives]
     const PI::_SSD_ENDURANCE* row = PI::CPluginHelper::findLifeTimeProp("SSDSC2BB480G7");
@@ -162,6 +181,25 @@ TEST(ReferenceExamples, Drives) {
     EXPECT_TRUE(isKnown);
     EXPECT_GT(hours, 0U);
     EXPECT_LE(hours, 43829U);
+}
+
+TEST(ReferenceExamples, WearForecast) {
+    //! [wear forecast]
+    PI::CWearReading lastYear;
+    lastYear.SetPowerOnHours(8'500);
+    lastYear.SetWear(7);
+    PI::CWearReading now;
+    now.SetPowerOnHours(9'500);
+    now.SetWear(9);
+
+    const PI::CWearForecast forecast({lastYear, now});
+    const auto hours = forecast.GetHours();  // 54,600 hours until 100 percent, four times out of five
+    const auto low = forecast.GetLow();      // 34,398 or more
+    const auto high = forecast.GetHigh();    // and 120,120 or less
+    //! [wear forecast]
+    EXPECT_EQ(hours, std::uint64_t{54'600});
+    EXPECT_EQ(low, std::uint64_t{34'398});
+    EXPECT_EQ(high, std::uint64_t{120'120});
 }
 
 TEST(ReferenceExamples, Helper) {
