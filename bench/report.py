@@ -172,6 +172,11 @@ def statements(get, ratio):
     growth = ratio("discovery_1000000/library", "discovery_100/library") / 10000
     yield Statement("Discovery: time per drive, 1,000,000 against 100 drives", f"{growth:.2f}", "linear: ≤ 1.5",
                     growth <= 1.5)
+    per_drive = get("health/library") / 100
+    yield Statement("Health of a drive: two pages in, seven figures and the state out",
+                    f"{duration(per_drive)}, {get('health/library', 'allocations') / 100:g} allocations",
+                    "≤ 2 µs, 1 allocation",
+                    per_drive <= 2e-6 and get("health/library", "allocations") <= 100)
     yield Statement("Discovery: memory of a drive that is kept",
                     f"{get('discovery_kept/library', 'bytes_per_drive'):,.0f} bytes, a property being "
                     f"{get('discovery_kept/library', 'bytes_per_property'):,.0f}", "stated", True)

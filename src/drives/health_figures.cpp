@@ -234,7 +234,7 @@ bool IsSolidState(const DriveFacts& facts) noexcept {
         return facts.m_Medium == PropertyValue::SSD;
     }
     const auto* end = facts.m_Readings.begin() + facts.m_ReadingCount;
-    return facts.m_Protocol == DriveProtocol::NVME ||
+    return facts.m_Protocol == DriveProtocol::NVME || facts.m_Rating.IsListed() ||
            std::any_of(facts.m_Readings.begin(), end,
                        [](const Reading& reading) { return reading.m_Figure == HealthFigure::WEAR; });
 }

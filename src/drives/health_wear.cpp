@@ -157,6 +157,16 @@ CHealthFigure DecideWear(const DriveFacts& facts) noexcept {
             differs = true;
         }
     }
+    // A drive may keep the statistic in two logs.
+    for (std::size_t i = 0; isOwn && i < facts.m_ReadingCount; ++i) {
+        const Reading& other = facts.m_Readings[i];
+        if (other.m_Figure == HealthFigure::WEAR && other.m_Source != FigureSource::PROGRAM &&
+            other.m_Value != MAYBE_INVALID && IsPossible(HealthFigure::WEAR, other.m_Value) &&
+            !Agree(chosen, other)) {
+            maker.Doubt(FigureReason::SOURCES_DIFFER).Name(other);
+            differs = true;
+        }
+    }
     if (differs) {
         return maker.Made();
     }
