@@ -155,6 +155,25 @@ TEST_F(LanguageSupport, TextOfAFileKeepsBlanksEntitiesAndCharacterData) {
     EXPECT_EQ(Resolved(6), "Gerät");
 }
 
+TEST_F(LanguageSupport, TextOfAFileKeepsPartsOfWhiteSpaceAlone) {
+    Load(
+        "\n<!-- texts -->\n<Strings>\r\n\t"
+        "<String id='1'> </String>\n<!-- in between -->\n"
+        "<String id='2'><![CDATA[one]]> <![CDATA[two]]></String> <?note?> "
+        "<String id='3'><!-- before -->\t\r\n<!-- after --></String>"
+        "<String id='4'>one<!-- note --> <!-- note -->two\n</String>"
+        "<String id='5'>&#32;&#9;</String>"
+        "<String id='6'><!-- nothing --></String>"
+        "\n</Strings>\n<!-- end -->\n");
+
+    EXPECT_EQ(Resolved(1), " ");
+    EXPECT_EQ(Resolved(2), "one two");
+    EXPECT_EQ(Resolved(3), "\t\n");
+    EXPECT_EQ(Resolved(4), "one two\n");
+    EXPECT_EQ(Resolved(5), " \t");
+    EXPECT_EQ(Resolved(6), "");
+}
+
 TEST_F(LanguageSupport, FileMayBeginWithAByteOrderMark) {
     Load("\xEF\xBB\xBF<Strings><String id='1'>one</String></Strings>");
 

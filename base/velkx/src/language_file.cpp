@@ -10,6 +10,7 @@
 #include <new>
 #include <pugixml.hpp>
 #include <stdexcept>
+#include <string_view>
 #include <system_error>
 
 namespace language_file {
@@ -23,24 +24,27 @@ public:
 
     Texts Parse() const {
         pugi::xml_document document;
-        // As a fragment, so that text outside the root element is not passed over.
-        const pugi::xml_parse_result result = document.load_buffer(
-            m_Content.data(), m_Content.size(), pugi::parse_default | pugi::parse_fragment);
+        // As a fragment, so that text outside the root element is not passed over. White space is part of a
+        // text, and has to be passed over elsewhere.
+        const pugi::xml_parse_result result =
+            document.load_buffer(m_Content.data(), m_Content.size(),
+                                 pugi::parse_default | pugi::parse_fragment | pugi::parse_ws_pcdata);
         if (result.status == pugi::status_out_of_memory) {
             throw std::bad_alloc();
         }
         if (!result) {
             Fail(result.offset, result.description());
         }
-        const pugi::xml_node root = document.first_child();
+        const pugi::xml_node root = PastBlanks(document.first_child());
         if (std::strcmp(root.name(), "Strings") != 0) {
             Fail(root.offset_debug(), "the root element is not Strings");
         }
-        if (const pugi::xml_node rest = root.next_sibling()) {
+        if (const pugi::xml_node rest = PastBlanks(root.next_sibling())) {
             Fail(rest.offset_debug(), "nothing may stand behind the root element");
         }
         Texts found;
-        for (const pugi::xml_node child : root.children()) {
+        for (pugi::xml_node child = PastBlanks(root.first_child()); child;
+             child = PastBlanks(child.next_sibling())) {
             if (std::strcmp(child.name(), "String") != 0) {
                 Fail(child.offset_debug(), "only String elements may stand in Strings");
             }
@@ -70,6 +74,15 @@ private:
             throw std::runtime_error(path + ": larger than 64 mebibytes");
         }
         return content;
+    }
+
+    /// The first node from this one on that is more than white space.
+    static pugi::xml_node PastBlanks(pugi::xml_node node) {
+        while (node.type() == pugi::node_pcdata &&
+               std::string_view(node.value()).find_first_not_of(" \t\r\n") == std::string_view::npos) {
+            node = node.next_sibling();
+        }
+        return node;
     }
 
     unsigned int Id(const pugi::xml_node& node) const {
