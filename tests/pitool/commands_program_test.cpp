@@ -106,6 +106,15 @@ TEST(LayoutCommand, BadUsageExitsWith2) {
     EXPECT_EQ(RunPitool({"layout", "a", "b"}).m_ExitStatus, 2);
 }
 
+TEST(EventCommand, RendersEverySampleOfAnEvent) {
+    for (const auto& file :
+         std::filesystem::directory_iterator(std::string(PITOOL_ALL_EXAMPLES) + "/events")) {
+        if (file.path().extension() == ".json") {
+            EXPECT_EQ(RunPitool({"event"}, ReadWhole(file.path())).m_ExitStatus, 0) << file.path();
+        }
+    }
+}
+
 TEST(EventCommand, RendersJsonFromStandardInput) {
     setenv("TZ", "UTC", 1);
     ExpectRun(RunPitool({"event"}, Example("events/rebuild-failed.json")), 0,
@@ -194,9 +203,9 @@ TEST(EventCommand, RefusalsAreOneLine) {
 }
 
 TEST(DriveCommand, ShowsTheEventsBehindTheSheet) {
-    const Outcome sheet = RunPitool({"drive", "events/hot-nvme-ssd.json"});
+    const Outcome sheet = RunPitool({"drive", "drives/hot-nvme-ssd.json"});
     ExpectRun(
-        RunPitool({"drive", "--events", "events/hot-nvme-ssd.json"}), 0,
+        RunPitool({"drive", "--events", "drives/hot-nvme-ssd.json"}), 0,
         sheet.m_Output +
             "\nevents\n"
             "  WARNING      11090  Wear of drive SSDPE2KE016T8 (serial number PHLN000000201P6AGN) is above "
@@ -210,7 +219,7 @@ TEST(DriveCommand, ShowsTheEventsBehindTheSheet) {
 }
 
 TEST(DriveCommand, ShowsTheEventsBehindTheTableWorstFirst) {
-    const std::vector<std::string> files{"events/hot-nvme-ssd.json", "drives/wd-disk.json",
+    const std::vector<std::string> files{"drives/hot-nvme-ssd.json", "drives/wd-disk.json",
                                          "drives/failing-hgst-disk.json"};
     const Outcome table = RunPitool({"drive", files[0], files[1], files[2]});
     const Outcome run = RunPitool({"drive", "--events", files[0], files[1], files[2]});
@@ -225,10 +234,10 @@ TEST(DriveCommand, ShowsTheEventsBehindTheTableWorstFirst) {
 
 TEST(DriveCommand, EventsStandInJsonWhereTheyAreWanted) {
     using Json = nlohmann::ordered_json;
-    const Json without = Json::parse(RunPitool({"drive", "--json", "events/hot-nvme-ssd.json"}).m_Output);
+    const Json without = Json::parse(RunPitool({"drive", "--json", "drives/hot-nvme-ssd.json"}).m_Output);
     EXPECT_TRUE(without["drives"][0]["events"].is_null());
     const Json with =
-        Json::parse(RunPitool({"drive", "--json", "--events", "events/hot-nvme-ssd.json"}).m_Output);
+        Json::parse(RunPitool({"drive", "--json", "--events", "drives/hot-nvme-ssd.json"}).m_Output);
     const Json& events = with["drives"][0]["events"];
     ASSERT_EQ(events.size(), 2U);
     EXPECT_EQ(events[0]["EventID"], "11090");

@@ -114,7 +114,7 @@ TEST(Terminal, NamesAndSenseDataFit) {
 TEST(Terminal, NothingIsWiderThanTheTerminal) {
     for (const char* command :
          {"drive --events drives", "drive drives/worn-intel-ssd.json",
-          "drive drives/wd-disk.json events/hot-nvme-ssd.json", "layout layouts/raid10-logical-drive.xml",
+          "drive drives/wd-disk.json drives/hot-nvme-ssd.json", "layout layouts/raid10-logical-drive.xml",
           "layout layouts/raid1-array.xml", "event < events/rebuild-failed.json", "name rebuild",
           "name --list event-identifiers", "sense 6 29 00"}) {
         for (const unsigned short columns : std::initializer_list<unsigned short>{40, 60, 80, 100, 132}) {
@@ -125,7 +125,7 @@ TEST(Terminal, NothingIsWiderThanTheTerminal) {
 }
 
 TEST(Terminal, NoWidthLosesALetter) {
-    for (const char* command : {"drive --events events/hot-nvme-ssd.json",
+    for (const char* command : {"drive --events drives/hot-nvme-ssd.json",
                                 "layout layouts/raid10-logical-drive.xml", "name rebuild", "sense 6 29 00"}) {
         const std::string pitool = std::string("pitool ") + command;
         const std::string letters = LettersOf(Show(pitool + " | cat", 80, PLAIN));
