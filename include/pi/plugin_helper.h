@@ -177,7 +177,8 @@ public:
     ///
     /// What the permissions and the attribute stand for is the caller's business; the rules are fixed. Traced
     /// under category 21.
-    /// @param containerMedia PropertyValue::HDD, PropertyValue::SSD or another medium
+    /// @param containerType  any number; 0 is compared like the others
+    /// @param containerMedia PropertyValue::HDD, PropertyValue::SSD or another medium; 0 is compared too
     /// @param driveType      0 when unknown: nothing is checked then
     /// @param driveMedia     0 when unknown: nothing is checked then
     /// @return SUCCESS, NO_MIX_OF_DIFFERENT_TYPES_IN_LD or NO_MIX_OF_DIFFERENT_MEDIA_TYPES_IN_LD
