@@ -9,6 +9,7 @@
 #include <type_traits>
 
 #include "model/property_samples.h"
+#include "support/record_checks.h"
 
 namespace PI::Test {
 namespace {
@@ -112,14 +113,21 @@ static_assert(IS_SAME<std::uint32_t, decltype(CMultiStringData::m_SelectionMask)
 static_assert(IS_SAME<std::int32_t, std::underlying_type_t<_PROPERTY_ID>>);
 static_assert(IS_SAME<std::int32_t, std::underlying_type_t<_PROPERTY_TYPE>>);
 
-static_assert(std::has_virtual_destructor_v<CProperty>);
-static_assert(std::has_virtual_destructor_v<CChoiceData> && std::has_virtual_destructor_v<CRangeData>);
-static_assert(std::has_virtual_destructor_v<CStringData> && std::has_virtual_destructor_v<CBoolData>);
-static_assert(std::has_virtual_destructor_v<CLongData> && std::has_virtual_destructor_v<CSignedLongData>);
-static_assert(std::has_virtual_destructor_v<CMultiValueData> && std::has_virtual_destructor_v<CFloatData>);
-static_assert(std::has_virtual_destructor_v<CMultiLongData> && std::has_virtual_destructor_v<CXMLData>);
-static_assert(std::has_virtual_destructor_v<CMultiStringData>);
 static_assert(!std::is_polymorphic_v<Data>);
+
+template <class Class>
+class PropertyClass : public testing::Test {};
+
+using PropertyClasses =
+    testing::Types<CProperty, CChoiceData, CRangeData, CStringData, CBoolData, CLongData, CSignedLongData,
+                   CMultiValueData, CFloatData, CMultiLongData, CXMLData, CMultiStringData>;
+TYPED_TEST_SUITE(PropertyClass, PropertyClasses);
+
+TYPED_TEST(PropertyClass, HasNoBaseAndOnlyAVirtualDestructor) {
+    EXPECT_TRUE(std::has_virtual_destructor_v<TypeParam>);
+    EXPECT_TRUE(HasNoBase<TypeParam>());
+    EXPECT_EQ(VirtualFunctionCount<TypeParam>(), ONLY_A_DESTRUCTOR);
+}
 
 TEST(PropertyTypes, HaveTheirNumbers) {
     EXPECT_EQ(PropertyType::NONE, 0);
@@ -229,6 +237,9 @@ static_assert(offsetof(_PROPERTY_DESCRIPTION, m_Attribute6) == 24);
 static_assert(offsetof(_PROPERTY_DESCRIPTION, m_Flag2) == 28);
 static_assert(offsetof(_PROPERTY_DESCRIPTION, m_Flag1) == 29);
 static_assert(sizeof(_PROPERTY_DESCRIPTION) == 32);
+
+// Functions only: nobody has one, and it holds nothing.
+static_assert(std::is_empty_v<CPluginHelper> && !std::is_default_constructible_v<CPluginHelper>);
 
 // In the order in which plug-ins write their tables.
 constexpr _PROPERTY_DESCRIPTION DESCRIPTION = {PropertyID::STATUS,  44, 11,    22,  -33,

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-// Each test's statements run in a process of their own, in which no trace was written before.
+// The time that traces show, by a system clock that the test sets. Each test's statements run in a process of
+// their own, in which no trace was written before.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -14,27 +16,48 @@
 
 namespace {
 
+constexpr std::int64_t MS = 1000000;  // in nanoseconds
+
+std::atomic<std::int64_t> sinceEpochNs = 1600000000000 * MS;
+
+}  // namespace
+
+// The linker takes the program's clock before the one of the standard library, for the library under test
+// too.
+std::chrono::system_clock::time_point std::chrono::system_clock::now() noexcept {
+    return time_point(nanoseconds(sinceEpochNs));
+}
+
+namespace {
+
 using PI::Test::TraceRecorder;
-
-constexpr int PAUSE_MS = 60;
-
-void Pause() {
-    std::this_thread::sleep_for(std::chrono::milliseconds(PAUSE_MS));
-}
-
-/// The milliseconds of the only record.
-int Milliseconds(const TraceRecorder<3>& recorder) {
-    return std::stoi(recorder.m_Records.at(0).m_Message.substr(sizeof("[VELK_TraceData][") - 1));
-}
-
-/// Ends the process, telling the number.
-[[noreturn]] void Report(int milliseconds, bool good) {
-    std::fprintf(stderr, "%d ms\n", milliseconds);
-    std::exit(good ? 0 : 1);
-}
 
 void Trace() {
     VELKTrace(1, "name", 3, "text");
+}
+
+/// Ends the process, telling the time that the only record shows.
+[[noreturn]] void Tell(const TraceRecorder<3>& recorder) {
+    const std::string& line = recorder.m_Records.at(0).m_Message;
+    const std::size_t start = sizeof("[VELK_TraceData][") - 1;
+    std::fprintf(stderr, "%s ms\n", line.substr(start, line.find(']', start) - start).c_str());
+    std::exit(recorder.m_Records.size() == 1 ? 0 : 1);
+}
+
+[[noreturn]] void TraceAndTell() {
+    TraceRecorder<3> recorder;
+    Trace();
+    Tell(recorder);
+}
+
+/// The first trace of the process, then another at a time after it.
+[[noreturn]] void TraceAgainAfter(std::int64_t nanoseconds) {
+    {
+        const TraceRecorder<3> first;
+        Trace();
+    }
+    sinceEpochNs += nanoseconds;
+    TraceAndTell();
 }
 
 class FirstTrace : public testing::Test {
@@ -42,36 +65,25 @@ protected:
     void SetUp() override { testing::FLAGS_gtest_death_test_style = "fast"; }
 };
 
+const testing::ExitedWithCode wasTold(0);
+
 TEST_F(FirstTrace, ShowsNoTime) {
-    EXPECT_EXIT(
-        {
-            Pause();
-            TraceRecorder<3> recorder;
-            Trace();
-            Report(Milliseconds(recorder), Milliseconds(recorder) < PAUSE_MS / 2);
-        },
-        testing::ExitedWithCode(0), "ms");
+    EXPECT_EXIT(TraceAndTell(), wasTold, "^0 ms\n$");
 }
 
 TEST_F(FirstTrace, IsWhatLaterOnesCountFrom) {
     EXPECT_EXIT(
         {
             {
-                const TraceRecorder<3> first;
+                const TraceRecorder<3> recorder;
+                Trace();
+                sinceEpochNs += 60 * MS;
                 Trace();
             }
-            Pause();
-            {
-                const TraceRecorder<3> second;
-                Trace();
-            }
-            Pause();
-            TraceRecorder<3> third;
-            Trace();
-            // Counted from the first, not from the one before.
-            Report(Milliseconds(third), Milliseconds(third) >= 2 * PAUSE_MS);
+            sinceEpochNs += 60 * MS;
+            TraceAndTell();  // counted from the first, not from the one before
         },
-        testing::ExitedWithCode(0), "ms");
+        wasTold, "^120 ms\n$");
 }
 
 TEST_F(FirstTrace, CountsFromATraceWithoutLogger) {
@@ -79,42 +91,36 @@ TEST_F(FirstTrace, CountsFromATraceWithoutLogger) {
         {
             VELKTrace::tracesEnabled = true;
             Trace();
-            Pause();
-            TraceRecorder<3> recorder;
-            Trace();
-            Report(Milliseconds(recorder), Milliseconds(recorder) >= PAUSE_MS);
+            sinceEpochNs += 60 * MS;
+            TraceAndTell();
         },
-        testing::ExitedWithCode(0), "ms");
+        wasTold, "^60 ms\n$");
 }
 
 TEST_F(FirstTrace, CountsFromATraceThatItsLoggerRefuses) {
     EXPECT_EXIT(
         {
             {
-                TraceRecorder<3> refusing(plog::info);
+                const TraceRecorder<3> refusing(plog::info);
                 Trace();
                 if (!refusing.m_Records.empty()) {
                     std::exit(2);
                 }
             }
-            Pause();
-            TraceRecorder<3> recorder;
-            Trace();
-            Report(Milliseconds(recorder), Milliseconds(recorder) >= PAUSE_MS);
+            sinceEpochNs += 60 * MS;
+            TraceAndTell();
         },
-        testing::ExitedWithCode(0), "ms");
+        wasTold, "^60 ms\n$");
 }
 
 TEST_F(FirstTrace, DoesNotCountFromTracesThatAreOff) {
     EXPECT_EXIT(
         {
             Trace();
-            Pause();
-            TraceRecorder<3> recorder;
-            Trace();
-            Report(Milliseconds(recorder), Milliseconds(recorder) < PAUSE_MS / 2);
+            sinceEpochNs += 60 * MS;
+            TraceAndTell();
         },
-        testing::ExitedWithCode(0), "ms");
+        wasTold, "^0 ms\n$");
 }
 
 TEST_F(FirstTrace, CountsFromDestructionNotFromConstruction) {
@@ -123,11 +129,11 @@ TEST_F(FirstTrace, CountsFromDestructionNotFromConstruction) {
             TraceRecorder<3> recorder;
             {
                 const VELKTrace trace(1, "name", 3, "text");
-                Pause();
+                sinceEpochNs += 60 * MS;
             }
-            Report(Milliseconds(recorder), Milliseconds(recorder) < PAUSE_MS / 2);
+            Tell(recorder);
         },
-        testing::ExitedWithCode(0), "ms");
+        wasTold, "^0 ms\n$");
 }
 
 TEST_F(FirstTrace, MayComeFromManyThreads) {
@@ -141,12 +147,27 @@ TEST_F(FirstTrace, MayComeFromManyThreads) {
             for (std::thread& thread : threads) {
                 thread.join();
             }
-            Pause();
-            TraceRecorder<3> recorder;
-            Trace();
-            Report(Milliseconds(recorder), Milliseconds(recorder) >= PAUSE_MS);
+            sinceEpochNs += 60 * MS;
+            TraceAndTell();
         },
-        testing::ExitedWithCode(0), "ms");
+        wasTold, "^60 ms\n$");
+}
+
+// Of the clock's nanoseconds whole milliseconds count, at the first trace as at this one.
+TEST_F(FirstTrace, IsComparedInWholeMillisecondsOfTheClock) {
+    EXPECT_EXIT(TraceAgainAfter(MS - 1), wasTold, "^0 ms\n$");
+    EXPECT_EXIT(TraceAgainAfter(MS), wasTold, "^1 ms\n$");
+    EXPECT_EXIT(
+        {
+            sinceEpochNs += MS - 1;
+            TraceAgainAfter(1);
+        },
+        wasTold, "^1 ms\n$");
+    EXPECT_EXIT(TraceAgainAfter(std::int64_t{5000000000} * MS), wasTold, "^5000000000 ms\n$");
+}
+
+TEST_F(FirstTrace, ShowsAnUnsignedNumberWhenTheClockIsSetBack) {
+    EXPECT_EXIT(TraceAgainAfter(-MS), wasTold, "^18446744073709551615 ms\n$");
 }
 
 TEST_F(FirstTrace, IsOffUnlessTheProcessSwitchesTracesOn) {

@@ -87,6 +87,14 @@ std::ostream& operator<<(std::ostream& stream, const Unprintable&) {
     throw std::runtime_error("cannot be printed");
 }
 
+/// Gives up with what is no standard exception.
+struct OddlyUnprintable {};
+
+std::ostream& operator<<(std::ostream& stream, const OddlyUnprintable&) {
+    stream << "half";
+    throw 42;
+}
+
 enum Colour { RED = 4, GREEN = 250 };
 
 // --- The message before and after the last argument.
@@ -304,6 +312,9 @@ TEST(TraceArguments, TellingFlagsCompareWhole) {
 TEST(TraceArguments, ExceptionsOfAValueAreSwallowed) {
     EXPECT_EQ(Traced("%s", Unprintable()), "%s");
     EXPECT_EQ(Traced("%d %s", 1, Unprintable()), "%d %s");
+    EXPECT_EQ(Traced("%s", OddlyUnprintable()), "%s");
+    EXPECT_EQ(Traced("%d %s", 1, OddlyUnprintable()), "%d %s");
+    EXPECT_EQ(Traced("%s %s", OddlyUnprintable(), 1, 2), Formatted("%s %s", Unprintable(), 1, 2));
 }
 
 TEST(TraceArguments, ValueThatThrewLeavesItsPlaceholderToTheNext) {
