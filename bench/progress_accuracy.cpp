@@ -133,7 +133,7 @@ struct Tally {
     std::uint64_t m_Inside = 0;
 };
 
-void Replay(const ProgressCurve& curve, Way way, bool knowsPauses, Tally& tally) {
+void Replay(const ProgressCurve& curve, const Way& way, bool knowsPauses, Tally& tally) {
     double lastEnd = UNKNOWN;
     std::uint64_t seen = 0;
     for (const ProgressSample& sample : curve.m_Samples) {

@@ -110,7 +110,7 @@ void Evaluate() {
         }
         const bool isOther =
             std::stoul(drive.at("drive").get<std::string>().substr(0, 1), nullptr, 16) % 2 == 1;
-        for (const std::size_t given : {1, 2}) {
+        for (const std::size_t given : {std::size_t{1}, std::size_t{2}}) {
             for (const Outcome& outcome : Compare(readings, given)) {
                 halves[isOther ? 1 : 0][given - 1].push_back(outcome);
             }
@@ -118,7 +118,7 @@ void Evaluate() {
     }
     std::printf("%-10s %8s %7s %9s %12s %12s %9s   %s\n", "half", "readings", "drives", "forecast%",
                 "factor2%", "factor2-all%", "inside%", "estimate/truth at 10 25 50 75 90%");
-    for (const std::size_t given : {1, 2}) {
+    for (const std::size_t given : {std::size_t{1}, std::size_t{2}}) {
         std::vector<Outcome> all = halves[0][given - 1];
         all.insert(all.end(), halves[1][given - 1].begin(), halves[1][given - 1].end());
         Print("constants", given, halves[0][given - 1]);
