@@ -144,7 +144,7 @@ int main(int argc, char** argv) {
     Tally value = {"wear has a value"};
     Tally doubtful = {"  of these doubtful"};
     Tally seemsNew = {"called new (0) where the drive's statistic says 5 or more"};
-    Tally invalid = {"255 of the statistic taken for worn out"};
+    Tally invalid = {"255 of the statistic taken for worn out on its own word"};
     Tally alone = {"attributes alone, drives with page 7: wear has a value"};
     Tally aloneDoubtful = {"  of these doubtful"};
     Tally aloneClose = {"  of the others within 2 points of page 7"};
@@ -168,11 +168,11 @@ int main(int argc, char** argv) {
         if (own < 0) {
             continue;
         }
+        const CHealthFigure guess = drive.m_AttributesOnly.GetFigure(HealthFigure::WEAR);
         if (own == 255) {
-            invalid.Add(wear.GetState() == FigureState::KNOWN && wear.GetValue() >= 100);
+            invalid.Add(wear.GetState() == FigureState::KNOWN && guess.GetValue() < 90);
             continue;
         }
-        const CHealthFigure guess = drive.m_AttributesOnly.GetFigure(HealthFigure::WEAR);
         alone.Add(guess.HasValue());
         if (!guess.HasValue()) {
             if (lists) {
