@@ -133,6 +133,18 @@ enum _FIGURE_SOURCE : std::int32_t {
 }  // namespace FigureSource
 using FigureSource::_FIGURE_SOURCE;
 
+namespace SelfTestOutcome {
+/// How a self-test of a drive ended. Tests other than extended ones (long, of all the medium) count as short.
+enum _SELF_TEST_OUTCOME : std::int32_t {
+    NEITHER = 0,          ///< aborted, interrupted or still running
+    SHORT_PASSED = 1,     ///< completed without error
+    SHORT_FAILED = 2,     ///< completed with an error, or could not complete for one
+    EXTENDED_PASSED = 3,  ///< as SHORT_PASSED
+    EXTENDED_FAILED = 4,  ///< as SHORT_FAILED
+};
+}  // namespace SelfTestOutcome
+using SelfTestOutcome::_SELF_TEST_OUTCOME;
+
 namespace DriveState {
 /// What to do about a drive, from the best to the worst after UNKNOWN.
 enum _DRIVE_STATE : std::int32_t {
@@ -275,6 +287,14 @@ public:
     /// @param offset within the page, in bytes; statistics that the library does not read are passed over
     /// @param value  as the drive gives it, in its own unit
     void TakeStatistic(std::uint32_t page, std::uint32_t offset, std::int64_t value) noexcept;
+
+    /// A log of self-tests, the newest first: it gives FAILED_SELF_TESTS. A test that passed makes up for
+    /// older ones that failed, a short one for short ones only.
+    ///
+    /// @param outcomes readable up to count; may be null when count is 0: no test was ever made
+    /// @param number   page, as _FIGURE_SOURCE says
+    void TakeSelfTests(const _SELF_TEST_OUTCOME* outcomes, std::size_t count, _FIGURE_SOURCE source,
+                       std::uint32_t number) noexcept;
 
     /// Begins a table of SMART attributes: forgets those taken before, also those of a page.
     void ClearAttributes() noexcept;

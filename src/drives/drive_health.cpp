@@ -10,6 +10,7 @@
 #include "drives/health_figures.h"
 #include "drives/health_pages.h"
 #include "drives/health_state.h"
+#include "drives/self_tests.h"
 
 namespace PI {
 
@@ -100,6 +101,20 @@ void CDriveHealth::TakeFigure(_HEALTH_FIGURE figure, std::int64_t value, _FIGURE
 
 void CDriveHealth::TakeStatistic(std::uint32_t page, std::uint32_t offset, std::int64_t value) noexcept {
     NoteStatistic(page, offset, value, *m_Facts);
+}
+
+void CDriveHealth::TakeSelfTests(const _SELF_TEST_OUTCOME* outcomes, std::size_t count, _FIGURE_SOURCE source,
+                                 std::uint32_t number) noexcept {
+    using namespace SelfTestOutcome;
+    SelfTestCounter counter;
+    for (std::size_t i = 0; i < count; ++i) {
+        const _SELF_TEST_OUTCOME outcome = outcomes[i];
+        counter.Add(outcome == SHORT_PASSED || outcome == EXTENDED_PASSED   ? SelfTestResult::PASSED
+                    : outcome == SHORT_FAILED || outcome == EXTENDED_FAILED ? SelfTestResult::FAILED
+                                                                            : SelfTestResult::NEITHER,
+                    outcome == EXTENDED_PASSED || outcome == EXTENDED_FAILED);
+    }
+    m_Facts->Put(HealthFigure::FAILED_SELF_TESTS, source, number, counter.Failed());
 }
 
 void CDriveHealth::ClearAttributes() noexcept {

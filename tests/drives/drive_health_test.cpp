@@ -295,5 +295,23 @@ TEST(DriveStates, HaveNames) {
     EXPECT_STREQ(DriveStateToString(static_cast<_DRIVE_STATE>(9)), "unknown");
 }
 
+TEST(DriveHealthSelfTests, OnePassedMakesUpForOlderOnesThatFailed) {
+    using namespace SelfTestOutcome;
+    const auto failed = [](const std::vector<_SELF_TEST_OUTCOME>& newestFirst) {
+        CDriveHealth health(DriveProtocol::ATA, "X");
+        health.TakeSelfTests(newestFirst.data(), newestFirst.size(), FigureSource::ATA_LOG, 6);
+        const CHealthFigure figure = health.GetFigure(HealthFigure::FAILED_SELF_TESTS);
+        EXPECT_EQ(figure.GetSource(), FigureSource::ATA_LOG);
+        EXPECT_EQ(figure.GetSourceNumber(), 6U);
+        return figure.GetValue();
+    };
+    EXPECT_EQ(failed({}), 0);
+    EXPECT_EQ(failed({NEITHER, SHORT_FAILED, EXTENDED_FAILED}), 2);
+    EXPECT_EQ(failed({SHORT_PASSED, SHORT_FAILED, EXTENDED_FAILED}), 1) << "a short test for short ones only";
+    EXPECT_EQ(failed({EXTENDED_PASSED, SHORT_FAILED, EXTENDED_FAILED}), 0);
+    EXPECT_EQ(failed({SHORT_FAILED, EXTENDED_PASSED, EXTENDED_FAILED}), 1) << "what failed since";
+    EXPECT_EQ(failed({static_cast<_SELF_TEST_OUTCOME>(99)}), 0);
+}
+
 }  // namespace
 }  // namespace PI::Test

@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "report_builder.h"
+
+#include <pi/plugin_helper.h>
+#include <pi/vocabulary.h>
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <stdexcept>
+#include <utility>
+
+#include "model_names.h"
+
+namespace PI {
+
+namespace {
+
+void NameParts(ReportIdentity& identity) {
+    // What stands behind a translation to SCSI that names no vendor is an ATA drive by its model.
+    const bool isSplit = identity.m_Vendor.empty() || identity.m_Vendor == "ATA";
+    if (identity.m_Model.empty()) {
+        identity.m_Model = identity.m_Vendor + (identity.m_Vendor.empty() ? "" : " ") + identity.m_Product;
+    }
+    if (isSplit) {
+        const std::string model = identity.m_Product.empty() ? identity.m_Model : identity.m_Product;
+        SplitModel(model, identity.m_Vendor, identity.m_Product);
+    }
+}
+
+/// Speed of a disk that does not report it.
+std::uint32_t FindRPM(const ReportIdentity& identity) {
+    unsigned long rpm = 0;
+    try {
+        CPluginHelper::GetSATARPM(identity.m_Vendor, identity.m_Product, rpm);
+    } catch (const std::out_of_range&) {
+        return 0;  // the name is too short for the rule
+    }
+    return static_cast<std::uint32_t>(rpm);
+}
+
+struct StatusBit {
+    unsigned m_Bit;
+    const char* m_Meaning;
+};
+// Manual of smartctl, "EXIT STATUS"; what of bits 4 and 5 its code does.
+constexpr StatusBit STATUS_BITS[] = {
+    {0, "its command line is wrong"},
+    {1, "the device could not be opened or identified, or is in a low-power mode"},
+    {2, "a command to the drive failed, or a checksum of its data is wrong"},
+    {3, "the drive's verdict is that it fails"},
+    {4, "an attribute of the pre-fail kind is at its threshold"},
+    {5, "an attribute is or was at its threshold"},
+    {6, "the drive's error log has entries"},
+    {7, "the drive's self-test log has failures"},
+};
+
+struct StatisticName {
+    std::string_view m_Name;
+    std::uint32_t m_Page;
+    std::uint32_t m_Offset;
+};
+// ACS-4 9.5, in smartctl's words.
+constexpr StatisticName STATISTIC_NAMES[] = {
+    {"Lifetime Power-On Resets", 1, 0x08},
+    {"Power-on Hours", 1, 0x10},
+    {"Logical Sectors Written", 1, 0x18},
+    {"Logical Sectors Read", 1, 0x28},
+    {"Number of Reallocated Logical Sectors", 3, 0x20},
+    {"Number of Reported Uncorrectable Errors", 4, 0x08},
+    {"Current Temperature", 5, 0x08},
+    {"Highest Temperature", 5, 0x20},
+    {"Specified Maximum Operating Temperature", 5, 0x58},
+    {"Number of Interface CRC Errors", 6, 0x18},
+    {"Percentage Used Endurance Indicator", 7, 0x08},
+};
+
+/// Digits of an amount; false when there is anything else but separators.
+bool ReadDigits(std::string_view text, std::uint64_t& number) {
+    number = 0;
+    bool hasDigit = false;
+    for (const char character : text) {
+        if (character >= '0' && character <= '9') {
+            if (number > (std::numeric_limits<std::uint64_t>::max() - 9) / 10) {
+                return false;
+            }
+            number = number * 10 + static_cast<unsigned>(character - '0');
+            hasDigit = true;
+        } else if (character != ',' && character != '.' && character != ' ') {
+            return false;
+        }
+    }
+    return hasDigit;
+}
+
+}  // namespace
+
+ReportBuilder::ReportBuilder(ReportIdentity identity) {
+    NameParts(identity);
+    const bool isReported = identity.m_RPM != 0;
+    const bool isATADisk =
+        identity.m_Protocol == DriveProtocol::ATA && identity.m_Medium == PropertyValue::HDD;
+    if (!isReported && isATADisk) {
+        identity.m_RPM = FindRPM(identity);
+    }
+    std::string serial = identity.m_Serial;
+    if (identity.m_Protocol == DriveProtocol::ATA) {
+        CPluginHelper::CorrectSerialNumber(identity.m_Vendor, identity.m_Product, serial);
+    }
+    const char* volume = FindVolumeKind(identity.m_Model);
+    CDriveHealth health(identity.m_Protocol, identity.m_Model);
+    health.SetCapacity(identity.m_Capacity);
+    health.SetBlockSize(identity.m_BlockSize);
+    if (identity.m_Medium != 0) {
+        health.SetMedium(identity.m_Medium);
+    }
+    m_Facts.reset(new CDriveReport::CFacts{
+        std::move(identity), std::move(serial), isReported, volume, std::move(health), {}});
+    if (*volume != '\0') {
+        Note(std::string("this is no drive but a ") + volume);
+    }
+}
+
+void ReportBuilder::NoteExitStatus(std::uint64_t status) {
+    for (const StatusBit& bit : STATUS_BITS) {
+        if ((status >> bit.m_Bit & 1) != 0) {
+            Note("exit status of smartctl: " + std::string(bit.m_Meaning));
+        }
+    }
+}
+
+void ReportBuilder::Verdict(bool passed, unsigned sense, unsigned qualifier) {
+    constexpr std::int64_t PASSED = 0;
+    constexpr std::int64_t FAILING = 1;
+    constexpr std::int64_t WARNING = 2;
+    constexpr unsigned ASC_WARNING = 0x0B;
+    constexpr unsigned ASC_FAILURE_PREDICTED = 0x5D;
+    constexpr unsigned ASCQ_FALSE_ALARM = 0xFF;
+    constexpr std::uint32_t INFORMATIONAL_EXCEPTIONS = 0x2F;
+    const bool isTest = sense == ASC_FAILURE_PREDICTED && qualifier == ASCQ_FALSE_ALARM;
+    const std::int64_t verdict = sense == ASC_WARNING ? WARNING : passed || isTest ? PASSED : FAILING;
+    switch (Protocol()) {
+        case DriveProtocol::ATA: Health().TakeVerdict(passed); break;
+        case DriveProtocol::SCSI:
+            Health().TakeFigure(HealthFigure::VERDICT, verdict, FigureSource::SCSI_LOG_PAGE,
+                                INFORMATIONAL_EXCEPTIONS);
+            break;
+        default: Health().TakeFigure(HealthFigure::VERDICT, verdict); break;
+    }
+}
+
+void ReportBuilder::Attribute(unsigned id, const std::string& name, unsigned flags, int current, int worst,
+                              int threshold, std::uint64_t raw) {
+    if (id > std::numeric_limits<std::uint8_t>::max() ||
+        !Health().TakeAttribute(static_cast<std::uint8_t>(id), name.c_str(),
+                                static_cast<std::uint16_t>(flags), current, worst, threshold, raw)) {
+        Note("attribute " + std::to_string(id) + " is not read: its number is none, or 30 are read already");
+    }
+}
+
+void ReportBuilder::Statistic(std::uint32_t page, std::uint32_t offset, std::string_view name,
+                              std::int64_t value) {
+    if (offset != 0) {
+        Health().TakeStatistic(page, offset, value);
+        return;
+    }
+    for (const StatisticName& row : STATISTIC_NAMES) {
+        if (row.m_Page == page && row.m_Name == name) {
+            Health().TakeStatistic(row.m_Page, row.m_Offset, value);
+        }
+    }
+}
+
+void ReportBuilder::Gigabytes(_HEALTH_FIGURE figure, std::string_view text, std::uint32_t page) {
+    // Three digits behind the last separator, which is that of the caller's language.
+    const std::size_t separator = text.find_last_of(".,");
+    const std::size_t decimals = separator == std::string_view::npos ? 0 : text.size() - separator - 1;
+    std::uint64_t number = 0;
+    std::uint64_t unit = 1'000'000'000;
+    for (std::size_t i = 0; i < std::min<std::size_t>(decimals, 9); ++i) {
+        unit /= 10;
+    }
+    if (decimals > 9 || !ReadDigits(text, number)) {
+        Note("an amount of \"" + std::string(text) + "\" gigabytes is no number");
+        return;
+    }
+    constexpr std::uint64_t MOST = std::numeric_limits<std::int64_t>::max();
+    Health().TakeFigure(figure, static_cast<std::int64_t>(number > MOST / unit ? MOST : number * unit),
+                        FigureSource::SCSI_LOG_PAGE, page);
+}
+
+CDriveReport ReportBuilder::Take() {
+    return CDriveReport(std::move(m_Facts));
+}
+
+_SELF_TEST_OUTCOME ToOutcome(std::string_view type, std::string_view status) {
+    const auto has = [](std::string_view text, std::string_view part) {
+        return text.find(part) != std::string_view::npos;
+    };
+    const bool extended = has(type, "Extended") || has(type, "long");
+    if (has(status, "without error")) {
+        return extended ? SelfTestOutcome::EXTENDED_PASSED : SelfTestOutcome::SHORT_PASSED;
+    }
+    // A SCSI drive's "Completed" passed; "Completed: ..." and "Completed, segment failed" did not.
+    if (has(status, "ail") || has(status, "Completed:") || has(status, "Fatal") || has(status, "damage")) {
+        return extended ? SelfTestOutcome::EXTENDED_FAILED : SelfTestOutcome::SHORT_FAILED;
+    }
+    if (status.substr(0, 9) == "Completed") {
+        return extended ? SelfTestOutcome::EXTENDED_PASSED : SelfTestOutcome::SHORT_PASSED;
+    }
+    return SelfTestOutcome::NEITHER;
+}
+
+}  // namespace PI

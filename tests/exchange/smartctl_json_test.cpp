@@ -1,0 +1,377 @@
+// SPDX-License-Identifier: Apache-2.0
+// Reports as JSON: their forms, what they say of a drive, and that one odd figure costs no drive.
+
+#include <pi/vocabulary.h>
+
+#include "exchange/read_report.h"
+
+using namespace PI;
+using namespace PI::Test;
+
+namespace {
+
+/// An ATA drive with members of a report.
+std::string ATA(const std::string& members, const std::string& model = "ST1000NM0008-2F2100") {
+    return R"({"smartctl": {"exit_status": 0}, "device": {"name": "/dev/sda", "type": "sat", "protocol": "ATA"},
+              "model_name": ")" +
+           model + R"(", "serial_number": "ZA12345678", )" + members + "}";
+}
+
+std::string SCSI(const std::string& members) {
+    return R"({"device": {"name": "/dev/sdb", "type": "scsi", "protocol": "SCSI"}, "scsi_vendor": "SEAGATE",
+              "scsi_product": "ST1200MM0088", "serial_number": "Z4020VRY0000C000BZXB", )" +
+           members + "}";
+}
+
+std::string NVMe(const std::string& model, const std::string& log = "") {
+    return R"({"device": {"name": "/dev/nvme0", "type": "nvme", "protocol": "NVMe"}, "model_name": ")" +
+           model + R"(", "nvme_smart_health_information_log": {)" + log + "}}";
+}
+
+std::vector<std::string> Models(const std::string& text) {
+    std::vector<std::string> models;
+    for (const CDriveReport& drive : ReadAll(text).m_Drives) {
+        models.push_back(drive.GetModel());
+    }
+    return models;
+}
+
+std::string Split(const std::string& model) {
+    const CDriveReport drive = ReadDrive(NVMe(model));
+    return drive.GetVendor() + "|" + drive.GetProduct();
+}
+
+}  // namespace
+
+TEST(SmartctlJson, OneOrManyReportsAreRead) {
+    const std::string one = R"({"model_name": "A"})";
+    const std::string two = R"({"model_name": "B"})";
+    const std::vector<std::string> both = {"A", "B"};
+    EXPECT_EQ(Models(one), std::vector<std::string>{"A"});
+    EXPECT_EQ(Models("[" + one + "," + two + "]"), both);
+    EXPECT_EQ(Models(R"({"/dev/sda": )" + one + R"(, "/dev/sdb": )" + two + "}"), both);
+    EXPECT_EQ(Models(R"({"disks": [)" + one + "," + two + "]}"), both);
+    EXPECT_EQ(Models(one + "\n" + two + "\n"), both);
+    EXPECT_EQ(Models(one + two), both);
+    EXPECT_EQ(Models(one + "\r\nscanning the next one: [sdb]\r\n" + two), both);
+}
+
+TEST(SmartctlJson, WhatSurroundsAReportIsPassedOver) {
+    const std::string one = R"({"model_name": "A"})";
+    EXPECT_EQ(Models("\xEF\xBB\xBF" + one), std::vector<std::string>{"A"});
+    EXPECT_EQ(Models("[sudo] password for root: {secret}\n" + one), std::vector<std::string>{"A"});
+    EXPECT_EQ(Models("{\r\n\"model_name\": \"A\"\r\n}\r\n"), std::vector<std::string>{"A"});
+    EXPECT_EQ(Models(one + " and more"), std::vector<std::string>{"A"});
+}
+
+TEST(SmartctlJson, OriginalOutputInTheReportDoesNotDisturb) {
+    EXPECT_EQ(Models(R"({"smartctl": {"output": ["=== START OF INFORMATION SECTION ===", "Device Model: Z"]},
+                        "model_name": "A"})"),
+              std::vector<std::string>{"A"});
+}
+
+TEST(SmartctlJson, DeepNestingCostsNothing) {
+    const std::string deep(200000, '[');
+    EXPECT_EQ(Models(R"({"model_name": "A", "x": )" + deep + std::string(deep.size(), ']') + "}"),
+              std::vector<std::string>{"A"});
+}
+
+TEST(SmartctlJson, IdentityIsReadAsReported) {
+    const CDriveReport drive =
+        ReadDrive(ATA(R"("firmware_version": "SN02", "user_capacity": {"blocks": 1, "bytes": 1000204886016},
+                        "logical_block_size": 512, "rotation_rate": 7200, "sata_version": {"string": "SATA 3.1"},
+                        "local_time": {"time_t": 1637039918})"));
+    EXPECT_EQ(drive.GetProtocol(), DriveProtocol::ATA);
+    EXPECT_EQ(drive.GetDevice(), "/dev/sda");
+    EXPECT_EQ(drive.GetModel(), "ST1000NM0008-2F2100");
+    EXPECT_EQ(drive.GetVendor(), "SEAGATE");
+    EXPECT_EQ(drive.GetProduct(), "ST1000NM0008-2F2100");
+    EXPECT_EQ(drive.GetSerialNumber(), "ZA12345678");
+    EXPECT_EQ(drive.GetCorrectedSerialNumber(), "ZA123456") << "as the rule for this vendor has it";
+    EXPECT_EQ(drive.GetFirmware(), "SN02");
+    EXPECT_EQ(drive.GetCapacity(), 1000204886016U);
+    EXPECT_EQ(drive.GetBlockSize(), 512U);
+    EXPECT_EQ(drive.GetTransport(), PropertyValue::SATA);
+    EXPECT_EQ(drive.GetMedium(), PropertyValue::HDD);
+    EXPECT_EQ(drive.GetRPM(), 7200U);
+    EXPECT_TRUE(drive.IsRPMReported());
+    EXPECT_EQ(drive.GetTime(), 1637039918);
+    EXPECT_FALSE(drive.IsVolume());
+    EXPECT_TRUE(drive.GetNotes().empty());
+}
+
+TEST(SmartctlJson, WhatIsNotReportedIsUnknown) {
+    const CDriveReport drive = ReadDrive(R"({"serial_number": "1"})");
+    EXPECT_EQ(drive.GetProtocol(), DriveProtocol::UNKNOWN);
+    EXPECT_EQ(drive.GetCapacity(), 0U);
+    EXPECT_EQ(drive.GetBlockSize(), 0U);
+    EXPECT_EQ(drive.GetTransport(), 0);
+    EXPECT_EQ(drive.GetMedium(), 0) << "identity alone tells no medium";
+    EXPECT_EQ(drive.GetRPM(), 0U);
+    EXPECT_FALSE(drive.IsRPMReported());
+    EXPECT_EQ(drive.GetTime(), 0);
+    EXPECT_EQ(drive.GetHealth().GetState(), DriveState::UNKNOWN);
+    for (const CHealthFigure& figure : drive.GetHealth().GetFigures()) {
+        EXPECT_FALSE(figure.HasValue()) << HealthFigureToString(figure.GetFigure());
+    }
+}
+
+TEST(SmartctlJson, RotationTellsTheMedium) {
+    const auto medium = [](const std::string& rate) {
+        return ReadDrive(ATA(R"("rotation_rate": )" + rate)).GetMedium();
+    };
+    EXPECT_EQ(medium("0"), PropertyValue::SSD);
+    EXPECT_EQ(medium("1"), PropertyValue::SSD);
+    EXPECT_EQ(medium("2"), 0);
+    EXPECT_EQ(medium("1024"), 0);
+    EXPECT_EQ(medium("1025"), PropertyValue::HDD);
+    EXPECT_EQ(medium("65534"), PropertyValue::HDD);
+    EXPECT_EQ(medium("65535"), 0);
+    EXPECT_EQ(medium("null"), 0);
+    EXPECT_EQ(ReadDrive(ATA(R"("trim": {"supported": true})")).GetMedium(), PropertyValue::SSD);
+    EXPECT_EQ(ReadDrive(ATA(R"("trim": {"supported": false})")).GetMedium(), 0);
+    EXPECT_EQ(ReadDrive(NVMe("A")).GetMedium(), PropertyValue::SSD);
+}
+
+TEST(SmartctlJson, VendorsThatTheSplitDoesNotKnowAreFound) {
+    EXPECT_EQ(Split("KXG60ZNV512G TOSHIBA"), "TOSHIBA|KXG60ZNV512G");
+    EXPECT_EQ(Split("THNSN5512GPUK NVMe TOSHIBA 512GB"), "TOSHIBA|THNSN5512GPUK NVMe TOSHIBA 512GB");
+    EXPECT_EQ(Split("Force MP510"), "CORSAIR|Force MP510");
+    EXPECT_EQ(Split("CT250P2SSD8"), "CRUCIAL|CT250P2SSD8");
+    EXPECT_EQ(Split("KCD61LUL3T84"), "KIOXIA|KCD61LUL3T84");
+    EXPECT_EQ(Split("HUSMR7676BHP301"), "HGST|HUSMR7676BHP301");
+    EXPECT_EQ(Split("MTFDHAX3T2TCU"), "MICRON|MTFDHAX3T2TCU");
+    EXPECT_EQ(Split("INTEL SSDPE2KX080T8"), "INTEL|SSDPE2KX080T8") << "the split as it is";
+    EXPECT_EQ(Split("TOSHIBA MG05ACA800E"), "TOSHIBA|MG05ACA800E");
+    EXPECT_EQ(Split("MB0500EBNCR"), "|MB0500EBNCR") << "unknown to both";
+    EXPECT_EQ(Split("CTX"), "|CTX");
+}
+
+TEST(SmartctlJson, SCSINamesVendorAndProductApart) {
+    const CDriveReport drive =
+        ReadDrive(SCSI(R"("scsi_revision": "N004", "scsi_transport_protocol": {"value": 6})"));
+    EXPECT_EQ(drive.GetModel(), "SEAGATE ST1200MM0088");
+    EXPECT_EQ(drive.GetVendor(), "SEAGATE");
+    EXPECT_EQ(drive.GetProduct(), "ST1200MM0088");
+    EXPECT_EQ(drive.GetFirmware(), "N004");
+    EXPECT_EQ(drive.GetTransport(), PropertyValue::SAS);
+    EXPECT_EQ(drive.GetCorrectedSerialNumber(), "Z4020VRY0000C000BZXB") << "only ATA drives need it";
+    EXPECT_EQ(ReadDrive(SCSI(R"("scsi_transport_protocol": {"value": 0})")).GetTransport(), 0);
+}
+
+TEST(SmartctlJson, VolumesSayWhatTheyAre) {
+    const auto kind = [](const std::string& vendor, const std::string& product) {
+        return std::string(
+            ReadDrive(R"({"scsi_vendor": ")" + vendor + R"(", "scsi_product": ")" + product + "\"}")
+                .GetVolumeKind());
+    };
+    EXPECT_EQ(kind("HP", "LOGICAL VOLUME"), "logical volume of a RAID controller");
+    EXPECT_EQ(kind("DELL", "PERC H730P Mini"), "logical volume of a RAID controller");
+    EXPECT_EQ(kind("LSI", "MR9271-8i"), "logical volume of a RAID controller");
+    EXPECT_EQ(kind("VMware", "Virtual disk"), "virtual disk of a hypervisor");
+    EXPECT_EQ(kind("HP", "EG0600FBDSR"), "") << "a drive that the controller's vendor sells";
+    EXPECT_EQ(kind("SEAGATE", "ST1200MM0088"), "");
+    EXPECT_TRUE(ReadDrive(R"({"scsi_vendor": "HP", "scsi_product": "LOGICAL VOLUME"})").IsVolume());
+}
+
+TEST(SmartctlJson, RawValuesOfFiftySixBitsAreRead) {
+    const CDriveReport drive = ReadDrive(ATA(
+        R"("ata_smart_attributes": {"table": [
+            {"id": 9, "name": "Power_On_Hours", "value": 90, "worst": 90, "thresh": 0, "flags": {"value": 50}, "raw": {"value": 8811}},
+            {"id": 240, "name": "Head_Flying_Hours", "value": 100, "worst": 253, "thresh": 0, "flags": {"value": 0},
+             "raw": {"value": 66743901486457345, "string": "122817h+23m+10.123s"}}]})"));
+    EXPECT_TRUE(drive.GetNotes().empty());
+    EXPECT_EQ(Figure(drive, HealthFigure::POWER_ON_HOURS), "8811 [3/9]");
+}
+
+TEST(SmartctlJson, OneOddFigureCostsNoDrive) {
+    const auto hours = [](const std::string& value) {
+        return Figure(ReadDrive(ATA(R"("power_on_time": {"hours": )" + value + "}")),
+                      HealthFigure::POWER_ON_HOURS);
+    };
+    EXPECT_EQ(hours("12"), "12 [10/0]");
+    EXPECT_EQ(hours("12.0"), "12 [10/0]");
+    EXPECT_EQ(hours("\"12\""), "12 [10/0]");
+    for (const char* odd :
+         {"12.5", "-1", "null", "true", "\"x\"", "[]", "{}", "NaN", "Inf", "1e300", "99999999999999999999"}) {
+        EXPECT_EQ(hours(odd), "unknown") << odd;
+    }
+    EXPECT_EQ(hours(std::string(400, '9')), "unknown");
+    const CDriveReport drive = ReadDrive(ATA(R"("power_on_time": {"hours": "x"}, "power_cycle_count": 5)"));
+    EXPECT_EQ(drive.GetNotes(),
+              std::vector<std::string>{"power_on_time.hours is no whole number and passed over"});
+    EXPECT_EQ(Figure(drive, HealthFigure::POWER_CYCLES), "5 [10/0]");
+}
+
+TEST(SmartctlJson, BytesThatAreNoUTF8Stay) {
+    EXPECT_EQ(ReadDrive("{\"model_name\": \"A\xFF\xC3\", \"serial_number\": \"1\"}").GetModel(), "A\xFF\xC3");
+}
+
+TEST(SmartctlJson, LongMessagesAreRead) {
+    const std::string message(1000, 'm');
+    const CDriveReport drive =
+        ReadDrive(R"({"model_name": "A", "smartctl": {"messages": [{"string": ")" + message + R"("}]}})");
+    EXPECT_EQ(drive.GetNotes(), std::vector<std::string>{"smartctl says: " + message});
+}
+
+TEST(SmartctlJson, OfAKeyThatOccursTwiceTheLastCounts) {
+    const CDriveReport drive = ReadDrive(
+        R"({"model_name": "A", "serial_number": "1", "serial_number": "2", "device": {"name": "a", "name": "b"}})");
+    EXPECT_EQ(drive.GetSerialNumber(), "2");
+    EXPECT_EQ(drive.GetDevice(), "b");
+    EXPECT_EQ(drive.GetNotes(),
+              (std::vector<std::string>{"\"serial_number\" occurs more than once; the last one counts",
+                                        "\"name\" occurs more than once in device; the last one counts"}));
+}
+
+TEST(SmartctlJson, ExitStatusIsNotedBitByBit) {
+    for (unsigned bit = 0; bit < 8; ++bit) {
+        const CDriveReport drive = ReadDrive(R"({"model_name": "A", "smartctl": {"exit_status": )" +
+                                             std::to_string(1U << bit) + "}}");
+        ASSERT_EQ(drive.GetNotes().size(), 1U);
+        EXPECT_EQ(drive.GetNotes()[0].find("exit status of smartctl: "), 0U);
+    }
+    EXPECT_EQ(ReadDrive(R"({"model_name": "A", "smartctl": {"exit_status": 216}})").GetNotes().size(), 4U);
+}
+
+TEST(SmartctlJson, VerdictIsThatOfTheProtocol) {
+    EXPECT_EQ(Figure(ReadDrive(ATA(R"("smart_status": {"passed": true})")), HealthFigure::VERDICT),
+              "0 [8/0]");
+    EXPECT_EQ(Figure(ReadDrive(ATA(R"("smart_status": {"passed": false})")), HealthFigure::VERDICT),
+              "1 [8/0]");
+    EXPECT_EQ(Figure(ReadDrive(ATA(R"("rotation_rate": 0)")), HealthFigure::VERDICT), "unknown")
+        << "not told is not no";
+    EXPECT_EQ(Figure(ReadDrive(SCSI(R"("smart_status": {"passed": true})")), HealthFigure::VERDICT),
+              "0 [6/47]");
+    const auto scsi = [](const std::string& sense) {
+        return Figure(ReadDrive(SCSI(R"("smart_status": {"passed": false, "scsi": )" + sense + "}")),
+                      HealthFigure::VERDICT);
+    };
+    EXPECT_EQ(scsi(R"({"asc": 93, "ascq": 16})"), "1 [6/47]");
+    EXPECT_EQ(scsi(R"({"asc": 93, "ascq": 255})"), "0 [6/47]") << "a test of the warning";
+    EXPECT_EQ(scsi(R"({"asc": 11, "ascq": 1})"), "2 [6/47]") << "a warning";
+}
+
+TEST(SmartctlJson, NVMeFiguresAreThoseOfTheLog) {
+    const CDriveReport drive =
+        ReadDrive(NVMe("INTEL SSDPE2KX080T8", R"("critical_warning": 1, "temperature": 36,
+        "available_spare": 9, "available_spare_threshold": 10, "percentage_used": 101, "data_units_read": 2,
+        "data_units_written": 7773431, "power_cycles": 266, "power_on_hours": 2401, "unsafe_shutdowns": 43,
+        "media_errors": 3, "num_err_log_entries": 4)"));
+    EXPECT_EQ(Figure(drive, HealthFigure::CRITICAL_WARNING), "1 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE), "36 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::SPARE), "9 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::SPARE_THRESHOLD), "10 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::WEAR), "101 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::BYTES_READ), "1024000 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::BYTES_WRITTEN), "3979996672000 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::POWER_CYCLES), "266 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::POWER_ON_HOURS), "2401 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::UNSAFE_SHUTDOWNS), "43 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::MEDIA_ERRORS), "3 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::LOGGED_ERRORS), "4 [4/2]");
+}
+
+TEST(SmartctlJson, AnNVMeAmountOfNoneIsUnknown) {
+    EXPECT_EQ(Figure(ReadDrive(NVMe("A", R"("data_units_written": 0)")), HealthFigure::BYTES_WRITTEN),
+              "unknown");
+    EXPECT_EQ(Figure(ReadDrive(NVMe("A", R"("data_units_written": 36893488147419103232,
+        "data_units_written_s": "36893488147419103232")")),
+                     HealthFigure::BYTES_WRITTEN),
+              "unknown");
+}
+
+TEST(SmartctlJson, SCSIFiguresAreThoseOfThePages) {
+    const CDriveReport drive = ReadDrive(SCSI(R"("temperature": {"current": 31, "drive_trip": 60},
+        "scsi_grown_defect_list": 7, "power_on_time": {"hours": 5675, "minutes": 39}, "scsi_percentage_used_endurance_indicator": 3,
+        "scsi_pending_defects": {"count": 2}, "scsi_error_counter_log": {
+        "read": {"gigabytes_processed": "386.568", "total_uncorrected_errors": 1},
+        "write": {"gigabytes_processed": "2124,590", "total_uncorrected_errors": 2},
+        "verify": {"gigabytes_processed": "0.000", "total_uncorrected_errors": 4}})"));
+    EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE), "31 [6/13]");
+    EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE_LIMIT), "60 [6/13]");
+    EXPECT_EQ(Figure(drive, HealthFigure::REALLOCATED_SECTORS), "7 [7/0]");
+    EXPECT_EQ(Figure(drive, HealthFigure::POWER_ON_HOURS), "5675 [6/21]");
+    EXPECT_EQ(Figure(drive, HealthFigure::WEAR), "3 [6/17]");
+    EXPECT_EQ(Figure(drive, HealthFigure::PENDING_SECTORS), "2 [6/277]");
+    EXPECT_EQ(Figure(drive, HealthFigure::BYTES_READ), "386568000000 [6/3]");
+    EXPECT_EQ(Figure(drive, HealthFigure::BYTES_WRITTEN), "2124590000000 [6/2]")
+        << "a comma of the caller's language";
+    EXPECT_EQ(Figure(drive, HealthFigure::MEDIA_ERRORS), "7 [6/2]");
+}
+
+TEST(SmartctlJson, TemperatureOfTheEnvironmentPageIsRead) {
+    EXPECT_EQ(Figure(ReadDrive(SCSI(R"("scsi_environmental_reports": {"temperature_1": {"current": 34}})")),
+                     HealthFigure::TEMPERATURE),
+              "34 [6/269]");
+    EXPECT_EQ(
+        Figure(ReadDrive(SCSI(R"("scsi_environmental_reports": {"temperature_1": {"current": "unknown"}})")),
+               HealthFigure::TEMPERATURE),
+        "unknown");
+    EXPECT_EQ(Figure(ReadDrive(SCSI(R"("temperature": {"current": 0, "drive_trip": 0})")),
+                     HealthFigure::TEMPERATURE_LIMIT),
+              "unknown");
+}
+
+TEST(SmartctlJson, StatisticsAndLogsOfDisksAreRead) {
+    const CDriveReport drive = ReadDrive(ATA(R"("rotation_rate": 7200, "logical_block_size": 4096,
+        "ata_device_statistics": {"pages": [
+            {"number": 1, "table": [{"offset": 24, "name": "Logical Sectors Written", "value": 1000, "flags": {"valid": true}},
+                                    {"offset": 16, "name": "Power-on Hours", "value": 5, "flags": {"valid": false}}]},
+            {"number": 5, "table": [{"name": "Current Temperature", "value": -3, "flags": {"valid": true}}]}]},
+        "ata_smart_error_log": {"extended": {"count": 9}}, "ata_pending_defects_log": {"count": 4},
+        "ata_sct_status": {"temperature": {"lifetime_max": 55}}, "temperature": {"op_limit_max": 60})"));
+    EXPECT_EQ(Figure(drive, HealthFigure::BYTES_WRITTEN), "4096000 [1/1]");
+    EXPECT_EQ(Figure(drive, HealthFigure::POWER_ON_HOURS), "unknown");
+    EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE), "-3 [1/5]");
+    EXPECT_EQ(Figure(drive, HealthFigure::LOGGED_ERRORS), "9 [2/3]");
+    EXPECT_EQ(Figure(drive, HealthFigure::PENDING_SECTORS), "4 [2/12]");
+    EXPECT_EQ(Figure(drive, HealthFigure::HIGHEST_TEMPERATURE), "55 [2/224]");
+    EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE_LIMIT), "60 [10/0]");
+}
+
+TEST(SmartctlJson, FailedSelfTestsCountUntilOnePasses) {
+    const auto failed = [](const std::string& rows) {
+        return Figure(ReadDrive(ATA(R"("ata_smart_self_test_log": {"standard": {"table": [)" + rows + "]}}")),
+                      HealthFigure::FAILED_SELF_TESTS);
+    };
+    const auto row = [](const std::string& type, const std::string& status) {
+        return R"({"type": {"string": ")" + type + R"("}, "status": {"string": ")" + status + "\"}}";
+    };
+    EXPECT_EQ(failed(""), "0 [2/6]");
+    EXPECT_EQ(failed(row("Short offline", "Completed: read failure")), "1 [2/6]");
+    EXPECT_EQ(failed(row("Short offline", "Completed without error") + "," +
+                     row("Short offline", "Completed: read failure")),
+              "0 [2/6]");
+    EXPECT_EQ(failed(row("Short offline", "Completed without error") + "," +
+                     row("Extended offline", "Completed: read failure")),
+              "1 [2/6]");
+    EXPECT_EQ(failed(row("Extended captive", "Completed without error") + "," +
+                     row("Short offline", "Fatal or unknown error")),
+              "0 [2/6]");
+    EXPECT_EQ(failed(row("Extended offline", "Aborted by host") + "," +
+                     row("Extended offline", "Interrupted (host reset)")),
+              "0 [2/6]");
+    EXPECT_EQ(
+        Figure(
+            ReadDrive(SCSI(
+                R"("scsi_self_test_0": {"code": {"string": "Background long"}, "result": {"string": "Failed in segment -->"}},
+        "scsi_self_test_1": {"code": {"string": "Background short"}, "result": {"string": "Completed"}})")),
+            HealthFigure::FAILED_SELF_TESTS),
+        "1 [6/16]");
+    EXPECT_EQ(
+        Figure(
+            ReadDrive(R"({"model_name": "A", "device": {"protocol": "NVMe"}, "nvme_self_test_log": {"table": [
+        {"self_test_code": {"string": "Extended"}, "self_test_result": {"string": "Completed: failed segments"}}]}})"),
+            HealthFigure::FAILED_SELF_TESTS),
+        "1 [4/6]");
+}
+
+TEST(SmartctlJson, CopiesHoldEverything) {
+    const CDriveReport drive = ReadDrive(ATA(R"("power_cycle_count": 5)"));
+    CDriveReport copy = ReadDrive(R"({"model_name": "B"})");
+    copy = drive;
+    EXPECT_EQ(copy.GetModel(), drive.GetModel());
+    EXPECT_EQ(Figure(copy, HealthFigure::POWER_CYCLES), "5 [10/0]");
+    EXPECT_NE(&copy.GetHealth(), &drive.GetHealth());
+}

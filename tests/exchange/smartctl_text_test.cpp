@@ -1,0 +1,263 @@
+// SPDX-License-Identifier: Apache-2.0
+// Reports as text: the same figures as from JSON.
+
+#include <pi/vocabulary.h>
+
+#include "exchange/read_report.h"
+
+using namespace PI;
+using namespace PI::Test;
+
+namespace {
+
+const std::string HEADER =
+    "smartctl 7.4 2023-08-01 r5530 [x86_64-linux-6.1.0] (local build)\n\n"
+    "=== START OF INFORMATION SECTION ===\n";
+
+const std::string ATA_IDENTITY =
+    HEADER +
+    "Device Model:     ST1000NM0008-2F2100\nSerial Number:    ZA12345678\nFirmware Version: SN02\n"
+    "User Capacity:    1,000,204,886,016 bytes [1.00 TB]\nSector Sizes:     512 bytes logical, 4096 bytes "
+    "physical\n"
+    "Rotation Rate:    7200 rpm\nSATA Version is:  SATA 3.1, 6.0 Gb/s (current: 6.0 Gb/s)\n"
+    "Local Time is:    Fri Feb 13 23:31:30 2009 UTC\n\n";
+
+std::int64_t TimeOf(const std::string& time) {
+    return ReadDrive(HEADER + "Device Model:     X\nLocal Time is:    " + time + "\n").GetTime();
+}
+
+std::string Hours(const std::string& name, const std::string& raw) {
+    const std::string table =
+        "ID# ATTRIBUTE_NAME          FLAGS    VALUE WORST THRESH FAIL RAW_VALUE\n"
+        "  9 " +
+        name + "          -O--CK   100   100   000    -    " + raw + "\n";
+    return Figure(ReadDrive(ATA_IDENTITY + table), HealthFigure::POWER_ON_HOURS);
+}
+
+}  // namespace
+
+TEST(SmartctlText, IdentityOfAnATADriveIsRead) {
+    const CDriveReport drive = ReadDrive(ATA_IDENTITY);
+    EXPECT_EQ(drive.GetProtocol(), DriveProtocol::ATA);
+    EXPECT_EQ(drive.GetModel(), "ST1000NM0008-2F2100");
+    EXPECT_EQ(drive.GetVendor(), "SEAGATE");
+    EXPECT_EQ(drive.GetSerialNumber(), "ZA12345678");
+    EXPECT_EQ(drive.GetCorrectedSerialNumber(), "ZA123456");
+    EXPECT_EQ(drive.GetFirmware(), "SN02");
+    EXPECT_EQ(drive.GetCapacity(), 1000204886016U);
+    EXPECT_EQ(drive.GetBlockSize(), 512U);
+    EXPECT_EQ(drive.GetRPM(), 7200U);
+    EXPECT_EQ(drive.GetMedium(), PropertyValue::HDD);
+    EXPECT_EQ(drive.GetTransport(), PropertyValue::SATA);
+    EXPECT_EQ(drive.GetTime(), 1234567890);
+    EXPECT_EQ(drive.GetHealth().GetState(), DriveState::UNKNOWN);
+}
+
+TEST(SmartctlText, LinesMayEndInTheOtherWay) {
+    std::string text = ATA_IDENTITY;
+    for (std::size_t place = 0; (place = text.find('\n', place)) != std::string::npos; place += 2) {
+        text.insert(place, "\r");
+    }
+    EXPECT_EQ(ReadDrive(text).GetModel(), "ST1000NM0008-2F2100");
+    EXPECT_EQ(ReadDrive(text).GetFirmware(), "SN02");
+}
+
+TEST(SmartctlText, SeveralReportsAreRead) {
+    const ReadResult result =
+        ReadAll("### sda ###\n" + ATA_IDENTITY + "### sdb ###\n" + HEADER + "Model Number: B\n");
+    ASSERT_EQ(result.m_Drives.size(), 2U);
+    EXPECT_EQ(result.m_Drives[1].GetModel(), "B");
+    EXPECT_TRUE(result.m_Refusals.empty());
+}
+
+TEST(SmartctlText, SeparatorsOfAnyLanguageAreRead) {
+    for (const char* capacity :
+         {"1000204886016", "1,000,204,886,016", "1.000.204.886.016", "1 000 204 886 016", "1'000'204'886'016",
+          "1\xC2\xA0"
+          "000\xC2\xA0"
+          "204\xC2\xA0"
+          "886\xC2\xA0"
+          "016",
+          "1\xE2\x80\xAF"
+          "000\xE2\x80\xAF"
+          "204\xE2\x80\xAF"
+          "886\xE2\x80\xAF"
+          "016",
+          "1\xFF"
+          "000\xFF"
+          "204\xFF"
+          "886\xFF"
+          "016"}) {
+        EXPECT_EQ(ReadDrive(HEADER + "Device Model: X\nUser Capacity:    " + capacity + " bytes [1.00 TB]\n")
+                      .GetCapacity(),
+                  1000204886016U)
+            << capacity;
+    }
+}
+
+TEST(SmartctlText, TimeIsThatOfItsZone) {
+    EXPECT_EQ(TimeOf("Fri Feb 13 23:31:30 2009 UTC"), 1234567890);
+    EXPECT_EQ(TimeOf("Sat Feb 14 00:31:30 2009 CET"), 1234567890);
+    EXPECT_EQ(TimeOf("Fri Feb 13 18:31:30 2009 EST"), 1234567890);
+    EXPECT_EQ(TimeOf("Sat Feb 14 02:31:30 2009 +03"), 1234567890);
+    EXPECT_EQ(TimeOf("Fri Feb 13 20:01:30 2009 -0330"), 1234567890);
+    EXPECT_EQ(TimeOf("Fri Feb 13 23:31:30 2009 CST"), 0) << "stands for several offsets";
+    EXPECT_EQ(TimeOf("Mon Feb ... 2022 MSK"), 0);
+    EXPECT_EQ(TimeOf("Fri ebM 13 23:31:30 2009 UTC"), 0);
+}
+
+TEST(SmartctlText, RawValuesComeBackFromTheirTexts) {
+    EXPECT_EQ(Hours("Power_On_Hours", "8811"), "8811 [3/9]");
+    EXPECT_EQ(Hours("Power_On_Hours", "8811 (237 33 0)"), "8811 [3/9]");
+    EXPECT_EQ(Hours("Power_On_Hours_and_Msec", "8811h+23m+10.123s"), "8811 [3/9]");
+    EXPECT_EQ(Hours("Power_On_Minutes", "8811h+23m"), "8811 [3/9]");
+    EXPECT_EQ(Hours("Power_On_Half_Minutes", "8811h+23m"), "8811 [3/9]");
+    EXPECT_EQ(Hours("Power_On_Seconds", "8811h+23m+10s"), "8811 [3/9]");
+    EXPECT_EQ(Hours("Power_On_Hours", "-"), "unknown");
+}
+
+TEST(SmartctlText, BothTablesOfAttributesAreRead) {
+    const std::string brief =
+        "ID# ATTRIBUTE_NAME          FLAGS    VALUE WORST THRESH FAIL RAW_VALUE\n"
+        "  5 Reallocated_Sector_Ct   PO--CK   005   005   010    NOW  1975\n"
+        "194 Temperature_Celsius     -O---K   ---   ---   ---    -    25 (Min/Max 17/39)\n"
+        "                            ||||||_ K auto-keep\n";
+    const std::string wide =
+        "ID# ATTRIBUTE_NAME          FLAG     VALUE WORST THRESH TYPE      UPDATED  WHEN_FAILED RAW_VALUE\n"
+        "  5 Reallocated_Sector_Ct   0x0033   005   005   010    Pre-fail  Always   FAILING_NOW 1975\n"
+        "194 Temperature_Celsius     0x0022   ---   ---   ---    Old_age   Always       -       25 (Min/Max "
+        "17/39)\n";
+    for (const std::string& table : {brief, wide}) {
+        const CDriveReport drive = ReadDrive(ATA_IDENTITY + table);
+        EXPECT_EQ(Figure(drive, HealthFigure::REALLOCATED_SECTORS), "1975 [3/5]");
+        EXPECT_EQ(Figure(drive, HealthFigure::ATTRIBUTES_BELOW_THRESHOLD), "1 [3/5]");
+        EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE), "25 [3/194]");
+        EXPECT_EQ(Figure(drive, HealthFigure::HIGHEST_TEMPERATURE), "39 [3/194]");
+    }
+}
+
+TEST(SmartctlText, ATALogsAreRead) {
+    const CDriveReport drive = ReadDrive(
+        ATA_IDENTITY +
+        "SMART overall-health self-assessment test result: FAILED!\nDrive failure expected in less than 24 "
+        "hours. SAVE ALL DATA.\n\n"
+        "SMART Extended Comprehensive Error Log Version: 1 (6 sectors)\n"
+        "Device Error Count: 66 (device log contains only the most recent 4 errors)\n\n"
+        "SMART Extended Self-test Log Version: 1 (1 sectors)\n"
+        "Num  Test_Description    Status                  Remaining  LifeTime(hours)  LBA_of_first_error\n"
+        "# 1  Short offline       Completed without error       00%     12346         -\n"
+        "# 2  Extended offline    Completed: read failure       90%     12345         1234\n\n"
+        "Current Temperature:                    39 Celsius\nLifetime    Min/Max Temperature:     -5/62 "
+        "Celsius\n"
+        "Min/Max recommended Temperature:      0/60 Celsius\n\n"
+        "Device Statistics (GP Log 0x04)\nPage  Offset Size        Value Flags Description\n"
+        "0x01  =====  =               =  ===  == General Statistics (rev 1) ==\n"
+        "0x01  0x018  6     45678         ---  Logical Sectors Written\n"
+        "0x07  0x008  1               -  N--  Percentage Used Endurance Indicator\n\n"
+        "Pending Defects log (GP Log 0x0c)\nNo Defects Logged\n\n");
+    EXPECT_EQ(Figure(drive, HealthFigure::VERDICT), "1 [8/0]");
+    EXPECT_EQ(Figure(drive, HealthFigure::LOGGED_ERRORS), "66 [2/3]");
+    EXPECT_EQ(Figure(drive, HealthFigure::FAILED_SELF_TESTS), "1 [2/7]");
+    EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE), "39 [2/224]");
+    EXPECT_EQ(Figure(drive, HealthFigure::HIGHEST_TEMPERATURE), "62 [2/224]");
+    EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE_LIMIT), "60 [10/0]");
+    EXPECT_EQ(Figure(drive, HealthFigure::BYTES_WRITTEN), "23387136 [1/1]");
+    EXPECT_EQ(Figure(drive, HealthFigure::WEAR), "unknown");
+    EXPECT_EQ(Figure(drive, HealthFigure::PENDING_SECTORS), "0 [2/12]");
+    const CDriveReport other = ReadDrive(
+        ATA_IDENTITY +
+        "SMART overall-health self-assessment test result: UNKNOWN!\n"
+        "SMART Error Log Version: 1\nNo Errors Logged\n\nSMART Self-test log structure revision number 1\n"
+        "No self-tests have been logged.  [To run self-tests, use: smartctl -t]\n");
+    EXPECT_EQ(Figure(other, HealthFigure::VERDICT), "unknown");
+    EXPECT_EQ(Figure(other, HealthFigure::LOGGED_ERRORS), "0 [2/1]");
+    EXPECT_EQ(Figure(other, HealthFigure::FAILED_SELF_TESTS), "0 [2/6]");
+}
+
+TEST(SmartctlText, SCSIReportIsRead) {
+    const CDriveReport drive = ReadDrive(
+        HEADER +
+        "Vendor:               SEAGATE\nProduct:              ST1200MM0088\nRevision:             N004\n"
+        "User Capacity:        1,200,243,695,616 bytes [1.20 TB]\nLogical block size:   512 bytes\n"
+        "Rotation Rate:        Solid State Device\nSerial number:        Z4020VRY0000C000BZXB\n"
+        "Transport protocol:   SAS (SPL-4)\n\n=== START OF READ SMART DATA SECTION ===\n"
+        "SMART Health Status: HARDWARE IMPENDING FAILURE GENERAL HARD DRIVE FAILURE [asc=5d, ascq=10]\n\n"
+        "Percentage used endurance indicator: 3%\nCurrent Drive Temperature:     31 C\nDrive Trip "
+        "Temperature:        60 C\n\n"
+        "  Accumulated power on time, hours:minutes 5675:39 [340539 minutes]\nElements in grown defect list: "
+        "7\n\n"
+        "Error counter log:\n"
+        "read:   1410362924        0         0  1410362924          0        386.568           1\n"
+        "write:         0        0         0         0          0       2124,590           2\n\n"
+        "Pending defect count:2 Pending Defects\n\nSMART Self-test log\n"
+        "Num  Test              Status                 segment  LifeTime  LBA_first_err [SK ASC ASQ]\n"
+        "# 1  Background short  Completed                   -    5675                 - [-   -    -]\n"
+        "# 2  Background long   Failed in segment -->       2    5600              1234 [0x3 0x11 0x0]\n\n");
+    EXPECT_EQ(drive.GetProtocol(), DriveProtocol::SCSI);
+    EXPECT_EQ(drive.GetModel(), "SEAGATE ST1200MM0088");
+    EXPECT_EQ(drive.GetSerialNumber(), "Z4020VRY0000C000BZXB");
+    EXPECT_EQ(drive.GetTransport(), PropertyValue::SAS);
+    EXPECT_EQ(drive.GetFirmware(), "N004");
+    EXPECT_EQ(Figure(drive, HealthFigure::VERDICT), "1 [6/47]");
+    EXPECT_EQ(Figure(drive, HealthFigure::WEAR), "3 [6/17]");
+    EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE), "31 [6/13]");
+    EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE_LIMIT), "60 [6/13]");
+    EXPECT_EQ(Figure(drive, HealthFigure::POWER_ON_HOURS), "5675 [6/21]");
+    EXPECT_EQ(Figure(drive, HealthFigure::REALLOCATED_SECTORS), "7 [7/0]");
+    EXPECT_EQ(Figure(drive, HealthFigure::BYTES_READ), "386568000000 [6/3]");
+    EXPECT_EQ(Figure(drive, HealthFigure::BYTES_WRITTEN), "2124590000000 [6/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::MEDIA_ERRORS), "3 [6/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::PENDING_SECTORS), "2 [6/277]");
+    EXPECT_EQ(Figure(drive, HealthFigure::FAILED_SELF_TESTS), "1 [6/16]");
+    EXPECT_EQ(Figure(ReadDrive(HEADER + "Product: X\nSMART Health Status: WARNING [asc=b, ascq=1]\n"),
+                     HealthFigure::VERDICT),
+              "2 [6/47]");
+    EXPECT_EQ(
+        Figure(ReadDrive(HEADER + "Product: X\n  Current temperature = 34\n"), HealthFigure::TEMPERATURE),
+        "34 [6/269]");
+}
+
+TEST(SmartctlText, NVMeReportIsRead) {
+    const CDriveReport drive = ReadDrive(
+        HEADER +
+        "Model Number:                       INTEL SSDPEKNW010T8\nSerial Number:                      "
+        "BTNH93710FS91P0B\n"
+        "Firmware Version:                   002C\nTotal NVM Capacity:                 2,000,000,000,000 "
+        "[2.00 TB]\n"
+        "Namespace 1 Size/Capacity:          1,024,209,543,168 [1.02 TB]\nNamespace 1 Formatted LBA Size:    "
+        " 512\n"
+        "Warning  Comp. Temp. Threshold:     77 Celsius\nCritical Comp. Temp. Threshold:     80 Celsius\n\n"
+        "SMART overall-health self-assessment test result: PASSED\n\n"
+        "SMART/Health Information (NVMe Log 0x02)\nCritical Warning:                   0x00\n"
+        "Temperature:                        36 Celsius\nAvailable Spare:                    100%\n"
+        "Available Spare Threshold:          10%\nPercentage Used:                    2%\n"
+        "Data Units Read:                    9,511,859 [4.87 TB]\nData Units Written:                 "
+        "7,773,431 [3.97 TB]\n"
+        "Power Cycles:                       266\nPower On Hours:                     2,401\n"
+        "Unsafe Shutdowns:                   43\nMedia and Data Integrity Errors:    0\nError Information "
+        "Log Entries:      1\n\n"
+        "Self-test Log (NVMe Log 0x06, NSID 0xffffffff)\nSelf-test status: No self-test in progress\n"
+        "Num  Test_Description  Status                       Power_on_Hours  Failing_LBA  NSID Seg SCT Code\n"
+        " 0   Extended          Completed: failed segments             2400            -     -   -   -    "
+        "-\n");
+    EXPECT_EQ(drive.GetProtocol(), DriveProtocol::NVME);
+    EXPECT_EQ(drive.GetTransport(), PropertyValue::NVME);
+    EXPECT_EQ(drive.GetMedium(), PropertyValue::SSD);
+    EXPECT_EQ(drive.GetCapacity(), 1024209543168U);
+    EXPECT_EQ(drive.GetBlockSize(), 512U);
+    EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE_LIMIT), "77 [5/0]");
+    EXPECT_EQ(Figure(drive, HealthFigure::CRITICAL_TEMPERATURE), "80 [5/0]");
+    EXPECT_EQ(Figure(drive, HealthFigure::VERDICT), "0 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE), "36 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::SPARE), "100 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::SPARE_THRESHOLD), "10 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::WEAR), "2 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::BYTES_READ), "4870071808000 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::BYTES_WRITTEN), "3979996672000 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::POWER_CYCLES), "266 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::POWER_ON_HOURS), "2401 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::UNSAFE_SHUTDOWNS), "43 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::MEDIA_ERRORS), "0 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::LOGGED_ERRORS), "1 [4/2]");
+    EXPECT_EQ(Figure(drive, HealthFigure::FAILED_SELF_TESTS), "1 [4/6]");
+}
