@@ -135,7 +135,7 @@ TEST(Host, TracesOfBothPluginsArriveInItsLoggers) {
                                       "[mdraid][501]event LOGICALDRIVE_DEGRADED",
                                       "[mdraid][501]event LOGICALDRIVE_DEGRADED",
                                       "[smartctl][502]drives: 6 drives, 0 errors",
-                                      "[smartctl][502]event PD_ESTIMATED_LIFETIME_BELOW_THRESHOLD",
+                                      "[smartctl][502]event PD_WEAR_LEVEL_COUNT_ABOVE_THRESHOLD",
                                       "[smartctl][502]event SMART_WARNING"));
     EXPECT_NE(ReadFile(traces.Path() / "trace-3.log").find("[VELK_TraceData]"), std::string::npos);
     EXPECT_FALSE(fs::exists(traces.Path() / "trace-276.log"));
@@ -154,10 +154,11 @@ TEST(Host, AsksSmartctlForTheDrivesOfTheMachine) {
     machine.Write("bin/smartctl",
                   "#!/bin/sh\n"
                   "case \"$*\" in\n"
-                  "'--scan --json') echo '{\"devices\":[{\"name\":\"/dev/sda\",\"type\":\"sat\"},"
-                  "{\"name\":\"-x\",\"type\":\"sat\"},{\"name\":\"/dev/sdx\",\"type\":\"scsi\"}]}';;\n"
-                  "'--json -a -d sat /dev/sda') cat \"$DRIVES/sda.json\"; exit 4;;\n"
-                  "*) echo '{\"smartctl\":{\"messages\":[{\"string\":\"no luck\"}]}}'; exit 2;;\n"
+                  "--scan) printf '/dev/sda -d sat # /dev/sda [SAT], ATA device\\n-x -d sat # an option\\n"
+                  "/dev/sdx -d scsi # /dev/sdx, SCSI device\\n';;\n"
+                  "'--json -x -d sat /dev/sda') cat \"$DRIVES/sda.json\"; exit 4;;\n"
+                  "*) echo '{\"smartctl\":{\"messages\":[{\"string\":\"no "
+                  "luck\",\"severity\":\"error\"}]}}'; exit 2;;\n"
                   "esac\n");
     fs::permissions(machine.Path() / "bin/smartctl", fs::perms::owner_all);
     setenv("DRIVES", (TREES / "drives").c_str(), 1);
@@ -165,7 +166,7 @@ TEST(Host, AsksSmartctlForTheDrivesOfTheMachine) {
     const Outcome outcome =
         RunHost({plugins.Path(), "--set", "smartctl.program=" + (machine.Path() / "bin/smartctl").string()});
     EXPECT_EQ(outcome.m_Status, 1);
-    EXPECT_EQ(outcome.m_Errors, "service: smartctl: /dev/sdx: no luck\n");
+    EXPECT_EQ(outcome.m_Errors, "service: smartctl: /dev/sdx:1:1: smartctl says: no luck\n");
     EXPECT_EQ(outcome.m_Output, ReadFile(EXPECTED / "machine.txt"));
 }
 
@@ -194,10 +195,8 @@ TEST(Host, DriveThatCannotBeReadDoesNotHideTheOthers) {
     const Outcome outcome = RunHost({plugins.Path(), "--set", "smartctl.folder=."}, drives.Path());
     EXPECT_EQ(outcome.m_Status, 1);
     EXPECT_EQ(outcome.m_Errors,
-              "service: smartctl: ./a.json: [json.exception.parse_error.101] parse error at line 1, column "
-              "11: syntax "
-              "error while parsing value - unexpected end of input; expected '[', '{', or a literal\n"
-              "service: smartctl: ./b.json: no drive is described\n");
+              "service: smartctl: ./a.json:1:11: the report breaks off\n"
+              "service: smartctl: ./b.json: no report of smartctl\n");
     EXPECT_NE(outcome.m_Output.find("  Adapter 0: SATA drives (adapter_ok_no.gif)\n"), std::string::npos);
     EXPECT_NE(outcome.m_Output.find("?[31mX1"), std::string::npos);
     EXPECT_EQ(outcome.m_Output.find('\x1B'), std::string::npos);

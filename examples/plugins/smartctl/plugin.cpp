@@ -7,10 +7,8 @@
 #include <string_view>
 #include <utility>
 
-#include "events.h"
-#include "inventory.h"
-#include "source.h"
-#include "trace.h"
+#include "drives.h"
+#include "objects.h"
 
 namespace {
 
@@ -66,7 +64,6 @@ int PluginGetObjects(std::vector<PI::CObject>& objects, std::vector<std::string>
 int PluginGetEvents(std::vector<PI::CEvent>& events, std::vector<std::string>& errors) {
     return Guard(errors, [&] {
         for (PI::CEvent& event : state.m_EventLog.Take()) {
-            smartctl::Trace("event " + PI::EventIDToString(static_cast<int>(event.m_EventID)));
             events.push_back(std::move(event));
         }
     });
