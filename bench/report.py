@@ -119,6 +119,10 @@ ROWS = [
     *(Row(f"document_{drives}", f"Array document of {drives:,} drives", "naive", {},
           ("traversal", "pugixml and as_ullong"), "floor ≤ 1.5", {"traversal": 1.5})
       for drives in (1000, 10000, 100000)),
+    Row("model_to_json", "Object of 60 properties to JSON", "", {"nlohmann": "nlohmann-json building and dumping"}, (),
+        "≤ 1", {"nlohmann": 1.0}),
+    Row("model_from_json", "Object of 60 properties from JSON", "", {"nlohmann": "nlohmann-json parsing alone"}, (),
+        "≤ 1", {"nlohmann": 1.0}),
     *(Row(f"discovery_{drives}", f"Discovery of {drives:,} drives", "", {"json": "parsing their JSON"}, (), "-", {})
       for drives in (100, 10000)),
 ]

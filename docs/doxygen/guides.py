@@ -9,8 +9,8 @@ import posixpath
 import re
 
 # What a newcomer reads first stands first; documents not named here follow by their names.
-ORDER = ("getting-started", "writing-a-plugin", "drive-knowledge", "estimates", "events", "tracing", "configuration-documents",
-         "abi", "design")
+ORDER = ("getting-started", "writing-a-plugin", "drive-knowledge", "estimates", "events", "exchange", "tracing",
+         "configuration-documents", "abi", "design")
 PROJECT = ("README.md", "CONTRIBUTING.md", "SECURITY.md", "CHANGELOG.md", "bench/RESULTS.md")
 
 FENCE = re.compile(r"(^ *(```+)[^\n]*\n.*?^ *\2 *$)", re.MULTILINE | re.DOTALL)

@@ -29,8 +29,8 @@ Record MakeBlank() {
 }
 
 /// @{
-/// What objects begin as. They are made while the library is loaded, so that reading needs no new identifiers,
-/// which only one thread at a time may take.
+/// What objects begin as. They are made while the library is loaded, so that reading needs no new
+/// identifiers, which only one thread at a time may take.
 const CObject BLANK_OBJECT = MakeBlank<CObject>();
 const CTask BLANK_TASK = MakeBlank<CTask>();
 /// @}
@@ -81,7 +81,7 @@ bool NumberOf(const JsonValue& json, Number& number) {
     }
     const auto whole = static_cast<std::int64_t>(value);
     number = static_cast<Number>(whole);
-    return (whole >= 0 || std::is_signed_v<Number>) && static_cast<std::int64_t>(number) == whole;
+    return (whole >= 0 || std::is_signed_v<Number>)&&static_cast<std::int64_t>(number) == whole;
 }
 
 template <class Number>

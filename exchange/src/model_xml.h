@@ -8,8 +8,9 @@
 
 namespace PI {
 
-/// Unlike the text by which documents are copied it adds no white space and keeps what is there. Where no text
-/// can hold the document, such as an element whose name is "a b", it holds the part that a copy would hold.
+/// Unlike the text by which documents are copied it adds no white space and keeps what is there. Where no
+/// text can hold the document, such as an element whose name is "a b", it holds the part that a copy would
+/// hold.
 std::string TextOfXml(const VELK::XML::xml_document& document);
 
 /// @return null, or why the text is no document; the document holds a part of it then

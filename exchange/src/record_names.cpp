@@ -37,16 +37,11 @@ constexpr NameRow PROPERTY_TYPES[] = {
 };
 
 constexpr NameRow OBJECT_TYPES[] = {
-    {ObjectType::UNDEFINED, "UNDEFINED"},
-    {ObjectType::TASK, "TASK"},
-    {ObjectType::ADAPTER_1, "ADAPTER_1"},
-    {ObjectType::ADAPTER_2, "ADAPTER_2"},
-    {ObjectType::ADAPTER_3, "ADAPTER_3"},
-    {ObjectType::ADAPTER_4, "ADAPTER_4"},
-    {ObjectType::ADAPTER_5, "ADAPTER_5"},
-    {ObjectType::ADAPTER_6, "ADAPTER_6"},
-    {ObjectType::ADAPTER_7, "ADAPTER_7"},
-    {ObjectType::ADAPTER_8, "ADAPTER_8"},
+    {ObjectType::UNDEFINED, "UNDEFINED"}, {ObjectType::TASK, "TASK"},
+    {ObjectType::ADAPTER_1, "ADAPTER_1"}, {ObjectType::ADAPTER_2, "ADAPTER_2"},
+    {ObjectType::ADAPTER_3, "ADAPTER_3"}, {ObjectType::ADAPTER_4, "ADAPTER_4"},
+    {ObjectType::ADAPTER_5, "ADAPTER_5"}, {ObjectType::ADAPTER_6, "ADAPTER_6"},
+    {ObjectType::ADAPTER_7, "ADAPTER_7"}, {ObjectType::ADAPTER_8, "ADAPTER_8"},
     {ObjectType::ADAPTER_9, "ADAPTER_9"},
 };
 
@@ -67,12 +62,8 @@ constexpr NameRow FIGURE_STATES[] = {
 };
 
 constexpr NameRow FIGURE_UNITS[] = {
-    {FigureUnit::COUNT, "COUNT"},
-    {FigureUnit::PERCENT, "PERCENT"},
-    {FigureUnit::HOURS, "HOURS"},
-    {FigureUnit::BYTES, "BYTES"},
-    {FigureUnit::TERABYTES, "TERABYTES"},
-    {FigureUnit::CELSIUS, "CELSIUS"},
+    {FigureUnit::COUNT, "COUNT"}, {FigureUnit::PERCENT, "PERCENT"},     {FigureUnit::HOURS, "HOURS"},
+    {FigureUnit::BYTES, "BYTES"}, {FigureUnit::TERABYTES, "TERABYTES"}, {FigureUnit::CELSIUS, "CELSIUS"},
     {FigureUnit::FLAGS, "FLAGS"},
 };
 

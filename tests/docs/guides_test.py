@@ -9,7 +9,7 @@ import sys
 import unittest
 
 PROJECT = pathlib.Path(sys.argv[1])
-GUIDES = ["configuration-documents", "drive-knowledge", "events", "getting-started", "tracing", "writing-a-plugin"]
+GUIDES = ["configuration-documents", "drive-knowledge", "events", "exchange", "getting-started", "tracing", "writing-a-plugin"]
 
 
 def read(path):

@@ -53,9 +53,9 @@ constexpr auto FieldsOfRecord() {
     } else if constexpr (std::is_same_v<R, CContainer>) {
         return std::make_tuple(&R::m_Drives);
     } else if constexpr (std::is_same_v<R, CLogicalDrive>) {
-        return std::make_tuple(&R::m_ID, &R::m_Properties, &R::m_Value1, &R::m_Value2, &R::m_Size, &R::m_Units,
-                               &R::m_SpanCount, &R::m_SpanSize, &R::m_Value3, &R::m_Value4, &R::m_Containers,
-                               &R::m_GlobalHotSpares, &R::m_DedicatedHotSpares,
+        return std::make_tuple(&R::m_ID, &R::m_Properties, &R::m_Value1, &R::m_Value2, &R::m_Size,
+                               &R::m_Units, &R::m_SpanCount, &R::m_SpanSize, &R::m_Value3, &R::m_Value4,
+                               &R::m_Containers, &R::m_GlobalHotSpares, &R::m_DedicatedHotSpares,
                                &R::m_AssociatedLogicalDrives);
     } else if constexpr (std::is_same_v<R, CArray>) {
         return std::make_tuple(&R::m_Properties, &R::m_Value1, &R::m_Size, &R::m_Units, &R::m_Containers,
@@ -70,11 +70,10 @@ constexpr auto FieldsOfRecord() {
         return std::make_tuple(&R::m_Value1, &R::m_Value2, &R::m_Properties);
     } else if constexpr (std::is_same_v<R, CEvent>) {
         return std::make_tuple(&R::m_Handle, &R::m_EventID, &R::m_Severity, &R::m_TimeStamp,
-                               &R::m_PlaceHolder1, &R::m_PlaceHolder2, &R::m_PlaceHolder3,
-                               &R::m_PlaceHolder4, &R::m_PlaceHolder5, &R::m_PlaceHolder6, &R::m_Data,
-                               &R::m_Source, &R::m_Host, &R::m_SequenceNumber, &R::m_Resolved1,
-                               &R::m_Resolved2, &R::m_Resolved3, &R::m_Resolved4, &R::m_Resolved5,
-                               &R::m_Resolved6, &R::m_Scratch);
+                               &R::m_PlaceHolder1, &R::m_PlaceHolder2, &R::m_PlaceHolder3, &R::m_PlaceHolder4,
+                               &R::m_PlaceHolder5, &R::m_PlaceHolder6, &R::m_Data, &R::m_Source, &R::m_Host,
+                               &R::m_SequenceNumber, &R::m_Resolved1, &R::m_Resolved2, &R::m_Resolved3,
+                               &R::m_Resolved4, &R::m_Resolved5, &R::m_Resolved6, &R::m_Scratch);
     } else if constexpr (std::is_same_v<R, COperation>) {
         return std::make_tuple(&R::m_Header1, &R::m_Header2, &R::m_Header3, &R::m_Properties,
                                &R::m_LogicalDriveList, &R::m_DriveList, &R::m_LevelList, &R::m_MigrationList,
@@ -193,9 +192,9 @@ private:
     bool Chance(std::uint32_t oneIn) { return Below(m_Random, oneIn) == 0; }
 
     std::uint64_t Number() {
-        constexpr std::uint64_t EDGES[] = {0,          1,          12,         40007,      30003,      10000,
-                                           0x7FC00000, 0x7F800000, 0x15AE43FD, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF,
-                                           1ULL << 53, 1ULL << 63, ~0ULL};
+        constexpr std::uint64_t EDGES[] = {0,          1,          12,         40007,      30003,
+                                           10000,      0x7FC00000, 0x7F800000, 0x15AE43FD, 0x7FFFFFFF,
+                                           0x80000000, 0xFFFFFFFF, 1ULL << 53, 1ULL << 63, ~0ULL};
         constexpr std::uint32_t COUNT = sizeof(EDGES) / sizeof(EDGES[0]);
         const std::uint64_t any = std::uint64_t{m_Random()} << 32 | m_Random();
         switch (Below(m_Random, 4)) {
@@ -210,8 +209,20 @@ private:
         std::string text;
         const bool anyBytes = Chance(4);
         for (std::uint32_t length = Below(m_Random, 12); length > 0; --length) {
-            constexpr const char* PARTS[] = {"a", " ", "\"", "\\", "/", "\n", "\x01", "\x7F", "\xC3\xA4",
-                                             "\xE2\x82\xAC", "\xF0\x9F\x92\xBE", "\xEF\xBF\xBD", "<", "T:"};
+            constexpr const char* PARTS[] = {"a",
+                                             " ",
+                                             "\"",
+                                             "\\",
+                                             "/",
+                                             "\n",
+                                             "\x01",
+                                             "\x7F",
+                                             "\xC3\xA4",
+                                             "\xE2\x82\xAC",
+                                             "\xF0\x9F\x92\xBE",
+                                             "\xEF\xBF\xBD",
+                                             "<",
+                                             "T:"};
             if (anyBytes) {
                 text += static_cast<char>(Below(m_Random, 256));
             } else if (Chance(20)) {

@@ -85,9 +85,10 @@ TEST(HealthJson, EveryFigureIsThereWithWhatIsKnownOfIt) {
 }
 
 TEST(HealthJson, SourcesHaveTheirNames) {
-    constexpr const char* NAMES[] = {"NONE",          "ATA_DEVICE_STATISTICS", "ATA_LOG",          "ATA_ATTRIBUTE",
-                                     "NVME_LOG",      "NVME_IDENTIFY",         "SCSI_LOG_PAGE",    "SCSI_DEFECT_LIST",
-                                     "DRIVE_VERDICT", "ENDURANCE_LIST",        "PROGRAM"};
+    constexpr const char* NAMES[] = {
+        "NONE",          "ATA_DEVICE_STATISTICS", "ATA_LOG",       "ATA_ATTRIBUTE",
+        "NVME_LOG",      "NVME_IDENTIFY",         "SCSI_LOG_PAGE", "SCSI_DEFECT_LIST",
+        "DRIVE_VERDICT", "ENDURANCE_LIST",        "PROGRAM"};
     for (int source = 1; source <= 10; ++source) {
         CDriveHealth drive(DriveProtocol::UNKNOWN, "");
         drive.TakeFigure(HealthFigure::POWER_CYCLES, 7, static_cast<_FIGURE_SOURCE>(source), 1);

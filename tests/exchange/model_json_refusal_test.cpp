@@ -84,7 +84,8 @@ TEST(JsonRefusal, AnObjectWithoutItsIdentity) {
 TEST(JsonRefusal, WrongTypesAreSaidWithTheirPlace) {
     EXPECT_EQ(Refusal<CProperty>(PropertyWith(R"("id":"VENDOR")")), "/id is a text where a number belongs");
     EXPECT_EQ(Refusal<CProperty>(PropertyWith(R"("id":null)")), "/id is null where a number belongs");
-    EXPECT_EQ(Refusal<CProperty>(PropertyWith(R"("flag1":1)")), "/flag1 is a number where true or false belongs");
+    EXPECT_EQ(Refusal<CProperty>(PropertyWith(R"("flag1":1)")),
+              "/flag1 is a number where true or false belongs");
     EXPECT_EQ(Refusal<CProperty>(PropertyWith(R"("flag1":"true")")),
               "/flag1 is a text where true or false belongs");
     EXPECT_EQ(Refusal<CProperty>(PropertyWith(R"("data":[])")), "/data is a list where an object belongs");
@@ -96,14 +97,16 @@ TEST(JsonRefusal, WrongTypesAreSaidWithTheirPlace) {
               "/data/multi_string/values/1 is a list where a text belongs");
     EXPECT_EQ(Refusal<CProperty>(PropertyWith(R"("data":{"float":{"value":false}})")),
               "/data/float/value is true or false where a number belongs");
-    EXPECT_EQ(Refusal<CObject>(
-                  R"({"record":"object","version":1,"unique_id":1,"operations":[{},{"drives":[{"properties":[{"id":{}}]}]}]})"),
-              "/operations/1/drives/0/properties/0/id is an object where a number belongs");
+    EXPECT_EQ(
+        Refusal<CObject>(
+            R"({"record":"object","version":1,"unique_id":1,"operations":[{},{"drives":[{"properties":[{"id":{}}]}]}]})"),
+        "/operations/1/drives/0/properties/0/id is an object where a number belongs");
 }
 
 TEST(JsonRefusal, NumbersOutOfRange) {
     const std::string range = " is no whole number from -2147483648 to 2147483647";
-    for (const char* number : {"2147483648", "-2147483649", "1e10", "1.5", "-0.5", "18446744073709551615", "1e300"}) {
+    for (const char* number :
+         {"2147483648", "-2147483649", "1e10", "1.5", "-0.5", "18446744073709551615", "1e300"}) {
         EXPECT_EQ(Refusal<CProperty>(PropertyWith(std::string("\"id\":") + number)), "/id" + range) << number;
     }
     for (const char* number : {"2147483647", "-2147483648", "2147483647.0"}) {
@@ -116,8 +119,9 @@ TEST(JsonRefusal, NumbersOutOfRange) {
             << number;
     }
     EXPECT_EQ(Refusal<CProperty>(PropertyWith(mask + "4294967295}}")), "accepted");
-    for (const char* number : {"-1", "18446744073709551616", "9007199254740994.0", "1e19", "\"\"", "\"-1\"", "\"+1\"",
-                               "\" 1\"", "\"1 \"", "\"0x1\"", "\"1e3\"", "\"18446744073709551616\""}) {
+    for (const char* number :
+         {"-1", "18446744073709551616", "9007199254740994.0", "1e19", "\"\"", "\"-1\"", "\"+1\"", "\" 1\"",
+          "\"1 \"", "\"0x1\"", "\"1e3\"", "\"18446744073709551616\""}) {
         EXPECT_EQ(Refusal<CDrive>(DriveWith(std::string("\"object_id\":") + number)),
                   "/object_id is no whole number from 0 to 18446744073709551615")
             << number;
@@ -125,8 +129,9 @@ TEST(JsonRefusal, NumbersOutOfRange) {
     const std::string signedLong = "\"data\":{\"signed_long\":{\"value\":";
     for (const char* number : {"9223372036854775808", "\"9223372036854775808\"", "-9223372036854775809",
                                "\"-9223372036854775809\""}) {
-        EXPECT_EQ(Refusal<CProperty>(PropertyWith(signedLong + number + "}}")),
-                  "/data/signed_long/value is no whole number from -9223372036854775808 to 9223372036854775807")
+        EXPECT_EQ(
+            Refusal<CProperty>(PropertyWith(signedLong + number + "}}")),
+            "/data/signed_long/value is no whole number from -9223372036854775808 to 9223372036854775807")
             << number;
     }
     EXPECT_EQ(Refusal<CProperty>(PropertyWith(signedLong + "-9223372036854775808}}")), "accepted");
@@ -167,7 +172,8 @@ TEST(JsonRefusal, XmlThatIsNone) {
 }
 
 TEST(JsonRefusal, MembersThatAreThereTwice) {
-    EXPECT_EQ(Refusal<CProperty>(PropertyWith(R"("id":1,"id":1)")), "the document holds a member twice: \"id\"");
+    EXPECT_EQ(Refusal<CProperty>(PropertyWith(R"("id":1,"id":1)")),
+              "the document holds a member twice: \"id\"");
     EXPECT_EQ(Refusal<CProperty>(PropertyWith(R"("data":{"bool":{},"x":1,"bool":{}})")),
               "/data holds a member twice: \"bool\"");
     EXPECT_EQ(Refusal<CProperty>(PropertyWith(R"("x":1,"x":1)")), "the document holds a member twice: \"x\"");

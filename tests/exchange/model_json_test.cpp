@@ -126,8 +126,8 @@ TYPED_TEST(EveryRecord, UnknownMembersArePassedOver) {
     FieldFiller filler(RandomSeed());
     filler.Fill(record);
     Json json = JsonOf(record);
-    json["zz_later"] = Json::parse(R"({"id": "x", "list": [1, {"a": null}], "deep": )" + std::string(5000, '[') +
-                                   std::string(5000, ']') + "}");
+    json["zz_later"] = Json::parse(R"({"id": "x", "list": [1, {"a": null}], "deep": )" +
+                                   std::string(5000, '[') + std::string(5000, ']') + "}");
     json["Version"] = "of another program";
     EXPECT_TRUE(SameFields(ReadBack<TypeParam>(json.dump()), record));
 }
@@ -160,13 +160,17 @@ TEST(PropertyJson, AllElevenKindsAtOnceSurvive) {
 }
 
 TEST(PropertyJson, AKindOfANewPropertyIsLeftOutUnlessItCounts) {
-    const std::pair<_PROPERTY_TYPE, const char*> KINDS[] = {
-        {PropertyType::STRING, "string"},           {PropertyType::CHOICE, "choice"},
-        {PropertyType::BOOL, "bool"},               {PropertyType::LONG, "long"},
-        {PropertyType::SIGNED_LONG, "signed_long"}, {PropertyType::RANGE, "range"},
-        {PropertyType::MULTI_VALUE, "multi_value"}, {PropertyType::FLOAT, "float"},
-        {PropertyType::MULTI_LONG, "multi_long"},   {PropertyType::XML, "xml"},
-        {PropertyType::MULTI_STRING, "multi_string"}};
+    const std::pair<_PROPERTY_TYPE, const char*> KINDS[] = {{PropertyType::STRING, "string"},
+                                                            {PropertyType::CHOICE, "choice"},
+                                                            {PropertyType::BOOL, "bool"},
+                                                            {PropertyType::LONG, "long"},
+                                                            {PropertyType::SIGNED_LONG, "signed_long"},
+                                                            {PropertyType::RANGE, "range"},
+                                                            {PropertyType::MULTI_VALUE, "multi_value"},
+                                                            {PropertyType::FLOAT, "float"},
+                                                            {PropertyType::MULTI_LONG, "multi_long"},
+                                                            {PropertyType::XML, "xml"},
+                                                            {PropertyType::MULTI_STRING, "multi_string"}};
     for (const auto& [type, name] : KINDS) {
         CProperty property;
         property.m_Type = type;
@@ -182,9 +186,9 @@ TEST(PropertyJson, AKindOfANewPropertyIsLeftOutUnlessItCounts) {
 }
 
 TEST(PropertyJson, TypesHaveTheirNames) {
-    constexpr const char* NAMES[] = {"NONE",        "UNDEFINED",   "STRING", "CHOICE",      "BOOL",
-                                     "LONG",        "SIGNED_LONG", "RANGE",  "MULTI_VALUE", "FLOAT",
-                                     "MULTI_LONG",  "XML",         "MULTI_STRING", ""};
+    constexpr const char* NAMES[] = {
+        "NONE",  "UNDEFINED",   "STRING", "CHOICE",     "BOOL", "LONG",         "SIGNED_LONG",
+        "RANGE", "MULTI_VALUE", "FLOAT",  "MULTI_LONG", "XML",  "MULTI_STRING", ""};
     for (int type = 0; type < 14; ++type) {
         CProperty property;
         property.m_Type = static_cast<_PROPERTY_TYPE>(type);
@@ -248,8 +252,8 @@ TEST(NumbersJson, WholeNumbersAreReadAsOtherProgramsWriteThem) {
         {"\"18446744073709551615\"", 18446744073709551615U},
     };
     for (const auto& [text, number] : CASES) {
-        const auto drive = ReadBack<CDrive>(std::string(R"({"record":"drive","version":1,"object_id":)") + text +
-                                            "}");
+        const auto drive =
+            ReadBack<CDrive>(std::string(R"({"record":"drive","version":1,"object_id":)") + text + "}");
         EXPECT_EQ(drive.m_ObjectID, number) << text;
     }
 }
@@ -316,7 +320,8 @@ TEST(TextsJson, WhatIsUtf8IsATextAndAnythingElseBytes) {
         "",
         std::string("a\0b", 3),
         "\"\\/\b\f\n\r\t\x01\x1F\x7F",
-        "\xC2\x80 \xDF\xBF \xE0\xA0\x80 \xED\x9F\xBF \xEE\x80\x80 \xEF\xBF\xBF \xF0\x90\x80\x80 \xF4\x8F\xBF\xBF",
+        "\xC2\x80 \xDF\xBF \xE0\xA0\x80 \xED\x9F\xBF \xEE\x80\x80 \xEF\xBF\xBF \xF0\x90\x80\x80 "
+        "\xF4\x8F\xBF\xBF",
     };
     for (const std::string& text : CASES) {
         CPartition partition;
@@ -327,14 +332,14 @@ TEST(TextsJson, WhatIsUtf8IsATextAndAnythingElseBytes) {
     const std::pair<std::string, const char*> BYTES[] = {
         {"\x80", "80"},
         {"caf\xE9", "636166e9"},
-        {"\xC0\x80", "c080"},                  // two bytes where one would do
+        {"\xC0\x80", "c080"},  // two bytes where one would do
         {"\xC1\xBF", "c1bf"},
-        {"\xE0\x9F\xBF", "e09fbf"},            // three where two would do
-        {"\xED\xA0\x80", "eda080"},            // half a surrogate pair
-        {"\xF0\x8F\xBF\xBF", "f08fbfbf"},      // four where three would do
-        {"\xF4\x90\x80\x80", "f4908080"},      // behind the last character
+        {"\xE0\x9F\xBF", "e09fbf"},        // three where two would do
+        {"\xED\xA0\x80", "eda080"},        // half a surrogate pair
+        {"\xF0\x8F\xBF\xBF", "f08fbfbf"},  // four where three would do
+        {"\xF4\x90\x80\x80", "f4908080"},  // behind the last character
         {"\xF5\x80\x80\x80", "f5808080"},
-        {"\xE2\x82", "e282"},                  // ends early
+        {"\xE2\x82", "e282"},  // ends early
         {std::string("\xE2\x82\0", 3), "e28200"},
         {"\xFF\xFE", "fffe"},
     };
@@ -353,8 +358,7 @@ TEST(TextsJson, BytesHaveAReadableTextBeside) {
 }
 
 TEST(TextsJson, CapitalDigitsAreReadToo) {
-    const auto read =
-        ReadBack<CPartition>(R"({"record":"partition","version":1,"text1":{"bytes":"E9fF"}})");
+    const auto read = ReadBack<CPartition>(R"({"record":"partition","version":1,"text1":{"bytes":"E9fF"}})");
     EXPECT_EQ(read.m_Text1, "\xE9\xFF");
 }
 
@@ -362,7 +366,8 @@ TEST(DocumentsJson, KeepWhatACopyLoses) {
     constexpr const char* CASES[] = {
         "",
         "<a/>",
-        "<?xml version=\"1.0\"?><!DOCTYPE a [<!ENTITY e \"x\">]><!-- c --><a b=\"1\n2\t3 &lt;&quot;\"> text <?pi x?>"
+        "<?xml version=\"1.0\"?><!DOCTYPE a [<!ENTITY e \"x\">]><!-- c --><a b=\"1\n2\t3 &lt;&quot;\"> text "
+        "<?pi x?>"
         "<![CDATA[<raw>]]>\r\n\t<b/> </a><!--end-->",
         "<a>&#1;&#13;&amp;</a>",
         "<caf\xC3\xA9 latin1=\"\xE9\"/>",
@@ -418,10 +423,13 @@ TEST(NamesJson, StandBesideTheNumbersOfTheVocabulary) {
     task.m_TaskStatus = std::numeric_limits<std::uint64_t>::max();
     EXPECT_EQ(JsonOf(task)["task_status_name"], "");
 
-    constexpr std::pair<_UNITS, const char*> UNITS[] = {
-        {Units::BYTES, "BYTES"},         {Units::KILOBYTES, "KILOBYTES"}, {Units::MEGABYTES, "MEGABYTES"},
-        {Units::GIGABYTES, "GIGABYTES"}, {Units::TERABYTES, "TERABYTES"}, {Units::PETABYTES, "PETABYTES"},
-        {Units::UNSPECIFIED, "UNSPECIFIED"}};
+    constexpr std::pair<_UNITS, const char*> UNITS[] = {{Units::BYTES, "BYTES"},
+                                                        {Units::KILOBYTES, "KILOBYTES"},
+                                                        {Units::MEGABYTES, "MEGABYTES"},
+                                                        {Units::GIGABYTES, "GIGABYTES"},
+                                                        {Units::TERABYTES, "TERABYTES"},
+                                                        {Units::PETABYTES, "PETABYTES"},
+                                                        {Units::UNSPECIFIED, "UNSPECIFIED"}};
     for (const auto& [unit, name] : UNITS) {
         CArray array;
         array.m_Units = unit;

@@ -27,8 +27,8 @@ namespace PI {
 /// @{
 
 /// @{
-/// A record as JSON: one object in UTF-8, on one line without a line break at its end, so that a file with one
-/// of them a line is a list of records.
+/// A record as JSON: one object in UTF-8, on one line without a line break at its end, so that a file with
+/// one of them a line is a list of records.
 ///
 /// The type of the argument decides: a task that is passed as a CObject is written as an object.
 /// @throws std::bad_alloc if allocation fails; std::length_error for a text of 4 GiB and more
