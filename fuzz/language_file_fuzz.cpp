@@ -42,7 +42,7 @@ std::string TextOf(unsigned id) {
 /// Each String element of the file gives its text.
 void CheckTaken(const std::uint8_t* data, std::size_t size) {
     pugi::xml_document document;
-    CHECK(document.load_buffer(data, size));
+    CHECK(document.load_buffer(data, size, pugi::parse_default | pugi::parse_ws_pcdata));
     for (const auto& selected : document.select_nodes("/Strings/String")) {
         std::string expected;
         for (const pugi::xml_node part : selected.node().children()) {

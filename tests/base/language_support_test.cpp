@@ -255,6 +255,7 @@ INSTANTIATE_TEST_SUITE_P(Files, BrokenLanguageFile, testing::Values(
     BrokenFile{"RootInOtherCase", "\n<strings><String id=\"1\">one</String></strings>", "FILE:2:2: the root element is not Strings"},
     BrokenFile{"SecondRoot", "<Strings><String id=\"1\">one</String></Strings>\n<Strings/>", "FILE:2:2: nothing may stand behind the root element"},
     BrokenFile{"TextBehindRoot", "<Strings><String id=\"1\">one</String></Strings>\nrest", "FILE:1:47: nothing may stand behind the root element"},
+    BrokenFile{"CutOffBehindRoot", "<Strings><String id=\"1\">one</String></Strings>\n<", "FILE:2:1: Could not determine tag type"},
     BrokenFile{"TextBeforeRoot", "rest <Strings><String id=\"1\">one</String></Strings>", "FILE:1:1: the root element is not Strings"},
     BrokenFile{"NoXml", "[Strings]\n1=one\n", "FILE:1:1: the root element is not Strings"},
     BrokenFile{"ForeignElement", "<Strings>\n<String id=\"1\">one</String>\n  <Text id=\"2\">two</Text>\n</Strings>", "FILE:3:4: only String elements may stand in Strings"},

@@ -10,7 +10,6 @@
 #include <new>
 #include <pugixml.hpp>
 #include <stdexcept>
-#include <string_view>
 #include <system_error>
 
 namespace language_file {
@@ -23,35 +22,31 @@ public:
     explicit LanguageFile(const std::string& path) : m_Path(path), m_Content(Read(path)) {}
 
     Texts Parse() const {
+        // As a fragment, so that text outside the root element is not passed over.
         pugi::xml_document document;
-        // As a fragment, so that text outside the root element is not passed over. White space is part of a
-        // text, and has to be passed over elsewhere.
-        const pugi::xml_parse_result result =
-            document.load_buffer(m_Content.data(), m_Content.size(),
-                                 pugi::parse_default | pugi::parse_fragment | pugi::parse_ws_pcdata);
-        if (result.status == pugi::status_out_of_memory) {
-            throw std::bad_alloc();
-        }
-        if (!result) {
-            Fail(result.offset, result.description());
-        }
-        const pugi::xml_node root = PastBlanks(document.first_child());
+        Load(pugi::parse_fragment, document);
+        const pugi::xml_node root = document.first_child();
         if (std::strcmp(root.name(), "Strings") != 0) {
             Fail(root.offset_debug(), "the root element is not Strings");
         }
-        if (const pugi::xml_node rest = PastBlanks(root.next_sibling())) {
+        if (const pugi::xml_node rest = root.next_sibling()) {
             Fail(rest.offset_debug(), "nothing may stand behind the root element");
         }
+        // Once more for the texts, of which white space is a part. As a fragment the parser would then accept
+        // a file that is cut off after a "<".
+        pugi::xml_document texts;
+        Load(pugi::parse_ws_pcdata, texts);
+        pugi::xml_node text = texts.document_element().child("String");
         Texts found;
-        for (pugi::xml_node child = PastBlanks(root.first_child()); child;
-             child = PastBlanks(child.next_sibling())) {
+        for (const pugi::xml_node child : root.children()) {
             if (std::strcmp(child.name(), "String") != 0) {
                 Fail(child.offset_debug(), "only String elements may stand in Strings");
             }
-            if (!found.emplace(Id(child), Text(child)).second) {
+            if (!found.emplace(Id(child), Text(text)).second) {
                 Fail(child.offset_debug(),
                      "the id " + std::string(child.attribute("id").value()) + " stands twice");
             }
+            text = text.next_sibling("String");
         }
         return found;
     }
@@ -76,13 +71,15 @@ private:
         return content;
     }
 
-    /// The first node from this one on that is more than white space.
-    static pugi::xml_node PastBlanks(pugi::xml_node node) {
-        while (node.type() == pugi::node_pcdata &&
-               std::string_view(node.value()).find_first_not_of(" \t\r\n") == std::string_view::npos) {
-            node = node.next_sibling();
+    void Load(unsigned int options, pugi::xml_document& document) const {
+        const pugi::xml_parse_result result =
+            document.load_buffer(m_Content.data(), m_Content.size(), pugi::parse_default | options);
+        if (result.status == pugi::status_out_of_memory) {
+            throw std::bad_alloc();
         }
-        return node;
+        if (!result) {
+            Fail(result.offset, result.description());
+        }
     }
 
     unsigned int Id(const pugi::xml_node& node) const {
