@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "check.h"
-#include "model/plain_documents.h"
+#include "model/layout_texts.h"
 #include "model/xml_samples.h"
 
 namespace PI::Fuzz {
@@ -37,18 +37,15 @@ void CheckCopies(const Record& record) {
 }
 
 /// Reads a record from whatever the XML library makes of the input, be it half a document.
-///
-/// @param readPlainly the same by paths and plain streams
 template <class Record>
-void CheckDocument(const std::uint8_t* data, std::size_t size,
-                   Record (*readPlainly)(const VELK::XML::xml_document&)) {
+void CheckDocument(const std::uint8_t* data, std::size_t size) {
     for (const unsigned options : {VELK::XML::parse_default, Test::PARSE_EVERYTHING}) {
         VELK::XML::xml_document document;
         document.load_buffer(data, size, options);
         const std::string before = Test::TreeOf(document);
         const Record record(document);
         CHECK_TEXT(Test::TreeOf(document), before);
-        CHECK_TEXT(Test::Describe(record), Test::Describe(readPlainly(document)));
+        CHECK_TEXT(Test::Describe(Record(document)), Test::Describe(record));
         CheckCopies(record);
     }
 }

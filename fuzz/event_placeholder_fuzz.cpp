@@ -5,10 +5,10 @@
 #include <velkx/language_support.h>
 
 #include <array>
+#include <sstream>
 #include <utility>
 
 #include "check.h"
-#include "util/plain_number.h"
 
 namespace {
 
@@ -37,6 +37,13 @@ std::string ResourceText(int number) {
     return text;
 }
 
+/// The number that a text is, read by a stream; 0 where it is none.
+int NumberOf(const std::string& text) {
+    std::istringstream stream(text);
+    int number = 0;
+    return stream >> number && stream.peek() == std::istringstream::traits_type::eof() ? number : 0;
+}
+
 std::string ExpectedReading(const std::string& stored) {
     if (stored.size() < 3) {
         return stored;
@@ -44,7 +51,7 @@ std::string ExpectedReading(const std::string& stored) {
     const std::string prefix = stored.substr(0, 2);
     const std::string rest = stored.substr(2);
     if (prefix == "I:") {
-        return ResourceText(Test::ReadPlainly<int>(rest).value_or(0));
+        return ResourceText(NumberOf(rest));
     }
     return prefix == "T:" ? rest : stored;
 }

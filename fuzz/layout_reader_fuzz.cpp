@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Configuration documents as pitool reads them: what is refused has a place in the text, what is taken reads
-// as by paths.
+// as by the library.
 #include "layout_document.h"
 #include "layout_json.h"
 #include "layout_tree.h"
@@ -11,7 +11,7 @@
 #include <cstdint>
 
 #include "check.h"
-#include "model/plain_documents.h"
+#include "model/layout_texts.h"
 #include "printable_check.h"
 
 namespace {
@@ -26,13 +26,13 @@ void CheckPlace(const pitool::TextPlace& place, const std::string& text) {
     CHECK(place.m_Column >= 1 && place.m_Column <= text.size() + 1);
 }
 
-std::string DescribePlainly(std::string text, bool isArray) {
+std::string DescribeByLibrary(std::string text, bool isArray) {
     while (text.rfind("\xEF\xBB\xBF", 0) == 0) {
         text.erase(0, 3);
     }
     VELK::XML::xml_document document;
     CHECK(document.load_buffer(text.data(), text.size(), VELK::XML::parse_default, VELK::XML::encoding_utf8));
-    return isArray ? Describe(PlainArray(document)) : Describe(PlainLogicalDrive(document));
+    return isArray ? Describe(PI::CArray(document)) : Describe(PI::CLogicalDrive(document));
 }
 
 }  // namespace
@@ -48,7 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const bool isArray = std::holds_alternative<PI::CArray>(layout.m_Layout);
     CHECK_TEXT(std::visit([](const auto& record) { return Describe(record); }, layout.m_Layout),
-               DescribePlainly(text, isArray));
+               DescribeByLibrary(text, isArray));
     CHECK(layout.m_Warnings.m_Kept.size() <= pitool::MAX_LAYOUT_WARNINGS);
     for (const pitool::PlacedMessage& warning : layout.m_Warnings.m_Kept) {
         CHECK(!warning.m_Text.empty());

@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "check.h"
-#include "drives/plain_sata_names.h"
 #include "model/property_samples.h"
 
 namespace {
@@ -95,6 +94,13 @@ void SetTexts(FuzzedDataProvider& input, CProperty& property) {
         }
     }
     CHECK_TEXT(property.GetValue(nullptr), joined);
+}
+
+std::string Strip(const std::string& text) {
+    constexpr char WHITE_SPACE[] = " \t\n\v\f\r";
+    const std::size_t first = text.find_first_not_of(WHITE_SPACE);
+    return first == std::string::npos ? ""
+                                      : text.substr(first, text.find_last_not_of(WHITE_SPACE) + 1 - first);
 }
 
 void SetText(FuzzedDataProvider& input, CProperty& property) {

@@ -8,14 +8,12 @@
 #include <cstddef>
 #include <cstring>
 #include <limits>
-#include <random>
 #include <type_traits>
 #include <vector>
 
 #include "drives/expected_ssd_endurance.h"
-#include "drives/plain_smart_values.h"
+#include "drives/smart_values_text.h"
 #include "support/global_locale.h"
-#include "support/random_seed.h"
 
 namespace PI::Test {
 namespace {
@@ -487,29 +485,6 @@ TEST(SmartEvaluation, NeverDividesByTheResetEndurance) {
     unlisted.m_GroupFlag = 1;
     EXPECT_TRUE(unlisted.Evaluate(data));
     EXPECT_EQ(unlisted.m_PercentUsed, 0);
-}
-
-// --- Against the rules, on random pages
-
-TEST(SmartEvaluation, FollowsTheRulesForRandomPages) {
-    std::mt19937 random(RandomSeed());
-    constexpr int IDS[] = {0, 9, 225, 232, 233, 241, 180, 177, 246, 170, 202, 173, 167};
-    for (int round = 0; round < 20000; ++round) {
-        Page page;
-        for (unsigned char& byte : page.m_Bytes) {
-            byte = static_cast<unsigned char>(random());
-        }
-        for (std::size_t slot = 0; slot < 30; ++slot) {
-            if (Below(random, 4) == 0) {
-                page.m_Bytes[2 + 12 * slot] = static_cast<unsigned char>(IDS[Below(random, std::size(IDS))]);
-            }
-        }
-        const std::string model = EXPECTED_SATA[Below(random, std::size(EXPECTED_SATA))].m_Model;
-        ASSERT_EQ(TextOf(Evaluated(model, page)), [&] {
-            CSmartValues expected = ExpectedSmartValues(model, page.m_Bytes);
-            return TextOf(expected);
-        }());
-    }
 }
 
 // --- With the lifetime estimate
