@@ -88,6 +88,8 @@ bool ReadRawText(std::string_view text, std::string_view name, std::uint64_t& ra
         raw |= Join(numbers, 1, 3, 8) << 24;
     } else if (numbers.Is("# (# #)")) {  // words above the lowest
         raw |= Join(numbers, 1, 2, 16) << 16;
+    } else if (numbers.Is("# (Average #)")) {
+        raw |= numbers[1] << 16;
     } else if (numbers.Is("# # # # # #")) {
         raw = Join(numbers, 0, 6, 8);
     } else if (numbers.Is("# # #")) {

@@ -46,11 +46,6 @@ bool HasLine(std::string_view text, std::string_view begin) {
            text.find("\n" + std::string(begin)) != std::string_view::npos;
 }
 
-/// Where a text report begins.
-std::size_t FindTextReport(std::string_view text) {
-    return text.find("=== START OF ");
-}
-
 void ReadPlain(std::string_view text, SmartctlResults& results) {
     constexpr std::string_view UTF8_MARK = "\xEF\xBB\xBF";
     if (IsUTF16(text)) {
@@ -65,18 +60,14 @@ void ReadPlain(std::string_view text, SmartctlResults& results) {
         results.m_Refusals.emplace_back("the text is empty", 1, 1);
         return;
     }
-    const std::string_view rest = text.substr(first);
-    if (rest.substr(0, 4) == "---\n" || rest.substr(0, 5) == "---\r\n" ||
-        HasLine(rest, "json_format_version:")) {
+    const std::size_t json = FindJson(text);
+    const std::string_view before = text.substr(0, json);  // all of it where there is none
+    if (HasLine(before, "json_format_version:")) {
         results.m_Refusals.emplace_back("a report as YAML; read are JSON (--json) and text");
-        return;
-    }
-    if (HasLine(rest, "json = {};") || HasLine(rest, "json.smartctl.")) {
+    } else if (json != 0 && HasLine(text, "json = {};")) {
         results.m_Refusals.emplace_back(
             "a report as assignments (--json=g); read are JSON (--json) and text");
-        return;
-    }
-    if (FindJson(text) < FindTextReport(text)) {
+    } else if (json != std::string_view::npos && before.find("=== START OF ") == std::string_view::npos) {
         ReadSmartctlJson(std::string(text), results);
     } else {
         ReadSmartctlText(text, results);

@@ -341,6 +341,19 @@ bool IsReport(const JsonValue& object) {
                        [&](const char* name) { return Member(object, name) != nullptr; });
 }
 
+/// Sorts names, unless they are few and all different, as those of most objects.
+void SortIfTwice(std::vector<std::string_view>& names) {
+    constexpr std::size_t FEW = 16;
+    bool isSorted = names.size() <= FEW;
+    for (std::size_t i = 1; isSorted && i < names.size(); ++i) {
+        isSorted = std::find(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(i), names[i]) ==
+                   names.begin() + static_cast<std::ptrdiff_t>(i);
+    }
+    if (!isSorted) {
+        std::sort(names.begin(), names.end());
+    }
+}
+
 void FindDuplicates(const JsonValue& value, std::string_view path, unsigned depth,
                     std::vector<std::string_view>& names, std::vector<std::string>& notes) {
     constexpr unsigned DEEPEST = 32;  // reports nest six deep
@@ -356,7 +369,7 @@ void FindDuplicates(const JsonValue& value, std::string_view path, unsigned dept
         for (const auto& member : value.GetObject()) {
             names.push_back(TextOf(member.name));
         }
-        std::sort(names.begin(), names.end());
+        SortIfTwice(names);
         for (auto twice = std::adjacent_find(names.begin(), names.end()); twice != names.end();
              twice = std::adjacent_find(std::upper_bound(twice, names.end(), *twice), names.end())) {
             notes.push_back("\"" + std::string(*twice) + "\" occurs more than once" +

@@ -64,7 +64,7 @@ TEST(SmartctlText, LinesMayEndInTheOtherWay) {
 
 TEST(SmartctlText, SeveralReportsAreRead) {
     const ReadResult result =
-        ReadAll("### sda ###\n" + ATA_IDENTITY + "### sdb ###\n" + HEADER + "Model Number: B\n");
+        ReadAll("---\n### sda ###\n" + ATA_IDENTITY + "### sdb ###\n" + HEADER + "Model Number: B\n");
     ASSERT_EQ(result.m_Drives.size(), 2U);
     EXPECT_EQ(result.m_Drives[1].GetModel(), "B");
     EXPECT_TRUE(result.m_Refusals.empty());
