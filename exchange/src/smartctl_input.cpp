@@ -118,6 +118,7 @@ void SetRotation(ReportIdentity& identity, std::int64_t rotations) {
     constexpr std::int64_t MOST = 0xFFFE;
     if (rotations == 0 || rotations == 1) {
         identity.m_Medium = PropertyValue::SSD;
+        identity.m_RPM = 0;
     } else if (rotations >= LEAST && rotations <= MOST) {
         identity.m_Medium = PropertyValue::HDD;
         identity.m_RPM = static_cast<std::uint32_t>(rotations);

@@ -62,6 +62,13 @@ TEST(SmartctlText, LinesMayEndInTheOtherWay) {
     EXPECT_EQ(ReadDrive(text).GetFirmware(), "SN02");
 }
 
+TEST(SmartctlText, OfALineThatOccursTwiceTheLastCounts) {
+    const CDriveReport drive = ReadDrive(ATA_IDENTITY + "Rotation Rate:    Solid State Device\n");
+    EXPECT_EQ(drive.GetMedium(), PropertyValue::SSD);
+    EXPECT_EQ(drive.GetRPM(), 0U);
+    EXPECT_FALSE(drive.IsRPMReported());
+}
+
 TEST(SmartctlText, SeveralReportsAreRead) {
     const ReadResult result =
         ReadAll("---\n### sda ###\n" + ATA_IDENTITY + "### sdb ###\n" + HEADER + "Model Number: B\n");
