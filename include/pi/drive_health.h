@@ -264,7 +264,8 @@ public:
     /// @return null when the page was accepted; otherwise why not, a text that lives as long as the library
     const char* Take(_HEALTH_PAGE page, const void* bytes, std::size_t length) noexcept;
 
-    /// The drive's own verdict: SMART RETURN STATUS of ATA drives. SCSI and NVMe drives tell it in log pages.
+    /// The drive's own verdict: SMART RETURN STATUS of ATA drives. SCSI and NVMe drives tell it in log pages;
+    /// what REQUEST SENSE says of a SCSI drive whose page 2Fh holds no code belongs here as well.
     void TakeVerdict(bool passed) noexcept;
 
     /// Length of the grown defect list of a SCSI disk.
@@ -274,7 +275,8 @@ public:
     /// @name What another program has decoded
     /// @{
 
-    /// A figure. A second one from the same source replaces the first.
+    /// A figure. A second one from the same source replaces the first. Attributes below their thresholds are
+    /// counted from the attributes alone.
     ///
     /// @param value  in the unit of the figure; what cannot be such a figure makes it unknown
     /// @param source PROGRAM, where the program does not say

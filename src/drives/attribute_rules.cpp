@@ -66,7 +66,8 @@ bool Passes(Check check, const Attribute& attribute, const DriveFacts& facts) {
         case Check::RAW_ZERO: return raw == 0;
         case Check::RAW_NOT_ZERO: return raw != 0;
         case Check::RAW_EQUAL: return raw == current;
-        case Check::SUM_100: return raw >= 1 && raw <= MOST_PERCENT && (raw + current) % 256 == 100;
+        case Check::SUM_100:
+            return current >= 0 && raw >= 1 && raw <= MOST_PERCENT && (raw + current) % 256 == 100;
         case Check::RAW_PERCENT: return isPercent;
         case Check::FULL_RAW_PERCENT: return current == 100 && isPercent;
         case Check::BELOW_100: return current >= 0 && current < 100;

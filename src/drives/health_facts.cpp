@@ -6,8 +6,8 @@
 
 namespace PI {
 
-void DriveFacts::Put(_HEALTH_FIGURE figure, _FIGURE_SOURCE source, std::uint32_t number,
-                     std::int64_t value) noexcept {
+void DriveFacts::Put(_HEALTH_FIGURE figure, _FIGURE_SOURCE source, std::uint32_t number, std::int64_t value,
+                     bool inBlocks) noexcept {
     const auto end = m_Readings.begin() + static_cast<std::ptrdiff_t>(m_ReadingCount);
     const auto place = std::find_if(m_Readings.begin(), end, [&](const Reading& reading) {
         return reading.m_Figure == figure && reading.m_Source == source && reading.m_Number == number;
@@ -15,7 +15,7 @@ void DriveFacts::Put(_HEALTH_FIGURE figure, _FIGURE_SOURCE source, std::uint32_t
     if (place == m_Readings.end()) {
         return;  // more sources than drives have
     }
-    *place = {value, static_cast<std::int16_t>(figure), static_cast<std::int16_t>(source), number};
+    *place = {value, static_cast<std::int16_t>(figure), static_cast<std::int16_t>(source), number, inBlocks};
     m_ReadingCount += place == end ? 1U : 0U;
 }
 

@@ -21,6 +21,7 @@ struct Reading {
     std::int16_t m_Figure = 0;
     std::int16_t m_Source = 0;
     std::uint32_t m_Number = 0;
+    bool m_InBlocks = false;  ///< in logical blocks, whose size may come later
 };
 
 /// An ATA SMART attribute.
@@ -61,7 +62,8 @@ struct DriveFacts {
     std::array<Reading, MAX_READINGS> m_Readings;
 
     /// Notes a figure, in place of an earlier one from the same source.
-    void Put(_HEALTH_FIGURE figure, _FIGURE_SOURCE source, std::uint32_t number, std::int64_t value) noexcept;
+    void Put(_HEALTH_FIGURE figure, _FIGURE_SOURCE source, std::uint32_t number, std::int64_t value,
+             bool inBlocks = false) noexcept;
 
     void ForgetAttributes() noexcept;
 

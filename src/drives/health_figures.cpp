@@ -80,13 +80,6 @@ bool CanBe(const Reading& reading) {
     return IsPossible(static_cast<_HEALTH_FIGURE>(reading.m_Figure), reading.m_Value);
 }
 
-/// ATA statistics count logical blocks, whose size may be set after the page is read.
-bool CountsBlocks(const Reading& reading) {
-    return (reading.m_Figure == HealthFigure::BYTES_WRITTEN ||
-            reading.m_Figure == HealthFigure::BYTES_READ) &&
-           reading.m_Source == FigureSource::ATA_DEVICE_STATISTICS && reading.m_Value >= 0;
-}
-
 /// As ChooseReading, and what attributes say by their rules.
 Choice ChooseWithAttributes(const DriveFacts& facts, _HEALTH_FIGURE figure) {
     Choice choice = ChooseReading(facts, figure);
@@ -127,11 +120,21 @@ CHealthFigure DecideTemperature(const DriveFacts& facts) {
     return figure;
 }
 
-/// NVMe drives give no verdict but the bits of a warning.
+/// NVMe drives give no verdict but the bits of a warning. Of other verdicts one of a failure counts: a SCSI
+/// page may hold none while sense data does.
 CHealthFigure DecideVerdict(const DriveFacts& facts) {
-    const Choice warning = ChooseWithAttributes(facts, HealthFigure::CRITICAL_WARNING);
+    const Choice warning = ChooseReading(facts, HealthFigure::CRITICAL_WARNING);
     if (!warning.m_HasBest) {
-        return Plain(HealthFigure::VERDICT, ChooseWithAttributes(facts, HealthFigure::VERDICT));
+        constexpr std::int64_t FAILING = 1;
+        Choice failing;
+        for (std::size_t i = 0; i < facts.m_ReadingCount; ++i) {
+            const Reading& reading = facts.m_Readings[i];
+            if (reading.m_Figure == HealthFigure::VERDICT && reading.m_Value == FAILING) {
+                failing.Offer(reading);
+            }
+        }
+        return Plain(HealthFigure::VERDICT,
+                     failing.m_HasBest ? failing : ChooseReading(facts, HealthFigure::VERDICT));
     }
     Reading verdict = warning.m_Best;
     verdict.m_Value = verdict.m_Value == 0 ? 0 : (verdict.m_Value & NVME_FAILURE_BITS) != 0 ? 1 : 2;
@@ -201,7 +204,7 @@ Choice ChooseReading(const DriveFacts& facts, _HEALTH_FIGURE figure) noexcept {
         if (reading.m_Figure != figure) {
             continue;
         }
-        if (CountsBlocks(reading)) {
+        if (reading.m_InBlocks && reading.m_Value >= 0) {
             reading.m_Value = BytesOf(static_cast<std::uint64_t>(reading.m_Value), facts.m_BlockSize);
         }
         choice.Offer(reading);
@@ -230,13 +233,14 @@ bool IsPossible(_HEALTH_FIGURE figure, std::int64_t value) noexcept {
 }
 
 bool IsSolidState(const DriveFacts& facts) noexcept {
-    if (facts.m_Medium != 0) {
+    if (facts.m_Medium == PropertyValue::SSD || facts.m_Medium == PropertyValue::HDD) {
         return facts.m_Medium == PropertyValue::SSD;
     }
     const auto* end = facts.m_Readings.begin() + facts.m_ReadingCount;
     return facts.m_Protocol == DriveProtocol::NVME || facts.m_Rating.IsListed() ||
            std::any_of(facts.m_Readings.begin(), end,
-                       [](const Reading& reading) { return reading.m_Figure == HealthFigure::WEAR; });
+                       [](const Reading& reading) { return reading.m_Figure == HealthFigure::WEAR; }) ||
+           DecideWear(facts).GetState() == FigureState::KNOWN;
 }
 
 CHealthFigure DecideFigure(const DriveFacts& facts, _HEALTH_FIGURE figure) noexcept {

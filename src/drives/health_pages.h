@@ -3,6 +3,7 @@
 // nothing.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -30,6 +31,11 @@ const char* ReadSCSILogPage(const std::uint8_t* page, std::size_t length, DriveF
 
 /// Notes one of the ATA device statistics, where it is one that is read.
 void NoteStatistic(std::uint32_t page, std::uint32_t offset, std::int64_t value, DriveFacts& facts) noexcept;
+
+/// Whether all bytes are the same: zeros, as drives hand out what they do not have, or FFh of a dead one.
+inline bool IsBlank(const std::uint8_t* page, std::size_t length) {
+    return std::equal(page + 1, page + length, page);
+}
 
 constexpr const char* TOO_SHORT = "the page is too short";
 constexpr const char* ANOTHER_KIND = "the page is of another kind";

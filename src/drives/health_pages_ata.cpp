@@ -23,7 +23,7 @@ bool ChecksumFits(const std::uint8_t* sector) {
     return std::accumulate(sector, sector + SECTOR, 0U) % 256 == 0;
 }
 
-/// A page of one sector with a checksum that is not all zero, as drives hand out what they do not have.
+/// What is no page of one sector with a checksum.
 const char* Refuse(const std::uint8_t* page, std::size_t length) {
     if (length < SECTOR) {
         return TOO_SHORT;
@@ -31,10 +31,10 @@ const char* Refuse(const std::uint8_t* page, std::size_t length) {
     if (!ChecksumFits(page)) {
         return WRONG_CHECKSUM;
     }
-    return page[0] == 0 && std::memcmp(page, page + 1, SECTOR - 1) == 0 ? ANOTHER_KIND : nullptr;
+    return IsBlank(page, SECTOR) ? ANOTHER_KIND : nullptr;
 }
 
-// Statistics that are read: page, offset, bytes, figure. A first size of -1 marks a signed byte.
+// Statistics that are read.
 struct Statistic {
     std::uint8_t m_Page;
     std::uint8_t m_Offset;
@@ -59,10 +59,38 @@ constexpr Statistic STATISTICS[] = {
     {7, 0x08, 1, HealthFigure::WEAR},
 };
 
+void Note(const Statistic& statistic, std::int64_t value, DriveFacts& facts) {
+    const bool inBlocks =
+        statistic.m_Figure == HealthFigure::BYTES_WRITTEN || statistic.m_Figure == HealthFigure::BYTES_READ;
+    facts.Put(statistic.m_Figure, FigureSource::ATA_DEVICE_STATISTICS, statistic.m_Page, value, inBlocks);
+}
+
 /// Type of a self-test, bit 7 of which says that the host waited for it.
 bool IsExtended(std::uint8_t type) {
     return (type & 0x7F) == 2;
 }
+
+/// What the slots of a SMART data or thresholds page look like: the pages say nowhere which they are.
+struct Slots {
+    std::size_t m_Used = 0;
+    std::size_t m_WithValues = 0;  ///< a current and a worst value, which thresholds pages do not have
+    std::size_t m_Bare = 0;        ///< nothing after the place of a threshold
+
+    explicit Slots(const std::uint8_t* page) {
+        for (std::size_t slot = 0; slot < DriveFacts::MAX_ATTRIBUTES; ++slot) {
+            const std::uint8_t* entry = page + 2 + slot * sizeof(_IDE_SMART_ATTRIBUTE);
+            if (entry[0] != 0) {
+                ++m_Used;
+                m_WithValues += entry[3] != 0 && entry[4] != 0 ? 1U : 0U;
+                m_Bare += LittleEndian(entry + 2, 8) == 0 && LittleEndian(entry + 10, 2) == 0 ? 1U : 0U;
+            }
+        }
+    }
+
+    bool AreAttributes() const { return m_Used > 0 && m_WithValues == m_Used; }
+    /// A single one may be an attribute that has reached 0.
+    bool AreThresholds() const { return m_Used > 1 && m_Bare == m_Used; }
+};
 
 /// Byte 1 of a self-test log's entry.
 SelfTestResult ResultOf(std::uint8_t status) {
@@ -97,6 +125,9 @@ const char* ReadATASmartData(const std::uint8_t* page, std::size_t length, Drive
     }
     _IDE_SMART_DATA data;
     std::memcpy(&data, page, sizeof(data));
+    if (Slots(page).AreThresholds()) {
+        return ANOTHER_KIND;
+    }
     facts.ForgetAttributes();
     for (const _IDE_SMART_ATTRIBUTE& slot : data.m_Attributes) {
         if (slot.m_ID == 0) {
@@ -116,6 +147,9 @@ const char* ReadATASmartThresholds(const std::uint8_t* page, std::size_t length,
     if (const char* reason = Refuse(page, length)) {
         return reason;
     }
+    if (Slots(page).AreAttributes()) {
+        return ANOTHER_KIND;
+    }
     facts.m_ThresholdCount = 0;
     for (std::size_t slot = 0; slot < DriveFacts::MAX_ATTRIBUTES; ++slot) {
         const std::uint8_t* entry = page + 2 + slot * sizeof(_IDE_SMART_ATTRIBUTE);
@@ -129,7 +163,7 @@ const char* ReadATASmartThresholds(const std::uint8_t* page, std::size_t length,
 void NoteStatistic(std::uint32_t page, std::uint32_t offset, std::int64_t value, DriveFacts& facts) noexcept {
     for (const Statistic& statistic : STATISTICS) {
         if (statistic.m_Page == page && statistic.m_Offset == offset) {
-            facts.Put(statistic.m_Figure, FigureSource::ATA_DEVICE_STATISTICS, page, value);
+            Note(statistic, value, facts);
         }
     }
 }
@@ -140,7 +174,8 @@ const char* ReadATADeviceStatistics(const std::uint8_t* page, std::size_t length
         return TOO_SHORT;
     }
     const std::uint8_t number = page[2];
-    if (LittleEndian(page, 2) == 0 || number == 0) {  // unsupported pages are zero; page 0 lists the others
+    const bool isHeader = LittleEndian(page, 2) != 0 && LittleEndian(page + 3, 5) == 0;
+    if (!isHeader || number == 0) {  // unsupported pages are zero; page 0 lists the others
         return ANOTHER_KIND;
     }
     bool isRead = false;
@@ -164,7 +199,7 @@ const char* ReadATADeviceStatistics(const std::uint8_t* page, std::size_t length
             statistic.m_Bytes == SIGNED_BYTE
                 ? static_cast<std::int8_t>(entry[0])
                 : Counter(LittleEndian(entry, static_cast<std::size_t>(statistic.m_Bytes)));
-        facts.Put(statistic.m_Figure, FigureSource::ATA_DEVICE_STATISTICS, number, value);
+        Note(statistic, value, facts);
     }
     return nullptr;
 }

@@ -28,6 +28,13 @@ struct Log {
     void Put(_HEALTH_FIGURE figure, std::int64_t value) {
         m_Facts.Put(figure, FigureSource::NVME_LOG, m_Number, value);
     }
+    /// Where both are 0 the drive does not count it: an empty spare is below any threshold.
+    void PutSpare(std::uint8_t spare, std::uint8_t threshold) {
+        if (spare != 0 || threshold != 0) {
+            Put(HealthFigure::SPARE, spare);
+            Put(HealthFigure::SPARE_THRESHOLD, threshold);
+        }
+    }
     /// 0 means that the drive does not count it.
     void PutUnits(_HEALTH_FIGURE figure, std::uint64_t units, std::uint64_t unitBytes) {
         if (units != 0) {
@@ -48,6 +55,9 @@ const char* ReadNVMeHealthLog(const std::uint8_t* page, std::size_t length, Driv
     if (length < LOG_SIZE) {
         return TOO_SHORT;
     }
+    if (IsBlank(page, LOG_SIZE)) {
+        return ANOTHER_KIND;
+    }
     facts.Forget(FigureSource::NVME_LOG, HEALTH_LOG);
     Log log = {facts, HEALTH_LOG};
     constexpr std::uint64_t DATA_UNIT = 512000;
@@ -56,8 +66,7 @@ const char* ReadNVMeHealthLog(const std::uint8_t* page, std::size_t length, Driv
     if (ToCelsius(page + 1, celsius)) {
         log.Put(HealthFigure::TEMPERATURE, celsius);
     }
-    log.Put(HealthFigure::SPARE, page[3]);
-    log.Put(HealthFigure::SPARE_THRESHOLD, page[4]);
+    log.PutSpare(page[3], page[4]);
     log.Put(HealthFigure::WEAR, page[5]);
     log.PutUnits(HealthFigure::BYTES_READ, Wide(page + 32), DATA_UNIT);
     log.PutUnits(HealthFigure::BYTES_WRITTEN, Wide(page + 48), DATA_UNIT);
@@ -98,14 +107,13 @@ const char* ReadNVMeEnduranceGroupLog(const std::uint8_t* page, std::size_t leng
     if (length < LOG_SIZE) {
         return TOO_SHORT;
     }
-    if (std::all_of(page, page + LOG_SIZE, [](std::uint8_t byte) { return byte == 0; })) {
+    if (IsBlank(page, LOG_SIZE)) {
         return ANOTHER_KIND;  // no such group
     }
     facts.Forget(FigureSource::NVME_LOG, ENDURANCE_GROUP_LOG);
     Log log = {facts, ENDURANCE_GROUP_LOG};
     constexpr std::uint64_t GIGABYTE = 1'000'000'000;
-    log.Put(HealthFigure::SPARE, page[3]);
-    log.Put(HealthFigure::SPARE_THRESHOLD, page[4]);
+    log.PutSpare(page[3], page[4]);
     log.Put(HealthFigure::WEAR, page[5]);
     log.PutUnits(HealthFigure::BYTES_READ, Wide(page + 48), GIGABYTE);
     log.PutUnits(HealthFigure::BYTES_WRITTEN, Wide(page + 64), GIGABYTE);

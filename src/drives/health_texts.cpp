@@ -28,7 +28,8 @@ std::string SourceText(std::int32_t source, std::uint32_t number) {
     switch (source) {
         case FigureSource::ATA_DEVICE_STATISTICS: return "device statistics page " + std::to_string(number);
         case FigureSource::ATA_LOG: return "ATA log " + Hexadecimal(number);
-        case FigureSource::ATA_ATTRIBUTE: return "SMART attribute " + std::to_string(number);
+        case FigureSource::ATA_ATTRIBUTE:
+            return number != 0 ? "SMART attribute " + std::to_string(number) : "SMART attributes";
         case FigureSource::NVME_LOG: return "NVMe log " + Hexadecimal(number);
         case FigureSource::NVME_IDENTIFY: return "NVMe identify controller data";
         case FigureSource::SCSI_LOG_PAGE: return PageText(number);
@@ -81,6 +82,9 @@ constexpr const char* NOUNS[][2] = {
 static_assert(std::size(NOUNS) == LAST_FIGURE);
 
 std::string Counted(const CHealthFigure& figure) {
+    if (FindKind(figure.GetFigure()) == nullptr) {
+        return std::to_string(figure.GetValue());
+    }
     return std::to_string(figure.GetValue()) + " " +
            NOUNS[figure.GetFigure() - FIRST_FIGURE][figure.GetValue() != 1];
 }

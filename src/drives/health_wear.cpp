@@ -3,6 +3,7 @@
 // decoded.
 
 #include <pi/drive_health.h>
+#include <pi/vocabulary.h>
 
 #include <algorithm>
 
@@ -27,23 +28,23 @@ constexpr std::int64_t CONFIRMS_INVALID = 90;  // judgement: a source that says 
 constexpr std::int64_t MOST_APART = 10;        // judgement: firmware rounds and updates at different times
 constexpr std::int64_t MANY_DRIVE_WRITES = 100;
 
-/// What an attribute says of the wear.
+/// What an attribute or another source says of the wear.
 struct Opinion {
     Reading m_Reading;
     bool m_IsWeak;    ///< drives were seen on which its rule is wrong
     bool m_EndsHere;  ///< it has reached the end of what it can say
 };
 
-/// What the drive's attributes say, the one that counts most first.
+/// What the drive's attributes say, then other sources, the one that counts most first.
 struct Opinions {
     static constexpr std::size_t MAX = 8;
 
     Opinion m_List[MAX];
     std::size_t m_Count = 0;
 
-    void Add(std::uint8_t id, std::int64_t value, bool isWeak, bool endsHere) {
+    void Add(const Opinion& opinion) {
         if (m_Count < MAX) {
-            m_List[m_Count++] = {AttributeReading(HealthFigure::WEAR, id, value), isWeak, endsHere};
+            m_List[m_Count++] = opinion;
         }
     }
 };
@@ -61,7 +62,8 @@ Opinions FromAttributes(const DriveFacts& facts) {
     const auto hear = [&](const AttributeRule& rule, const Attribute& attribute) {
         const auto value = search.Try(rule, attribute);
         if (value && IsPossible(HealthFigure::WEAR, *value)) {
-            opinions.Add(attribute.m_ID, *value, rule.IsWeak(), EndsHere(rule, attribute, *value));
+            opinions.Add({AttributeReading(HealthFigure::WEAR, attribute.m_ID, *value), rule.IsWeak(),
+                          EndsHere(rule, attribute, *value)});
         }
     };
     for (const AttributeRule& rule : WEAR_RULES) {
@@ -81,10 +83,27 @@ Opinions FromAttributes(const DriveFacts& facts) {
     if (attribute != nullptr && !search.IsSettled(attribute->m_ID)) {
         const std::int64_t value = WearByCycles(*row, attribute->m_Raw);
         if (IsPossible(HealthFigure::WEAR, value)) {
-            opinions.Add(attribute->m_ID, value, false, false);
+            opinions.Add({AttributeReading(HealthFigure::WEAR, attribute->m_ID, value), false, false});
         }
     }
     return opinions;
+}
+
+/// Adds what a drive says beside the statistic that counts, such as the log of its endurance group.
+void AddOther(const DriveFacts& facts, const Choice& own, Opinions& opinions) {
+    Choice other;
+    for (std::size_t i = 0; i < facts.m_ReadingCount; ++i) {
+        const Reading& reading = facts.m_Readings[i];
+        const bool isBest =
+            reading.m_Source == own.m_Best.m_Source && reading.m_Number == own.m_Best.m_Number;
+        if (reading.m_Figure == HealthFigure::WEAR && !isBest && reading.m_Source != FigureSource::PROGRAM &&
+            reading.m_Value != MAYBE_INVALID) {
+            other.Offer(reading);
+        }
+    }
+    if (other.m_HasBest) {
+        opinions.Add({other.m_Best, false, false});
+    }
 }
 
 /// How often the drive was written over, 0 when unknown.
@@ -117,7 +136,8 @@ CHealthFigure DecideRating(const DriveFacts& facts) noexcept {
     }
     const auto terabytes = rating.GetTerabytes();
     if (!terabytes) {
-        return maker.Say(FigureReason::NOT_LISTED).Made();
+        const Choice given = ChooseReading(facts, FIGURE);
+        return given.m_HasBest ? Plain(FIGURE, given) : maker.Say(FigureReason::NOT_LISTED).Made();
     }
     maker.Set(FigureState::KNOWN, listed(*terabytes));
     if (const auto other = rating.GetContradictingTerabytes()) {
@@ -128,11 +148,12 @@ CHealthFigure DecideRating(const DriveFacts& facts) noexcept {
 
 CHealthFigure DecideWear(const DriveFacts& facts) noexcept {
     CHealthFigureMaker maker(HealthFigure::WEAR);
-    if (!IsSolidState(facts) && facts.m_Medium != 0) {
+    if (facts.m_Medium == PropertyValue::HDD) {
         return maker.Say(FigureReason::ROTATING).Made();
     }
     const Choice own = ChooseReading(facts, HealthFigure::WEAR);
-    const Opinions opinions = FromAttributes(facts);
+    Opinions opinions = FromAttributes(facts);
+    AddOther(facts, own, opinions);
     if (!own.m_HasBest && opinions.m_Count == 0) {
         return Plain(HealthFigure::WEAR, own);
     }

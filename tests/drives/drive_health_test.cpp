@@ -313,5 +313,32 @@ TEST(DriveHealthSelfTests, OnePassedMakesUpForOlderOnesThatFailed) {
     EXPECT_EQ(failed({static_cast<_SELF_TEST_OUTCOME>(99)}), 0);
 }
 
+TEST(DriveHealth, ADecodedFigureIsInItsOwnUnitWhateverItsSource) {
+    CDriveHealth drive = SolidState();
+    drive.TakeFigure(Figure::BYTES_WRITTEN, 51200, FigureSource::ATA_DEVICE_STATISTICS, 1);
+    EXPECT_EQ(drive.GetFigure(Figure::BYTES_WRITTEN).GetValue(), 51200);
+}
+
+TEST(DriveHealth, ARatingFromElsewhereServesWhereTheModelIsNotListed) {
+    CDriveHealth drive = SolidState();
+    drive.TakeFigure(Figure::RATED_TERABYTES, 0);
+    EXPECT_EQ(Told(drive, Figure::RATED_TERABYTES), "unknown: not in the endurance list");
+    drive.TakeFigure(Figure::RATED_TERABYTES, 300);
+    EXPECT_EQ(Told(drive, Figure::RATED_TERABYTES), "known 300: decoded by another program");
+}
+
+TEST(DriveHealth, WithoutAttributesBelowTheirThresholdsNoneIsNamed) {
+    CDriveHealth drive = Disk();
+    drive.TakeAttribute(5, "", 0, 100, 100, 10, 0);
+    EXPECT_EQ(Told(drive, Figure::ATTRIBUTES_BELOW_THRESHOLD), "known 0: SMART attributes");
+}
+
+TEST(DriveHealth, AReasonOfANumberThatIsNoFigureHasAText) {
+    for (const int number : {-1, 0, 25, 1'000'000}) {
+        const CHealthFigure figure(static_cast<_HEALTH_FIGURE>(number));
+        EXPECT_EQ(CHealthReason(DriveState::LOOK, figure).GetText(), "0") << number;
+    }
+}
+
 }  // namespace
 }  // namespace PI::Test

@@ -165,5 +165,17 @@ TEST(DriveState, AWarningOfASCSIDriveIsLookedAt) {
     EXPECT_EQ(Reasons(drive), "failed: the drive says that it is failing");
 }
 
+TEST(DriveState, ADriveOfUnknownMediumIsSolidStateWhenListedOrWorn) {
+    const auto state = [](const char* model, std::uint8_t attribute) {
+        CDriveHealth drive(DriveProtocol::ATA, model);
+        Take(drive, ATA_SMART_DATA, SmartData({{5, 100, 1}, {attribute, 90, 0}}));
+        drive.TakeVerdict(true);
+        return drive.GetState();
+    };
+    EXPECT_EQ(state("NOBODY KNOWS IT", 9), DriveState::LOOK);
+    EXPECT_EQ(state("INTEL SSDSC2BB480G7", 9), DriveState::GOOD);     // listed
+    EXPECT_EQ(state("SAMSUNG MZ7XX999XXXX", 177), DriveState::GOOD);  // tells its wear
+}
+
 }  // namespace
 }  // namespace PI::Test

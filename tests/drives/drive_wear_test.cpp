@@ -209,5 +209,50 @@ TEST(DriveWear, ModelsAreComparedWithoutRegardToCaseAndBlanksAround) {
               "known 10: SMART attribute 177");
 }
 
+TEST(DriveWear, OfAHealthLogIsComparedWithThatOfTheEnduranceGroup) {
+    for (const auto& [group, wear] : {std::pair{13, "known 3: NVMe log 02h"},
+                                      std::pair{14,
+                                                "doubtful 3: NVMe log 02h says 3 percent, NVMe log 09h "
+                                                "says 14 percent"},
+                                      std::pair{255, "known 3: NVMe log 02h"}}) {
+        CDriveHealth drive(DriveProtocol::NVME, "");
+        Page page(512);
+        page[3] = 100;
+        page[5] = static_cast<std::uint8_t>(group);
+        Take(drive, NVME_ENDURANCE_GROUP_LOG, page);
+        Take(drive, NVME_HEALTH_LOG, HealthLog());
+        EXPECT_EQ(Wear(drive), wear);
+    }
+}
+
+TEST(DriveWear, AnInvalidFigureOfTheGroupDoesNotConfirmThatOfTheHealthLog) {
+    CDriveHealth drive(DriveProtocol::NVME, "");
+    NVMeHealth health;
+    health.m_Used = 255;
+    Take(drive, NVME_HEALTH_LOG, HealthLog(health));
+    Page page(512);
+    page[3] = 100;
+    page[5] = 255;
+    Take(drive, NVME_ENDURANCE_GROUP_LOG, page);
+    EXPECT_EQ(drive.GetFigure(Figure::WEAR).GetState(), FigureState::DOUBTFUL);
+    page[5] = 90;
+    Take(drive, NVME_ENDURANCE_GROUP_LOG, page);
+    EXPECT_EQ(Wear(drive), "known 255: NVMe log 02h");
+}
+
+TEST(DriveWear, AMissingCurrentValueAddsUpToNothing) {
+    EXPECT_EQ(Wear(Drive("ANY", {{202, -1, 101}})), "unknown: not reported");
+}
+
+TEST(DriveWear, OnlyADiskIsKnownNotToWear) {
+    CDriveHealth drive = Drive("INTEL SSDSC2BB480G7", {{233, 74, 0}});
+    for (const int medium : {0, 1, int{PropertyValue::SSD}}) {
+        drive.SetMedium(medium);
+        EXPECT_EQ(Wear(drive), "known 26: SMART attribute 233") << medium;
+    }
+    drive.SetMedium(PropertyValue::HDD);
+    EXPECT_EQ(Wear(drive), "unknown: rotating disk");
+}
+
 }  // namespace
 }  // namespace PI::Test

@@ -324,5 +324,34 @@ TEST(ATAVerdict, IsWhatTheDriveSays) {
     EXPECT_EQ(Told(drive, Figure::VERDICT), "known 1: SMART verdict of the drive");
 }
 
+TEST(ATASmartData, AThresholdsPageIsOfAnotherKind) {
+    CDriveHealth drive = Disk();
+    EXPECT_EQ(Take(drive, ATA_SMART_DATA, SmartThresholds({{5, 36}, {9, 0}})), "the page is of another kind");
+    EXPECT_EQ(Take(drive, ATA_SMART_DATA, SmartData({{177, 0, 0, 0}})), "");  // an attribute at its end
+    EXPECT_EQ(Take(drive, ATA_SMART_DATA, SmartData({{177, 0, 0, 0}, {9, 100, 0, 0}})), "");
+}
+
+TEST(ATAThresholds, ADataPageIsOfAnotherKind) {
+    CDriveHealth drive = Disk();
+    EXPECT_EQ(Take(drive, ATA_SMART_THRESHOLDS, SmartData({{5, 100, 0}, {9, 90, 1000}})),
+              "the page is of another kind");
+    EXPECT_EQ(Take(drive, ATA_SMART_THRESHOLDS, SmartThresholds({})), "");
+}
+
+TEST(ATADeviceStatistics, ADataPageIsOfAnotherKind) {
+    CDriveHealth drive = Disk();
+    EXPECT_EQ(Take(drive, ATA_DEVICE_STATISTICS, SmartData({{1, 100, 0}, {5, 100, 0}})),
+              "the page is of another kind");
+}
+
+TEST(ATAPages, OfADeadDriveAreOfAnotherKind) {
+    CDriveHealth drive = Disk();
+    for (const _HEALTH_PAGE kind : {ATA_SMART_DATA, ATA_SMART_THRESHOLDS, ATA_DEVICE_STATISTICS,
+                                    ATA_SELF_TEST_LOG, ATA_EXTENDED_SELF_TEST_LOG}) {
+        EXPECT_EQ(Take(drive, kind, Page(512, 0xFF)), "the page is of another kind") << kind;
+        EXPECT_EQ(Take(drive, kind, Page(512)), "the page is of another kind") << kind;
+    }
+}
+
 }  // namespace
 }  // namespace PI::Test

@@ -191,5 +191,25 @@ TEST(NVMeSelfTestLog, FailuresAreThreeOfTheResults) {
     EXPECT_EQ(Take(drive, NVME_SELF_TEST_LOG, Page(563)), "the page is too short");
 }
 
+TEST(NVMeHealthLog, OfADeadDriveIsOfAnotherKind) {
+    CDriveHealth drive = NVMe();
+    EXPECT_EQ(Take(drive, NVME_HEALTH_LOG, Page(512)), "the page is of another kind");
+    EXPECT_EQ(Take(drive, NVME_HEALTH_LOG, Page(512, 0xFF)), "the page is of another kind");
+    EXPECT_EQ(Take(drive, NVME_ENDURANCE_GROUP_LOG, Page(512, 0xFF)), "the page is of another kind");
+}
+
+TEST(NVMeHealthLog, SpareAndThresholdOfZeroAreNotReported) {
+    NVMeHealth health;
+    health.m_Spare = health.m_SpareThreshold = 0;
+    CDriveHealth drive = NVMe();
+    Take(drive, NVME_HEALTH_LOG, HealthLog(health));
+    EXPECT_EQ(Told(drive, Figure::SPARE), "unknown: not reported");
+    EXPECT_EQ(drive.GetState(), DriveState::GOOD);
+    health.m_SpareThreshold = 1;
+    Take(drive, NVME_HEALTH_LOG, HealthLog(health));
+    EXPECT_EQ(Told(drive, Figure::SPARE), "known 0: NVMe log 02h");
+    EXPECT_EQ(drive.GetState(), DriveState::REPLACE);
+}
+
 }  // namespace
 }  // namespace PI::Test

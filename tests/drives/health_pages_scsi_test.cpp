@@ -186,5 +186,16 @@ TEST(SCSILogPage, ShortParametersTellNothing) {
     }
 }
 
+TEST(SCSIInformationalExceptions, AVerdictFromSenseDataCountsBesideAPageWithoutOne) {
+    CDriveHealth drive = SAS();
+    Take(drive, SCSI_LOG_PAGE, LogPage(0x2F, 0, {{0, Page(4)}}));
+    drive.TakeVerdict(false);
+    EXPECT_EQ(Told(drive, Figure::VERDICT), "known 1: SMART verdict of the drive");
+    EXPECT_EQ(drive.GetState(), DriveState::FAILED);
+    Take(drive, SCSI_LOG_PAGE, LogPage(0x2F, 0, {{0, Page{0x5D, 0x10, 0, 0}}}));
+    drive.TakeVerdict(true);
+    EXPECT_EQ(Told(drive, Figure::VERDICT), "known 1: SCSI log page 2Fh");
+}
+
 }  // namespace
 }  // namespace PI::Test
