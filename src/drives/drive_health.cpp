@@ -46,7 +46,8 @@ CDriveHealth::CDriveHealth(_DRIVE_PROTOCOL protocol, const std::string& model)
         std::string vendor;
         std::string name;
         CPluginHelper::SplitSATAModelName(model, vendor, name);
-        m_Facts->m_RatedInCycles = CPluginHelper::findLifeTimeProp(name);
+        const _SSD_ENDURANCE* row = CPluginHelper::findLifeTimeProp(name);
+        m_Facts->m_RatedInCycles = row != nullptr ? row : CPluginHelper::findLifeTimeProp(m_Facts->m_Model);
     }
 }
 

@@ -8,7 +8,7 @@
 
 namespace PI {
 
-/// Whether a text fits a pattern: * stands for any characters, ? for one, [abc] for one of those.
+/// Whether a text fits a pattern: * stands for any characters, ? for one, [abc] and [a-c] for one of those.
 constexpr bool FitsPattern(std::string_view pattern, std::string_view text) {
     std::size_t at = 0;  // in the pattern
     std::size_t place = 0;
@@ -26,7 +26,11 @@ constexpr bool FitsPattern(std::string_view pattern, std::string_view text) {
         if (at < pattern.size() && pattern[at] == '[') {
             const std::size_t close = pattern.find(']', at);
             for (std::size_t i = at + 1; i < close; ++i) {
-                fits = fits || ToUpper(pattern[i]) == ToUpper(text[place]);
+                const bool isRange = i + 2 < close && pattern[i + 1] == '-';
+                const char last = pattern[isRange ? i + 2 : i];
+                const char character = ToUpper(text[place]);
+                fits = fits || (ToUpper(pattern[i]) <= character && character <= ToUpper(last));
+                i += isRange ? 2 : 0;
             }
             next = close + 1;
         } else if (at < pattern.size()) {

@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // Wear is one figure from several sources.
 
+#include <pi/drives.h>
+#include <pi/ssd_endurance.h>
+
+#include <algorithm>
+#include <cstring>
+#include <map>
 #include <vector>
 
 #include "drives/health_checks.h"
@@ -52,6 +58,7 @@ TEST(DriveWear, AttributesOfFamiliesAreReadByTheirRules) {
         {"SSDSC2KG480G8R", {{233, 100, 4546}, {245, 60, 0}}, "known 40: SMART attribute 245"},
         {"INTEL SSDSC2BA200G3R", {{233, 100, 4546}}, "unknown: not reported"},
         {"Micron_5300_MTFDDAK960TDS", {{202, 97, 3}}, "known 3: SMART attribute 202"},
+        {"XA480LE10063", {{231, 94, 0}}, "known 6: SMART attribute 231"},
         {"CT1000MX500SSD1", {{202, 255, 101}}, "known 101: SMART attribute 202"},  // the current value wraps
         {"CT500BX500SSD1",
          {{202, 97, 97}},
@@ -252,6 +259,74 @@ TEST(DriveWear, OnlyADiskIsKnownNotToWear) {
     }
     drive.SetMedium(PropertyValue::HDD);
     EXPECT_EQ(Wear(drive), "unknown: rotating disk");
+}
+
+/// What CSmartValues says of a page, in 0 to 100.
+int Prescribed(const std::string& model, Page page) {
+    CSmartValues values("", model);
+    _IDE_SMART_DATA data;
+    std::memcpy(&data, page.data(), sizeof(data));
+    EXPECT_TRUE(values.Evaluate(data)) << model;
+    return std::clamp(static_cast<int>(values.m_PercentUsed), 0, 100);
+}
+
+CHealthFigure WearOf(const std::string& model, const Page& page) {
+    CDriveHealth drive(DriveProtocol::ATA, model);
+    drive.SetMedium(PropertyValue::SSD);
+    EXPECT_EQ(Take(drive, ATA_SMART_DATA, page), "");
+    return drive.GetFigure(Figure::WEAR);
+}
+
+TEST(DriveWear, OfListedModelsIsThatOfCSmartValuesWhereItIsKnown) {
+    const std::map<std::string, std::uint8_t> attributes = {
+        {"INTEL", 233}, {"SAMSUNG", 177}, {"MICRON", 202}};
+    for (std::size_t row = 0; row < SATASSDEndurance.size(); ++row) {
+        const auto attribute = attributes.find(SATASSDEndurance[row].m_Vendor);
+        if (attribute == attributes.end()) {
+            continue;
+        }
+        const std::string name = SATASSDEndurance[row].m_Model;
+        int known = 0;
+        for (int current = 0; current <= 255; ++current) {
+            for (const std::uint64_t raw : {0, std::max(100 - current, 0), current, 4546}) {
+                const Page page = SmartData({{attribute->second, static_cast<std::uint8_t>(current), raw}});
+                for (const std::string& model : {name, attribute->first + " " + name}) {
+                    const CHealthFigure wear = WearOf(model, page);
+                    if (wear.GetState() != FigureState::KNOWN) {
+                        continue;
+                    }
+                    if (current <= 100) {
+                        EXPECT_EQ(wear.GetValue(), Prescribed(name, page)) << model << " " << raw;
+                    } else {  // it has gone below 0: CSmartValues gives less than none
+                        EXPECT_GT(wear.GetValue(), 100) << model << " " << raw;
+                    }
+                    ++known;
+                }
+            }
+        }
+        EXPECT_GE(known, 2 * 98) << name;
+    }
+}
+
+TEST(DriveWear, OfModelsRatedInCyclesIsThatOfCSmartValues) {
+    int models = 0;
+    for (std::size_t row = 0; row < SATASSDEndurance.size(); ++row) {
+        if (SATASSDEndurance[row].m_Vendor != "INNODISK") {
+            continue;
+        }
+        const std::string model = SATASSDEndurance[row].m_Model;
+        const std::uint8_t attribute = SATASSDEndurance[row].m_GroupFlag == 0 ? 173 : 167;
+        for (const std::uint64_t cycles : {0, 1, 29, 30, 1500, 2999, 3000}) {
+            const Page page = SmartData({{attribute, 100, cycles | std::uint64_t{0x77} << 40}});
+            for (const std::string& text : {model, "InnoDisk " + model}) {
+                const CHealthFigure wear = WearOf(text, page);
+                EXPECT_EQ(wear.GetState(), FigureState::KNOWN) << text;
+                EXPECT_EQ(wear.GetValue(), Prescribed(model, page)) << text << " " << cycles;
+            }
+        }
+        ++models;
+    }
+    EXPECT_GT(models, 0);
 }
 
 }  // namespace
