@@ -89,7 +89,7 @@ Opinions FromAttributes(const DriveFacts& facts) {
     return opinions;
 }
 
-/// Adds what a drive says beside the statistic that counts, such as the log of its endurance group.
+/// Adds what a drive says in a second log, such as that of its endurance group.
 void AddOther(const DriveFacts& facts, const Choice& own, Opinions& opinions) {
     Choice other;
     for (std::size_t i = 0; i < facts.m_ReadingCount; ++i) {
@@ -175,16 +175,6 @@ CHealthFigure DecideWear(const DriveFacts& facts) noexcept {
         const Opinion& other = opinions.m_List[i];
         if ((isOwn || !other.m_IsWeak) && !Agree(chosen, other.m_Reading)) {
             maker.Doubt(FigureReason::SOURCES_DIFFER).Name(other.m_Reading);
-            differs = true;
-        }
-    }
-    // A drive may keep the statistic in two logs.
-    for (std::size_t i = 0; isOwn && i < facts.m_ReadingCount; ++i) {
-        const Reading& other = facts.m_Readings[i];
-        if (other.m_Figure == HealthFigure::WEAR && other.m_Source != FigureSource::PROGRAM &&
-            other.m_Value != MAYBE_INVALID && IsPossible(HealthFigure::WEAR, other.m_Value) &&
-            !Agree(chosen, other)) {
-            maker.Doubt(FigureReason::SOURCES_DIFFER).Name(other);
             differs = true;
         }
     }

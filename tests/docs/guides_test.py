@@ -50,6 +50,12 @@ class Tables(unittest.TestCase):
         for path in PROJECT.glob("base/*/include/*/*.h"):
             self.assertIn(f"`{path.parent.name}/{path.name}`", section)
 
+    def test_thresholds_are_those_of_the_library(self):
+        expected = re.findall(r'(?m)^PI_THRESHOLD\((\w+), (\w+), (\d+), (\w+), "(.*)"\)$',
+                              read("src/drives/health_thresholds.def"))
+        self.assertGreater(len(expected), 10)
+        self.assertEqual([tuple(row) for row in table_rows("drive-knowledge", "### The state")], expected)
+
     def test_every_rated_drive_has_its_source(self):
         listed = []
         for name in ("sata", "sas", "nvme", "additional"):

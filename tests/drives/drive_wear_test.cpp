@@ -129,17 +129,6 @@ TEST(DriveWear, OfTwoAttributesThatDifferTheFigureIsDoubtful) {
               "doubtful 3: SMART attribute 202 says 3 percent, SMART attribute 173 says 20 percent");
 }
 
-TEST(DriveWear, OfTwoLogsThatDifferTheFigureIsDoubtful) {
-    for (const auto& [used, wear] :
-         {std::pair{13, "known 3: NVMe log 02h"},
-          std::pair{14, "doubtful 3: NVMe log 02h says 3 percent, NVMe log 09h says 14 percent"}}) {
-        CDriveHealth drive(DriveProtocol::NVME, "");
-        Take(drive, NVME_HEALTH_LOG, HealthLog());
-        drive.TakeFigure(Figure::WEAR, used, FigureSource::NVME_LOG, 9);
-        EXPECT_EQ(Wear(drive), wear);
-    }
-}
-
 TEST(DriveWear, AListedModelIsASolidStateDrive) {
     CDriveHealth drive(DriveProtocol::ATA, "INTEL SSDSC2BB480G7");
     drive.TakeVerdict(true);

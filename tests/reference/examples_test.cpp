@@ -183,6 +183,33 @@ TEST(ReferenceExamples, Drives) {
     EXPECT_LE(hours, 43829U);
 }
 
+TEST(ReferenceExamples, Health) {
+    std::vector<unsigned char> page(
+        512);  // 35 degrees Celsius, 95 percent of the spare left, 92 percent used
+    page[1] = 0x34;
+    page[2] = 0x01;
+    page[3] = 95;
+    page[4] = 10;
+    page[5] = 92;
+    //! [health]
+    PI::CDriveHealth drive(PI::DriveProtocol::NVME, "SAMSUNG MZQL2960HCJR-00A07");
+    const char* refused =
+        drive.Take(PI::HealthPage::NVME_HEALTH_LOG, page.data(), page.size());  // null: taken
+
+    const PI::CHealthFigure wear = drive.GetFigure(PI::HealthFigure::WEAR);
+    const bool isKnown = wear.GetState() == PI::FigureState::KNOWN;
+    const std::string source = wear.GetText();                          // "NVMe log 02h"
+    const std::string reason = drive.GetReasons().front().GetText();    // "92 percent worn"
+    const bool isUrgent = drive.GetState() >= PI::DriveState::REPLACE;  // it is to be looked at
+    //! [health]
+    EXPECT_EQ(refused, nullptr);
+    EXPECT_TRUE(isKnown);
+    EXPECT_EQ(wear.GetValue(), 92);
+    EXPECT_EQ(source, "NVMe log 02h");
+    EXPECT_EQ(reason, "92 percent worn");
+    EXPECT_FALSE(isUrgent);
+}
+
 TEST(ReferenceExamples, WearForecast) {
     //! [wear forecast]
     PI::CWearReading lastYear;
