@@ -100,4 +100,9 @@ bool ReadRawText(std::string_view text, std::string_view name, std::uint64_t& ra
     return true;
 }
 
+bool IsWholeRawText(std::string_view text) {
+    const Numbers numbers(text);
+    return numbers.IsHex() || numbers.Is("# # #") || numbers.Is("# # # # # #");
+}
+
 }  // namespace PI

@@ -97,4 +97,8 @@ _SELF_TEST_OUTCOME ToOutcome(std::string_view type, std::string_view status);
 /// @return false when the value cannot be told
 bool ReadRawText(std::string_view text, std::string_view name, std::uint64_t& raw);
 
+/// Whether the text of a raw value holds all its bits by itself: one number with 0x before it, or bytes or
+/// words.
+bool IsWholeRawText(std::string_view text);
+
 }  // namespace PI

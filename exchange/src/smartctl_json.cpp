@@ -264,8 +264,11 @@ private:
             const std::string name(TextAt(row, "name"));
             const auto id = NumberOr<std::uint32_t>(row, "id", 0);
             const std::optional<std::int64_t> value = Number(row, "raw.value");
-            std::uint64_t raw = value && *value >= 0 ? static_cast<std::uint64_t>(*value) : 0;
-            if ((!value || *value < 0) && !ReadRawText(TextAt(row, "raw.string"), name, raw)) {
+            const std::string_view text = TextAt(row, "raw.string");
+            const bool hasValue = value && *value >= 0;
+            std::uint64_t raw = hasValue ? static_cast<std::uint64_t>(*value) : 0;
+            // Collections of reports keep the text and may cut the number.
+            if ((!hasValue || IsWholeRawText(text)) && !ReadRawText(text, name, raw)) {
                 m_Notes.push_back("attribute " + std::to_string(id) + " has no raw value and is passed over");
                 return;
             }

@@ -184,6 +184,22 @@ TEST(SmartctlJson, RawValuesOfFiftySixBitsAreRead) {
     EXPECT_EQ(Figure(drive, HealthFigure::POWER_ON_HOURS), "8811 [3/9]");
 }
 
+TEST(SmartctlJson, TextsThatHoldAllOfARawValueOutweighACutNumber) {
+    const auto wear = [](const std::string& model, const std::string& raw) {
+        return Figure(
+            ReadDrive(
+                R"({"device": {"protocol": "ATA"}, "rotation_rate": 0, "model_name": ")" + model +
+                R"(", "ata_smart_attributes": {"table": [{"id": 230, "name": "Media_Wearout_Indicator",)"
+                R"("value": 100, "worst": 100, "raw": )" +
+                raw + "}]}}"),
+            HealthFigure::WEAR);
+    };
+    EXPECT_EQ(wear("WDC WDS500G2B0A", R"({"value": 0, "string": "0x07000007"})"), "7 [3/230]");
+    EXPECT_EQ(wear("WDC WDS500G2B0A", R"({"value": 117440519, "string": "0x07000007"})"), "7 [3/230]");
+    EXPECT_EQ(wear("SanDisk SDSSDXPS480G", R"({"value": 5, "string": "5 1280 5"})"), "5 [3/230]");
+    EXPECT_EQ(wear("SanDisk SDSSDXPS480G", R"({"value": 83886085, "string": "83886085"})"), "5 [3/230]");
+}
+
 TEST(SmartctlJson, OneOddFigureCostsNoDrive) {
     const auto hours = [](const std::string& value) {
         return Figure(ReadDrive(ATA(R"("power_on_time": {"hours": )" + value + "}")),
