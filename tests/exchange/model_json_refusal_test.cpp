@@ -55,6 +55,7 @@ TEST(JsonRefusal, WhatIsNoJsonIsSaidWithItsByte) {
     EXPECT_EQ(Refusal<CObject>("{\"a\":tru}"), "byte 9: Invalid value.");
     EXPECT_EQ(Refusal<CObject>("{} {}"), "byte 4: The document root must not be followed by other values.");
     EXPECT_EQ(Refusal<CObject>(std::string("{}\0", 3)), "byte 3: A zero byte.");
+    EXPECT_EQ(Refusal<CObject>("{\"a\":1e309}"), "byte 6: Number too big to be stored in double.");
     EXPECT_EQ(Refusal<CObject>("{\"a\":NaN}"), "byte 6: Invalid value.");
     EXPECT_EQ(Refusal<CObject>(std::string(1000000, '[')).substr(0, 5), "byte ");
 }

@@ -307,6 +307,24 @@ TEST(FloatsJson, HaveTheFewestDigitsThatGiveThemAgain) {
 }
 
 // Its shortest text, 7.038531e-26, is nearer to the middle of two floats than double precision can tell.
+TEST(FloatsJson, AreReadWithAnyNumberOfDigits) {
+    const std::pair<std::string, float> CASES[] = {
+        {"18446744073709551615", 18446744073709551616.0F},
+        {"18446744073709551615.9", 18446744073709551616.0F},
+        {"184467440737095516159e-1", 18446744073709551616.0F},
+        {"0." + std::string(400, '1'), 0.11111111F},
+        {"-0.0e-400", -0.0F},
+        {"7.038531e-26", FloatOf(0x15AE43FE)},  // by way of double precision, as other readers do
+    };
+    for (const auto& [text, value] : CASES) {
+        CProperty expected;
+        expected.m_Data.m_Float.m_Value = value;
+        const auto read = ReadBack<CProperty>(
+            R"({"record":"property","version":1,"data":{"float":{"value":)" + text + "}}}");
+        EXPECT_TRUE(SameFields(read, expected)) << text << " " << FloatText(read.m_Data.m_Float.m_Value);
+    }
+}
+
 TEST(FloatsJson, SurviveReadersThatRoundTwice) {
     const float value = FloatOf(0x15AE43FD);
     EXPECT_EQ(static_cast<float>(std::strtod(FloatText(value).c_str(), nullptr)), value);
