@@ -3,6 +3,8 @@
 // once.
 #pragma once
 
+#include <pi/vocabulary_lists.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -17,27 +19,20 @@
 
 namespace PI {
 
-/// A row of a vocabulary's list.
-struct NamedNumber {
-    int m_Number;
-    const char* m_Name;
-};
-
 /// The names of a list as strings, in a hash table with open addressing: nearly every search ends at the
 /// first slot.
 class NamesByNumber {
 public:
-    NamesByNumber(const NamedNumber* begin, const NamedNumber* end) {
-        const auto count = static_cast<std::size_t>(end - begin);
-        m_Names.reserve(count);  // so that no name ever moves
-        while (std::size_t{1} << (32 - m_Shift) < 2 * count) {
+    explicit NamesByNumber(const CVocabulary& list) {
+        m_Names.reserve(list.Count());  // so that no name ever moves
+        while (std::size_t{1} << (32 - m_Shift) < 2 * list.Count()) {
             --m_Shift;
         }
         m_Slots.resize(std::size_t{1} << (32 - m_Shift));
-        for (const NamedNumber* row = begin; row != end; ++row) {
-            Slot& slot = m_Slots[SlotOf(row->m_Number)];
-            if (slot.m_Name == nullptr) {  // otherwise the number stands twice, and its first name is kept
-                slot = {row->m_Number, &m_Names.emplace_back(row->m_Name)};
+        for (const CVocabularyEntry& entry : list) {
+            Slot& slot = m_Slots[SlotOf(entry.Number())];
+            if (slot.m_Name == nullptr) {  // else the number is listed twice; its first name counts
+                slot = {entry.Number(), &m_Names.emplace_back(entry.Name())};
             }
         }
     }
@@ -70,9 +65,8 @@ private:
 /// nothing.
 class NameTable {
 public:
-    /// @param rows alive as long as the table; where a number stands twice, its first name counts
-    template <std::size_t Count>
-    explicit NameTable(const NamedNumber (&rows)[Count]) : m_Begin(rows), m_End(rows + Count) {}
+    /// @param list where it has a number twice, the first name counts
+    explicit NameTable(const CVocabulary& list) : m_List(list) {}
 
     /// The name of a number, always the same string. An unknown number is remembered with an empty name.
     /// @throws std::bad_alloc
@@ -101,15 +95,16 @@ private:
     using Numbers = std::unordered_map<std::string_view, int>;
 
     const NamesByNumber& Names() {
-        return m_Names.Get([this] { return NamesByNumber(m_Begin, m_End); });
+        return m_Names.Get([this] { return NamesByNumber(m_List); });
     }
 
     Numbers NumbersByName() {
         Numbers numbers;
-        for (const NamedNumber* row = m_Begin; row != m_End; ++row) {
-            const std::string& name = *Names().Find(row->m_Number);  // differs where the number stands twice
-            const auto [place, isNew] = numbers.emplace(name, row->m_Number);
-            place->second = std::min(place->second, row->m_Number);
+        for (const CVocabularyEntry& entry : m_List) {
+            const int number = entry.Number();
+            const std::string& name = *Names().Find(number);  // the first where the list has the number twice
+            const auto [place, isNew] = numbers.emplace(name, number);
+            place->second = std::min(place->second, number);
         }
         return numbers;
     }
@@ -119,8 +114,7 @@ private:
         return m_Remembered[number];
     }
 
-    const NamedNumber* m_Begin;
-    const NamedNumber* m_End;
+    CVocabulary m_List;
     Lazy<NamesByNumber> m_Names;
     Lazy<Numbers> m_Numbers;
     std::mutex m_Mutex;

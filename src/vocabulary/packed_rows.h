@@ -29,7 +29,7 @@ struct PackedRows {
     char m_Text[Size] = {};
 };
 
-/// How many bytes the texts of rows take, each with a NUL byte behind it.
+/// How many bytes the texts of rows take, each with a NUL byte after it.
 template <std::size_t Count>
 constexpr std::size_t TextSize(const ListRow (&rows)[Count]) {
     std::size_t size = 0;
@@ -61,7 +61,7 @@ constexpr PackedRows<Count, Size> Pack(const ListRow (&rows)[Count]) {
     return packed;
 }
 
-/// A number may stand twice.
+/// The same number may follow itself.
 template <std::size_t Count, std::size_t Size>
 constexpr bool IsAscending(const PackedRows<Count, Size>& rows) {
     for (std::size_t i = 1; i < Count; ++i) {

@@ -8,11 +8,13 @@
 #include <pi/vocabulary.h>
 #include <velkx/language_support.h>
 
+#include <iterator>
 #include <memory>
 #include <optional>
 
 #include "failing_memory.h"
 #include "vocabulary/name_table.h"
+#include "vocabulary/packed_rows.h"
 
 using namespace PI;
 using namespace PI::Test;
@@ -37,8 +39,9 @@ void ExpectWholeTextOrException(Act act) {
 
 }  // namespace
 
-constexpr NamedNumber NAMES[] = {{1, "ONE"},
-                                 {5000, "A NAME THAT IS TOO LONG TO BE HELD WITHOUT MEMORY OF ITS OWN"}};
+constexpr char TEXT[] = "ONE\0A NAME THAT IS TOO LONG TO BE HELD WITHOUT MEMORY OF ITS OWN";
+constexpr _PACKED_ROW ROWS[] = {{1, 0, 0}, {5000, 4, 4}};
+const CVocabulary NAMES(ROWS, std::size(ROWS), TEXT);
 
 TEST(NameFaults, AnUnknownNumberIsRememberedOrNot) {
     RunOutOfMemoryEverywhere([] { return std::make_unique<NameTable>(NAMES); },
@@ -46,8 +49,8 @@ TEST(NameFaults, AnUnknownNumberIsRememberedOrNot) {
                              [](const auto& names, Ending ending) {
                                  EXPECT_NE(ending, Ending::ABSORBED);
                                  EXPECT_EQ(names->Number("", 77), ending == Ending::DONE ? 2 : 77);
-                                 EXPECT_EQ(names->Name(1), NAMES[0].m_Name);
-                                 EXPECT_EQ(names->Name(5000), NAMES[1].m_Name);
+                                 EXPECT_EQ(names->Name(1), NAMES.At(0).Name());
+                                 EXPECT_EQ(names->Name(5000), NAMES.At(1).Name());
                                  const std::string& name = names->Name(2);
                                  EXPECT_EQ(name, "");
                                  EXPECT_EQ(&names->Name(2), &name);
@@ -61,7 +64,7 @@ TEST(NameFaults, TheFirstSearchByNameSucceedsOrTheExceptionTells) {
                              [](const auto& names, Ending ending) {
                                  EXPECT_NE(ending, Ending::ABSORBED);
                                  EXPECT_EQ(names->Number("ONE", 77), 1);
-                                 EXPECT_EQ(names->Number(NAMES[1].m_Name, 77), 5000);
+                                 EXPECT_EQ(names->Number(NAMES.At(1).Name(), 77), 5000);
                                  EXPECT_EQ(names->Number("", 77), 77);
                              });
 }

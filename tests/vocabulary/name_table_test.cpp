@@ -10,21 +10,51 @@
 #include <map>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "support/random_seed.h"
+#include "vocabulary/packed_rows.h"
 
 namespace {
 
-using PI::NamedNumber;
 using PI::NameTable;
 using PI::Test::Below;
 using PI::Test::RandomSeed;
+
+struct NamedNumber {
+    int m_Number;
+    const char* m_Name;
+};
+
+/// Rows as the lists of the library keep them.
+class Rows {
+public:
+    template <std::size_t Count>
+    explicit Rows(const NamedNumber (&rows)[Count]) {
+        for (const NamedNumber& row : rows) {
+            m_Rows.push_back({row.m_Number, 0, static_cast<std::uint32_t>(m_Text.size())});
+            m_Text.append(row.m_Name).push_back('\0');
+        }
+    }
+
+    PI::CVocabulary List() const { return PI::CVocabulary(m_Rows.data(), m_Rows.size(), m_Text.data()); }
+
+private:
+    std::vector<PI::_PACKED_ROW> m_Rows;
+    std::string m_Text;
+};
+
+class Table : Rows, public NameTable {
+public:
+    template <std::size_t Count>
+    explicit Table(const NamedNumber (&rows)[Count]) : Rows(rows), NameTable(List()) {}
+};
 
 constexpr NamedNumber ONE[] = {{1, "one"}};
 
 TEST(NameTable, GivesTheNameOfANumber) {
     constexpr NamedNumber ROWS[] = {{1, "one"}, {20, "twenty"}};
-    NameTable table(ROWS);
+    Table table(ROWS);
 
     EXPECT_EQ(table.Name(1), "one");
     EXPECT_EQ(table.Name(20), "twenty");
@@ -33,7 +63,7 @@ TEST(NameTable, GivesTheNameOfANumber) {
 
 TEST(NameTable, FirstRowOfANumberWins) {
     constexpr NamedNumber ROWS[] = {{1, "first"}, {2, "two"}, {1, "second"}};
-    NameTable table(ROWS);
+    Table table(ROWS);
 
     EXPECT_EQ(table.Name(1), "first");
     EXPECT_EQ(table.Number("first", -1), 1);
@@ -42,7 +72,7 @@ TEST(NameTable, FirstRowOfANumberWins) {
 
 TEST(NameTable, RowsNeedNotAscend) {
     constexpr NamedNumber ROWS[] = {{30, "thirty"}, {10, "ten"}, {20, "twenty"}};
-    NameTable table(ROWS);
+    Table table(ROWS);
 
     EXPECT_EQ(table.Name(10), "ten");
     EXPECT_EQ(table.Name(20), "twenty");
@@ -50,7 +80,7 @@ TEST(NameTable, RowsNeedNotAscend) {
 }
 
 TEST(NameTable, UnknownNumberIsRememberedOnce) {
-    NameTable table(ONE);
+    Table table(ONE);
 
     const std::string& first = table.Name(2);
     EXPECT_EQ(first, "");
@@ -59,7 +89,7 @@ TEST(NameTable, UnknownNumberIsRememberedOnce) {
 }
 
 TEST(NameTable, ReferencesOutliveGrowth) {
-    NameTable table(ONE);
+    Table table(ONE);
     const std::string& one = table.Name(1);
     const std::string& two = table.Name(2);
 
@@ -75,7 +105,7 @@ TEST(NameTable, ReferencesOutliveGrowth) {
 
 TEST(NameTable, TakesTheSmallestAndLargestNumbers) {
     constexpr NamedNumber ROWS[] = {{INT_MAX, "largest"}, {INT_MIN, "smallest"}};
-    NameTable table(ROWS);
+    Table table(ROWS);
 
     EXPECT_EQ(table.Name(INT_MAX), "largest");
     EXPECT_EQ(table.Name(INT_MIN), "smallest");
@@ -87,13 +117,13 @@ TEST(NameTable, TakesTheSmallestAndLargestNumbers) {
 
 TEST(NameTable, SmallestNumberOfANameWins) {
     constexpr NamedNumber ROWS[] = {{7, "name"}, {5, "name"}, {6, "name"}};
-    NameTable table(ROWS);
+    Table table(ROWS);
 
     EXPECT_EQ(table.Number("name", -1), 5);
 }
 
 TEST(NameTable, UnknownNameGivesTheDefaultAndIsNotRemembered) {
-    NameTable table(ONE);
+    Table table(ONE);
 
     EXPECT_EQ(table.Number("two", 42), 42);
     EXPECT_EQ(table.Number("two", 43), 43);
@@ -101,7 +131,7 @@ TEST(NameTable, UnknownNameGivesTheDefaultAndIsNotRemembered) {
 }
 
 TEST(NameTable, RememberedNumbersBearTheEmptyName) {
-    NameTable table(ONE);
+    Table table(ONE);
 
     table.Name(9);
     EXPECT_EQ(table.Number("", 42), 9);
@@ -113,7 +143,7 @@ TEST(NameTable, RememberedNumbersBearTheEmptyName) {
 
 TEST(NameTable, SmallerOfAKnownAndARememberedNumberBearsTheEmptyName) {
     constexpr NamedNumber ROWS[] = {{5, ""}};
-    NameTable table(ROWS);
+    Table table(ROWS);
 
     table.Name(6);
     EXPECT_EQ(table.Number("", 42), 5);
@@ -122,7 +152,7 @@ TEST(NameTable, SmallerOfAKnownAndARememberedNumberBearsTheEmptyName) {
 }
 
 TEST(NameTable, NameIsComparedByteForByte) {
-    NameTable table(ONE);
+    Table table(ONE);
 
     EXPECT_EQ(table.Number("One", 0), 0);
     EXPECT_EQ(table.Number("on", 0), 0);
@@ -168,7 +198,7 @@ TEST(NameTable, RandomTablesAnswerAsAMapDoes) {
         for (NamedNumber& row : rows) {
             row = {number(), NAMES[Below(random, 4)]};
         }
-        NameTable table(rows);
+        Table table(rows);
         PlainTable plain(rows);
         for (int step = 0; step < 100; ++step) {
             const int asked = number();
@@ -187,7 +217,7 @@ constexpr NamedNumber PROPERTY_IDS[] = {
 
 TEST(NameTable, AListWithAllItsOdditiesAnswersAsAMapDoes) {
     std::mt19937 random(RandomSeed());
-    NameTable table(PROPERTY_IDS);
+    Table table(PROPERTY_IDS);
     PlainTable plain(PROPERTY_IDS);
     for (const NamedNumber& row : PROPERTY_IDS) {
         ASSERT_EQ(table.Name(row.m_Number), plain.Name(row.m_Number)) << row.m_Number;
