@@ -9,11 +9,13 @@
 /// |---|---|
 /// | CObject::m_ObjectID | unique within the plug-in, the same for the same thing in every call |
 /// | CObject::m_ObjectType | an adapter type, LOGICAL_DRIVE or PHYSICAL_DRIVE |
-/// | CObject::m_RelatedIDs1 | what this object is part of; empty for an adapter. Of several parents the first
-/// that is reported counts | | CObject::m_ObjectValue | icon identifier, 0 for none | |
-/// CProperty::m_Attribute1 | help topic, 1 for none | | CProperty::m_Attribute2 | PI::_UNITS of a FLOAT that
-/// is a capacity, otherwise 1 | | COperation::m_Header1 | operation identifier | | COperation::m_Header2 |
-/// help topic, 1 for none | | CEvent::m_Handle | m_ObjectID of the object that the event is about |
+/// | CObject::m_RelatedIDs1 | what it is part of, of several the first reported; empty for an adapter |
+/// | CObject::m_ObjectValue | icon identifier, 0 for none |
+/// | CProperty::m_Attribute1 | help topic, 1 for none |
+/// | CProperty::m_Attribute2 | PI::_UNITS of a FLOAT that is a capacity, otherwise 1 |
+/// | COperation::m_Header1 | operation identifier |
+/// | COperation::m_Header2 | help topic, 1 for none |
+/// | CEvent::m_Handle | m_ObjectID of the object that the event is about |
 #pragma once
 
 #include <pi/pi.h>
@@ -35,8 +37,8 @@ constexpr auto PHYSICAL_DRIVE = static_cast<PI::_OBJECT_TYPE>(19902);
 extern "C" {
 
 /// How the plug-in was built; called first, and what follows only when it was built as the host's library
-/// was. Defined here, so that a plug-in has it without a line of its own. A plug-in may lack it, as those
-/// made before it was there do; it is taken unchecked then.
+/// was. Defined here, so that a plug-in needs no code for it. A plug-in without it, made with an older
+/// header, is accepted unchecked.
 PI_API __attribute__((used)) inline const PI::_BUILD_FIGURE* PluginBuild(std::size_t* count) {
     *count = std::size(PI::BUILD_FIGURES);
     return PI::BUILD_FIGURES;

@@ -200,7 +200,8 @@ PI::CObject MakeMember(const ArrayReport& report, std::size_t index, std::uint64
     const Member& member = report.m_Array.m_Members[index];
     const MemberAssessment& assessment = report.m_Assessment.m_Members[index];
     const auto found = report.m_Sysfs.m_Members.find(member.m_Name);
-    const SysfsMember sysfs = found == report.m_Sysfs.m_Members.end() ? SysfsMember() : found->second;
+    static const SysfsMember NOTHING;
+    const SysfsMember& sysfs = found == report.m_Sysfs.m_Members.end() ? NOTHING : found->second;
     const _PROPERTY_VALUE medium = sysfs.m_Rotational.value_or(true) ? Value::HDD : Value::SSD;
 
     PI::CObject object(id, PHYSICAL_DRIVE);
