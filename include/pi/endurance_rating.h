@@ -16,7 +16,7 @@ namespace PI {
 /// @{
 
 namespace RatingList {
-/// Where a rating stands. Lists are searched in this order.
+/// The list that a rating is from. Lists are searched in this order.
 enum _RATING_LIST : std::int32_t {
     NONE = 0,        ///< in no list
     SATA = 1,        ///< SATASSDEndurance
@@ -35,7 +35,7 @@ enum _RATING_BASIS : std::int32_t {
     SOURCED = 2,   ///< published by the vendor, or by somebody who quotes the vendor or measured it
     COMPUTED = 3,  ///< drive writes per day x capacity x days of warranty, or from a drive of the same series
     ASSUMED = 4,   ///< nothing is published that fits; as for drives of its kind
-    CONTRADICTED = 5,  ///< sources give different figures, of which both are told
+    CONTRADICTED = 5,  ///< sources give different figures, both of which are given
 };
 }  // namespace RatingBasis
 using RatingBasis::_RATING_BASIS;

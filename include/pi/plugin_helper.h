@@ -92,7 +92,7 @@ public:
     ///
     /// The description is the language resource whose number is the event's identifier, with the first %1 to
     /// %6 replaced by the placeholders in turn; without one it reads "Unknown Event" and "Placeholders" is
-    /// left out, as where its look-up throws. What is thrown while it is filled in, be it for want of memory,
+    /// left out, as where its look-up throws. What is thrown while it is filled in, if allocation fails too,
     /// is absorbed as well: it reads "Unknown Event" then, and "Placeholders" holds those used so far. The
     /// event's resolved placeholders are written.
     static std::vector<std::pair<std::string, std::string>> StringifyEventMessage(CEvent& event);

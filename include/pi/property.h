@@ -283,7 +283,8 @@ public:
     int SetValue(const char* text);
 
     /// @{
-    /// Does not compile: null is no text, and a pointer that is none to characters is no bool.
+    /// Does not compile: null is no text, and a pointer that is none to characters is no bool. NULL is
+    /// a number to compilers and stores 0 (g++ warns); nullptr is refused.
     int SetValue(std::nullptr_t) = delete;
     template <class Type, class = std::enable_if_t<!std::is_same_v<std::remove_const_t<Type>, char>>>
     int SetValue(Type* pointer) = delete;

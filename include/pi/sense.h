@@ -83,7 +83,7 @@ private:
 };
 
 /// Reads sense data as a drive returns them. Data that end early give the figures that are whole; a
-/// descriptor that is cut, or has another length than the standard's, is left out. What stands after the
+/// descriptor that is cut, or has another length than the standard's, is left out. What follows the
 /// data's own length is not read.
 ///
 /// @param bytes  readable as far as length says; null when length is 0

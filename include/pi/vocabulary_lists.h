@@ -43,7 +43,7 @@ private:
 /// The rows of a vocabulary, their numbers ascending: a value that refers to the library, which must stay
 /// loaded.
 ///
-/// Where a number stands in two rows the look-up gives the name of the first; the others are constants only.
+/// Of rows with the same number the look-up gives the first name; the others are constants only.
 /// What look-ups remember of unknown numbers is not among the rows.
 class PI_API CVocabulary {
 public:

@@ -9,7 +9,7 @@
 
 namespace PI {
 
-/// Why a figure is unknown or doubtful. What a reason speaks of stands in the figure's other readings.
+/// Why a figure is unknown or doubtful. The readings that a reason refers to are the figure's others.
 enum class FigureReason : std::int32_t {
     NONE,
     NOT_REPORTED,         ///< nothing says

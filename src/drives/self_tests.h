@@ -8,7 +8,7 @@ namespace PI {
 
 enum class SelfTestResult { PASSED, FAILED, NEITHER };
 
-/// Counts failed tests, told the newest first: a test that passed makes up for older ones that failed, a
+/// Counts failed tests, the newest first: a test that passed makes up for older ones that failed, a
 /// short test only for short ones.
 class SelfTestCounter {
 public:

@@ -67,7 +67,7 @@ std::uint64_t Milliseconds(double time) {
         std::llround(std::clamp(time, 0.0, static_cast<double>(MAX_REMAINING))));
 }
 
-/// Numbers, each behind a blank.
+/// Numbers, each after a blank.
 class NumberList {
 public:
     explicit NumberList(std::string_view text) : m_Rest(text) {}

@@ -16,7 +16,7 @@ namespace language_file {
 
 namespace {
 
-/// A language file being read; knows where things stand in it.
+/// A language file being read; knows the places in it.
 class LanguageFile {
 public:
     explicit LanguageFile(const std::string& path) : m_Path(path), m_Content(Read(path)) {}
