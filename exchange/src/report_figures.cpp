@@ -30,6 +30,7 @@ const ReportFigure REPORT_FIGURES[] = {
     {ANY, "power_cycle_count", nullptr, HealthFigure::POWER_CYCLES, PROGRAM, 0},
     {ANY, "endurance_used.current_percent", nullptr, HealthFigure::WEAR, PROGRAM, 0},
     {ANY, "temperature.op_limit_max", nullptr, HealthFigure::TEMPERATURE_LIMIT, PROGRAM, 0},
+    {ATA, "temperature.limit_max", nullptr, HealthFigure::TEMPERATURE_LIMIT, PROGRAM, 1},  // where the one above is not given
     {ATA, nullptr, "Min/Max recommended Temperature:", HealthFigure::TEMPERATURE_LIMIT, PROGRAM, 0},
     {ATA, "ata_sct_status.temperature.current", "Current Temperature:", HealthFigure::TEMPERATURE, ATA_LOG, 0xE0},
     {ATA, "ata_sct_status.temperature.lifetime_max", "Lifetime    Min/Max Temperature:", HealthFigure::HIGHEST_TEMPERATURE, ATA_LOG, 0xE0},

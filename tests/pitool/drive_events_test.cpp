@@ -39,8 +39,9 @@ Json WornTo(int percent) {
     return report;
 }
 
-Json AtDegrees(int temperature, const char* limitName, int limit) {
+Json AtDegrees(int temperature, const char* limitName, int limit, const char* protocol = "ATA") {
     Json report = AtaReport("MODEL");
+    report["device"]["protocol"] = protocol;
     report["temperature"] = {{"current", temperature}, {limitName, limit}};
     return report;
 }
@@ -73,16 +74,22 @@ TEST(RaiseDriveEvents, ASmartFailureIsAnError) {
 TEST(RaiseDriveEvents, WearBeyond90PercentIsAWarning) {
     EXPECT_EQ(IDs(WornTo(90)), Numbers{});
     EXPECT_EQ(IDs(WornTo(91)), Numbers{ID::PD_WEAR_LEVEL_COUNT_ABOVE_THRESHOLD});
-    std::vector<PI::CEvent> events = Raise(WornTo(255));
+    EXPECT_EQ(IDs(WornTo(255)), Numbers{}) << "doubtful: more than 254, or invalid";
+    std::vector<PI::CEvent> events = Raise(WornTo(254));
     EXPECT_EQ(events[0].m_Severity, PI::Severity::WARNING);
     EXPECT_EQ(events[0].GetPlaceHolder1(), "SSDPE2KE016T8 (sample.json)") << "no serial number";
-    EXPECT_EQ(events[0].GetPlaceHolder2(), "255 percent used, threshold 90");
+    EXPECT_EQ(events[0].GetPlaceHolder2(), "254 percent used, threshold 90");
 }
 
 TEST(RaiseDriveEvents, HeatBeyondTheLimitOfTheDriveIsAWarning) {
-    for (const char* name : {"op_limit_max", "limit_max", "critical_limit_max", "drive_trip"}) {
-        EXPECT_EQ(IDs(AtDegrees(60, name, 60)), Numbers{}) << name;
-        EXPECT_EQ(IDs(AtDegrees(61, name, 60)), Numbers{ID::PD_TEMP_HIGH}) << name;
+    constexpr std::pair<const char*, const char*> LIMITS[] = {{"ATA", "op_limit_max"},
+                                                              {"ATA", "limit_max"},
+                                                              {"NVMe", "op_limit_max"},
+                                                              {"NVMe", "critical_limit_max"},
+                                                              {"SCSI", "drive_trip"}};
+    for (const auto& [protocol, name] : LIMITS) {
+        EXPECT_EQ(IDs(AtDegrees(60, name, 60, protocol)), Numbers{}) << protocol << name;
+        EXPECT_EQ(IDs(AtDegrees(61, name, 60, protocol)), Numbers{ID::PD_TEMP_HIGH}) << protocol << name;
     }
     std::vector<PI::CEvent> events = Raise(AtDegrees(61, "limit_max", 60));
     EXPECT_EQ(events[0].m_Severity, PI::Severity::WARNING);
@@ -90,11 +97,12 @@ TEST(RaiseDriveEvents, HeatBeyondTheLimitOfTheDriveIsAWarning) {
 }
 
 TEST(RaiseDriveEvents, TheOperatingLimitGoesFirst) {
-    Json report = AtDegrees(65, "drive_trip", 50);
-    report["temperature"]["limit_max"] = 75;
+    Json report = AtDegrees(65, "limit_max", 75);
     EXPECT_EQ(IDs(report), Numbers{});
     report["temperature"]["op_limit_max"] = 64;
     EXPECT_EQ(IDs(report), Numbers{ID::PD_TEMP_HIGH});
+    report["temperature"] = {{"current", 65}, {"limit_max", 60}, {"op_limit_max", 70}};
+    EXPECT_EQ(IDs(report), Numbers{});
 }
 
 TEST(RaiseDriveEvents, ALimitThatIsNoneRaisesNothing) {

@@ -99,15 +99,51 @@ TEST(DriveJson, UnknownFiguresAreNullWithAReason) {
     for (const char* protocol : {"ATA", "NVMe", "SCSI"}) {
         Json report = AtaReport("SAMPLE");
         report["device"]["protocol"] = protocol;
+        report["rotation_rate"] = 0;
         const Json json = Json::parse(DriveJson(Assess(report)));
-        for (const auto& [name, figure] : json["properties"].items()) {
-            EXPECT_EQ(figure.size(), 8U) << name;
-            EXPECT_NE(figure["value"].is_null(), figure["reason"].is_null()) << name;
+        for (const char* group : {"properties", "figures"}) {
+            for (const auto& [name, figure] : json[group].items()) {
+                EXPECT_EQ(figure.size(), 9U) << name;
+                EXPECT_NE(figure["value"].is_null(), figure["reason"].is_null()) << name;
+                EXPECT_EQ(figure["state"], figure["value"].is_null() ? "unknown" : "known") << name;
+                EXPECT_EQ(figure["id"].is_null(), std::string(group) == "figures") << name;
+            }
         }
         EXPECT_TRUE(json["lifetime"]["remaining_hours"].is_null());
         EXPECT_TRUE(json["lifetime"]["basis"].is_null());
         EXPECT_TRUE(json["lifetime"]["reason"].is_string());
     }
+}
+
+TEST(DriveJson, ADoubtfulFigureHasBothValueAndReason) {
+    Json report = AtaReport("SAMPLE");
+    report["device"]["protocol"] = "NVMe";
+    report["smart_status"]["passed"] = true;
+    report["nvme_smart_health_information_log"]["percentage_used"] = 255;
+    const Json json = Json::parse(DriveJson(Assess(report)));
+    const Json& wear = json["properties"]["RATED_ENDURANCE_PERCENT"];
+    EXPECT_EQ(wear["state"], "doubtful");
+    EXPECT_EQ(wear["value"], 255);
+    EXPECT_EQ(wear["text"], "255 percent?");
+    EXPECT_EQ(wear["reason"], "NVMe log 02h says 255 percent, which stands for more than 254 or for nothing");
+    EXPECT_EQ(json["worn"], false);
+    EXPECT_EQ(json["properties"]["HEALTH"]["value"], "OK");
+    EXPECT_EQ(json["properties"]["HEALTH"]["state"], "doubtful");
+}
+
+TEST(DriveJson, SaysTheStateWithItsReasonsInOrder) {
+    Json report = SolidStateReport("SAMPLE", 5, {Attribute(197, 100, 8), Attribute(198, 100, 120)});
+    report["smart_status"]["passed"] = true;
+    const Json json = Json::parse(DriveJson(Assess(report)));
+    EXPECT_EQ(json["state"], "replace it");
+    EXPECT_EQ(
+        json["reasons"],
+        (Json::array(
+            {{{"state", "replace it"},
+              {"text", "120 uncorrectable sectors"},
+              {"figure", "UNCORRECTABLE_SECTORS"}},
+             {{"state", "look at it"}, {"text", "8 pending sectors"}, {"figure", "PENDING_SECTORS"}}})));
+    EXPECT_EQ(json["figures"]["PENDING_SECTORS"]["value"], 8);
 }
 
 TEST(DriveJson, IsAsciiWhateverTheDriveSays) {

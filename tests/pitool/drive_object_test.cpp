@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace pitool;
 using namespace pitool::test;
 
@@ -52,8 +54,11 @@ TEST(MakeDriveObject, HoldsTheTemperatureLimitWhereTheDriveStatesOne) {
     Json report = AtaReport("MODEL");
     report["temperature"] = {{"current", 30}, {"op_limit_max", 60}};
     const PI::CObject object = MakeDriveObject(1, Assess(report));
-    EXPECT_EQ(object.m_Properties.back().m_ID, ID::HIGH_WARNING_TEMPERATURE);
-    EXPECT_EQ(object.m_Properties.back().m_Data.m_SignedLong.m_Value, 60);
+    const auto limit = std::find_if(
+        object.m_Properties.begin(), object.m_Properties.end(),
+        [](const PI::CProperty& property) { return property.m_ID == ID::HIGH_WARNING_TEMPERATURE; });
+    ASSERT_NE(limit, object.m_Properties.end());
+    EXPECT_EQ(limit->m_Data.m_SignedLong.m_Value, 60);
 }
 
 TEST(MakeDriveObject, OffersWhatSuitsTheDrive) {

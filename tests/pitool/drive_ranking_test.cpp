@@ -8,15 +8,20 @@ using namespace pitool;
 
 namespace {
 
-DriveAssessment SolidState(unsigned long remaining, unsigned long used) {
+/// A solid-state drive that reports its wear.
+DriveAssessment InState(PI::_DRIVE_STATE state, std::int64_t wear = 0) {
+    PI::CDriveHealth health(PI::DriveProtocol::NVME, "SAMPLE");
+    health.TakeFigure(PI::HealthFigure::WEAR, wear, PI::FigureSource::NVME_LOG, 2);
     DriveAssessment drive;
-    drive.m_Lifetime.m_RemainingHours = Known(remaining);
-    drive.m_PercentUsed = used;
+    drive.m_State = state;
+    drive.m_Wear = health.GetFigure(PI::HealthFigure::WEAR);
+    drive.m_Lifetime.m_RemainingHours = Known(5UL);
     return drive;
 }
 
 DriveAssessment Disk() {
     DriveAssessment drive;
+    drive.m_State = PI::DriveState::GOOD;
     drive.m_Lifetime.m_Applicable = false;
     drive.m_Lifetime.m_RemainingHours = Unknown<unsigned long>("rotating disk");
     return drive;
@@ -39,18 +44,12 @@ bool IsWorse(const DriveAssessment& left, const DriveAssessment& right) {
 
 }  // namespace
 
-TEST(RankDrive, OrdersFromFailingToUnknown) {
+TEST(RankDrive, OrdersByStateThenByWear) {
+    namespace State = PI::DriveState;
     const DriveAssessment drives[] = {
-        Failing(SolidState(5, 95)),
-        Failing(SolidState(40000, 1)),
-        Failing(Disk()),
-        SolidState(30000, 100),
-        SolidState(20, 90),
-        SolidState(10, 89),
-        SolidState(11, 60),
-        SolidState(11, 50),
-        Disk(),
-        UnknownLifetime(),
+        InState(State::FAILED, 1), InState(State::REPLACE, 120), InState(State::REPLACE, 100),
+        InState(State::LOOK, 95),  InState(State::LOOK),         InState(State::UNKNOWN, 3),
+        InState(State::GOOD, 89),  InState(State::GOOD, 1),      Disk(),
     };
     for (std::size_t i = 0; i + 1 < std::size(drives); ++i) {
         EXPECT_TRUE(IsWorse(drives[i], drives[i + 1])) << i;
@@ -58,24 +57,27 @@ TEST(RankDrive, OrdersFromFailingToUnknown) {
     }
 }
 
-TEST(RankDrive, DrivesThatAreEqualAreNotOrdered) {
-    EXPECT_FALSE(IsWorse(Disk(), Disk()));
-    EXPECT_FALSE(IsWorse(SolidState(1, 2), SolidState(1, 2)));
-    EXPECT_FALSE(IsWorse(SolidState(1, 95), SolidState(2, 95))) << "worn drives go by their wear";
+TEST(RankDrive, TheLifetimeRanksNothing) {
+    DriveAssessment longer = InState(PI::DriveState::GOOD, 5);
+    longer.m_Lifetime.m_RemainingHours = Known(40000UL);
+    EXPECT_FALSE(IsWorse(InState(PI::DriveState::GOOD, 5), longer));
+    EXPECT_FALSE(IsWorse(longer, InState(PI::DriveState::GOOD, 5)));
 }
 
 TEST(SummaryLine, CountsDrivesOfEachKind) {
     DriveSummary summary;
-    for (const DriveAssessment& drive : {Failing(SolidState(5, 95)), SolidState(30000, 90),
-                                         SolidState(10, 89), Disk(), Failing(Disk()), UnknownLifetime()}) {
+    for (const DriveAssessment& drive :
+         {Failing(InState(PI::DriveState::FAILED, 95)), InState(PI::DriveState::LOOK, 90),
+          InState(PI::DriveState::GOOD, 89), InState(PI::DriveState::LOOK, 255), Disk(), Failing(Disk()),
+          UnknownLifetime()}) {
         CountDrive(drive, summary);
     }
     EXPECT_EQ(SummaryLine(summary),
-              "6 drives: 2 failing, 2 worn to 90 percent or more, 1 of unknown lifetime");
+              "7 drives: 2 failing, 2 worn to 90 percent or more, 1 of unknown lifetime");
     summary.m_Refused = 1;
     EXPECT_EQ(SummaryLine(summary),
-              "6 drives: 2 failing, 2 worn to 90 percent or more, 1 of unknown lifetime; 1 input refused");
+              "7 drives: 2 failing, 2 worn to 90 percent or more, 1 of unknown lifetime; 1 input refused");
     summary.m_Refused = 2;
     EXPECT_EQ(SummaryLine(summary),
-              "6 drives: 2 failing, 2 worn to 90 percent or more, 1 of unknown lifetime; 2 inputs refused");
+              "7 drives: 2 failing, 2 worn to 90 percent or more, 1 of unknown lifetime; 2 inputs refused");
 }

@@ -115,7 +115,7 @@ TEST(MakeDriveRow, TellsWhatALifetimeGoesBy) {
     EXPECT_THAT(MakeDriveRow(Assess(json)).m_Text, testing::EndsWith("\n11914 hours, wear indicator\n"));
 }
 
-TEST(MakeDriveRow, AFailingDriveAndAWornOneStandOut) {
+TEST(MakeDriveRow, AFailedDriveAndAWornOneStandOut) {
     Json json = SolidStateReport("INTEL SSDSC2BB480G7", 10000, {Attribute(233, 10, 0)});
     Styles styles{};
     styles[3] = Style::FAINT;
@@ -129,4 +129,11 @@ TEST(MakeDriveRow, AFailingDriveAndAWornOneStandOut) {
     json["ata_smart_attributes"]["table"] = Json::array({Attribute(233, 11, 0)});
     styles[6] = Style::PLAIN;
     EXPECT_EQ(MakeDriveRow(Assess(json)).m_Styles, styles);
+}
+
+TEST(MakeDriveRow, MarksWhatIsDoubtful) {
+    Json json = AtaReport("SAMPLE");
+    json["device"]["protocol"] = "NVMe";
+    json["nvme_smart_health_information_log"]["percentage_used"] = 255;
+    EXPECT_THAT(MakeDriveRow(Assess(json)).m_Text, testing::HasSubstr("\nlook at it\n255 percent?\n"));
 }

@@ -93,8 +93,8 @@ TEST_F(ProgramFaults, AnEndlessDeviceIsRefused) {
 
 TEST_F(ProgramFaults, AFileOfZerosIsRefused) {
     Create("zeros", std::string(10'000, '\0'));
-    ExpectRefusal("$PITOOL drive zeros", "zeros: not JSON: wrong at byte 1");
-    ExpectRefusal("$PITOOL drive - < zeros", "-: not JSON: wrong at byte 1");
+    ExpectRefusal("$PITOOL drive zeros", "zeros: no report of smartctl");
+    ExpectRefusal("$PITOOL drive - < zeros", "-: no report of smartctl");
     ExpectRefusal("$PITOOL drive --events --strings zeros $EXAMPLES/drives/wd-disk.json",
                   "zeros:1:1: the root element is not Strings");
     ExpectRefusal("$PITOOL layout zeros", "zeros:1:1: not well-formed XML: a zero byte; UTF-8 is expected");
@@ -105,7 +105,7 @@ TEST_F(ProgramFaults, AFileOfZerosIsRefused) {
 
 TEST_F(ProgramFaults, AnEmptyFileIsRefused) {
     Create("empty", "");
-    ExpectRefusal("$PITOOL drive empty", "empty: empty");
+    ExpectRefusal("$PITOOL drive empty", "empty: the text is empty (line 1, column 1)");
     ExpectRefusal("$PITOOL drive --events --strings empty $EXAMPLES/drives/wd-disk.json",
                   "empty:1:1: the root element is not Strings");
     ExpectRefusal("$PITOOL layout empty", "empty:1:1: not well-formed XML: no element found");
@@ -237,14 +237,14 @@ TEST_F(ProgramFaults, DepthIsRefused) {
         ExpectRefusal("$PITOOL event --id 10055 --strings deep.xml",
                       "deep.xml:1:2: the root element is not Strings");
         Create("lists.json", "{\"a\":" + std::string(levels, '[') + std::string(levels, ']') + "}");
-        ExpectRefusal("$PITOOL drive lists.json", "lists.json: nested deeper than 64 levels");
+        ExpectRefusal("$PITOOL drive lists.json", "lists.json: no report of smartctl");
         ExpectRefusal("$PITOOL event < lists.json", "standard input: nested deeper than 3 levels");
         std::string objects;
         for (std::size_t level = 0; level < levels; ++level) {
             objects += "{\"a\":";
         }
         Create("objects.json", objects + "1" + std::string(levels, '}'));
-        ExpectRefusal("$PITOOL drive objects.json", "objects.json: nested deeper than 64 levels");
+        ExpectRefusal("$PITOOL drive objects.json", "objects.json: no report of smartctl");
         ExpectRefusal("$PITOOL event < objects.json", "standard input: nested deeper than 3 levels");
     }
 }

@@ -49,6 +49,43 @@ TEST(MakeFigure, AnUnknownValueLeavesThePropertyWithoutOne) {
     EXPECT_EQ(FigureText(figure), "unknown (no SMART data)");
 }
 
+TEST(MakeFigure, AFigureOfTheHealthKeepsStateUnitAndSource) {
+    PI::CDriveHealth health(PI::DriveProtocol::NVME, "SAMPLE");
+    health.TakeFigure(PI::HealthFigure::WEAR, 12, PI::FigureSource::NVME_LOG, 2);
+    health.TakeFigure(PI::HealthFigure::TEMPERATURE, -4);
+    const auto text = [&health](PI::_HEALTH_FIGURE figure) {
+        return FigureText(MakeFigure(health.GetFigure(figure)));
+    };
+    EXPECT_EQ(text(PI::HealthFigure::WEAR), "12 percent, counts up; NVMe log 02h");
+    EXPECT_EQ(text(PI::HealthFigure::TEMPERATURE), "-4 degrees Celsius; decoded by smartctl");
+    EXPECT_EQ(text(PI::HealthFigure::SPARE), "unknown (not reported)");
+    EXPECT_EQ(MakeFigure(health.GetFigure(PI::HealthFigure::SPARE)).m_Name, "SPARE");
+    EXPECT_EQ(MakeFigure(ID::RATED_ENDURANCE_PERCENT, health.GetFigure(PI::HealthFigure::WEAR)).m_Name,
+              "RATED_ENDURANCE_PERCENT");
+    health.TakeFigure(PI::HealthFigure::WEAR, 255, PI::FigureSource::NVME_LOG, 2);
+    EXPECT_EQ(text(PI::HealthFigure::WEAR),
+              "255 percent?, counts up; doubtful: NVMe log 02h says 255 percent, which stands for more than "
+              "254 or for nothing");
+}
+
+TEST(StateText, TellsHowFarAValueCanBeReliedOn) {
+    const auto state = [](const Fact<unsigned long>& fact) {
+        return std::string(StateText(MakeFigure(ID::POWERON_HOURS, fact, Unit::HOURS)));
+    };
+    EXPECT_EQ(state(Known(5UL)), "known");
+    EXPECT_EQ(state(Doubtful(5UL, "x")), "doubtful");
+    EXPECT_EQ(state(Unknown<unsigned long>("x")), "unknown");
+}
+
+TEST(FigureValueText, MarksWhatIsDoubtful) {
+    const auto text = [](Unit unit) {
+        return FigureValueText(MakeFigure(ID::BYTES_READ, Doubtful(12UL, "x"), unit));
+    };
+    EXPECT_EQ(text(Unit::PERCENT), "12 percent?");
+    EXPECT_EQ(text(Unit::BYTES), "12 bytes?");
+    EXPECT_EQ(text(Unit::NONE), "12?");
+}
+
 TEST(FigureText, WritesUnitsDirectionAndSource) {
     EXPECT_EQ(
         FigureText(MakeFigure(ID::POWERON_HOURS, Known(2UL, std::string("x")), Unit::HOURS, Direction::UP)),

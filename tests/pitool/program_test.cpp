@@ -88,7 +88,7 @@ TEST_F(Program, WhatIsRefusedIsNamedAndTheOthersAreReported) {
     const Outcome run = RunPitool({"drive", bad, "wd-disk.json", "missing.json"});
     EXPECT_EQ(run.m_Output, Expected("wd-disk.txt"));
     EXPECT_EQ(run.m_Errors, "pitool: " + bad +
-                                ": truncated: the JSON text ends too early\n"
+                                ": the report breaks off (line 1, column 2)\n"
                                 "pitool: missing.json: No such file or directory\n");
     EXPECT_EQ(run.m_ExitStatus, 1);
 }
@@ -96,7 +96,8 @@ TEST_F(Program, WhatIsRefusedIsNamedAndTheOthersAreReported) {
 TEST_F(Program, RefusedInputsStandInJsonAndInTheSummary) {
     const std::string bad = Create("bad.json", "");
     const Json json = Json::parse(RunPitool({"drive", "--json", bad, "wd-disk.json"}).m_Output);
-    EXPECT_EQ(json["errors"], (Json::array({{{"file", bad}, {"reason", "empty"}}})));
+    EXPECT_EQ(json["errors"],
+              (Json::array({{{"file", bad}, {"reason", "the text is empty (line 1, column 1)"}}})));
     EXPECT_EQ(json["summary"]["refused"], 1);
     EXPECT_EQ(json["summary"]["drives"], 1);
     const Outcome table = RunPitool({"drive", bad, "wd-disk.json", "samsung-ssd.json"});
@@ -110,7 +111,7 @@ TEST_F(Program, RefusedInputsStandInJsonAndInTheSummary) {
 TEST_F(Program, WithoutAnyDriveNothingIsPrinted) {
     const Outcome run = RunPitool({"drive", "-"});
     EXPECT_EQ(run.m_Output, "");
-    EXPECT_EQ(run.m_Errors, "pitool: -: empty\n");
+    EXPECT_EQ(run.m_Errors, "pitool: -: the text is empty (line 1, column 1)\n");
     EXPECT_EQ(run.m_ExitStatus, 1);
 }
 

@@ -3,13 +3,15 @@
 #pragma once
 
 #include "drive_assessment.h"
-#include "smartctl_reader.h"
+
+#include <pi/exchange/smartctl.h>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <fstream>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -37,16 +39,16 @@ inline Json SolidStateReport(const std::string& model, std::uint64_t hours,
     return report;
 }
 
-/// Reads a report that must be readable.
-inline DriveReport Read(const Json& json) {
-    DriveReport report;
-    std::string reason;
-    EXPECT_TRUE(ReadSmartctlReport(json.dump(), report, reason)) << reason;
-    return report;
-}
-
+/// Assesses the one drive of a report.
 inline DriveAssessment Assess(const Json& json) {
-    return AssessDrive("sample.json", Read(json));
+    const std::string text = json.dump();
+    std::vector<PI::CDriveReport> drives;
+    std::vector<PI::CReportRefusal> refusals;
+    PI::ReadSmartctl(text.data(), text.size(), drives, refusals);
+    if (drives.size() != 1) {
+        throw std::runtime_error(refusals.empty() ? "several drives" : refusals[0].GetReason());
+    }
+    return AssessDrive("sample.json", drives[0]);
 }
 
 inline std::string ReadFile(const std::string& path) {

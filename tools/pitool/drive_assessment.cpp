@@ -2,10 +2,12 @@
 
 #include "drive_assessment.h"
 
-#include "drive_identity.h"
-#include "drive_wear.h"
+#include <pi/endurance_rating.h>
+#include <pi/plugin_helper.h>
+#include <pi/vocabulary.h>
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace pitool {
@@ -13,74 +15,124 @@ namespace {
 
 namespace ID = PI::PropertyID;
 namespace Value = PI::PropertyValue;
+namespace Health = PI::HealthFigure;
 
-Fact<int> FindTransport(const DriveReport& report) {
-    constexpr std::uint64_t SAS_TRANSPORT = 6;  // SPC, protocol identifier
-    switch (report.m_Protocol) {
-        case Protocol::NVME: return Known<int>(Value::NVME);
-        case Protocol::ATA:
-            return report.m_SataSeen ? Known<int>(Value::SATA)
-                                     : Unknown<int>("an ATA drive that reports no SATA version");
-        case Protocol::SCSI: break;
+/// Figures of the health under their identifiers, in the order shown.
+struct Row {
+    PI::_PROPERTY_ID m_ID;
+    PI::_HEALTH_FIGURE m_Figure;
+    bool m_SolidStateOnly;
+};
+
+constexpr Row PROPERTIES[] = {
+    {ID::TEMPERATURE, Health::TEMPERATURE, false},
+    {ID::HIGH_WARNING_TEMPERATURE, Health::TEMPERATURE_LIMIT, false},
+    {ID::HIGH_CRITICAL_TEMPERATURE, Health::CRITICAL_TEMPERATURE, false},
+    {ID::POWERON_HOURS, Health::POWER_ON_HOURS, false},
+    {ID::BYTES_READ, Health::BYTES_READ, false},
+    {ID::BYTES_WRITTEN, Health::BYTES_WRITTEN, false},
+    {ID::MEDIA_ERROR_COUNT, Health::MEDIA_ERRORS, false},
+    {ID::REMAINING_RESERVE_SPACE, Health::SPARE, true},
+    {ID::RESERVE_WARNING_THRESHOLD, Health::SPARE_THRESHOLD, true},
+    {ID::RATED_ENDURANCE_TB, Health::RATED_TERABYTES, true},
+    {ID::RATED_ENDURANCE_PERCENT, Health::WEAR, true},
+};
+
+constexpr PI::_HEALTH_FIGURE OTHER_FIGURES[] = {
+    Health::HIGHEST_TEMPERATURE,        Health::REALLOCATED_SECTORS,   Health::PENDING_SECTORS,
+    Health::UNCORRECTABLE_SECTORS,      Health::INTERFACE_ERRORS,      Health::LOGGED_ERRORS,
+    Health::ATTRIBUTES_BELOW_THRESHOLD, Health::ATTRIBUTES_ONCE_BELOW, Health::FAILED_SELF_TESTS,
+    Health::CRITICAL_WARNING,           Health::POWER_CYCLES,          Health::UNSAFE_SHUTDOWNS,
+};
+
+constexpr const char* NO_VERDICT = "no SMART verdict of the drive";
+constexpr const char* VERDICT = "SMART verdict of the drive";
+constexpr std::int64_t FAILING = 1;
+
+/// The drive's word and its wear as a state of the vocabulary. A doubtful wear calls no drive worn.
+Fact<int> FindHealth(const PI::CHealthFigure& verdict, const PI::CHealthFigure& wear) {
+    constexpr std::int64_t WORN_OUT = 100;
+    const bool isNearEnd = wear.GetValue() >= static_cast<std::int64_t>(WORN_PERCENT);
+    if (verdict.GetValue() == FAILING) {
+        return Known<int>(Value::PREDICTIVE_FAILURE, VERDICT);
     }
-    return report.m_ScsiTransport == SAS_TRANSPORT
-               ? Known<int>(Value::SAS)
-               : Unknown<int>(report.m_ScsiTransport ? "a SCSI drive, but not SAS"
-                                                     : "a SCSI drive that reports no transport");
+    if (wear.GetState() == PI::FigureState::KNOWN && isNearEnd) {
+        return Known<int>(wear.GetValue() >= WORN_OUT ? Value::SMART_WORN_OUT : Value::NEAR_WEARING_OUT,
+                          "wear");
+    }
+    if (!verdict.HasValue()) {
+        return Unknown<int>(NO_VERDICT);
+    }
+    return isNearEnd ? Doubtful<int>(Value::OK, "wear: " + wear.GetText()) : Known<int>(Value::OK, VERDICT);
 }
 
-std::string KindText(const DriveReport& report, const Fact<int>& transport, int medium) {
-    const char* command = report.m_Protocol == Protocol::SCSI ? "SCSI" : "ATA";
-    return (transport ? PI::PropertyValueToString(*transport) : command) + " " +
-           PI::PropertyValueToString(medium);
-}
-
-constexpr std::int64_t HOTTEST = 150;
-
-Fact<long> FindTemperature(const DriveReport& report) {
-    constexpr std::int64_t COLDEST = -60;
-    if (!report.m_Temperature) {
-        return Unknown<long>(NOT_REPORTED);
-    }
-    if (*report.m_Temperature < COLDEST || *report.m_Temperature > HOTTEST) {
-        return Unknown<long>("the drive reports " + std::to_string(*report.m_Temperature) +
-                             ", no temperature of a drive");
-    }
-    if (*report.m_Temperature == 0 && report.m_HighestTemperature == 0) {
-        return Unknown<long>("the drive has no sensor: it never reported more than 0");
-    }
-    return Known<long>(*report.m_Temperature);
-}
-
-/// A limit of 0 is one that the drive does not have.
-std::optional<long> FindTemperatureLimit(const DriveReport& report) {
-    const std::int64_t limit = report.m_TemperatureLimit.value_or(0);
-    return limit > 0 && limit <= HOTTEST ? std::optional<long>(limit) : std::nullopt;
-}
-
-/// Wear as the state of the drive's health.
-Fact<int> FindHealth(const DriveReport& report, std::optional<unsigned long> percentUsed) {
-    if (report.m_SmartPassed == false) {
-        return Known<int>(Value::PREDICTIVE_FAILURE, "SMART verdict of the drive");
-    }
-    if (percentUsed >= 100UL) {
-        return Known<int>(Value::SMART_WORN_OUT, "wear");
-    }
-    if (percentUsed >= WORN_PERCENT) {
-        return Known<int>(Value::NEAR_WEARING_OUT, "wear");
-    }
-    return report.m_SmartPassed ? Known<int>(Value::OK, "SMART verdict of the drive")
-                                : Unknown<int>("no SMART verdict of the drive");
-}
-
-Fact<unsigned long> NonZero(const std::optional<std::uint64_t>& value) {
-    return value && *value != 0 ? Known<unsigned long>(*value) : Unknown<unsigned long>(NOT_REPORTED);
+Fact<int> FindFlag(const PI::CHealthFigure& verdict) {
+    return verdict.HasValue() ? Known<int>(verdict.GetValue() == 0 ? Value::NO : Value::YES)
+                              : Unknown<int>(NO_VERDICT);
 }
 
 /// What is left of the wear, so that both directions can be read.
-Fact<unsigned long> PercentLeft(const Fact<unsigned long>& used) {
-    return used ? Known(100 - std::min(*used, 100UL), "100 percent less the wear")
-                : Unknown<unsigned long>(used.m_Reason);
+Fact<unsigned long> PercentLeft(const PI::CHealthFigure& wear) {
+    const auto left = static_cast<unsigned long>(100 - std::min<std::int64_t>(wear.GetValue(), 100));
+    switch (wear.GetState()) {
+        case PI::FigureState::KNOWN: return Known(left, "100 percent less the wear");
+        case PI::FigureState::DOUBTFUL: return Doubtful(left, wear.GetText());
+        case PI::FigureState::UNKNOWN: break;
+    }
+    return Unknown<unsigned long>(wear.GetText());
+}
+
+Fact<std::string> Text(const std::string& text) {
+    return text.empty() ? Unknown<std::string>(NOT_REPORTED) : Known(text);
+}
+
+Fact<unsigned long> NonZero(unsigned long value) {
+    return value != 0 ? Known(value) : Unknown<unsigned long>(NOT_REPORTED);
+}
+
+Fact<int> FindTransport(const PI::CDriveReport& report) {
+    return report.GetTransport() != 0 ? Known(report.GetTransport())
+                                      : Unknown<int>("the report names none of SATA, SAS and NVMe");
+}
+
+/// Disks of before 2008 do not say that they rotate.
+Fact<int> FindMedium(const PI::CDriveReport& report) {
+    if (report.GetMedium() != 0) {
+        return Known(report.GetMedium());
+    }
+    if (PI::FindEnduranceRating(report.GetModel()).IsListed()) {
+        return Known<int>(Value::SSD, "endurance list");
+    }
+    return report.GetHealth().GetFigure(Health::WEAR).HasValue()
+               ? Known<int>(Value::SSD, "it counts wear")
+               : Doubtful<int>(Value::HDD, "not reported, and nothing shows flash memory");
+}
+
+Fact<unsigned long> FindRPM(const PI::CDriveReport& report) {
+    if (report.IsRPMReported()) {
+        return Known<unsigned long>(report.GetRPM(), "reported by the drive");
+    }
+    unsigned long rpm = report.GetRPM();
+    if (rpm == 0 && report.GetProtocol() == PI::DriveProtocol::ATA) {
+        try {
+            PI::CPluginHelper::GetSATARPM(report.GetVendor(), report.GetProduct(), rpm);
+        } catch (const std::out_of_range&) {
+            return Unknown<unsigned long>("not reported, and the model name is too short for the rule");
+        }
+    }
+    return rpm != 0 ? Known(rpm, "from the model's rule; the drive does not report it")
+                    : Unknown<unsigned long>(NOT_REPORTED);
+}
+
+/// Transport and medium, such as "SATA SSD".
+std::string KindText(const PI::CDriveReport& report, int medium) {
+    std::string kind;
+    if (report.GetTransport() != 0) {
+        kind = PI::PropertyValueToString(report.GetTransport()) + " ";
+    } else if (report.GetProtocol() != PI::DriveProtocol::UNKNOWN) {
+        kind = report.GetProtocol() == PI::DriveProtocol::SCSI ? "SCSI " : "ATA ";
+    }
+    return kind + PI::PropertyValueToString(medium);
 }
 
 /// Marks a figure that drives of this kind do not have.
@@ -94,76 +146,84 @@ Figure NotApplicable(Figure figure, const char* reason) {
 
 }  // namespace
 
-DriveAssessment AssessDrive(const std::string& file, const DriveReport& report) {
-    const DriveIdentity identity = IdentifyDrive(report);
-    const DriveWear wear =
-        ReadWear(report, identity.m_Vendor.m_Value.value_or(""), identity.m_Product, identity.m_SolidState);
-    const Fact<int> transport = FindTransport(report);
-    const int medium = identity.m_SolidState ? Value::SSD : Value::HDD;
-
+DriveAssessment AssessDrive(const std::string& file, const PI::CDriveReport& report) {
+    const PI::CDriveHealth& health = report.GetHealth();
+    const Fact<int> medium = FindMedium(report);
+    const bool solidState = *medium == Value::SSD;
+    const PI::CHealthFigure verdict = health.GetFigure(Health::VERDICT);
     DriveAssessment drive;
     drive.m_File = file;
-    drive.m_Lifetime = EstimateLifetime(wear, identity.m_SolidState);
-    drive.m_PercentUsed = identity.m_SolidState ? wear.m_PercentUsed.m_Value : std::nullopt;
-    drive.m_TemperatureLimit = FindTemperatureLimit(report);
-    drive.m_Failing = report.m_SmartPassed == false;
-    drive.m_Kind = KindText(report, transport, medium);
-
-    const Fact<int> flagged = report.m_SmartPassed
-                                  ? Known<int>(*report.m_SmartPassed ? Value::NO : Value::YES)
-                                  : Unknown<int>("no SMART verdict of the drive");
-    const auto text = [](const std::optional<std::string>& value) { return FromReport(value, NOT_REPORTED); };
+    drive.m_Kind = KindText(report, *medium);
+    drive.m_Notes = report.GetNotes();
+    drive.m_State = health.GetState();
+    drive.m_Reasons = health.GetReasons();
+    drive.m_Lifetime = EstimateLifetime(health, solidState);
+    drive.m_Wear = solidState ? health.GetFigure(Health::WEAR) : PI::CHealthFigure(Health::WEAR);
+    drive.m_Failing = verdict.GetValue() == FAILING;
 
     std::vector<Figure>& figures = drive.m_Figures;
-    constexpr std::size_t FIGURES = 21;
+    constexpr std::size_t FIGURES = 25;
     figures.reserve(FIGURES);
-    figures.push_back(MakeFigure(ID::OS_DEVICE, text(report.m_Device)));
-    figures.push_back(MakeFigure(ID::VENDOR, identity.m_Vendor));
-    figures.push_back(MakeFigure(ID::PRODUCT, Known(identity.m_Product)));
-    figures.push_back(MakeFigure(ID::SERIAL_NUMBER, identity.m_Serial));
-    figures.push_back(MakeFigure(ID::FIRMWARE_VERSION, text(report.m_FirmwareVersion)));
-    figures.push_back(MakeStateFigure(ID::PROTOCOL, transport, {Value::SATA, Value::SAS, Value::NVME}));
-    figures.push_back(MakeStateFigure(ID::MEDIA_TYPE, Known(medium), {Value::HDD, Value::SSD}));
-    figures.push_back(MakeFigure(ID::RPM, identity.m_RPM, Unit::ROTATIONS_PER_MINUTE));
-    if (identity.m_SolidState) {
+    const auto addForSolidState = [&figures, solidState](Figure figure) {
+        figures.push_back(solidState ? std::move(figure) : NotApplicable(std::move(figure), "rotating disk"));
+    };
+    figures.push_back(MakeFigure(ID::OS_DEVICE, Text(report.GetDevice())));
+    figures.push_back(MakeFigure(ID::VENDOR, report.GetVendor().empty()
+                                                 ? Unknown<std::string>("the model text does not name it")
+                                                 : Known(report.GetVendor())));
+    figures.push_back(MakeFigure(ID::PRODUCT, Text(report.GetProduct())));
+    figures.push_back(MakeFigure(ID::SERIAL_NUMBER, Text(report.GetCorrectedSerialNumber())));
+    figures.push_back(MakeFigure(ID::FIRMWARE_VERSION, Text(report.GetFirmware())));
+    figures.push_back(
+        MakeStateFigure(ID::PROTOCOL, FindTransport(report), {Value::SATA, Value::SAS, Value::NVME}));
+    figures.push_back(MakeStateFigure(ID::MEDIA_TYPE, medium, {Value::HDD, Value::SSD}));
+    figures.push_back(MakeFigure(ID::RPM, FindRPM(report), Unit::ROTATIONS_PER_MINUTE));
+    if (solidState) {
         figures.back() = NotApplicable(std::move(figures.back()), "solid-state drive");
     }
-    figures.push_back(MakeFigure(ID::PHYSICAL_SIZE, NonZero(report.m_CapacityBytes), Unit::BYTES));
-    figures.push_back(MakeFigure(ID::BLOCK_SIZE, NonZero(report.m_BlockSize), Unit::BYTES));
-    figures.push_back(MakeStateFigure(ID::SMART_FLAGGED, flagged, {Value::YES, Value::NO}));
+    figures.push_back(MakeFigure(ID::PHYSICAL_SIZE, NonZero(report.GetCapacity()), Unit::BYTES));
+    figures.push_back(MakeFigure(ID::BLOCK_SIZE, NonZero(report.GetBlockSize()), Unit::BYTES));
+    figures.push_back(MakeStateFigure(ID::SMART_FLAGGED, FindFlag(verdict), {Value::YES, Value::NO}));
     figures.push_back(MakeStateFigure(
-        ID::HEALTH, FindHealth(report, drive.m_PercentUsed),
+        ID::HEALTH, FindHealth(verdict, drive.m_Wear),
         {Value::OK, Value::NEAR_WEARING_OUT, Value::SMART_WORN_OUT, Value::PREDICTIVE_FAILURE}));
-    figures.push_back(MakeFigure(ID::TEMPERATURE, FindTemperature(report), Unit::CELSIUS));
-    figures.push_back(MakeFigure(ID::POWERON_HOURS, wear.m_PowerOnHours, Unit::HOURS, Direction::UP));
-    figures.push_back(MakeFigure(ID::BYTES_READ, wear.m_BytesRead, Unit::BYTES, Direction::UP));
-    figures.push_back(MakeFigure(ID::BYTES_WRITTEN, wear.m_BytesWritten, Unit::BYTES, Direction::UP));
-
-    const std::size_t solidStateFigures = figures.size();
-    figures.push_back(MakeFigure(ID::REMAINING_RESERVE_SPACE, wear.m_Spare, Unit::PERCENT, Direction::DOWN));
-    figures.push_back(MakeFigure(ID::RATED_ENDURANCE_TB, wear.m_RatedTB, Unit::TERABYTES));
-    figures.push_back(
-        MakeFigure(ID::RATED_ENDURANCE_PERCENT, wear.m_PercentUsed, Unit::PERCENT, Direction::UP));
-    figures.push_back(
-        MakeFigure(ID::ESTIMATED_LIFETIME, PercentLeft(wear.m_PercentUsed), Unit::PERCENT, Direction::DOWN));
-    figures.push_back(
-        MakeFigure(ID::REMAINING_HOURS, drive.m_Lifetime.m_RemainingHours, Unit::HOURS, Direction::DOWN));
-    if (!identity.m_SolidState) {
-        for (std::size_t i = solidStateFigures; i < figures.size(); ++i) {
-            figures[i] = NotApplicable(std::move(figures[i]), "rotating disk");
+    for (const Row& row : PROPERTIES) {
+        Figure figure = MakeFigure(row.m_ID, health.GetFigure(row.m_Figure));
+        if (row.m_SolidStateOnly) {
+            addForSolidState(std::move(figure));
+        } else {
+            figures.push_back(std::move(figure));
         }
+    }
+    addForSolidState(
+        MakeFigure(ID::ESTIMATED_LIFETIME, PercentLeft(drive.m_Wear), Unit::PERCENT, Direction::DOWN));
+    addForSolidState(
+        MakeFigure(ID::REMAINING_HOURS, drive.m_Lifetime.m_RemainingHours, Unit::HOURS, Direction::DOWN));
+    for (const PI::_HEALTH_FIGURE figure : OTHER_FIGURES) {
+        drive.m_OtherFigures.push_back(MakeFigure(health.GetFigure(figure)));
     }
     return drive;
 }
 
 bool IsWorn(const DriveAssessment& drive) {
-    return drive.m_PercentUsed >= WORN_PERCENT;
+    return drive.m_Wear.GetState() == PI::FigureState::KNOWN &&
+           drive.m_Wear.GetValue() >= static_cast<std::int64_t>(WORN_PERCENT);
 }
 
-bool IsTooHot(const DriveAssessment& drive) {
-    const Figure& temperature = FindFigure(drive, ID::TEMPERATURE);
-    return temperature.IsKnown() && drive.m_TemperatureLimit &&
-           temperature.m_Property.m_Data.m_SignedLong.m_Value > *drive.m_TemperatureLimit;
+std::optional<long> ExceededLimit(const DriveAssessment& drive) {
+    const auto degrees = [&drive](PI::_PROPERTY_ID id) {
+        const Figure& figure = FindFigure(drive, id);
+        return figure.IsKnown() ? std::optional<long>(figure.m_Property.m_Data.m_SignedLong.m_Value)
+                                : std::nullopt;
+    };
+    const std::optional<long> temperature = degrees(ID::TEMPERATURE);
+    for (const PI::_PROPERTY_ID id : {ID::HIGH_WARNING_TEMPERATURE, ID::HIGH_CRITICAL_TEMPERATURE}) {
+        const std::optional<long> limit = degrees(id);
+        if (temperature && limit && *temperature > *limit) {
+            return limit;
+        }
+    }
+    return std::nullopt;
 }
 
 const Figure& FindFigure(const DriveAssessment& drive, PI::_PROPERTY_ID id) {

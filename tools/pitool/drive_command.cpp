@@ -13,9 +13,9 @@
 #include "event_text.h"
 #include "input_files.h"
 #include "output.h"
-#include "smartctl_reader.h"
 #include "wrapped_text.h"
 
+#include <pi/exchange/smartctl.h>
 #include <pi/plugin_helper.h>
 
 #include <algorithm>
@@ -126,6 +126,12 @@ private:
     std::string m_Sheet;  ///< of the first drive
 };
 
+std::string RefusalText(const PI::CReportRefusal& refusal) {
+    return refusal.GetLine() == 0 ? refusal.GetReason()
+                                  : refusal.GetReason() + " (line " + std::to_string(refusal.GetLine()) +
+                                        ", column " + std::to_string(refusal.GetColumn()) + ")";
+}
+
 }  // namespace
 
 ExitStatus RunDrive(const DriveOptions& options) {
@@ -136,17 +142,24 @@ ExitStatus RunDrive(const DriveOptions& options) {
     std::vector<std::string> files;
     std::string text;
     std::string reason;
-    DriveReport report;
     for (const std::string& argument : options.m_Files) {
         if (!ExpandArgument(argument, files, reason)) {
             drives.Refuse(argument, reason);
             continue;
         }
         for (const std::string& file : files) {
-            if (ReadInput(file, text, reason) && ReadSmartctlReport(text, report, reason)) {
-                drives.Add(AssessDrive(file, report));
-            } else {
+            if (!ReadInput(file, text, reason)) {
                 drives.Refuse(file, reason);
+                continue;
+            }
+            std::vector<PI::CDriveReport> reports;
+            std::vector<PI::CReportRefusal> refusals;
+            PI::ReadSmartctl(text.data(), text.size(), reports, refusals);
+            for (const PI::CDriveReport& report : reports) {
+                drives.Add(AssessDrive(file, report));
+            }
+            for (const PI::CReportRefusal& refusal : refusals) {
+                drives.Refuse(file, RefusalText(refusal));
             }
         }
     }

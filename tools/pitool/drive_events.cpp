@@ -44,16 +44,16 @@ std::vector<PI::CEvent> RaiseDriveEvents(const DriveAssessment& drive, const PI:
         events.push_back(MakeDriveEvent(PI::EventID::SMART_ERROR, PI::Severity::ERROR, drive, object,
                                         "its self-assessment failed"));
     }
-    if (drive.m_PercentUsed && *drive.m_PercentUsed > WORN_PERCENT) {
+    if (IsWorn(drive) && drive.m_Wear.GetValue() != static_cast<std::int64_t>(WORN_PERCENT)) {
         events.push_back(MakeDriveEvent(PI::EventID::PD_WEAR_LEVEL_COUNT_ABOVE_THRESHOLD,
                                         PI::Severity::WARNING, drive, object,
-                                        std::to_string(*drive.m_PercentUsed) + " percent used, threshold " +
-                                            std::to_string(WORN_PERCENT)));
+                                        std::to_string(drive.m_Wear.GetValue()) +
+                                            " percent used, threshold " + std::to_string(WORN_PERCENT)));
     }
-    if (IsTooHot(drive)) {
-        events.push_back(MakeDriveEvent(
-            PI::EventID::PD_TEMP_HIGH, PI::Severity::WARNING, drive, object,
-            KnownText(drive, ID::TEMPERATURE) + ", limit " + std::to_string(*drive.m_TemperatureLimit)));
+    if (const std::optional<long> limit = ExceededLimit(drive)) {
+        events.push_back(
+            MakeDriveEvent(PI::EventID::PD_TEMP_HIGH, PI::Severity::WARNING, drive, object,
+                           KnownText(drive, ID::TEMPERATURE) + ", limit " + std::to_string(*limit)));
     }
     return events;
 }

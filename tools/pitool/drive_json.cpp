@@ -35,16 +35,36 @@ Json FigureValue(const PI::CProperty& property) {
 }
 
 Json FigureJson(const Figure& figure) {
+    const PI::_PROPERTY_ID id = figure.m_Property.m_ID;
     return {
-        {"id", static_cast<int>(figure.m_Property.m_ID)},
+        {"id", id != NO_PROPERTY ? Json(static_cast<int>(id)) : Json(nullptr)},
         {"value", FigureValue(figure.m_Property)},
         {"unit", TextOrNull(UnitText(figure.m_Unit))},
         {"text", TextOrNull(FigureValueText(figure))},
         {"counts", TextOrNull(DirectionText(figure.m_Direction))},
         {"source", TextOrNull(figure.m_Source)},
         {"applicable", figure.m_Applicable},
+        {"state", StateText(figure)},
         {"reason", TextOrNull(figure.m_Reason)},
     };
+}
+
+Json FiguresJson(const std::vector<Figure>& figures) {
+    Json json = Json::object();
+    for (const Figure& figure : figures) {
+        json[figure.m_Name] = FigureJson(figure);
+    }
+    return json;
+}
+
+Json ReasonsJson(const std::vector<PI::CHealthReason>& reasons) {
+    Json list = Json::array();
+    for (const PI::CHealthReason& reason : reasons) {
+        list.push_back({{"state", PI::DriveStateToString(reason.GetState())},
+                        {"text", reason.GetText()},
+                        {"figure", PI::HealthFigureToString(reason.GetFigure().GetFigure())}});
+    }
+    return list;
 }
 
 Json EventsJson(const std::vector<RenderedEvent>& events) {
@@ -59,7 +79,8 @@ Json LifetimeJson(const Lifetime& lifetime) {
     return {
         {"remaining_hours", ValueOrNull(lifetime.m_RemainingHours.m_Value)},
         {"counts", "down"},
-        {"basis", TextOrNull(LifetimeBasisText(lifetime.m_Basis))},
+        {"basis", TextOrNull(lifetime.m_Basis)},
+        {"limit", TextOrNull(lifetime.m_Limit)},
         {"applicable", lifetime.m_Applicable},
         {"reason", TextOrNull(lifetime.m_RemainingHours.m_Reason)},
     };
@@ -121,17 +142,17 @@ bool WriteList(const char* name, const Values& values, const Writer& write, Comp
 }  // namespace
 
 std::string DriveJson(const DriveAssessment& drive, const std::vector<RenderedEvent>* events) {
-    Json properties = Json::object();
-    for (const Figure& figure : drive.m_Figures) {
-        properties[PI::PropertyIDToString(figure.m_Property.m_ID)] = FigureJson(figure);
-    }
     const Json json = {
         {"file", drive.m_File},
         {"kind", drive.m_Kind},
+        {"state", PI::DriveStateToString(drive.m_State)},
+        {"reasons", ReasonsJson(drive.m_Reasons)},
+        {"notes", drive.m_Notes},
         {"failing", drive.m_Failing},
         {"worn", IsWorn(drive)},
         {"lifetime", LifetimeJson(drive.m_Lifetime)},
-        {"properties", std::move(properties)},
+        {"properties", FiguresJson(drive.m_Figures)},
+        {"figures", FiguresJson(drive.m_OtherFigures)},
         {"operations", OperationNames(drive)},
         {"events", events != nullptr ? EventsJson(*events) : Json(nullptr)},
     };

@@ -54,16 +54,11 @@ std::vector<PI::_OPERATION_ID> OfferedOperations(const DriveAssessment& drive) {
 
 PI::CObject MakeDriveObject(std::uint64_t id, const DriveAssessment& drive) {
     PI::CObject object(id, PHYSICAL_DRIVE);
-    object.m_Properties.reserve(drive.m_Figures.size() + 1);
+    object.m_Properties.reserve(drive.m_Figures.size());
     for (const Figure& figure : drive.m_Figures) {
         if (figure.IsKnown()) {
             object.m_Properties.push_back(figure.m_Property);
         }
-    }
-    if (drive.m_TemperatureLimit) {
-        PI::CProperty& limit =
-            object.m_Properties.emplace_back(PI::PropertyID::HIGH_WARNING_TEMPERATURE, false);
-        limit.SetValue(*drive.m_TemperatureLimit);
     }
     for (const PI::_OPERATION_ID operation : OfferedOperations(drive)) {
         object.m_Operations.emplace_back().m_Header1 = static_cast<std::uint32_t>(operation);

@@ -2,7 +2,6 @@
 
 #include "drive_ranking.h"
 
-#include <limits>
 #include <tuple>
 
 namespace pitool {
@@ -12,17 +11,15 @@ bool LacksEstimate(const DriveAssessment& drive) {
     return drive.m_Lifetime.m_Applicable && !drive.m_Lifetime.m_RemainingHours;
 }
 
-int Group(const DriveAssessment& drive) {
-    if (drive.m_Failing) {
-        return 0;
+int Group(PI::_DRIVE_STATE state) {
+    switch (state) {
+        case PI::DriveState::FAILED: return 0;
+        case PI::DriveState::REPLACE: return 1;
+        case PI::DriveState::LOOK: return 2;
+        case PI::DriveState::UNKNOWN: return 3;
+        case PI::DriveState::GOOD: break;
     }
-    if (IsWorn(drive)) {
-        return 1;
-    }
-    if (drive.m_Lifetime.m_RemainingHours) {
-        return 2;
-    }
-    return LacksEstimate(drive) ? 4 : 3;
+    return 4;
 }
 
 std::string Count(std::size_t count, const char* one, const char* many) {
@@ -32,20 +29,11 @@ std::string Count(std::size_t count, const char* one, const char* many) {
 }  // namespace
 
 DriveRank RankDrive(const DriveAssessment& drive) {
-    DriveRank rank;
-    rank.m_Group = Group(drive);
-    rank.m_Used = drive.m_PercentUsed.value_or(0);
-    // Worn drives go by their wear: from 100 percent on, the hours are just what the service span leaves.
-    rank.m_Remaining =
-        rank.m_Group == 1
-            ? 0
-            : drive.m_Lifetime.m_RemainingHours.m_Value.value_or(std::numeric_limits<unsigned long>::max());
-    return rank;
+    return {Group(drive.m_State), drive.m_Wear.GetValue()};
 }
 
 bool operator<(const DriveRank& left, const DriveRank& right) {
-    return std::tie(left.m_Group, left.m_Remaining, right.m_Used) <
-           std::tie(right.m_Group, right.m_Remaining, left.m_Used);
+    return std::tie(left.m_Group, right.m_Wear) < std::tie(right.m_Group, left.m_Wear);
 }
 
 void CountDrive(const DriveAssessment& drive, DriveSummary& summary) {

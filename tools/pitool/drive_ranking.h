@@ -6,16 +6,15 @@
 #include "drive_assessment.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace pitool {
 
-/// How bad off a drive is; the smaller, the worse.
+/// How bad off a drive is.
 struct DriveRank {
-    /// 0 failing, 1 worn, 2 lifetime known, 3 rotating disk, 4 lifetime unknown
-    int m_Group = 0;
-    unsigned long m_Remaining = 0;  ///< hours; within group 2 fewer come first
-    unsigned long m_Used = 0;       ///< percent; more comes first
+    int m_Group = 0;          ///< 0 failed, 1 to replace, 2 to look at, 3 unknown, 4 good
+    std::int64_t m_Wear = 0;  ///< percent, 0 when unknown; more comes first
 };
 
 DriveRank RankDrive(const DriveAssessment& drive);

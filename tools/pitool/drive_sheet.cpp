@@ -17,7 +17,7 @@ namespace ID = PI::PropertyID;
 }  // namespace
 
 std::string FigureText(const Figure& figure) {
-    if (!figure.IsKnown()) {
+    if (!figure.HasValue()) {
         return std::string(figure.m_Applicable ? "unknown" : "not applicable") + " (" +
                PrintableText(figure.m_Reason) + ")";
     }
@@ -26,11 +26,25 @@ std::string FigureText(const Figure& figure) {
     if (!counts.empty()) {
         text += ", counts " + counts;
     }
-    return figure.m_Source.empty() ? text : text + "; " + figure.m_Source;
+    if (!figure.m_Source.empty()) {
+        text += "; " + figure.m_Source;
+    }
+    return figure.IsDoubtful() ? text + "; doubtful: " + PrintableText(figure.m_Reason) : text;
+}
+
+Style StateStyle(PI::_DRIVE_STATE state) {
+    switch (state) {
+        case PI::DriveState::FAILED:
+        case PI::DriveState::REPLACE: return Style::FAILING;
+        case PI::DriveState::LOOK: return Style::WARNING;
+        case PI::DriveState::UNKNOWN: return Style::FAINT;
+        case PI::DriveState::GOOD: break;
+    }
+    return Style::PLAIN;
 }
 
 Style FigureStyle(const DriveAssessment& drive, const Figure& figure) {
-    if (!figure.IsKnown()) {
+    if (!figure.HasValue()) {
         return Style::FAINT;
     }
     bool worrying = false;
@@ -44,7 +58,7 @@ Style FigureStyle(const DriveAssessment& drive, const Figure& figure) {
             break;
         case ID::RATED_ENDURANCE_PERCENT:
         case ID::ESTIMATED_LIFETIME: worrying = IsWorn(drive); break;
-        case ID::TEMPERATURE: worrying = IsTooHot(drive); break;
+        case ID::TEMPERATURE: worrying = ExceededLimit(drive).has_value(); break;
         default: break;
     }
     return worrying ? Style::WARNING : Style::PLAIN;
@@ -52,14 +66,29 @@ Style FigureStyle(const DriveAssessment& drive, const Figure& figure) {
 
 std::string DriveSheet(const DriveAssessment& drive, const Screen& screen) {
     std::vector<std::string> texts;
-    texts.reserve(drive.m_Figures.size());  // the cells look into them
+    texts.reserve(drive.m_Reasons.size() + drive.m_Figures.size() + drive.m_OtherFigures.size() +
+                  drive.m_Notes.size());  // the cells look into them
     std::vector<std::vector<Cell>> lines;
     std::size_t longestName = 0;
-    for (const Figure& figure : drive.m_Figures) {
-        const std::string& name = PI::PropertyIDToString(figure.m_Property.m_ID);
-        longestName = std::max(longestName, name.size());
+    lines.push_back({{"STATE"}, {PI::DriveStateToString(drive.m_State), StateStyle(drive.m_State)}});
+    for (const PI::CHealthReason& reason : drive.m_Reasons) {
+        texts.push_back(PrintableText(reason.GetText()));
+        lines.push_back({{"REASON"}, {texts.back(), StateStyle(reason.GetState())}});
+    }
+    const auto add = [&](const Figure& figure) {
+        longestName = std::max(longestName, figure.m_Name.size());
         texts.push_back(FigureText(figure));
-        lines.push_back({{name}, {texts.back(), FigureStyle(drive, figure)}});
+        lines.push_back({{figure.m_Name}, {texts.back(), FigureStyle(drive, figure)}});
+    };
+    std::for_each(drive.m_Figures.begin(), drive.m_Figures.end(), add);
+    for (const Figure& figure : drive.m_OtherFigures) {
+        if (figure.HasValue() || figure.m_Reason != NOT_REPORTED) {
+            add(figure);
+        }
+    }
+    for (const std::string& note : drive.m_Notes) {
+        texts.push_back(PrintableText(note));
+        lines.push_back({{"NOTE"}, {texts.back()}});
     }
     constexpr std::size_t INDENT = 2;
     std::string sheet;

@@ -22,7 +22,7 @@ constexpr std::array<std::string_view, DRIVE_COLUMNS> HEADINGS = {
 /// Short text of a figure: the reason for a missing one is only told where it matters most.
 std::string ShortText(const DriveAssessment& drive, PI::_PROPERTY_ID id) {
     const Figure& figure = FindFigure(drive, id);
-    if (figure.IsKnown()) {
+    if (figure.HasValue()) {
         return FigureValueText(figure);
     }
     return figure.m_Applicable ? "unknown" : "-";
@@ -30,8 +30,7 @@ std::string ShortText(const DriveAssessment& drive, PI::_PROPERTY_ID id) {
 
 std::string LifetimeText(const DriveAssessment& drive) {
     const Figure& figure = FindFigure(drive, ID::REMAINING_HOURS);
-    return figure.IsKnown() ? FigureValueText(figure) + ", " + LifetimeBasisText(drive.m_Lifetime.m_Basis)
-                            : FigureText(figure);
+    return figure.HasValue() ? FigureValueText(figure) + ", " + drive.m_Lifetime.m_Basis : FigureText(figure);
 }
 
 std::vector<Cell> HeadingCells() {
@@ -103,7 +102,7 @@ DriveRow MakeDriveRow(const DriveAssessment& drive) {
     add(drive.m_Kind, Style::PLAIN);
     addFigure(ID::PHYSICAL_SIZE);
     addFigure(ID::POWERON_HOURS);
-    addFigure(ID::HEALTH);
+    add(PI::DriveStateToString(drive.m_State), StateStyle(drive.m_State));
     addFigure(ID::RATED_ENDURANCE_PERCENT);
     add(LifetimeText(drive), FigureStyle(drive, FindFigure(drive, ID::REMAINING_HOURS)));
     row.m_Text.shrink_to_fit();

@@ -12,12 +12,12 @@ namespace pitool {
 /// The plainest reason why something is unknown.
 constexpr const char* NOT_REPORTED = "not reported";
 
-/// A value with where it comes from, or no value with the reason.
+/// A value with where it comes from; no value with the reason; or a value with what speaks against it.
 template <class Value>
 struct Fact {
     std::optional<Value> m_Value;
     std::string m_Source;  ///< where the value comes from; empty: the report says so itself
-    std::string m_Reason;  ///< why there is no value; empty when there is one
+    std::string m_Reason;  ///< why there is no value, or why it is doubtful; else empty
 
     explicit operator bool() const { return m_Value.has_value(); }
     const Value& operator*() const { return *m_Value; }
@@ -33,10 +33,9 @@ Fact<Value> Unknown(std::string reason) {
     return {std::nullopt, {}, std::move(reason)};
 }
 
-/// A reported value as it is, or the reason for its absence.
 template <class Value>
-Fact<Value> FromReport(const std::optional<Value>& value, const char* reasonWithout) {
-    return value ? Known<Value>(*value) : Unknown<Value>(reasonWithout);
+Fact<Value> Doubtful(Value value, std::string reason) {
+    return {std::move(value), {}, std::move(reason)};
 }
 
 }  // namespace pitool

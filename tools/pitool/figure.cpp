@@ -5,6 +5,7 @@
 #include "printable_text.h"
 
 #include <pi/plugin_helper.h>
+#include <pi/vocabulary.h>
 
 #include <cstdio>
 
@@ -14,6 +15,7 @@ namespace {
 template <class Value>
 Figure Make(PI::_PROPERTY_ID id, const Fact<Value>& fact) {
     Figure figure;
+    figure.m_Name = PI::PropertyIDToString(id);
     figure.m_Property = PI::CProperty(id, false);
     figure.m_Source = fact.m_Source;
     figure.m_Reason = fact.m_Reason;
@@ -31,7 +33,40 @@ Figure MakeWithValue(PI::_PROPERTY_ID id, const Fact<Value>& fact, Unit unit, Di
     return figure;
 }
 
-/// Two places behind the point where the number is a fraction of a larger unit.
+template <class Value>
+Fact<Value> FactOf(const PI::CHealthFigure& health) {
+    switch (health.GetState()) {
+        case PI::FigureState::KNOWN:
+            return Known(
+                static_cast<Value>(health.GetValue()),
+                health.GetSource() == PI::FigureSource::PROGRAM ? "decoded by smartctl" : health.GetText());
+        case PI::FigureState::DOUBTFUL:
+            return Doubtful(static_cast<Value>(health.GetValue()), health.GetText());
+        case PI::FigureState::UNKNOWN: break;
+    }
+    return Unknown<Value>(health.GetText());
+}
+
+Unit UnitOf(const PI::CHealthFigure& health) {
+    switch (health.GetUnit()) {
+        case PI::FigureUnit::PERCENT: return Unit::PERCENT;
+        case PI::FigureUnit::HOURS: return Unit::HOURS;
+        case PI::FigureUnit::BYTES: return Unit::BYTES;
+        case PI::FigureUnit::TERABYTES: return Unit::TERABYTES;
+        case PI::FigureUnit::CELSIUS: return Unit::CELSIUS;
+        default: return Unit::NONE;
+    }
+}
+
+Direction DirectionOf(const PI::CHealthFigure& health) {
+    switch (health.GetDirection()) {
+        case PI::FigureDirection::UP: return Direction::UP;
+        case PI::FigureDirection::DOWN: return Direction::DOWN;
+        default: return Direction::NONE;
+    }
+}
+
+/// Two places after the point where the number is a fraction of a larger unit.
 std::string FixedText(double value, int places) {
     char text[64];
     std::snprintf(text, sizeof text, "%.*f", places, value);
@@ -66,6 +101,22 @@ Figure MakeStateFigure(PI::_PROPERTY_ID id, const Fact<int>& fact, const std::ve
         figure.m_Property.SetValue(*fact, choices);
     }
     return figure;
+}
+
+Figure MakeFigure(PI::_PROPERTY_ID id, const PI::CHealthFigure& health) {
+    return health.GetUnit() == PI::FigureUnit::CELSIUS  // the one unit with values below 0
+               ? MakeFigure(id, FactOf<long>(health), UnitOf(health))
+               : MakeFigure(id, FactOf<unsigned long>(health), UnitOf(health), DirectionOf(health));
+}
+
+Figure MakeFigure(const PI::CHealthFigure& health) {
+    Figure figure = MakeFigure(NO_PROPERTY, health);
+    figure.m_Name = PI::HealthFigureToString(health.GetFigure());
+    return figure;
+}
+
+const char* StateText(const Figure& figure) {
+    return figure.IsDoubtful() ? "doubtful" : figure.HasValue() ? "known" : "unknown";
 }
 
 const char* UnitText(Unit unit) {
@@ -112,17 +163,18 @@ std::string BytesText(unsigned long bytes) {
 }
 
 std::string FigureValueText(const Figure& figure) {
-    if (!figure.IsKnown()) {
+    if (!figure.HasValue()) {
         return "";
     }
+    const char* const mark = figure.IsDoubtful() ? "?" : "";
     const unsigned long number = figure.m_Property.m_Data.m_Long.m_Value;
     switch (figure.m_Unit) {
-        case Unit::BYTES: return BytesText(number);
-        case Unit::ROTATIONS_PER_MINUTE: return RotationText(number);
+        case Unit::BYTES: return BytesText(number) + mark;
+        case Unit::ROTATIONS_PER_MINUTE: return RotationText(number) + mark;
         default: break;
     }
     const char* unit = figure.m_Unit == Unit::HOURS && number == 1 ? "hour" : UnitText(figure.m_Unit);
-    return PrintableText(PI::CPluginHelper::StringifyProperty(figure.m_Property, unit));
+    return PrintableText(PI::CPluginHelper::StringifyProperty(figure.m_Property, unit)) + mark;
 }
 
 }  // namespace pitool

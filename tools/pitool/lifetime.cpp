@@ -5,6 +5,7 @@
 #include <pi/remaining_lifetime.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 namespace pitool {
@@ -17,82 +18,96 @@ Lifetime Without(std::string reason, bool applicable = true) {
     return lifetime;
 }
 
-LifetimeBasis BasisOf(const PI::CRemainingLifetime& estimate, WearOrigin origin) {
-    switch (estimate.GetBasis()) {
+const char* BasisText(PI::_LIFETIME_BASIS basis, const PI::CHealthFigure& wear) {
+    switch (basis) {
         case PI::LifetimeBasis::WEAR:
-            return origin == WearOrigin::SMART_ATTRIBUTE ? LifetimeBasis::WEAR_INDICATOR
-                                                         : LifetimeBasis::DRIVE_STATISTICS;
-        case PI::LifetimeBasis::BYTES_WRITTEN: return LifetimeBasis::RATED_ENDURANCE;
-        case PI::LifetimeBasis::AGE: return LifetimeBasis::POWER_ON_HOURS;
+            return wear.GetSource() == PI::FigureSource::ATA_ATTRIBUTE ? "wear indicator"
+                                                                       : "drive's own statistics";
+        case PI::LifetimeBasis::BYTES_WRITTEN: return "rated endurance and bytes written";
+        case PI::LifetimeBasis::AGE: return "power-on hours alone";
         case PI::LifetimeBasis::NOTHING: break;
-    }
-    return LifetimeBasis::NONE;
-}
-
-const char* LimitText(const PI::CRemainingLifetime& estimate) {
-    switch (estimate.GetLimit()) {
-        case PI::LifetimeLimit::SERVICE_SPAN_OVER: return "; the service span of five years is over";
-        case PI::LifetimeLimit::WORN_OUT:
-            return estimate.GetBasis() == PI::LifetimeBasis::WEAR
-                       ? "; worn out, only the service span of five years is left"
-                       : "; the rated amount is written";
-        case PI::LifetimeLimit::WORN_EARLY:
-            return "; worn faster than aged, only the service span of five years is left";
-        case PI::LifetimeLimit::SERVICE_SPAN: return "; limited by the service span of five years";
-        case PI::LifetimeLimit::WEAR:
-        case PI::LifetimeLimit::RATE:
-        case PI::LifetimeLimit::NOTHING: break;
     }
     return "";
 }
 
-/// Why there is nothing to go by.
-std::string ReasonWithoutBasis(const DriveWear& wear) {
-    // A drive that just does not report wear could still go by its rating; then that is what is missing.
-    return !wear.m_RatedTB && wear.m_PercentUsed.m_Reason == NOT_REPORTED ? wear.m_RatedTB.m_Reason
-                                                                          : wear.m_PercentUsed.m_Reason;
+/// A limit as programs read it, and what people are told beside the basis.
+struct LimitTexts {
+    const char* m_Name;
+    const char* m_Text;
+};
+
+LimitTexts TextsOf(const PI::CRemainingLifetime& estimate) {
+    switch (estimate.GetLimit()) {
+        case PI::LifetimeLimit::SERVICE_SPAN_OVER:
+            return {"service span over", "; the service span of five years is over"};
+        case PI::LifetimeLimit::WORN_OUT:
+            return {"worn out", estimate.GetBasis() == PI::LifetimeBasis::WEAR
+                                    ? "; worn out, only the service span of five years is left"
+                                    : "; the rated amount is written"};
+        case PI::LifetimeLimit::WORN_EARLY:
+            return {"worn early", "; worn faster than aged, only the service span of five years is left"};
+        case PI::LifetimeLimit::SERVICE_SPAN:
+            return {"service span", "; limited by the service span of five years"};
+        case PI::LifetimeLimit::WEAR: return {"wear", ""};
+        case PI::LifetimeLimit::RATE: return {"rate", ""};
+        case PI::LifetimeLimit::NOTHING: break;
+    }
+    return {"", ""};
+}
+
+/// The first of the figures that is doubtful; null when none is.
+const PI::CHealthFigure* FirstDoubtful(std::initializer_list<const PI::CHealthFigure*> figures) {
+    for (const PI::CHealthFigure* figure : figures) {
+        if (figure->GetState() == PI::FigureState::DOUBTFUL) {
+            return figure;
+        }
+    }
+    return nullptr;
 }
 
 }  // namespace
 
-const char* LifetimeBasisText(LifetimeBasis basis) {
-    switch (basis) {
-        case LifetimeBasis::RATED_ENDURANCE: return "rated endurance and bytes written";
-        case LifetimeBasis::WEAR_INDICATOR: return "wear indicator";
-        case LifetimeBasis::DRIVE_STATISTICS: return "drive's own statistics";
-        case LifetimeBasis::POWER_ON_HOURS: return "power-on hours alone";
-        case LifetimeBasis::NONE: break;
-    }
-    return "";
-}
-
-Lifetime EstimateLifetime(const DriveWear& wear, bool solidState) {
+Lifetime EstimateLifetime(const PI::CDriveHealth& health, bool solidState) {
     if (!solidState) {
         return Without("rotating disk", false);
     }
-    if (!wear.m_PercentUsed && !(wear.m_RatedTB && wear.m_BytesWritten)) {
-        return Without(ReasonWithoutBasis(wear));
+    const PI::CHealthFigure wear = health.GetFigure(PI::HealthFigure::WEAR);
+    const PI::CHealthFigure written = health.GetFigure(PI::HealthFigure::BYTES_WRITTEN);
+    const PI::CHealthFigure rated = health.GetFigure(PI::HealthFigure::RATED_TERABYTES);
+    const PI::CHealthFigure hours = health.GetFigure(PI::HealthFigure::POWER_ON_HOURS);
+    const bool isWearKnown = wear.GetState() == PI::FigureState::KNOWN;
+    if (!isWearKnown && !(rated.HasValue() && written.HasValue())) {
+        return Without(
+            "wear: " + wear.GetText() +
+            (rated.HasValue() ? "; bytes written: " + written.GetText() : "; rating: " + rated.GetText()));
     }
-    if (!wear.m_PowerOnHours) {
-        return Without("power-on hours unknown: " + wear.m_PowerOnHours.m_Reason);
+    if (!hours.HasValue()) {
+        return Without("power-on hours unknown: " + hours.GetText());
     }
 
-    constexpr unsigned long WORN_OUT = 100;  // the estimate makes no difference above it
+    constexpr std::int64_t WORN_OUT = 100;  // the estimate makes no difference above it
     const PI::CRemainingLifetime estimate(
-        *wear.m_PowerOnHours, wear.m_BytesWritten.m_Value.value_or(0),
-        static_cast<std::uint32_t>(std::min(wear.m_PercentUsed.m_Value.value_or(0), WORN_OUT)),
-        wear.m_RatedTB.m_Value.value_or(0));
+        static_cast<std::uint64_t>(hours.GetValue()), static_cast<std::uint64_t>(written.GetValue()),
+        isWearKnown ? static_cast<std::uint32_t>(std::min(wear.GetValue(), WORN_OUT)) : 0,
+        static_cast<std::uint64_t>(rated.GetValue()));
     if (!estimate.IsKnown()) {
         return Without("new drive");
     }
+    const bool isByAmount = estimate.GetBasis() == PI::LifetimeBasis::BYTES_WRITTEN;
+    const LimitTexts limit = TextsOf(estimate);
     Lifetime lifetime;
-    lifetime.m_Basis = BasisOf(estimate, wear.m_Origin);
-    std::string source = LifetimeBasisText(lifetime.m_Basis);
+    lifetime.m_Basis = BasisText(estimate.GetBasis(), wear);
+    lifetime.m_Limit = limit.m_Name;
+    std::string source = lifetime.m_Basis;
     if (estimate.GetBasis() == PI::LifetimeBasis::WEAR) {
-        source += " (" + wear.m_PercentUsed.m_Source + ")";
+        source += " (" + wear.GetText() + ")";
     }
-    lifetime.m_RemainingHours =
-        Known<unsigned long>(estimate.GetHours(), std::move(source) + LimitText(estimate));
+    lifetime.m_RemainingHours = Known<unsigned long>(estimate.GetHours(), source + limit.m_Text);
+    const PI::CHealthFigure* doubtful =
+        isByAmount ? FirstDoubtful({&wear, &hours, &written, &rated}) : FirstDoubtful({&wear, &hours});
+    if (doubtful != nullptr) {
+        lifetime.m_RemainingHours.m_Reason = doubtful->GetText();
+    }
     return lifetime;
 }
 
