@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The host with both plug-ins on the sample trees: whole outputs.
+#include <sys/stat.h>
+
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -127,7 +129,7 @@ TEST(Host, TracesOfBothPluginsArriveInItsLoggers) {
     const TemporaryFolder traces;
     const Outcome outcome =
         RunHost({PLUGIN_FOLDER, "--set", "mdraid.root=rebuilding", "--set", "smartctl.folder=drives",
-                 "--trace", "275", "--trace", "3", "--trace-folder", traces.Path()});
+                 "--trace", "275", "--trace-folder", traces.Path()});
     EXPECT_EQ(outcome.m_Status, 0);
 
     const auto messages = TraceMessages(ReadFile(traces.Path() / "trace-275.log"), "[PI_Trace]");
@@ -137,7 +139,6 @@ TEST(Host, TracesOfBothPluginsArriveInItsLoggers) {
                                       "[smartctl][502]drives: 6 drives, 0 errors",
                                       "[smartctl][502]event PD_WEAR_LEVEL_COUNT_ABOVE_THRESHOLD",
                                       "[smartctl][502]event SMART_WARNING"));
-    EXPECT_NE(ReadFile(traces.Path() / "trace-3.log").find("[VELK_TraceData]"), std::string::npos);
     EXPECT_FALSE(fs::exists(traces.Path() / "trace-276.log"));
 }
 
@@ -361,6 +362,150 @@ TEST(MdraidPlugin, ReportsWhatChangesBetweenTwoPolls) {
     EXPECT_THAT(poll("[2/2] [UU]"), ElementsAre(PI::EventID::LOGICALDRIVE_OPERATIONAL));
     EXPECT_THAT(arrayIDs, testing::Each(arrayIDs.front()));
     EXPECT_THAT(errors, testing::IsEmpty());
+}
+
+/// What the host prints of a list.
+Outcome RunOnList(const std::string& list) {
+    const TemporaryFolder root;
+    root.Write("proc/mdstat", list);
+    const PluginFolder plugins({MDRAID});
+    Outcome outcome = RunHost({plugins.Path(), "--set", "mdraid.root=."}, root.Path());
+    outcome.m_Output = WithoutTimes(outcome.m_Output);
+    return outcome;
+}
+
+TEST(MdraidPlugin, WithoutAListThatCanBeReadTheStatusIsUnknown) {
+    const std::string expected =
+        "Plug-in mdraid\n"
+        "  Adapter 0: Linux software RAID (adapter_warn_no.gif)\n"
+        "    ADAPTER_NUMBER: 0 [properties.htm#ADAPTER_ADAPTER_NUMBER]\n"
+        "    STATUS: UNKNOWN [properties.htm#ADAPTER_STATUS]\n";
+    const std::pair<std::string, std::string> CASES[] = {
+        {"", "the text breaks off: the list of unused devices is missing"},
+        {std::string("\x7F\x45LF\0\0", 6), "this is binary data"},
+        {"<html>\n", "\"<html>\" is no array"},
+    };
+    for (const auto& [list, error] : CASES) {
+        const Outcome outcome = RunOnList(list);
+        EXPECT_EQ(outcome.m_Status, 1);
+        EXPECT_EQ(Lines(outcome.m_Errors).at(0), "service: mdraid: ./proc/mdstat: line 1: " + error);
+        EXPECT_EQ(outcome.m_Output, expected);
+    }
+    const TemporaryFolder root;
+    const PluginFolder plugins({MDRAID});
+    EXPECT_EQ(RunHost({plugins.Path(), "--set", "mdraid.root=."}, root.Path()).m_Output, expected);
+}
+
+TEST(MdraidPlugin, StatusOfTheAdapterIsTheWorstThatIsKnown) {
+    const std::string good = "md0 : active raid1 sdb[1] sda[0]\n      64 blocks [2/2] [UU]\n\n";
+    const std::string degraded = "md1 : active raid1 sdb[1] sda[0](F)\n      64 blocks [2/1] [_U]\n\n";
+    const std::string failed = "md2 : active raid0 sdb[1] sda[0](F)\n      64 blocks 64k chunks\n\n";
+    const std::string unknown = "md3 : active raid1 sdb[1] sda[0]\n\n";
+    const std::string container = "md4 : inactive sda[0](S)\n      64 blocks super external:imsm\n\n";
+    const std::string end = "unused devices: <none>\n";
+    const std::pair<std::string, const char*> CASES[] = {
+        {end, "OK"},
+        {good + end, "OK"},
+        {good + container + end, "OK"},
+        {good, "UNKNOWN"},  // breaks off
+        {good + unknown + end, "UNKNOWN"},
+        {good + unknown + degraded + end, "WARNING"},
+        {degraded + unknown, "WARNING"},
+        {failed + unknown + degraded + good, "ERROR"},
+    };
+    for (const auto& [list, status] : CASES) {
+        EXPECT_EQ(Lines(RunOnList(list).m_Output).at(3),
+                  "    STATUS: " + std::string(status) + " [properties.htm#ADAPTER_STATUS]")
+            << list;
+    }
+}
+
+TEST(MdraidPlugin, ReportsContainersAndUnusedDevices) {
+    const Outcome outcome = RunOnList(
+        "md126 : active raid1 sda[0]\n      64 blocks super external:/md127/0 [1/1] [U]\n\n"
+        "md127 : inactive sdb[1](S) sda[0](S)\n      64 blocks super external:imsm\n\n"
+        "unused devices: sdx1\n");
+    EXPECT_EQ(outcome.m_Status, 0);
+    EXPECT_EQ(outcome.m_Output.substr(outcome.m_Output.find("    Logical drive 3:")),
+              "    Logical drive 3: md127 (raid_ok_no.gif)\n"
+              "      OS_DEVICE: /dev/md127 [properties.htm#LOGICAL_DRIVE_OS_DEVICE]\n"
+              "      LOGICAL_DRIVE_NUMBER: 127 [properties.htm#LOGICAL_DRIVE_LOGICAL_DRIVE_NUMBER]\n"
+              "      USAGE: container\n"
+              "      STATUS: OPERATIONAL [properties.htm#LOGICAL_DRIVE_STATUS]\n"
+              "      Physical drive 5: sdb (drive_ok_no.gif)\n"
+              "        OS_DEVICE: /dev/sdb [properties.htm#PHYSICAL_DRIVE_OS_DEVICE]\n"
+              "        STATUS: AVAILABLE [properties.htm#PHYSICAL_DRIVE_STATUS]\n"
+              "        USAGE: not in use [properties.htm#PHYSICAL_DRIVE_USAGE]\n"
+              "      Physical drive 6: sda (drive_op_ok_no.gif)\n"
+              "        OS_DEVICE: /dev/sda [properties.htm#PHYSICAL_DRIVE_OS_DEVICE]\n"
+              "        STATUS: OPERATIONAL [properties.htm#PHYSICAL_DRIVE_STATUS]\n"
+              "        USAGE: in md126 [properties.htm#PHYSICAL_DRIVE_USAGE]\n"
+              "    Physical drive 7: sdx1 (drive_ok_no.gif)\n"
+              "      OS_DEVICE: /dev/sdx1 [properties.htm#PHYSICAL_DRIVE_OS_DEVICE]\n"
+              "      STATUS: AVAILABLE [properties.htm#PHYSICAL_DRIVE_STATUS]\n"
+              "      USAGE: in no array [properties.htm#PHYSICAL_DRIVE_USAGE]\n");
+    EXPECT_NE(outcome.m_Output.find("CUR_LOGICAL_DRIVES: 1\n"), std::string::npos);
+}
+
+TEST(MdraidPlugin, SynchronisationElsewhereHasNoProgress) {
+    const Outcome outcome = RunOnList(
+        "md0 : active raid1 sdb[1] sda[0]\n      64 blocks [2/2] [UU]\n      \tresync=REMOTE\n\n"
+        "unused devices: <none>\n");
+    EXPECT_NE(outcome.m_Output.find("ACTIVITY: VERIFYINGFIXING"), std::string::npos);
+    EXPECT_EQ(outcome.m_Output.find("PROGRESS"), std::string::npos);
+    EXPECT_EQ(outcome.m_Output.find("REMAINING_TIME"), std::string::npos);
+}
+
+TEST(MdraidPlugin, RebuildThatHasJustBegunHasTheKernelsTime) {
+    const Outcome outcome = RunOnList(
+        "md0 : active raid1 sdc[2] sda[0]\n      976630464 blocks super 1.2 [2/1] [U_]\n"
+        "      [>....................]  recovery =  0.0% (16384/976630464) finish=1367.0min "
+        "speed=11904K/sec\n\n"
+        "unused devices: <none>\n");
+    EXPECT_NE(outcome.m_Output.find("REBUILD_PROGRESS: 0.0\n"), std::string::npos);
+    EXPECT_NE(outcome.m_Output.find("REMAINING_TIME: 22:47:00 "), std::string::npos);
+}
+
+TEST(MdraidPlugin, DriveThatIsNamedTwiceIsTwoObjects) {
+    const TemporaryFolder root;
+    root.Write(
+        "proc/mdstat",
+        "md0 : active raid1 sda[2](S) sda[1] sdb[0]\n      64 blocks [2/2] [UU]\n\nunused devices: <none>\n");
+    const service::Plugin plugin(MDRAID);
+    plugin.Configure("root", root.Path());
+    std::vector<std::string> errors;
+    std::vector<std::uint64_t> ids;
+    for (const PI::CObject& object : plugin.GetObjects(errors)) {
+        ids.push_back(object.m_ObjectID);
+    }
+    std::sort(ids.begin(), ids.end());
+    EXPECT_EQ(ids.size(), 5U);
+    EXPECT_EQ(std::adjacent_find(ids.begin(), ids.end()), ids.end());
+}
+
+TEST(MdraidPlugin, DeviceFilesAreBelowDev) {
+    const Outcome outcome = RunOnList(
+        "../../../etc/shadow : active raid1 ../../../etc/passwd[2] a/../../b[1] cciss/c0d0[0]\n"
+        "      64 blocks [3/3] [UUU]\n\nunused devices: .. ../dev\n");
+    EXPECT_EQ(outcome.m_Status, 0);
+    std::vector<std::string> devices;
+    for (const std::string& line : Lines(outcome.m_Output)) {
+        if (line.find("OS_DEVICE") != std::string::npos) {
+            devices.push_back(line);
+        }
+    }
+    EXPECT_THAT(devices,
+                ElementsAre("        OS_DEVICE: /dev/cciss/c0d0 [properties.htm#PHYSICAL_DRIVE_OS_DEVICE]"));
+    EXPECT_NE(outcome.m_Output.find("Physical drive 3: ../../../etc/passwd "), std::string::npos);
+}
+
+TEST(MdraidPlugin, DoesNotWaitForAPipe) {
+    const TemporaryFolder root;
+    fs::create_directories(root.Path() / "proc");
+    ASSERT_EQ(mkfifo((root.Path() / "proc/mdstat").c_str(), 0600), 0);
+    const PluginFolder plugins({MDRAID});
+    const Outcome outcome = RunHost({plugins.Path(), "--set", "mdraid.root=."}, root.Path());
+    EXPECT_EQ(outcome.m_Errors, "service: mdraid: ./proc/mdstat: is no file\n");
 }
 
 TEST(MdraidPlugin, NameCannotLeadOutOfTheTree) {

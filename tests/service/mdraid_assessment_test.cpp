@@ -72,8 +72,12 @@ TEST(ArrayStatus, FollowsFromLevelAndMissingDrives) {
         {"raid10", "UUUU", Value::OPERATIONAL},
         {"raid10", "U_UU", Value::DEGRADED},
         {"multipath", "UU", Value::OPERATIONAL},
+        {"multipath", "UU_", Value::PARTIALLY_DEGRADED},
         {"multipath", "U_", Value::DEGRADED},
         {"multipath", "__", Value::FAILED},
+        {"raid99", "UU", Value::OPERATIONAL},
+        {"raid99", "U_", Value::DEGRADED},
+        {"raid99", "__", Value::FAILED},
     };
     for (const Case& row : CASES) {
         const Assessment assessment = Assess(MakeArray(row.m_Level, row.m_Map), {});
@@ -82,15 +86,75 @@ TEST(ArrayStatus, FollowsFromLevelAndMissingDrives) {
     }
 }
 
-TEST(ArrayStatus, MirroredStripeFailsWithAllCopiesOfOneStripe) {
-    const auto status = [](const char* map) {
-        return Assess(MakeArray("raid10", map, "512K chunks 2 near-copies"), {}).m_Status;
+TEST(ArrayStatus, MirroredStripeFailsWithAllCopiesOfOneChunk) {
+    struct Case {
+        const char* m_Layout;
+        const char* m_Map;
+        PI::_PROPERTY_VALUE m_Status;
     };
-    EXPECT_EQ(status("U_U_"), Value::DEGRADED);
-    EXPECT_EQ(status("_UU_"), Value::DEGRADED);
-    EXPECT_EQ(status("UU__"), Value::FAILED);
-    EXPECT_EQ(status("__UU"), Value::FAILED);
-    EXPECT_EQ(status("U__UU"), Value::DEGRADED);  // an odd number: the copies are not side by side
+    const Case CASES[] = {
+        {"2 near-copies", "U_U_", Value::DEGRADED},
+        {"2 near-copies", "_UU_", Value::DEGRADED},
+        {"2 near-copies", "UU__", Value::FAILED},
+        {"2 near-copies", "__UU", Value::FAILED},
+        {"2 near-copies", "U_U", Value::DEGRADED},
+        {"2 near-copies", "U__UU", Value::FAILED},  // the fourth chunk
+        {"2 near-copies", "_UUU_", Value::FAILED},  // the third goes on in the next row
+        {"3 near-copies", "__UU", Value::DEGRADED},
+        {"3 near-copies", "___U", Value::FAILED},
+        {"2 far-copies", "_U_U", Value::DEGRADED},
+        {"2 far-copies", "U__U", Value::FAILED},
+        {"2 offset-copies", "_UU_", Value::FAILED},
+        {"2 near-copies 2 far-copies", "__UU", Value::DEGRADED},
+        {"2 near-copies 2 far-copies", "____UU", Value::FAILED},
+        {"", "U__U", Value::DEGRADED},  // not known
+        {"2 near-copies", "____", Value::FAILED},
+    };
+    for (const Case& row : CASES) {
+        const Array array = MakeArray("raid10", row.m_Map, std::string("512K chunks ") + row.m_Layout);
+        EXPECT_EQ(PI::PropertyValueToString(Assess(array, {}).m_Status),
+                  PI::PropertyValueToString(row.m_Status))
+            << row.m_Layout << " " << row.m_Map;
+    }
+}
+
+TEST(ArrayStatus, TheWorseOfCountAndMapCounts) {
+    const auto missing = [](const std::string& slots) {
+        return Assess(Parse("md0 : active raid6 a[0]\n      64 blocks " + slots + "\n"), {}).m_MissingDrives;
+    };
+    EXPECT_EQ(missing("[4/4] [UUU_]"), 1U);
+    EXPECT_EQ(missing("[4/3] [UUUU]"), 1U);
+    EXPECT_EQ(missing("[4/3] [UU__]"), 2U);
+    EXPECT_EQ(missing("[4/3]"), 1U);
+    EXPECT_EQ(missing("[UU__]"), 2U);
+    // A reshape adds drives, which are in no slot that works before it is over.
+    EXPECT_EQ(missing("[4/3] [UU__]\n      [>...]  reshape =  2.1% (1/64) finish=1.0min speed=1K/sec"), 1U);
+}
+
+TEST(ArrayStatus, WithoutItsCountsIsNotKnown) {
+    for (const std::string line : {"", "      64 blocks super 1.2\n"}) {
+        const Assessment assessment = Assess(Parse("md0 : active raid1 sdb[1] sda[0]\n" + line), {});
+        EXPECT_EQ(assessment.m_Status, Value::UNKNOWN);
+        EXPECT_EQ(assessment.m_Reason, "the kernel's list says too little");
+        EXPECT_THAT(Members(assessment), ElementsAre("UNKNOWN slot 1", "UNKNOWN slot 0"));
+    }
+    EXPECT_EQ(Assess(Parse("md0 : active raid0 sdb[1] sda[0]\n"), {}).m_Status, Value::UNKNOWN);
+    EXPECT_EQ(Assess(Parse("md0 : active raid0 sdb[1] sda[0]\n      64 blocks\n"), {}).m_Status,
+              Value::OPERATIONAL);
+    EXPECT_EQ(Assess(Parse("md0 : active raid99 sdb[1] sda[0]\n      64 blocks\n"), {}).m_Status,
+              Value::UNKNOWN);
+    EXPECT_EQ(Assess(Parse("md0 : active faulty sda[0]\n      64 blocks nfaults=0\n"), {}).m_Status,
+              Value::OPERATIONAL);
+    const mdraid::Mdstat odd = mdraid::ParseMdstat("md0 : asleep raid1 sda[0]\n      64 blocks [1/1] [U]\n");
+    EXPECT_EQ(Assess(odd.m_Arrays.at(0), {}).m_Status, Value::UNKNOWN);
+}
+
+TEST(ArrayStatus, FailedPathOfManyIsNotTheEnd) {
+    const Array array = Parse("md0 : active multipath sdb[1] sda[0](F)\n      64 blocks [2/1] [_U]\n");
+    const Assessment assessment = Assess(array, {});
+    EXPECT_EQ(assessment.m_Status, Value::DEGRADED);
+    EXPECT_TRUE(assessment.m_IsRedundant);
+    EXPECT_THAT(Members(assessment), ElementsAre("OPERATIONAL slot 1", "FAILED failed"));
 }
 
 TEST(ArrayStatus, SaysWhy) {
@@ -145,24 +209,109 @@ TEST(ArrayActivity, EveryKindHasItsValues) {
     const std::string progress = " =  1.0% (1/64) finish=1.0min speed=1K/sec";
     const Case CASES[] = {
         {"", Value::IDLE},
-        {"[>...]  resync", Value::INITIALIZING},
+        {"[>...]  resync", Value::VERIFYINGFIXING},
+        {"[>...]  defrag", Value::UNKNOWN},
         {"[>...]  recovery", Value::REBUILDING},
         {"[>...]  reshape", Value::MIGRATING},
         {"[>...]  check", Value::CHECKING},
-        {"resync=DELAYED", Value::INITIALIZATION_PAUSED},
-        {"resync=PENDING", Value::INITIALIZATION_PAUSED},
+        {"resync=DELAYED", Value::PAUSED},
+        {"resync=PENDING", Value::PAUSED},
+        {"resync=REMOTE", Value::VERIFYINGFIXING},
+        {"recover=REMOTE", Value::REBUILDING},
+        {"reshape=REMOTE", Value::MIGRATING},
         {"check=DELAYED", Value::CHECK_PAUSED},
         {"reshape=DELAYED", Value::MIGRATION_PAUSED},
     };
     for (const Case& row : CASES) {
         const std::string line = row.m_Line;
-        const Array array =
-            Parse("md0 : active raid1 sdb[1] sda[0]\n      64 blocks [2/2] [UU]\n" +
-                  (line.empty() ? "" : "      " + line + (line[0] == '[' ? progress : "") + "\n"));
+        const std::string text =
+            "md0 : active raid1 sdb[1] sda[0]\n      64 blocks [2/2] [UU]\n" +
+            (line.empty() ? "" : "      " + line + (line[0] == '[' ? progress : "") + "\n");
+        const Array array = mdraid::ParseMdstat(text + "\n").m_Arrays.at(0);
         EXPECT_EQ(PI::PropertyValueToString(Assess(array, {}).m_Activity),
                   PI::PropertyValueToString(row.m_Activity))
             << row.m_Line;
     }
+}
+
+TEST(ArrayActivity, SysTellsWhatWaits) {
+    const Array array =
+        Parse("md0 : active raid1 sdb[1] sda[0]\n      64 blocks [2/2] [UU]\n      \tresync=DELAYED\n");
+    const std::pair<const char*, PI::_PROPERTY_VALUE> ACTIONS[] = {{"recover", Value::REBUILD_PAUSED},
+                                                                   {"reshape", Value::MIGRATION_PAUSED},
+                                                                   {"check", Value::CHECK_PAUSED},
+                                                                   {"repair", Value::PAUSED},
+                                                                   {"resync", Value::PAUSED},
+                                                                   {"idle", Value::PAUSED},
+                                                                   {"", Value::PAUSED}};
+    for (const auto& [action, value] : ACTIONS) {
+        SysfsArray sysfs;
+        sysfs.m_SyncAction = action;
+        EXPECT_EQ(Assess(array, sysfs).m_Activity, value) << action;
+    }
+}
+
+TEST(ArrayActivity, IsNotKnownWhereTheListBreaksOff) {
+    const std::string text = "md0 : active raid1 sdb[1] sda[0]\n      64 blocks [2/2] [UU]\n";
+    const Assessment assessment = Assess(mdraid::ParseMdstat(text).m_Arrays.at(0), {});
+    EXPECT_EQ(assessment.m_Status, Value::OPERATIONAL);
+    EXPECT_EQ(assessment.m_Activity, Value::UNKNOWN);
+}
+
+TEST(Members, IdleArrayWithAHoleRebuildsNothing) {
+    for (const char* const slots : {"[4/3] [UUU_]", "[4/3] [UU_U]", "[4/3] [_UUU]"}) {
+        const Assessment assessment = Assess(
+            Parse("md0 : active raid5 sdd1[3] sdb1[1] sda1[0]\n      64 blocks " + std::string(slots) + "\n"),
+            {});
+        EXPECT_EQ(assessment.m_Status, Value::DEGRADED) << slots;
+        EXPECT_EQ(assessment.m_Activity, Value::IDLE) << slots;
+        for (const auto& member : assessment.m_Members) {
+            EXPECT_EQ(member.m_Status, Value::OPERATIONAL) << slots;
+        }
+    }
+    // The drive with the number of the hole is in another slot.
+    EXPECT_THAT(Members(Assess(
+                    Parse("md0 : active raid5 sdd1[3] sdb1[1] sda1[0]\n      64 blocks [4/3] [UUU_]\n"), {})),
+                ElementsAre("OPERATIONAL in use", "OPERATIONAL slot 1", "OPERATIONAL slot 0"));
+}
+
+TEST(Members, DriveThatNobodyRebuildsIsOffline) {
+    for (const char* const slots : {"[2/1] [U_]", "[2/2] [U_]"}) {
+        const Assessment assessment = Assess(
+            Parse("md0 : active raid1 sdb[1] sda[0]\n      64 blocks " + std::string(slots) + "\n"), {});
+        EXPECT_EQ(assessment.m_Status, Value::DEGRADED) << slots;
+        EXPECT_EQ(assessment.m_Activity, Value::IDLE) << slots;
+        EXPECT_THAT(Members(assessment), ElementsAre("OFFLINE slot 1, not up to date", "OPERATIONAL slot 0"));
+    }
+    EXPECT_THAT(Members(Assess(Parse("md0 : active raid1 sdc[2] sda[0]\n      64 blocks [2/1] [U_]\n"), {})),
+                ElementsAre("OFFLINE not up to date", "OPERATIONAL slot 0"));
+}
+
+TEST(Members, FrozenRebuildIsPaused) {
+    SysfsArray sysfs;
+    sysfs.m_SyncAction = "frozen";
+    const Assessment assessment =
+        Assess(Parse("md0 : active raid1 sdc[2] sda[0]\n      64 blocks [2/1] [U_]\n"), sysfs);
+    EXPECT_EQ(assessment.m_Activity, Value::REBUILD_PAUSED);
+    EXPECT_THAT(Members(assessment), ElementsAre("REBUILD_PAUSED rebuilding", "OPERATIONAL slot 0"));
+    EXPECT_EQ(Assess(MakeArray("raid5", "UU_"), sysfs).m_Activity, Value::IDLE);
+}
+
+TEST(Members, RebuildOnAnotherNodeIsARebuild) {
+    const Assessment assessment = Assess(
+        Parse("md0 : active raid1 sdc[2] sda[0]\n      64 blocks [2/1] [U_]\n      \trecover=REMOTE\n"), {});
+    EXPECT_THAT(Members(assessment), ElementsAre("REBUILDING rebuilding", "OPERATIONAL slot 0"));
+}
+
+TEST(Members, WholeArraysSurplusDriveIsASpare) {
+    EXPECT_THAT(Members(Assess(
+                    Parse("md0 : active raid1 hdc1[2] hdb1[1] hda1[0]\n      64 blocks [2/2] [UU]\n"), {})),
+                ElementsAre("DEDICATED_HOTSPARE spare", "OPERATIONAL slot 1", "OPERATIONAL slot 0"));
+}
+
+TEST(Members, NumberIsTheSlotOfAnArrayWithoutRedundancy) {
+    EXPECT_THAT(Members(Assess(Parse("md0 : active raid0 sdb[1] sda[-1]\n      64 blocks 64k chunks\n"), {})),
+                ElementsAre("OPERATIONAL slot 1", "OPERATIONAL in use"));
 }
 
 TEST(Members, RebuiltDriveIsThatOfTheSlotThatDoesNotWork) {
@@ -225,6 +374,30 @@ TEST(Container, IsRecognisedByMetadataOrLevel) {
     SysfsArray sysfs;
     sysfs.m_Level = "container";
     EXPECT_TRUE(IsContainer(array, sysfs));
+}
+
+TEST(Container, IsNoFailedArrayAndNamesTheUsersOfItsDrives) {
+    const mdraid::Mdstat mdstat = mdraid::ParseMdstat(
+        "md126 : active raid1 sdb[1] sda[0]\n      64 blocks super external:/md127/0 [2/2] [UU]\n\n"
+        "md125 : active (read-only) raid0 sdb[1]\n      64 blocks super external:-md127/1 64k chunks\n\n"
+        "md127 : inactive sdd[3](F) sdc[2](S) sdb[1](S) sda[0](S)\n      64 blocks super external:imsm\n\n"
+        "unused devices: <none>\n");
+    ASSERT_EQ(mdstat.m_Errors.size(), 0U);
+    const mdraid::ContainerUse use = mdraid::FindContainerUse(mdstat.m_Arrays);
+    EXPECT_FALSE(Assess(mdstat.m_Arrays[0], {}, use).m_IsContainer);
+    EXPECT_THAT(Members(Assess(mdstat.m_Arrays[0], {}, use)),
+                ElementsAre("OPERATIONAL slot 1", "OPERATIONAL slot 0"));
+    const Assessment container = Assess(mdstat.m_Arrays[2], {}, use);
+    EXPECT_TRUE(container.m_IsContainer);
+    EXPECT_EQ(container.m_Status, Value::OPERATIONAL);
+    EXPECT_THAT(Members(container), ElementsAre("FAILED failed", "AVAILABLE not in use",
+                                                "OPERATIONAL in md126, md125", "OPERATIONAL in md126"));
+}
+
+TEST(Container, ArrayOfOneThatIsNotStartedIsOffline) {
+    const Array array = Parse("md126 : inactive sda[0](S)\n      64 blocks super external:/md127/0\n");
+    EXPECT_FALSE(Assess(array, {}).m_IsContainer);
+    EXPECT_EQ(Assess(array, {}).m_Status, Value::OFFLINE);
 }
 
 }  // namespace

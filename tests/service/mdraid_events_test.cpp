@@ -94,6 +94,29 @@ TEST(MdraidEvents, TellTheStoryOfAReplacedDrive) {
                             "REBUILD_FINISHED 2 [md0|]"));
 }
 
+TEST(MdraidEvents, ResyncIsAConsistencyCheck) {
+    EventLog log;
+    log.Update(Report(WHOLE));
+    log.Update(Report(WHOLE + "      [>...]  resync =  1.0% (1/64) finish=1.0min speed=1K/sec\n"));
+    log.Update(Report(WHOLE));
+    EXPECT_THAT(Take(log), ElementsAre("CHECK_STARTED 2 [md0|]", "CHECK_FINISHED 2 [md0|]"));
+}
+
+TEST(MdraidEvents, WhatIsNotKnownHasNotChanged) {
+    EventLog log;
+    const std::string cut = "md0 : active raid1 sdb[1] sda[0]\n";
+    log.Update(Report(cut));
+    log.Update(Report(WHOLE));
+    log.Update(Report(CHECKING));
+    log.Update(Report(cut));
+    log.Update(Report(CHECKING));
+    EXPECT_THAT(Take(log), ElementsAre("CHECK_STARTED 2 [md0|]"));
+    log.Update(Report(DEGRADED));
+    log.Update(Report(cut));
+    log.Update(Report(DEGRADED));
+    EXPECT_EQ(Take(log).size(), 2U);  // the check is over, the array degraded
+}
+
 TEST(MdraidEvents, AreNumbered) {
     EventLog log;
     log.Update(Report(FAILED));

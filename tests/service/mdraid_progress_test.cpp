@@ -2,6 +2,8 @@
 // The time that a synchronisation still needs.
 #include "progress.h"
 
+#include <pi/etr.h>
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -18,88 +20,106 @@ constexpr std::uint64_t ID = 7;
 constexpr std::uint64_t NOW_MS = 5000;  // soon after the machine was started
 constexpr std::uint64_t MINUTE_MS = 60000;
 
-Array Running(std::uint32_t perMille, std::uint64_t speedKiBs, SyncKind kind = SyncKind::RECOVERY) {
+/// 1000000 KiB in all, of which the kernel says that they take another two hours.
+Array Running(std::uint32_t perMille, SyncKind kind = SyncKind::RECOVERY) {
     Array array;
-    array.m_Sync = Sync{kind, SyncState::RUNNING, perMille, perMille * 1000, 1000000, speedKiBs};
+    array.m_Sync = Sync{kind, SyncState::RUNNING, perMille, perMille * 1000, 1000000, 120 * MINUTE_MS};
     return array;
 }
 
+/// The kernel calls everything that waits a resync.
 Array Waiting() {
     Array array;
-    array.m_Sync = Sync{SyncKind::RECOVERY, SyncState::DELAYED, 0, 0, 0, 0};
+    array.m_Sync = Sync();
+    array.m_Sync->m_State = SyncState::DELAYED;
     return array;
 }
 
-TEST(Progress, FirstPollEstimatesFromTheSpeed) {
-    Progress progress;
-    // 1000000 KiB at 100 KiB/s: 100 s a percent, of which 75 are left; the estimate adds 0.1 s to the whole.
-    EXPECT_EQ(progress.Update(ID, Running(250, 100), NOW_MS), "02:05:00");
+TEST(Progress, FirstPollHasTheKernelsEstimate) {
+    EXPECT_EQ(Progress().Update(ID, Running(250), NOW_MS), "02:00:00");
+    EXPECT_EQ(Progress().Update(ID, Running(0), NOW_MS), "02:00:00");
 }
 
-TEST(Progress, FirstPercentIsEstimatedFromTheSpeedToo) {
-    Progress progress;
-    EXPECT_EQ(progress.Update(ID, Running(10, 100), NOW_MS), "02:45:00");
-}
-
-TEST(Progress, WithoutSpeedAPercentCountsAsAMinute) {
-    Progress progress;
-    EXPECT_EQ(progress.Update(ID, Running(250, 0), NOW_MS), "01:15:00");
-}
-
-TEST(Progress, BeforeTheFirstPercentAPercentCountsAsAMinute) {
-    Progress progress;
-    EXPECT_EQ(progress.Update(ID, Running(9, 100), NOW_MS), "01:40:00");
-}
-
-TEST(Progress, SpeedThatWouldTakeAgesSaysNothing) {
-    Progress progress;
-    Array array = Running(250, 1);
-    array.m_Sync->m_TotalKiB = UINT64_MAX;
-    EXPECT_EQ(progress.Update(ID, array, NOW_MS), "01:15:00");
-    array.m_Sync->m_TotalKiB = UINT64_MAX / 10;
-    EXPECT_EQ(Progress().Update(ID, array, NOW_MS), "01:15:00");
+TEST(Progress, WithoutTheKernelsEstimateTheFirstPollHasNone) {
+    Array array = Running(250);
+    array.m_Sync->m_FinishMs.reset();
+    EXPECT_EQ(Progress().Update(ID, array, NOW_MS), "");
+    array.m_Sync->m_TotalKiB = 0;
+    EXPECT_EQ(Progress().Update(ID, array, NOW_MS), "");
 }
 
 TEST(Progress, LaterPollsFollowThePaceThatIsSeen) {
     Progress progress;
-    progress.Update(ID, Running(100, 100), NOW_MS);  // 10 % after 1000 s
-    // Another 10 % in 100 s only: the pace of the whole is 1100 s for 20 %.
-    EXPECT_EQ(progress.Update(ID, Running(200, 100), NOW_MS + 100000), "01:13:20");
+    PI::CTimeRemaining expected;
+    for (std::uint64_t i = 0; i < 10; ++i) {
+        expected.AddSample(NOW_MS + i * MINUTE_MS, 100000 + i * 10000, 1000000);
+        const auto perMille = static_cast<std::uint32_t>(100 + i * 10);
+        const std::string remaining = progress.Update(ID, Running(perMille), NOW_MS + i * MINUTE_MS);
+        EXPECT_EQ(remaining,
+                  i == 0 ? "02:00:00" : PI::CETR::RemainingTimeToString(expected.GetRemaining().value_or(0)));
+    }
+    // A percent a minute: that is what the estimator is told, not what the kernel says.
+    EXPECT_EQ(expected.GetState(), PI::TimeRemainingState::RUNNING);
+    EXPECT_GT(expected.GetRemaining(), 80 * MINUTE_MS);
+    EXPECT_LT(expected.GetRemaining(), 110 * MINUTE_MS);
 }
 
 TEST(Progress, NothingRunningHasNoTime) {
     Progress progress;
     EXPECT_EQ(progress.Update(ID, Array(), NOW_MS), "");
     EXPECT_EQ(progress.Update(ID, Waiting(), NOW_MS), "");
+    Array remote = Waiting();
+    remote.m_Sync->m_State = SyncState::REMOTE;
+    EXPECT_EQ(progress.Update(ID, remote, NOW_MS), "");
 }
 
 TEST(Progress, WaitingDoesNotCount) {
+    Progress waited;
+    Progress straight;
+    waited.Update(ID, Running(250), NOW_MS);
+    waited.Update(ID, Running(260), NOW_MS + MINUTE_MS);
+    straight.Update(ID, Running(250), NOW_MS);
+    straight.Update(ID, Running(260), NOW_MS + MINUTE_MS);
+    EXPECT_EQ(waited.Update(ID, Waiting(), NOW_MS + 600 * MINUTE_MS), "");
+    EXPECT_EQ(waited.Update(ID, Running(270), NOW_MS + 601 * MINUTE_MS),
+              straight.Update(ID, Running(270), NOW_MS + 2 * MINUTE_MS));
+}
+
+TEST(Progress, StalledOneHasNoTime) {
     Progress progress;
-    progress.Update(ID, Running(250, 100), NOW_MS);
-    EXPECT_EQ(progress.Update(ID, Waiting(), NOW_MS + 600 * MINUTE_MS), "");
-    EXPECT_EQ(progress.Update(ID, Running(250, 100), NOW_MS + 600 * MINUTE_MS), "02:05:00");
+    progress.Update(ID, Running(250), NOW_MS);
+    EXPECT_NE(progress.Update(ID, Running(260), NOW_MS + MINUTE_MS), "");
+    EXPECT_EQ(progress.Update(ID, Running(260), NOW_MS + 600 * MINUTE_MS), "");
 }
 
 TEST(Progress, EndedOneIsForgotten) {
     Progress progress;
-    progress.Update(ID, Running(900, 100), NOW_MS);
+    progress.Update(ID, Running(900), NOW_MS);
     progress.Update(ID, Array(), NOW_MS + MINUTE_MS);
-    EXPECT_EQ(progress.Update(ID, Running(250, 100), NOW_MS + 2 * MINUTE_MS), "02:05:00");
+    EXPECT_EQ(progress.Update(ID, Running(950), NOW_MS + 2 * MINUTE_MS), "02:00:00");
+}
+
+TEST(Progress, ListThatBreaksOffEndsNothing) {
+    Progress progress;
+    progress.Update(ID, Running(100), NOW_MS);
+    Array cut;
+    cut.m_IsCut = true;
+    EXPECT_EQ(progress.Update(ID, cut, NOW_MS + MINUTE_MS), "");
+    EXPECT_NE(progress.Update(ID, Running(900), NOW_MS + 2 * MINUTE_MS), "02:00:00");
 }
 
 TEST(Progress, AnotherKindBeginsAnew) {
     Progress progress;
-    progress.Update(ID, Running(900, 1), NOW_MS);
-    EXPECT_EQ(progress.Update(ID, Running(250, 100, SyncKind::CHECK), NOW_MS + MINUTE_MS), "02:05:00");
+    progress.Update(ID, Running(900), NOW_MS);
+    EXPECT_EQ(progress.Update(ID, Running(950, SyncKind::CHECK), NOW_MS + MINUTE_MS), "02:00:00");
 }
 
 TEST(Progress, ArraysDoNotDisturbEachOther) {
     Progress progress;
-    progress.Update(ID, Running(250, 100), NOW_MS);
-    progress.Update(ID + 1, Running(500, 100), NOW_MS);
-    progress.Update(ID + 2, Array(), NOW_MS);
-    EXPECT_EQ(progress.Update(ID, Running(250, 100), NOW_MS), "02:05:00");
-    EXPECT_EQ(progress.Update(ID + 1, Running(500, 100), NOW_MS), "01:23:20");
+    progress.Update(ID, Running(250), NOW_MS);
+    EXPECT_EQ(progress.Update(ID + 1, Running(500), NOW_MS + MINUTE_MS), "02:00:00");
+    EXPECT_EQ(progress.Update(ID + 2, Array(), NOW_MS + MINUTE_MS), "");
+    EXPECT_NE(progress.Update(ID, Running(260), NOW_MS + 2 * MINUTE_MS), "02:00:00");
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <set>
 #include <string_view>
-#include <utility>
+#include <tuple>
 
 namespace mdraid {
 namespace {
@@ -16,6 +16,7 @@ using PI::_PROPERTY_VALUE;
 // How many slots a level can do without; ALL_BUT_ONE for mirrors of everything, BY_LAYOUT for RAID 10.
 constexpr int ALL_BUT_ONE = -1;
 constexpr int BY_LAYOUT = -2;
+constexpr int NOT_KNOWN = -3;
 
 struct Level {
     std::string_view m_Name;
@@ -24,11 +25,13 @@ struct Level {
 };
 
 constexpr Level LEVELS[] = {
-    {"linear", Value::CONCAT, 0},         {"raid0", Value::RAID0, 0}, {"raid1", Value::RAID1, ALL_BUT_ONE},
-    {"raid4", Value::RAID4, 1},           {"raid5", Value::RAID5, 1}, {"raid6", Value::RAID6, 2},
-    {"raid10", Value::RAID10, BY_LAYOUT},
+    {"linear", Value::CONCAT, 0},         {"raid0", Value::RAID0, 0},
+    {"raid1", Value::RAID1, ALL_BUT_ONE}, {"raid4", Value::RAID4, 1},
+    {"raid5", Value::RAID5, 1},           {"raid6", Value::RAID6, 2},
+    {"raid10", Value::RAID10, BY_LAYOUT}, {"multipath", Value::UNKNOWN, ALL_BUT_ONE},  // paths to one drive
+    {"faulty", Value::UNKNOWN, 0},  // a drive that fails on purpose
 };
-constexpr Level OTHER_LEVEL = {"", Value::UNKNOWN, 0};
+constexpr Level OTHER_LEVEL = {"", Value::UNKNOWN, NOT_KNOWN};
 
 const Level& FindLevel(std::string_view name) {
     for (const Level& level : LEVELS) {
@@ -43,78 +46,93 @@ bool TakesASlot(const Member& member) {
     return !member.m_Faulty && !member.m_Spare && !member.m_Journal && !member.m_Replacement;
 }
 
+/// How many slots lack a drive that works. Where the map and the count contradict each other, which they do
+/// for a moment, the worse one counts; but what a reshape adds is no loss, and only the map has it.
+std::uint32_t CountMissing(const Array& array) {
+    const std::uint32_t counted = array.m_Slots.value_or(0) - array.m_WorkingSlots;
+    const auto holes =
+        static_cast<std::uint32_t>(std::count(array.m_SlotWorking.begin(), array.m_SlotWorking.end(), false));
+    const bool isReshaped = array.m_Sync.has_value() && array.m_Sync->m_Kind == SyncKind::RESHAPE;
+    return isReshaped ? counted : std::max(counted, holes);
+}
+
+bool IsHole(const Array& array, std::uint32_t slot) {
+    return slot < array.m_SlotWorking.size() && !array.m_SlotWorking[slot];
+}
+
 /// The slot of a member. /proc/mdstat gives it only for the drives that the array began with.
 std::optional<std::uint32_t> FindSlot(const Array& array, const Member& member, const SysfsArray& sysfs) {
     const auto found = sysfs.m_Members.find(member.m_Name);
     if (found != sysfs.m_Members.end()) {
         return found->second.m_Slot;
     }
-    if (TakesASlot(member) && member.m_Number < array.m_Slots.value_or(UINT32_MAX)) {
-        return member.m_Number;
-    }
-    return std::nullopt;
+    const bool isSlot =
+        TakesASlot(member) && member.m_Number.value_or(UINT32_MAX) < array.m_Slots.value_or(UINT32_MAX);
+    return isSlot ? member.m_Number : std::nullopt;
 }
 
-/// The members that are being filled, or wait for it, by name.
+/// The members that are being filled, or wait for it, by name: as many as take a slot and do not work.
 std::set<std::string> FindOutOfDate(const Array& array, const SysfsArray& sysfs) {
-    std::set<std::string> outOfDate;
-    if (array.m_SlotWorking.empty()) {
-        return outOfDate;
-    }
-    std::uint32_t workingElsewhere = array.m_WorkingSlots;
-    std::vector<std::pair<std::uint32_t, std::string>> withoutSlot;
+    struct Candidate {
+        int m_Doubt;             // 0 in a slot that works, 1 in an unknown one, 2 in one that does not
+        std::uint32_t m_Number;  // they ascend: the latest is the one that is not ready yet
+        std::string m_Name;
+        bool operator<(const Candidate& other) const {
+            return std::tie(m_Doubt, m_Number) < std::tie(other.m_Doubt, other.m_Number);
+        }
+    };
+    std::vector<Candidate> candidates;
     for (const Member& member : array.m_Members) {
         const std::optional<std::uint32_t> slot = FindSlot(array, member, sysfs);
-        if (!TakesASlot(member)) {
-            continue;
-        }
-        if (!slot.has_value() || *slot >= array.m_SlotWorking.size()) {
-            withoutSlot.emplace_back(member.m_Number, member.m_Name);
-        } else if (!array.m_SlotWorking[*slot]) {
-            outOfDate.insert(member.m_Name);
-        } else if (workingElsewhere > 0) {
-            --workingElsewhere;
+        if (TakesASlot(member)) {
+            const int doubt = !slot.has_value() ? 1 : IsHole(array, *slot) ? 2 : 0;
+            candidates.push_back({doubt, member.m_Number.value_or(UINT32_MAX), member.m_Name});
         }
     }
-    // Numbers ascend: those that came last are the ones that are not ready yet.
-    std::sort(withoutSlot.begin(), withoutSlot.end());
-    for (std::size_t i = workingElsewhere; i < withoutSlot.size(); ++i) {
-        outOfDate.insert(withoutSlot[i].second);
+    std::sort(candidates.begin(), candidates.end());
+    std::set<std::string> outOfDate;
+    const std::size_t working = array.m_Slots.has_value() ? *array.m_Slots - CountMissing(array) : SIZE_MAX;
+    for (std::size_t i = working; i < candidates.size(); ++i) {
+        outOfDate.insert(candidates[i].m_Name);
     }
     return outOfDate;
 }
 
 bool IsRebuilding(const Array& array) {
     return array.m_Sync.has_value() && array.m_Sync->m_Kind == SyncKind::RECOVERY &&
-           array.m_Sync->m_State == SyncState::RUNNING;
+           (array.m_Sync->m_State == SyncState::RUNNING || array.m_Sync->m_State == SyncState::REMOTE);
+}
+
+/// Whether what the array needs waits for something.
+bool IsHeld(const Array& array, const SysfsArray& sysfs) {
+    return array.m_Sync.has_value() || sysfs.m_SyncAction == "frozen";
 }
 
 MemberAssessment AssessMember(const Array& array, const Member& member, const SysfsArray& sysfs,
-                              bool isOutOfDate) {
+                              bool isOutOfDate, bool isAnyMissing) {
     const std::optional<std::uint32_t> slot = FindSlot(array, member, sysfs);
+    const std::string slotText = slot.has_value() ? "slot " + std::to_string(*slot) : "";
     MemberAssessment result;
-    result.m_Role = slot.has_value() ? "slot " + std::to_string(*slot) : "";
     if (member.m_Faulty) {
-        result.m_Status = Value::FAILED;
-        result.m_Role = "failed";
+        result = {Value::FAILED, "failed"};
     } else if (member.m_Journal) {
-        result.m_Status = Value::JOURNALING;
-        result.m_Role = "journal";
+        result = {Value::JOURNALING, "journal"};
     } else if (array.m_State == ArrayState::INACTIVE) {
-        result.m_Status = Value::OFFLINE;  // all members of such an array are listed as spares
-        result.m_Role = "not in use";
-    } else if (member.m_Spare) {
-        result.m_Status = Value::DEDICATED_HOTSPARE;
-        result.m_Role = "spare";
+        result = {Value::OFFLINE, "not in use"};  // all members of such an array are listed as spares
+    } else if (member.m_Spare || (isOutOfDate && !isAnyMissing)) {
+        result = {Value::DEDICATED_HOTSPARE, "spare"};  // kernels before 2.6 do not mark it
     } else if (member.m_Replacement) {
-        result.m_Status = IsRebuilding(array) ? Value::COPY_BACK : Value::OPERATIONAL;
-        result.m_Role = slot.has_value() ? "replacement for " + result.m_Role : "replacement";
+        result = {IsRebuilding(array) ? Value::COPY_BACK : Value::OPERATIONAL,
+                  slot.has_value() ? "replacement for " + slotText : "replacement"};
+    } else if (isOutOfDate && !IsHeld(array, sysfs)) {
+        result = {Value::OFFLINE, slot.has_value() ? slotText + ", not up to date" : "not up to date"};
     } else if (isOutOfDate) {
-        result.m_Status = IsRebuilding(array) ? Value::REBUILDING : Value::REBUILD_PAUSED;
-        result.m_Role = slot.has_value() ? "rebuilding " + result.m_Role : "rebuilding";
+        result = {IsRebuilding(array) ? Value::REBUILDING : Value::REBUILD_PAUSED,
+                  slot.has_value() ? "rebuilding " + slotText : "rebuilding"};
     } else {
-        result.m_Status = Value::OPERATIONAL;
-        result.m_Role = slot.has_value() ? result.m_Role : "in use";
+        // A drive that works in another slot than that of its number.
+        const bool isElsewhere = slot.has_value() && IsHole(array, *slot);
+        result = {Value::OPERATIONAL, slot.has_value() && !isElsewhere ? slotText : "in use"};
     }
     if (member.m_WriteMostly) {
         result.m_Role += ", write-mostly";
@@ -122,46 +140,56 @@ MemberAssessment AssessMember(const Array& array, const Member& member, const Sy
     return result;
 }
 
-_PROPERTY_VALUE FindActivity(const Array& array, bool rebuilds) {
+_PROPERTY_VALUE FindActivity(const Array& array, const SysfsArray& sysfs, bool rebuilds) {
     struct Row {
         SyncKind m_Kind;
         _PROPERTY_VALUE m_Running;
         _PROPERTY_VALUE m_Waiting;
     };
     constexpr Row ROWS[] = {
-        {SyncKind::RESYNC, Value::INITIALIZING, Value::INITIALIZATION_PAUSED},
+        {SyncKind::RESYNC, Value::VERIFYINGFIXING, Value::PAUSED},
         {SyncKind::RECOVERY, Value::REBUILDING, Value::REBUILD_PAUSED},
         {SyncKind::RESHAPE, Value::MIGRATING, Value::MIGRATION_PAUSED},
         {SyncKind::CHECK, Value::CHECKING, Value::CHECK_PAUSED},
     };
-    if (!array.m_Sync.has_value()) {
-        return Value::IDLE;
+    if (!array.m_Sync.has_value() && (array.m_IsCut || !array.m_SizeKiB.has_value())) {
+        return Value::UNKNOWN;
     }
+    if (!array.m_Sync.has_value()) {
+        return rebuilds && IsHeld(array, sysfs) ? Value::REBUILD_PAUSED : Value::IDLE;
+    }
+    SyncKind kind = array.m_Sync->m_Kind;
     const bool waits =
         array.m_Sync->m_State == SyncState::DELAYED || array.m_Sync->m_State == SyncState::PENDING;
-    if (waits && rebuilds) {  // the kernel calls everything that waits a resync
-        return Value::REBUILD_PAUSED;
+    if (waits && kind == SyncKind::RESYNC) {  // the kernel's word for everything that waits
+        const SyncKind action = FindSyncKind(sysfs.m_SyncAction);
+        kind = action != SyncKind::OTHER ? action : rebuilds ? SyncKind::RECOVERY : kind;
     }
     for (const Row& row : ROWS) {
-        if (row.m_Kind == array.m_Sync->m_Kind) {
+        if (row.m_Kind == kind) {
             return waits ? row.m_Waiting : row.m_Running;
         }
     }
-    return Value::IDLE;
+    return Value::UNKNOWN;
 }
 
-/// Whether a RAID 10 has lost all copies of some data. Only the layout with copies side by side is looked
-/// into; of the others the kernel tells when they are broken.
+/// Whether a RAID 10 has lost all copies of some data. They are in as many slots that follow each other, from
+/// a multiple of the near copies on (md(4)).
 bool HasLostAllCopies(const Array& array) {
-    const std::uint32_t copies = array.m_NearCopies;
     const std::size_t slots = array.m_SlotWorking.size();
-    if (copies == 0 || slots % copies != 0) {
-        return false;
+    const std::size_t near = std::max(array.m_NearCopies, 1U);
+    const std::size_t copies = std::min(near * std::max(array.m_FarCopies, 1U), slots);
+    if (copies < 2) {
+        return false;  // a layout that is not known
     }
-    for (std::size_t first = 0; first < slots; first += copies) {
-        const auto begin = array.m_SlotWorking.begin() + static_cast<std::ptrdiff_t>(first);
-        if (std::find(begin, begin + static_cast<std::ptrdiff_t>(copies), true) ==
-            begin + static_cast<std::ptrdiff_t>(copies)) {
+    std::vector<std::size_t> holesFrom(slots);
+    std::size_t holes = 0;
+    for (std::size_t i = 2 * slots; i-- > 0;) {  // twice around: the last slot is followed by the first
+        holes = array.m_SlotWorking[i % slots] ? 0 : holes + 1;
+        holesFrom[i % slots] = holes;
+    }
+    for (std::size_t chunk = 0; chunk < slots; ++chunk) {
+        if (holesFrom[chunk * near % slots] >= copies) {
             return true;
         }
     }
@@ -169,15 +197,17 @@ bool HasLostAllCopies(const Array& array) {
 }
 
 _PROPERTY_VALUE StatusOfLoss(const Array& array, const Level& level, std::uint32_t missing) {
-    if (level.m_Value == Value::UNKNOWN) {
-        return array.m_WorkingSlots == 0 ? Value::FAILED : Value::DEGRADED;
+    if (missing >= *array.m_Slots) {
+        return Value::FAILED;
     }
-    std::uint32_t spared = static_cast<std::uint32_t>(std::max(level.m_Spared, 0));
-    if (level.m_Spared == ALL_BUT_ONE) {
-        spared = *array.m_Slots == 0 ? 0 : *array.m_Slots - 1;
-    } else if (level.m_Spared == BY_LAYOUT) {
+    if (level.m_Spared == NOT_KNOWN) {
+        return Value::DEGRADED;
+    }
+    if (level.m_Spared == BY_LAYOUT) {
         return HasLostAllCopies(array) ? Value::FAILED : Value::DEGRADED;
     }
+    const auto spared =
+        level.m_Spared == ALL_BUT_ONE ? *array.m_Slots - 1 : static_cast<std::uint32_t>(level.m_Spared);
     if (missing > spared) {
         return Value::FAILED;
     }
@@ -189,15 +219,13 @@ std::string Count(std::uint32_t count, std::uint32_t total) {
 }
 
 void AssessStatus(const Array& array, const SysfsArray& sysfs, const Level& level, Assessment& result) {
+    const auto failed = static_cast<std::uint32_t>(std::count_if(
+        array.m_Members.begin(), array.m_Members.end(), [](const Member& m) { return m.m_Faulty; }));
     if (array.m_State == ArrayState::INACTIVE) {
         result.m_Status = Value::OFFLINE;
         result.m_Reason = "it is assembled but not started";
-        return;
-    }
-    const auto failed = static_cast<std::uint32_t>(std::count_if(
-        array.m_Members.begin(), array.m_Members.end(), [](const Member& m) { return m.m_Faulty; }));
-    const bool isBroken = array.m_State == ArrayState::BROKEN || sysfs.m_State == "broken";
-    if (isBroken || (!result.m_IsRedundant && failed != 0)) {
+    } else if (array.m_State == ArrayState::BROKEN || sysfs.m_State == "broken" ||
+               (level.m_Spared == 0 && failed != 0)) {
         result.m_Status = Value::FAILED;
         result.m_Reason = failed == 0
                               ? "the kernel has given it up"
@@ -205,37 +233,87 @@ void AssessStatus(const Array& array, const SysfsArray& sysfs, const Level& leve
     } else if (result.m_MissingDrives != 0) {
         result.m_Status = StatusOfLoss(array, level, result.m_MissingDrives);
         result.m_Reason = Count(result.m_MissingDrives, *array.m_Slots) + " missing or not up to date";
-    } else {
+    } else if (array.m_State == ArrayState::ACTIVE && array.m_SizeKiB.has_value() &&
+               (level.m_Spared == 0 || array.m_Slots.has_value())) {
         result.m_Status = Value::OPERATIONAL;
+    } else {
+        result.m_Status = Value::UNKNOWN;
+        result.m_Reason = "the kernel's list says too little";
     }
+}
+
+constexpr std::string_view EXTERNAL = "external:";
+
+/// The container of an array, from metadata such as "external:/md127/0", or "external:-md127/0" of a
+/// read-only one.
+std::string ContainerOf(const Array& array) {
+    const std::string_view metadata = array.m_Metadata;
+    const std::size_t start = EXTERNAL.size() + 1;
+    if (metadata.size() < start || metadata.substr(0, EXTERNAL.size()) != EXTERNAL ||
+        (metadata[start - 1] != '/' && metadata[start - 1] != '-')) {
+        return "";
+    }
+    return std::string(metadata.substr(start, metadata.find('/', start) - start));
+}
+
+MemberAssessment AssessContainerMember(const Array& container, const Member& member,
+                                       const ContainerUse& use) {
+    if (member.m_Faulty) {
+        return {Value::FAILED, "failed"};
+    }
+    const auto user = use.find({container.m_Name, member.m_Name});
+    return user == use.end() ? MemberAssessment{Value::AVAILABLE, "not in use"}
+                             : MemberAssessment{Value::OPERATIONAL, "in " + user->second};
 }
 
 }  // namespace
 
 bool IsContainer(const Array& array, const SysfsArray& sysfs) {
-    constexpr std::string_view EXTERNAL = "external:";
-    const std::string& metadata = array.m_Metadata;
-    const bool isExternal = metadata.compare(0, EXTERNAL.size(), EXTERNAL) == 0;
-    // An array proper names its container: "external:/md127/0".
-    return sysfs.m_Level == "container" || (isExternal && metadata.compare(EXTERNAL.size(), 1, "/") != 0 &&
-                                            metadata.compare(EXTERNAL.size(), 1, "-") != 0);
+    const bool isExternal = array.m_Metadata.compare(0, EXTERNAL.size(), EXTERNAL) == 0;
+    return sysfs.m_Level == "container" || (isExternal && ContainerOf(array).empty());
 }
 
-Assessment Assess(const Array& array, const SysfsArray& sysfs) {
+ContainerUse FindContainerUse(const std::vector<Array>& arrays) {
+    ContainerUse use;
+    for (const Array& array : arrays) {
+        const std::string container = ContainerOf(array);
+        for (std::size_t i = 0; !container.empty() && i < array.m_Members.size(); ++i) {
+            std::string& users = use[{container, array.m_Members[i].m_Name}];
+            users += (users.empty() ? "" : ", ") + array.m_Name;
+        }
+    }
+    return use;
+}
+
+Assessment Assess(const Array& array, const SysfsArray& sysfs, const ContainerUse& use) {
     Assessment result;
+    if (IsContainer(array, sysfs)) {
+        result.m_Status = Value::OPERATIONAL;  // it is never started
+        result.m_IsContainer = true;
+        for (const Member& member : array.m_Members) {
+            result.m_Members.push_back(AssessContainerMember(array, member, use));
+        }
+        return result;
+    }
     const Level& level = FindLevel(sysfs.m_Level.empty() ? array.m_Level : sysfs.m_Level);
     result.m_Level = level.m_Value;
     result.m_IsRedundant = level.m_Spared != 0;
-    if (array.m_State != ArrayState::INACTIVE && array.m_Slots.has_value()) {
-        result.m_MissingDrives = *array.m_Slots - array.m_WorkingSlots;
+    if (array.m_State != ArrayState::INACTIVE) {
+        result.m_MissingDrives = CountMissing(array);
     }
     AssessStatus(array, sysfs, level, result);
 
+    const bool isAnyMissing = result.m_MissingDrives != 0;
     const std::set<std::string> outOfDate = FindOutOfDate(array, sysfs);
     for (const Member& member : array.m_Members) {
-        result.m_Members.push_back(AssessMember(array, member, sysfs, outOfDate.count(member.m_Name) != 0));
+        const bool isOutOfDate = outOfDate.count(member.m_Name) != 0;
+        MemberAssessment& assessed =
+            result.m_Members.emplace_back(AssessMember(array, member, sysfs, isOutOfDate, isAnyMissing));
+        if (result.m_Status == Value::UNKNOWN && assessed.m_Status == Value::OPERATIONAL) {
+            assessed.m_Status = Value::UNKNOWN;
+        }
     }
-    result.m_Activity = FindActivity(array, !outOfDate.empty());
+    result.m_Activity = FindActivity(array, sysfs, !outOfDate.empty() && isAnyMissing);
     return result;
 }
 

@@ -9,7 +9,9 @@
 #include <pi/vocabulary.h>
 
 #include <cstdint>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace mdraid {
@@ -27,6 +29,7 @@ struct Assessment {
     PI::_PROPERTY_VALUE m_Activity = PI::PropertyValue::IDLE;
     std::uint32_t m_MissingDrives = 0;        ///< slots without a drive that works
     bool m_IsRedundant = false;               ///< by its level
+    bool m_IsContainer = false;               ///< see IsContainer; has neither level nor activity
     std::string m_Reason;                     ///< why the status is not OPERATIONAL; for people
     std::vector<MemberAssessment> m_Members;  ///< in the order of Array::m_Members
 };
@@ -35,7 +38,12 @@ struct Assessment {
 /// made from its drives.
 bool IsContainer(const Array& array, const SysfsArray& sysfs);
 
+/// The arrays that use a drive of a container, by the names of container and drive.
+using ContainerUse = std::map<std::pair<std::string, std::string>, std::string>;
+ContainerUse FindContainerUse(const std::vector<Array>& arrays);
+
 /// @param sysfs decides where both tell; may be empty
-Assessment Assess(const Array& array, const SysfsArray& sysfs);
+/// @param use   for a container
+Assessment Assess(const Array& array, const SysfsArray& sysfs, const ContainerUse& use = {});
 
 }  // namespace mdraid

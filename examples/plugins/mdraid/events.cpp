@@ -33,10 +33,10 @@ struct ActivityRow {
     PI::_EVENT_ID m_Finished;
 };
 constexpr ActivityRow ACTIVITIES[] = {
-    {Value::INITIALIZING, Event::INITIALIZATION_STARTED, Event::INITIALIZATION_FINISHED},
     {Value::REBUILDING, Event::REBUILD_STARTED, Event::REBUILD_FINISHED},
     {Value::MIGRATING, Event::MIGRATION_STARTED, Event::MIGRATION_FINISHED},
     {Value::CHECKING, Event::CHECK_STARTED, Event::CHECK_FINISHED},
+    {Value::VERIFYINGFIXING, Event::CHECK_STARTED, Event::CHECK_FINISHED},
 };
 
 }  // namespace
@@ -50,7 +50,14 @@ void EventLog::Update(const std::vector<ArrayReport>& reports) {
             }
         }
         const auto before = m_Known.find(report.m_ObjectID);
-        UpdateArray(report, before == m_Known.end() ? nullptr : &before->second, now);
+        const bool isNew = before == m_Known.end();
+        if (now.m_Status == Value::UNKNOWN) {  // what is not known has not changed
+            now.m_Status = isNew ? Value::OPERATIONAL : before->second.m_Status;
+        }
+        if (now.m_Activity == Value::UNKNOWN) {
+            now.m_Activity = isNew ? Value::IDLE : before->second.m_Activity;
+        }
+        UpdateArray(report, isNew ? nullptr : &before->second, now);
         m_Known[report.m_ObjectID] = std::move(now);
     }
 }

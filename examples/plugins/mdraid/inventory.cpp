@@ -34,6 +34,7 @@ namespace ArrayRow {
 constexpr auto NAME = Describe(ID::NAME, 23239, Type::STRING);
 constexpr auto OS_DEVICE = Describe(ID::OS_DEVICE, 23241, Type::STRING);
 constexpr auto NUMBER = Describe(ID::LOGICAL_DRIVE_NUMBER, 23240, Type::LONG);
+constexpr auto USAGE = Describe(ID::USAGE, 1, Type::STRING);
 constexpr auto RAID_LEVEL = Describe(ID::RAID_LEVEL_2, 23243, Type::CHOICE);
 constexpr auto STATUS = Describe(ID::STATUS, 23249, Type::CHOICE);
 constexpr auto SIZE = Describe(ID::LOGICAL_SIZE, 23237, Type::FLOAT);
@@ -58,11 +59,11 @@ constexpr auto ERRORS = Describe(ID::MEDIA_ERROR_COUNT, 23295, Type::LONG);
 struct ActivityRow {
     _PROPERTY_VALUE m_Activity;
     PI::_PROPERTY_ID m_Progress;
-    PI::_OPERATION_ID m_Operation;
+    std::optional<PI::_OPERATION_ID> m_Operation;
     int m_HelpTopic;
 };
 constexpr ActivityRow ACTIVITIES[] = {
-    {Value::INITIALIZING, ID::INITIALIZATION_PROGRESS, Operation::PAUSE_INITIALIZATION, 23490},
+    {Value::VERIFYINGFIXING, ID::VERIFYFIX_PROGRESS, std::nullopt, 1},  // the kernel begins anew when stopped
     {Value::REBUILDING, ID::REBUILD_PROGRESS, Operation::PAUSE_REBUILD, 23494},
     {Value::MIGRATING, ID::MIGRATION_PROGRESS, Operation::PAUSE_MIGRATION, 23492},
     {Value::CHECKING, ID::CHECK_PROGRESS, Operation::CANCEL_CHECK, 23415},
@@ -104,35 +105,64 @@ int ArrayIcon(const Assessment& assessment) {
     }
 }
 
-bool IsArrayIcon(const ArrayReport& report, int icon) {
-    return ArrayIcon(report.m_Assessment) == icon;
+/// The worst of all arrays; what is not known may be worse than it looks.
+_PROPERTY_VALUE AdapterStatus(const Inventory& inventory) {
+    _PROPERTY_VALUE status = inventory.m_IsComplete ? Value::OK : Value::UNKNOWN;
+    for (const ArrayReport& report : inventory.m_Arrays) {
+        const _PROPERTY_VALUE arrayStatus = report.m_Assessment.m_Status;
+        if (ArrayIcon(report.m_Assessment) == ICON_ARRAY_FAIL) {
+            return Value::ERROR;
+        }
+        if (arrayStatus == Value::UNKNOWN && status == Value::OK) {
+            status = Value::UNKNOWN;
+        } else if (arrayStatus != Value::UNKNOWN && arrayStatus != Value::OPERATIONAL) {
+            status = Value::WARNING;
+        }
+    }
+    return status;
 }
 
-PI::CObject MakeAdapter(const std::vector<ArrayReport>& reports, std::uint64_t id) {
-    const bool anyFailed = std::any_of(reports.begin(), reports.end(), [](const ArrayReport& report) {
-        return IsArrayIcon(report, ICON_ARRAY_FAIL);
-    });
-    const bool allOk = std::all_of(reports.begin(), reports.end(), [](const ArrayReport& report) {
-        return IsArrayIcon(report, ICON_ARRAY_OK);
-    });
+PI::CObject MakeAdapter(const Inventory& inventory, std::uint64_t id) {
+    const _PROPERTY_VALUE status = AdapterStatus(inventory);
+    const std::vector<ArrayReport>& reports = inventory.m_Arrays;
     PI::CObject adapter(id, PI::ObjectType::ADAPTER_1);
-    adapter.m_ObjectValue = static_cast<std::uint64_t>(anyFailed ? ICON_ADAPTER_FAIL
-                                                       : allOk   ? ICON_ADAPTER_OK
-                                                                 : ICON_ADAPTER_WARNING);
+    adapter.m_ObjectValue = static_cast<std::uint64_t>(status == Value::ERROR ? ICON_ADAPTER_FAIL
+                                                       : status == Value::OK  ? ICON_ADAPTER_OK
+                                                                              : ICON_ADAPTER_WARNING);
     AddText(adapter, AdapterRow::NAME, "Linux software RAID");
     AddAdapterNumber(adapter, AdapterRow::ADAPTER_NUMBER, ADAPTER_PLACE, 0, 0, 0);
-    AddState(adapter, AdapterRow::STATUS, anyFailed ? Value::ERROR : allOk ? Value::OK : Value::WARNING);
-    AddNumber(adapter, AdapterRow::LOGICAL_DRIVES, reports.size());
+    AddState(adapter, AdapterRow::STATUS, status);
+    if (inventory.m_IsComplete || !reports.empty()) {
+        const auto arrays = std::count_if(reports.begin(), reports.end(), [](const ArrayReport& report) {
+            return !report.m_Assessment.m_IsContainer;
+        });
+        AddNumber(adapter, AdapterRow::LOGICAL_DRIVES, static_cast<unsigned long>(arrays));
+    }
     return adapter;
+}
+
+/// The device file of a drive or an array, unless its name leads out of /dev.
+void AddDevice(PI::CObject& object, const PI::_PROPERTY_DESCRIPTION& row, const std::string& name) {
+    const std::filesystem::path path(name);
+    if (std::none_of(path.begin(), path.end(),
+                     [](const auto& part) { return part == "." || part == ".."; })) {
+        AddText(object, row, "/dev/" + name);
+    }
 }
 
 void AddActivity(PI::CObject& object, const ArrayReport& report) {
     AddState(object, ArrayRow::ACTIVITY, report.m_Assessment.m_Activity);
+    const Sync sync = report.m_Array.m_Sync.value_or(Sync());
     for (const ActivityRow& row : ACTIVITIES) {
-        if (row.m_Activity == report.m_Assessment.m_Activity && report.m_Array.m_Sync.has_value()) {
+        if (row.m_Activity != report.m_Assessment.m_Activity || sync.m_State != SyncState::RUNNING) {
+            continue;
+        }
+        if (sync.m_PerMille.has_value()) {
             AddFraction(object, Describe(row.m_Progress, 1, Type::FLOAT),
-                        static_cast<float>(report.m_Array.m_Sync->m_PerMille) / 10.0F);
-            AddOperation(object, row.m_Operation, row.m_HelpTopic);
+                        static_cast<float>(*sync.m_PerMille) / 10.0F);
+        }
+        if (row.m_Operation.has_value()) {
+            AddOperation(object, *row.m_Operation, row.m_HelpTopic);
         }
     }
     if (!report.m_RemainingTime.empty()) {
@@ -141,8 +171,9 @@ void AddActivity(PI::CObject& object, const ArrayReport& report) {
 }
 
 void AddArrayOperations(PI::CObject& object, const Assessment& assessment) {
-    const bool isRunning = assessment.m_Status != Value::OFFLINE && assessment.m_Status != Value::FAILED;
-    if (!assessment.m_IsRedundant || !isRunning) {
+    const bool isRunning = assessment.m_Status != Value::OFFLINE && assessment.m_Status != Value::FAILED &&
+                           assessment.m_Status != Value::UNKNOWN;
+    if (!assessment.m_IsRedundant || assessment.m_Level == Value::UNKNOWN || !isRunning) {
         return;
     }
     if (assessment.m_MissingDrives != 0 && assessment.m_Activity == Value::IDLE) {
@@ -172,13 +203,17 @@ PI::CObject MakeArray(const ArrayReport& report, std::uint64_t adapterID) {
     object.m_RelatedIDs1 = {adapterID};
     object.m_ObjectValue = static_cast<std::uint64_t>(ArrayIcon(assessment));
     AddText(object, ArrayRow::NAME, report.m_GivenName.empty() ? array.m_Name : report.m_GivenName);
-    AddText(object, ArrayRow::OS_DEVICE, "/dev/" + array.m_Name);
+    AddDevice(object, ArrayRow::OS_DEVICE, array.m_Name);
     if (const auto number = ArrayNumber(array.m_Name)) {
         AddNumber(object, ArrayRow::NUMBER, *number);
     }
-    AddState(object, ArrayRow::RAID_LEVEL, assessment.m_Level);
+    if (assessment.m_IsContainer) {
+        AddText(object, ArrayRow::USAGE, "container");
+    } else {
+        AddState(object, ArrayRow::RAID_LEVEL, assessment.m_Level);
+    }
     AddState(object, ArrayRow::STATUS, assessment.m_Status);
-    if (array.m_State == ArrayState::INACTIVE) {
+    if (assessment.m_IsContainer || array.m_State == ArrayState::INACTIVE) {
         return object;  // what else the kernel says of it is about its drives
     }
     if (const auto size = SizeInBytes(report)) {
@@ -196,6 +231,19 @@ PI::CObject MakeArray(const ArrayReport& report, std::uint64_t adapterID) {
     return object;
 }
 
+PI::CObject MakeDrive(std::uint64_t id, std::uint64_t parentID, const std::string& name,
+                      const MemberAssessment& assessment, _PROPERTY_VALUE medium) {
+    PI::CObject object(id, PHYSICAL_DRIVE);
+    object.m_RelatedIDs1 = {parentID};
+    object.m_ObjectValue = static_cast<std::uint64_t>(
+        PI::CPluginHelper::GetPDStatusIcon(assessment.m_Status, medium, false, false, Value::ACTIVATED));
+    AddText(object, MemberRow::NAME, name);
+    AddDevice(object, MemberRow::OS_DEVICE, name);
+    AddState(object, MemberRow::STATUS, assessment.m_Status);
+    AddText(object, MemberRow::USAGE, assessment.m_Role);
+    return object;
+}
+
 PI::CObject MakeMember(const ArrayReport& report, std::size_t index, std::uint64_t id) {
     const Member& member = report.m_Array.m_Members[index];
     const MemberAssessment& assessment = report.m_Assessment.m_Members[index];
@@ -204,14 +252,7 @@ PI::CObject MakeMember(const ArrayReport& report, std::size_t index, std::uint64
     const SysfsMember& sysfs = found == report.m_Sysfs.m_Members.end() ? NOTHING : found->second;
     const _PROPERTY_VALUE medium = sysfs.m_Rotational.value_or(true) ? Value::HDD : Value::SSD;
 
-    PI::CObject object(id, PHYSICAL_DRIVE);
-    object.m_RelatedIDs1 = {report.m_ObjectID};
-    object.m_ObjectValue = static_cast<std::uint64_t>(
-        PI::CPluginHelper::GetPDStatusIcon(assessment.m_Status, medium, false, false, Value::ACTIVATED));
-    AddText(object, MemberRow::NAME, member.m_Name);
-    AddText(object, MemberRow::OS_DEVICE, "/dev/" + member.m_Name);
-    AddState(object, MemberRow::STATUS, assessment.m_Status);
-    AddText(object, MemberRow::USAGE, assessment.m_Role);
+    PI::CObject object = MakeDrive(id, report.m_ObjectID, member.m_Name, assessment, medium);
     if (sysfs.m_SizeKiB.has_value() && *sysfs.m_SizeKiB <= UINT64_MAX / 1024) {
         AddCapacity(object, MemberRow::SIZE, *sysfs.m_SizeKiB * 1024);
     }
@@ -232,10 +273,10 @@ PI::CObject MakeMember(const ArrayReport& report, std::size_t index, std::uint64
 
 }  // namespace
 
-std::vector<ArrayReport> ReadArrays(const std::filesystem::path& root, ObjectIDs& ids, Progress& progress,
-                                    std::vector<std::string>& errors) {
+Inventory ReadInventory(const std::filesystem::path& root, ObjectIDs& ids, Progress& progress,
+                        std::vector<std::string>& errors) {
     ids.Get(ADAPTER);
-    std::vector<ArrayReport> reports;
+    Inventory inventory;
     const std::filesystem::path mdstatPath = root / "proc/mdstat";
     std::string error;
     const std::optional<std::string> text = ReadTextFile(mdstatPath, error);
@@ -246,9 +287,9 @@ std::vector<ArrayReport> ReadArrays(const std::filesystem::path& root, ObjectIDs
         } else {
             errors.push_back(error);
         }
-        return reports;
+        return inventory;
     }
-    const Mdstat mdstat = ParseMdstat(*text);
+    Mdstat mdstat = ParseMdstat(*text);
     for (const MdstatError& mdstatError : mdstat.m_Errors) {
         errors.push_back(mdstatPath.string() + ": line " + std::to_string(mdstatError.m_Line) + ": " +
                          mdstatError.m_Text);
@@ -256,40 +297,44 @@ std::vector<ArrayReport> ReadArrays(const std::filesystem::path& root, ObjectIDs
     Trace(mdstatPath.string() + ": " + std::to_string(mdstat.m_Arrays.size()) + " arrays, " +
           std::to_string(mdstat.m_Errors.size()) + " errors");
 
+    inventory.m_IsComplete = mdstat.m_Errors.empty();
+    inventory.m_UnusedDevices = std::move(mdstat.m_UnusedDevices);
     const std::map<std::string, std::string> names = ReadArrayNames(root);
+    const ContainerUse use = FindContainerUse(mdstat.m_Arrays);
     const std::uint64_t now = PI::CETR::NowSteady();
-    for (const Array& array : mdstat.m_Arrays) {
-        ArrayReport report;
-        report.m_Sysfs = ReadSysfsArray(root, array.m_Name);
-        if (IsContainer(array, report.m_Sysfs)) {
-            TraceDebug(array.m_Name + " is a container and not reported");
-            continue;
-        }
-        report.m_ObjectID = ids.Get("array " + array.m_Name);
-        report.m_Array = array;
-        const auto name = names.find(array.m_Name);
-        report.m_GivenName = name == names.end() ? "" : name->second;
-        report.m_Title =
-            report.m_GivenName.empty() ? array.m_Name : array.m_Name + " (" + report.m_GivenName + ")";
-        report.m_Assessment = Assess(array, report.m_Sysfs);
-        report.m_RemainingTime = progress.Update(report.m_ObjectID, array, now);
+    for (Array& array : mdstat.m_Arrays) {
+        ArrayReport& report = inventory.m_Arrays.emplace_back();
+        report.m_Array = std::move(array);
+        const std::string& name = report.m_Array.m_Name;
+        report.m_ObjectID = ids.Get("array " + name);
+        report.m_Sysfs = ReadSysfsArray(root, name);
+        const auto given = names.find(name);
+        report.m_GivenName = given == names.end() ? "" : given->second;
+        report.m_Title = report.m_GivenName.empty() ? name : name + " (" + report.m_GivenName + ")";
+        report.m_Assessment = Assess(report.m_Array, report.m_Sysfs, use);
+        report.m_RemainingTime = progress.Update(report.m_ObjectID, report.m_Array, now);
         TraceDebug(report.m_Title + " is " + PI::PropertyValueToString(report.m_Assessment.m_Status));
-        reports.push_back(std::move(report));
     }
-    return reports;
+    return inventory;
 }
 
-void AppendObjects(const std::vector<ArrayReport>& reports, ObjectIDs& ids,
-                   std::vector<PI::CObject>& objects) {
+void AppendObjects(const Inventory& inventory, ObjectIDs& ids, std::vector<PI::CObject>& objects) {
     const std::uint64_t adapterID = ids.Get(ADAPTER);
-    objects.push_back(MakeAdapter(reports, adapterID));
-    for (const ArrayReport& report : reports) {
+    objects.push_back(MakeAdapter(inventory, adapterID));
+    for (const ArrayReport& report : inventory.m_Arrays) {
         objects.push_back(MakeArray(report, adapterID));
+        std::map<std::string, unsigned> seen;  // a list put together by hand may name a drive twice
         for (std::size_t i = 0; i < report.m_Array.m_Members.size(); ++i) {
             const std::string& member = report.m_Array.m_Members[i].m_Name;
-            objects.push_back(
-                MakeMember(report, i, ids.Get("member " + member + " of " + report.m_Array.m_Name)));
+            const unsigned times = ++seen[member];
+            objects.push_back(MakeMember(report, i,
+                                         ids.Get("member " + member + " of " + report.m_Array.m_Name +
+                                                 (times == 1 ? "" : " again " + std::to_string(times)))));
         }
+    }
+    for (const std::string& name : inventory.m_UnusedDevices) {
+        objects.push_back(MakeDrive(ids.Get("unused " + name), adapterID, name,
+                                    {Value::AVAILABLE, "in no array"}, Value::HDD));
     }
 }
 

@@ -29,6 +29,13 @@ struct ArrayReport {
     std::string m_RemainingTime;  ///< of its synchronisation; empty when nothing runs
 };
 
+/// All that the plug-in knows.
+struct Inventory {
+    bool m_IsComplete = false;  ///< there is a list, and all of it was understood
+    std::vector<ArrayReport> m_Arrays;
+    std::vector<std::string> m_UnusedDevices;  ///< names of drives that the kernel holds for no array
+};
+
 /// Gives things identifiers that stay the same from poll to poll.
 class ObjectIDs {
 public:
@@ -42,11 +49,10 @@ private:
 
 /// Reads /proc/mdstat and what else there is under a root folder.
 /// @param errors takes a line for each thing that could not be read
-std::vector<ArrayReport> ReadArrays(const std::filesystem::path& root, ObjectIDs& ids, Progress& progress,
-                                    std::vector<std::string>& errors);
+Inventory ReadInventory(const std::filesystem::path& root, ObjectIDs& ids, Progress& progress,
+                        std::vector<std::string>& errors);
 
-/// Makes the adapter, the arrays and their members into objects.
-void AppendObjects(const std::vector<ArrayReport>& reports, ObjectIDs& ids,
-                   std::vector<PI::CObject>& objects);
+/// Makes the adapter, the arrays, their members and the unused drives into objects.
+void AppendObjects(const Inventory& inventory, ObjectIDs& ids, std::vector<PI::CObject>& objects);
 
 }  // namespace mdraid

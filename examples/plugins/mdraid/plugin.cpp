@@ -1,4 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+// Linux software RAID as the service sees it. To copy from: the entry points here, which let nothing be
+// thrown into the host; inventory.cpp, which makes objects of what is known; assessment.cpp, which puts the
+// hardware's words into those of the vocabularies; events.cpp, which compares two polls. mdstat.cpp and
+// sysfs.cpp know the kernel alone.
 
 #include "plugin_interface.h"
 
@@ -54,10 +58,10 @@ int PluginConfigure(const char* key, const char* value) {
 
 int PluginGetObjects(std::vector<PI::CObject>& objects, std::vector<std::string>& errors) {
     return Guard(errors, [&] {
-        const std::vector<mdraid::ArrayReport> reports =
-            mdraid::ReadArrays(state.m_Root, state.m_IDs, state.m_Progress, errors);
-        mdraid::AppendObjects(reports, state.m_IDs, objects);
-        state.m_EventLog.Update(reports);
+        const mdraid::Inventory inventory =
+            mdraid::ReadInventory(state.m_Root, state.m_IDs, state.m_Progress, errors);
+        mdraid::AppendObjects(inventory, state.m_IDs, objects);
+        state.m_EventLog.Update(inventory.m_Arrays);
     });
 }
 

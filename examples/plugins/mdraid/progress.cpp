@@ -2,66 +2,35 @@
 
 #include "progress.h"
 
-#include <cstdint>
+#include <pi/etr.h>
 
 namespace mdraid {
-namespace {
-
-// Added to all times: a synchronisation that goes on where it was interrupted may have begun before the
-// machine was started, which is where its clock begins.
-constexpr std::uint64_t CLOCK_OFFSET_MS = std::uint64_t{1} << 40U;  // 34 years
-
-/// How long one percent takes at the speed that the synchronisation has now; 0 when that is not known.
-std::uint64_t MsPerPercent(const Sync& sync) {
-    if (sync.m_SpeedKiBs == 0 || sync.m_TotalKiB > UINT64_MAX / 10) {
-        return 0;
-    }
-    const std::uint64_t perPercent = sync.m_TotalKiB * 10 / sync.m_SpeedKiBs;
-    return perPercent > CLOCK_OFFSET_MS / 100 ? 0 : perPercent;
-}
-
-int Percent(const Sync& sync) {
-    return static_cast<int>(sync.m_PerMille / 10);
-}
-
-}  // namespace
 
 std::string Progress::Update(std::uint64_t arrayID, const Array& array, std::uint64_t timeStampMs) {
-    const auto known = m_Kinds.find(arrayID);
-    if (known != m_Kinds.end() && (!array.m_Sync.has_value() || array.m_Sync->m_Kind != known->second)) {
-        PI::CETR::Remove(m_Estimates, arrayID);
-        m_Kinds.erase(arrayID);
-    }
-    const bool isKnown = m_Kinds.count(arrayID) != 0;
-    const bool isRunning = array.m_Sync.has_value() && array.m_Sync->m_State == SyncState::RUNNING;
-    if (!isRunning && !isKnown) {
+    if (!array.m_Sync.has_value()) {
+        if (!array.m_IsCut) {
+            m_Estimates.erase(arrayID);
+        }
         return "";
     }
     const Sync& sync = *array.m_Sync;
-    const std::uint64_t now = timeStampMs + CLOCK_OFFSET_MS;
-    if (!isKnown) {
-        m_Kinds[arrayID] = sync.m_Kind;
-        Begin(arrayID, sync, now);
+    Estimate& estimate = m_Estimates[arrayID];
+    if (sync.m_State != SyncState::RUNNING) {
+        estimate.m_Time.AddPause(timeStampMs);
+        return "";
     }
-    const long index = PI::CETR::Add(m_Estimates, arrayID, Percent(sync), !isRunning, now);
-    std::string remaining;
-    if (isRunning) {
-        m_Estimates[static_cast<std::size_t>(index)].GetETR(remaining);
+    if (estimate.m_Kind != sync.m_Kind) {
+        estimate = {sync.m_Kind, {}};
     }
-    return remaining;
-}
-
-void Progress::Begin(std::uint64_t arrayID, const Sync& sync, std::uint64_t now) {
-    const std::uint64_t msPerPercent = MsPerPercent(sync);
-    const int percent = Percent(sync);
-    if (msPerPercent == 0 || percent == 0) {
-        return;
+    estimate.m_Time.AddSample(timeStampMs, sync.m_DoneKiB, sync.m_TotalKiB);
+    std::optional<std::uint64_t> remaining = sync.m_FinishMs;
+    if (estimate.m_Time.GetState() != PI::TimeRemainingState::NOT_KNOWN) {
+        remaining = estimate.m_Time.GetRemaining();
     }
-    // Samples as they would have been taken at an even pace: at the beginning, and one percent ago.
-    PI::CETR::Add(m_Estimates, arrayID, 0, false, now - msPerPercent * static_cast<std::uint64_t>(percent));
-    if (percent > 1) {
-        PI::CETR::Add(m_Estimates, arrayID, percent - 1, false, now - msPerPercent);
+    if (estimate.m_Time.GetState() == PI::TimeRemainingState::STALLED) {
+        remaining.reset();
     }
+    return PI::CETR::RemainingTimeToString(remaining.value_or(0));
 }
 
 }  // namespace mdraid

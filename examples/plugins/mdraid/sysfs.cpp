@@ -57,6 +57,11 @@ std::string FileName(std::string name) {
 }  // namespace
 
 std::optional<std::string> ReadTextFile(const fs::path& path, std::string& error) {
+    std::error_code ignored;
+    if (fs::is_fifo(path, ignored)) {
+        error = path.string() + ": is no file";  // reading would wait for a writer
+        return std::nullopt;
+    }
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "re"), &std::fclose);
     std::string text;
     if (file != nullptr) {
