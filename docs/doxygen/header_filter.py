@@ -8,7 +8,7 @@
 - A line of documentation for constructors, assignments and destructors that do what every reader expects and therefore
   have no comment in the header.
 - A using-declaration of an enumeration as the alias that it amounts to.
-- Without explicit instances of templates, which are no names of their own.
+- Without friends and explicit instances of templates, which are no names of their own.
 
 No line is added or dropped, so that a warning names the line of the header."""
 import html
@@ -22,7 +22,7 @@ VOCABULARY = re.compile(r"^#define (PI_\w+)\(number, constant, name\) constant =
                         r"#undef \1$", re.MULTILINE)
 # Seen by Doxygen as a name of the outer namespace too, so that texts and signatures link to it.
 USING_ENUMERATION = re.compile(r"^using (\w+)::(_\w+);$", re.MULTILINE)
-EXPLICIT_INSTANCE = re.compile(r"^extern template .*;$", re.MULTILINE)
+NO_NAMES = re.compile(r"^(?:extern template| *friend) .*;$", re.MULTILINE)
 
 EXPECTED = [
     (re.compile(r"^\s*(?:constexpr )?(\w+)\(\) = default;$"), "Sets every member to the value given with it, or empty."),
@@ -113,7 +113,7 @@ def with_percent_signs(text):
 def main():
     with open(sys.argv[1], encoding="utf-8") as file:
         text = file.read()
-    text = with_percent_signs(EXPLICIT_INSTANCE.sub("", text))
+    text = with_percent_signs(NO_NAMES.sub("", text))
     text = with_shared(with_expected(text))
     text = USING_ENUMERATION.sub(r"using \2 = \1::\2;  ///< \1::\2 under the shorter name.", text)
     sys.stdout.write(VOCABULARY.sub(constants, text))

@@ -84,10 +84,12 @@ __attribute__((visibility("hidden"))) inline constexpr _BUILD_FIGURE BUILD_FIGUR
 #ifdef _GLIBCXX_USE_CXX11_ABI
     {"_GLIBCXX_USE_CXX11_ABI", _GLIBCXX_USE_CXX11_ABI},
 #endif
+/// @cond
 #define PI_BUILD_SIZE(...) {"sizeof(" #__VA_ARGS__ ")", sizeof(__VA_ARGS__)},
 #define PI_BUILD_TYPE(type, member)                                             \
     {"sizeof(" #type ")", sizeof(type)}, {"alignof(" #type ")", alignof(type)}, \
         {"offsetof(" #type ", " #member ")", offsetof(type, member)},
+/// @endcond
 #include <pi/build_figures.def>
 #undef PI_BUILD_TYPE
 #undef PI_BUILD_SIZE

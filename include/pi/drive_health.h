@@ -180,11 +180,14 @@ public:
 private:
     friend class CHealthFigureMaker;
 
+    /// @cond
+    // What another source says.
     struct CReading {
         std::int64_t m_Value;
         std::int32_t m_Source;
         std::uint32_t m_Number;
     };
+    /// @endcond
 
     std::int64_t m_Value = 0;
     _HEALTH_FIGURE m_Figure;

@@ -79,6 +79,7 @@ public:
     /// abbreviations; one that stands for several is unknown.
     std::int64_t GetTime() const noexcept;
 
+    /// What the report says of the drive; valid as long as the report.
     const CDriveHealth& GetHealth() const noexcept;
 
     /// What was out of the ordinary in the report, for people, in English: messages and exit status of
