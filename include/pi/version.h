@@ -9,13 +9,13 @@
 /// @{
 
 #define PI_VERSION_MAJOR 1         ///< raised with every break of the binary interface
-#define PI_VERSION_MINOR 0         ///< raised with every addition
+#define PI_VERSION_MINOR 1         ///< raised with every addition
 #define PI_VERSION_PATCH 0         ///< raised with every correction
-#define PI_VERSION_STRING "1.0.0"  ///< the three numbers as text
+#define PI_VERSION_STRING "1.1.0"  ///< the three numbers as text
 
 namespace PI {
 
-/// Version of the loaded library, such as "1.0.0": at least PI_VERSION_STRING of the module that calls.
+/// Version of the loaded library, such as "1.1.0": at least PI_VERSION_STRING of the module that calls.
 /// @return static text of the library, valid until it is unloaded; thread-safe
 PI_API const char* Version();
 

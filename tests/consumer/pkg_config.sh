@@ -5,7 +5,7 @@ set -eu
 rm -rf "$2"
 mkdir -p "$2"
 export PKG_CONFIG_PATH="$TREE/moved/$LIBDIR/pkgconfig"
-test "$(pkg-config --modversion pi)" = 1.0.0
+test "$(pkg-config --modversion pi)" = 1.1.0
 
 project=$1
 folder=$2
