@@ -2,6 +2,7 @@
 // How a figure is decided from what was taken of a drive.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <iterator>
 
@@ -73,6 +74,18 @@ public:
         return *this;
     }
     CHealthFigure Made() const { return m_Figure; }
+
+    /// The highest value that a source gives, where sources differ; else the figure's own.
+    static std::int64_t HighestSaid(const CHealthFigure& figure) {
+        std::int64_t highest = figure.m_Value;
+        if (figure.m_Reason == static_cast<std::int32_t>(FigureReason::SOURCES_DIFFER)) {
+            for (std::size_t i = 0;
+                 i < std::min<std::size_t>(figure.m_OtherCount, std::size(figure.m_Others)); ++i) {
+                highest = std::max(highest, figure.m_Others[i].m_Value);
+            }
+        }
+        return highest;
+    }
 
 private:
     CHealthFigure m_Figure;

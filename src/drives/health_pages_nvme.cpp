@@ -112,6 +112,7 @@ const char* ReadNVMeEnduranceGroupLog(const std::uint8_t* page, std::size_t leng
     }
     facts.Forget(FigureSource::NVME_LOG, ENDURANCE_GROUP_LOG);
     Log log = {facts, ENDURANCE_GROUP_LOG};
+    log.Put(HealthFigure::CRITICAL_WARNING, page[0]);  // bits as in the health log
     constexpr std::uint64_t GIGABYTE = 1'000'000'000;
     log.PutSpare(page[3], page[4]);
     log.Put(HealthFigure::WEAR, page[5]);

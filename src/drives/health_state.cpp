@@ -86,7 +86,7 @@ void JudgeThresholds(const DriveFacts& facts, Findings& findings) {
         const Threshold* reached = nullptr;
         for (; row != end && row->m_Figure == figure; ++row) {
             if ((row->m_Medium == Medium::ANY || row->m_Medium == medium) && value.HasValue() &&
-                value.GetValue() >= row->m_From) {
+                CHealthFigureMaker::HighestSaid(value) >= row->m_From) {
                 reached = row;
             }
         }
@@ -112,9 +112,10 @@ void JudgeLimits(const DriveFacts& facts, Findings& findings) {
     const CHealthFigure spare = DecideFigure(facts, HealthFigure::SPARE);
     const CHealthFigure least = DecideFigure(facts, HealthFigure::SPARE_THRESHOLD);
     constexpr std::int64_t USUAL_THRESHOLD = 10;  // of nearly all drives that state one
-    if (spare.HasValue() && spare.GetValue() <= (least.HasValue() ? least.GetValue() : USUAL_THRESHOLD)) {
-        Add(findings, least.HasValue() ? DriveState::REPLACE : DriveState::LOOK, HealthFigure::SPARE,
-            Statement::VALUE);
+    if (spare.HasValue() && least.HasValue() && spare.GetValue() < least.GetValue()) {
+        Add(findings, DriveState::REPLACE, HealthFigure::SPARE, Statement::VALUE);
+    } else if (spare.HasValue() && !least.HasValue() && spare.GetValue() < USUAL_THRESHOLD) {
+        Add(findings, DriveState::LOOK, HealthFigure::SPARE, Statement::VALUE);
     }
     const CHealthFigure temperature = DecideFigure(facts, HealthFigure::TEMPERATURE);
     const CHealthFigure critical = DecideFigure(facts, HealthFigure::CRITICAL_TEMPERATURE);

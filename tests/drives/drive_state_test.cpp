@@ -48,8 +48,8 @@ TEST(DriveState, ThresholdsAreReachedWithTheirValue) {
         {Figure::LOGGED_ERRORS, HDD, 100000, DriveState::GOOD},
         {Figure::INTERFACE_ERRORS, HDD, 100000, DriveState::GOOD},
         {Figure::POWER_ON_HOURS, HDD, 200000, DriveState::GOOD},
-        {Figure::SPARE, SSD, 11, DriveState::GOOD},
-        {Figure::SPARE, SSD, 10, DriveState::LOOK},
+        {Figure::SPARE, SSD, 10, DriveState::GOOD},
+        {Figure::SPARE, SSD, 9, DriveState::LOOK},
     };
     for (const Row& row : rows) {
         CDriveHealth drive(DriveProtocol::ATA, "NOBODY KNOWS IT");
@@ -121,8 +121,8 @@ TEST(DriveState, AnAttributeOnceBelowItsThresholdIsLookedAt) {
     EXPECT_EQ(Reasons(drive), "look at it: 1 SMART attribute once was below its threshold");
 }
 
-TEST(DriveState, SpareAtItsThresholdIsUsedUp) {
-    for (const auto& [spare, state] : {std::pair{21, DriveState::GOOD}, std::pair{20, DriveState::REPLACE}}) {
+TEST(DriveState, SpareBelowItsThresholdIsUsedUp) {
+    for (const auto& [spare, state] : {std::pair{20, DriveState::GOOD}, std::pair{19, DriveState::REPLACE}}) {
         NVMeHealth health;
         health.m_Spare = static_cast<std::uint8_t>(spare);
         health.m_SpareThreshold = 20;
@@ -155,6 +155,18 @@ TEST(DriveState, WhatIsDoubtfulIsLookedAtAndNoMore) {
         Reasons(drive),
         "look at it: perhaps 255 percent worn: device statistics page 7 says 255 percent, which stands for "
         "more than 254 or for nothing");
+}
+
+TEST(DriveState, ASourceThatSaysWornOutIsLookedAtAlsoWhereAnotherSaysNew) {
+    CDriveHealth drive(DriveProtocol::ATA, "SAMSUNG MZ7LM480HCHP-00005");
+    drive.SetMedium(PropertyValue::SSD);
+    drive.TakeVerdict(true);
+    drive.TakeAttribute(177, "", 0x32, 1, 1, -1, 3000);
+    drive.TakeStatistic(7, 8, 3);
+    EXPECT_EQ(Reasons(drive),
+              "look at it: perhaps 3 percent worn: device statistics page 7 says 3 percent, SMART attribute "
+              "177 says "
+              "99 percent");
 }
 
 TEST(DriveState, AWarningOfASCSIDriveIsLookedAt) {

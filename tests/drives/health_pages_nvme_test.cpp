@@ -160,6 +160,17 @@ TEST(NVMeEnduranceGroup, CountsInGigabytesAndServesWhereTheHealthLogIsMissing) {
     EXPECT_EQ(Take(drive, NVME_ENDURANCE_GROUP_LOG, Page(511)), "the page is too short");
 }
 
+TEST(NVMeEnduranceGroup, ItsWarningCountsWhereTheHealthLogIsMissing) {
+    Page page(512);
+    page[0] = 0x08;
+    page[5] = 12;
+    CDriveHealth drive = NVMe();
+    Take(drive, NVME_ENDURANCE_GROUP_LOG, page);
+    EXPECT_EQ(drive.GetState(), DriveState::FAILED);
+    Take(drive, NVME_HEALTH_LOG, HealthLog());
+    EXPECT_EQ(drive.GetFigure(Figure::CRITICAL_WARNING).GetValue(), 0);
+}
+
 TEST(NVMeSelfTestLog, FailuresAreThreeOfTheResults) {
     struct {
         std::vector<std::uint8_t> m_Results;  ///< newest first: code in the high nibble
