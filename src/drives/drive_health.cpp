@@ -46,8 +46,10 @@ CDriveHealth::CDriveHealth(_DRIVE_PROTOCOL protocol, const std::string& model)
         std::string vendor;
         std::string name;
         CPluginHelper::SplitSATAModelName(model, vendor, name);
-        const _SSD_ENDURANCE* row = CPluginHelper::findLifeTimeProp(name);
-        m_Facts->m_RatedInCycles = row != nullptr ? row : CPluginHelper::findLifeTimeProp(m_Facts->m_Model);
+        m_Facts->m_RatedInCycles = CPluginHelper::findLifeTimeProp(name);
+        if (m_Facts->m_RatedInCycles == nullptr) {  // printed without its vendor
+            m_Facts->m_RatedInCycles = CPluginHelper::findLifeTimeProp(model);
+        }
     }
 }
 

@@ -191,9 +191,13 @@ std::string CEnduranceRating::GetText() const {
     if (!IsListed()) {
         return "not in the endurance lists";
     }
-    return "at least " + std::to_string(row.m_Rating) + (IsRatedInCycles(row) ? " erase cycles" : " TB") +
-           " (" + BasisText(row.m_Basis) +
-           (IsDoubtful() ? "; another source says " + std::to_string(row.m_Contrary) + " TB)" : ")");
+    std::string text = "at least " + std::to_string(row.m_Rating);
+    text += IsRatedInCycles(row) ? " erase cycles (" : " TB (";
+    text += BasisText(row.m_Basis);
+    if (IsDoubtful()) {
+        text += "; another source says " + std::to_string(row.m_Contrary) + " TB";
+    }
+    return text + ")";
 }
 
 }  // namespace PI

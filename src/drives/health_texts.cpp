@@ -21,15 +21,26 @@ std::string Hexadecimal(std::uint32_t number) {
 /// A SCSI log page, with its subpage where it has one.
 std::string PageText(std::uint32_t number) {
     const std::uint32_t subpage = number >> 8;
-    return "SCSI log page " + Hexadecimal(number & 0xFF) + (subpage != 0 ? "/" + Hexadecimal(subpage) : "");
+    std::string text = "SCSI log page " + Hexadecimal(number & 0xFF);
+    if (subpage != 0) {
+        text += "/" + Hexadecimal(subpage);
+    }
+    return text;
+}
+
+/// 0 stands for all of them.
+std::string AttributeText(std::uint32_t number) {
+    if (number == 0) {
+        return "SMART attributes";
+    }
+    return "SMART attribute " + std::to_string(number);
 }
 
 std::string SourceText(std::int32_t source, std::uint32_t number) {
     switch (source) {
         case FigureSource::ATA_DEVICE_STATISTICS: return "device statistics page " + std::to_string(number);
         case FigureSource::ATA_LOG: return "ATA log " + Hexadecimal(number);
-        case FigureSource::ATA_ATTRIBUTE:
-            return number != 0 ? "SMART attribute " + std::to_string(number) : "SMART attributes";
+        case FigureSource::ATA_ATTRIBUTE: return AttributeText(number);
         case FigureSource::NVME_LOG: return "NVMe log " + Hexadecimal(number);
         case FigureSource::NVME_IDENTIFY: return "NVMe identify controller data";
         case FigureSource::SCSI_LOG_PAGE: return PageText(number);
@@ -37,7 +48,7 @@ std::string SourceText(std::int32_t source, std::uint32_t number) {
         case FigureSource::DRIVE_VERDICT: return "SMART verdict of the drive";
         case FigureSource::ENDURANCE_LIST: return "endurance list";
         case FigureSource::PROGRAM: return "decoded by another program";
-        default: return "no source";
+        default: return "not looked at";
     }
 }
 
@@ -92,9 +103,11 @@ std::string Counted(const CHealthFigure& figure) {
 }  // namespace
 
 std::string CHealthFigure::GetText() const {
-    const auto value = [this](std::int64_t number) {
-        return number == BEYOND_COUNTING ? "a number beyond 63 bits"
-                                         : std::to_string(number) + UnitText(GetUnit());
+    const auto value = [this](std::int64_t number) -> std::string {
+        if (number == BEYOND_COUNTING) {
+            return "a number beyond 63 bits";
+        }
+        return std::to_string(number) + UnitText(GetUnit());
     };
     const auto said = [&](std::size_t i) {
         const CReading& other = m_Others[i];
@@ -119,9 +132,13 @@ std::string CHealthFigure::GetText() const {
             }
             return text;
         }
-        case FigureReason::MAYBE_INVALID:
-            return said(0) + ", which stands for more than 254 or for nothing" +
-                   (m_Value != m_Others[0].m_Value ? ", " + source + " says " + value(m_Value) : "");
+        case FigureReason::MAYBE_INVALID: {
+            std::string text = said(0) + ", which stands for more than 254 or for nothing";
+            if (m_Value != m_Others[0].m_Value) {
+                text += ", " + source + " says " + value(m_Value);
+            }
+            return text;
+        }
         case FigureReason::WRITTEN_BUT_NEW:
             return source + " says " + value(m_Value) + ", but the drive was written " +
                    std::to_string(m_Others[0].m_Value) + " times over";
@@ -132,7 +149,7 @@ std::string CHealthFigure::GetText() const {
             return source + " says " + value(m_Value) + " and counts no further";
     }
     if (m_OtherCount == 0) {
-        return m_Source != FigureSource::NONE ? source : "";
+        return source;
     }
     std::string text = "SMART attribute";  // those below their thresholds
     for (std::size_t i = 0; i < std::min<std::size_t>(m_OtherCount, std::size(m_Others)); ++i) {
@@ -148,9 +165,10 @@ std::string CHealthReason::GetText() const {
         case Statement::WARNING: return "the drive warns";
         case Statement::SPARE_USED_UP: return "the drive says that its spare blocks are used up";
         case Statement::TOO_HOT:
-            return m_Figure.GetFigure() == HealthFigure::TEMPERATURE
-                       ? "above its temperature limit: " + Counted(m_Figure)
-                       : "the drive says that its temperature is out of bounds";
+            if (m_Figure.GetFigure() == HealthFigure::TEMPERATURE) {
+                return "above its temperature limit: " + Counted(m_Figure);
+            }
+            return "the drive says that its temperature is out of bounds";
         case Statement::DEGRADED: return "the drive says that it is no longer reliable";
         case Statement::READ_ONLY: return "the drive no longer takes data: it is read-only";
         case Statement::NO_BACKUP: return "the drive says that data in its memory is lost when power fails";

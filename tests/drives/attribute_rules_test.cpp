@@ -94,6 +94,38 @@ TEST(BytesWritten, AStatisticThatLostItsUpperBitsGivesWay) {
     }
 }
 
+TEST(BytesWritten, ByARuleThatIsOftenWrongAreDoubtfulAndShakeNoStatistic) {
+    CDriveHealth drive(DriveProtocol::ATA, "UNHEARD OF");
+    drive.SetMedium(PropertyValue::SSD);
+    drive.TakeAttribute(241, "", 0x32, 100, 100, -1, 3);
+    drive.TakeAttribute(230, "", 0x32, 100, 100, -1, 3);
+    EXPECT_EQ(Told(drive, Figure::BYTES_WRITTEN),
+              "doubtful 3221225472: SMART attribute 241 says 3221225472 bytes, but drives of this kind are "
+              "known on which "
+              "it does not tell");
+    drive.TakeStatistic(1, 24, 1 << 30);
+    EXPECT_EQ(Told(drive, Figure::BYTES_WRITTEN), "known 549755813888: device statistics page 1");
+}
+
+TEST(BytesWritten, DependOnTheAttributesBeside) {
+    for (const auto& [beside, told] :
+         {std::pair{163, "known 100663296: SMART attribute 241"},
+          std::pair{164, "known 100663296: SMART attribute 241"},
+          std::pair{231, "known 3221225472: SMART attribute 241"}, std::pair{165, "unknown: not reported"}}) {
+        CDriveHealth drive(DriveProtocol::ATA, "UNHEARD OF");
+        drive.SetMedium(PropertyValue::SSD);
+        drive.TakeAttribute(241, "", 0x32, 100, 100, -1, 3);
+        drive.TakeAttribute(static_cast<std::uint8_t>(beside), "", 0x32, 100, 100, -1, 3);
+        EXPECT_EQ(Told(drive, Figure::BYTES_WRITTEN), told) << beside;
+    }
+}
+
+TEST(Temperatures, OfTenthsOfADegreeAreWholeDegrees) {
+    const Row row = {
+        "SAMSUNG HD103UJ", "Temperature_Celsius_x10", 194, 100, 325, "known 32: SMART attribute 194"};
+    EXPECT_EQ(TellBy(row, Figure::TEMPERATURE, PropertyValue::HDD), row.m_Told);
+}
+
 TEST(Spare, IsWhatRemainsWhereTheDriveCountsIt) {
     const Row rows[] = {
         {"INTEL SSDSC2BB480G7", "", 232, 97, 0, "known 97: SMART attribute 232"},
@@ -108,6 +140,11 @@ TEST(Spare, IsWhatRemainsWhereTheDriveCountsIt) {
         EXPECT_EQ(TellBy(row, Figure::SPARE), row.m_Told) << row.m_Model << " " << row.m_Current;
     }
     EXPECT_EQ(TellBy(rows[0], Figure::SPARE, PropertyValue::HDD), "unknown: not reported");
+    CDriveHealth drive(DriveProtocol::ATA, "UNHEARD OF");
+    drive.TakeAttribute(232, "", 0x32, 100, 100, -1, 95);
+    EXPECT_EQ(Told(drive, Figure::SPARE), "unknown: not reported");
+    drive.TakeAttribute(165, "", 0x32, 100, 100, -1, 1);
+    EXPECT_EQ(Told(drive, Figure::SPARE), "known 95: SMART attribute 232");
 }
 
 }  // namespace

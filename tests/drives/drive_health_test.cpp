@@ -55,6 +55,7 @@ TEST(DriveHealth, ANumberThatIsNoFigureIsUnknown) {
         EXPECT_FALSE(drive.GetFigure(figure).HasValue());
         EXPECT_STREQ(HealthFigureToString(figure), "");
         EXPECT_EQ(CHealthFigure(figure).GetUnit(), FigureUnit::COUNT);
+        EXPECT_EQ(CHealthFigure(figure).GetDirection(), FigureDirection::NONE);
     }
 }
 

@@ -74,6 +74,35 @@ TEST(DriveWear, AttributesOfFamiliesAreReadByTheirRules) {
         {"KINGSTON SA400S37240G", {{231, 94, 94}}, "known 6: SMART attribute 231"},
         {"ANY", {{231, 100, 88}}, "known 12: SMART attribute 231"},
         {"ANY", {{231, 94, 94}, {163, 1, 1}}, "unknown: not reported"},
+        {"CT1000MX500SSD1",
+         {{202, 0, 100}},
+         "doubtful 100: SMART attribute 202 says 100 percent and counts no further"},
+        {"TOSHIBA THNSF8240CCSE", {{173, 200, 0}}, "known 0: SMART attribute 173"},
+        {"TOSHIBA THNSF8240CCSE", {{173, 201, 0}}, "unknown: not reported"},
+        {"SanDisk SDSSDXPS480G", {{230, 100, 0}}, "known 0: SMART attribute 230"},
+        {"SanDisk SDSSDXPS480G", {{230, 100, 5}}, "unknown: not reported"},  // neither form
+        {"SanDisk SD7SB6S", {{230, 100, 0x0500}}, "known 5: SMART attribute 230"},
+        {"SanDisk SD7SB6S", {{230, 100, 0x05000005}}, "known 5: SMART attribute 230"},
+        {"HP SSD S700", {{173, 100, 550}}, "known 10: SMART attribute 173"},
+        {"ANY", {{167, 100, 300}, {168, 100, 1000}, {164, 1, 1}}, "known 30: SMART attribute 167"},
+        {"ANY", {{167, 100, 300}, {168, 100, 100000}, {164, 1, 1}}, "known 0: SMART attribute 167"},
+        {"ANY", {{167, 100, 300}, {168, 100, 100001}, {164, 1, 1}}, "unknown: not reported"},
+        {"ANY", {{167, 100, 300}, {164, 1, 1}}, "unknown: not reported"},
+        {"ANY", {{167, 100, 10010}, {168, 100, 1000}, {164, 1, 1}}, "unknown: not reported"},  // 1001 percent
+        {"ANY",
+         {{231, 80, 200}},
+         "doubtful 20: SMART attribute 231 says 20 percent, but drives of this kind are known on which it "
+         "does not tell"},
+        {"ANY", {{231, 100, 200}}, "unknown: not reported"},
+        {"ANY",
+         {{231, 99, 1}},
+         "doubtful 1: SMART attribute 231 says 1 percent, but drives of this kind are known on which it does "
+         "not tell"},
+        {"ANY", {{231, 101, 0}}, "unknown: not reported"},
+        {"ANY", {{231, -1, 88}}, "unknown: not reported"},
+        {"SATADOM-ML 3ME",
+         {{173, 100, 0x00'00FF'0000'FFFF}},
+         "unknown: not reported"},  // more than 1000 percent
         {"ANY", {{42, 80, 0, "SSD_Life_Remaining"}}, "known 20: SMART attribute 42"},
         {"ANY", {{177, 90, 10, "Wear_Leveling_Count"}}, "unknown: not reported"},
     };
@@ -87,6 +116,14 @@ TEST(DriveWear, ListedModelsWithoutARuleKeepTheirEvaluation) {
     EXPECT_EQ(Wear(Drive("SATADOM-ML 3ME", {{173, 100, 0x00'0000'0000'012C}})),
               "known 10: SMART attribute 173");
     EXPECT_EQ(Wear(Drive("SATADOM-ML 3ME", {{1, 100, 0}})), "unknown: not reported");
+}
+
+TEST(DriveWear, MoreAttributesThanDrivesHaveAreHeardInTheirOrder) {
+    std::vector<Seen> attributes;
+    for (std::uint8_t id = 50; id < 60; ++id) {
+        attributes.push_back({id, 80, 0, "SSD_Life_Remaining"});
+    }
+    EXPECT_EQ(Wear(Drive("ANY", attributes)), "known 20: SMART attribute 50");
 }
 
 TEST(DriveWear, OfADiskIsUnknown) {
@@ -277,8 +314,9 @@ TEST(DriveWear, OfListedModelsIsThatOfCSmartValuesWhereItIsKnown) {
         const std::string name = SATASSDEndurance[row].m_Model;
         int known = 0;
         for (int current = 0; current <= 255; ++current) {
-            for (const std::uint64_t raw : {0, std::max(100 - current, 0), current, 4546}) {
-                const Page page = SmartData({{attribute->second, static_cast<std::uint8_t>(current), raw}});
+            for (const int raw : {0, std::max(100 - current, 0), current, 4546}) {
+                const Page page = SmartData({{attribute->second, static_cast<std::uint8_t>(current),
+                                              static_cast<std::uint64_t>(raw)}});
                 for (const std::string& model : {name, attribute->first + " " + name}) {
                     const CHealthFigure wear = WearOf(model, page);
                     if (wear.GetState() != FigureState::KNOWN) {
@@ -305,8 +343,9 @@ TEST(DriveWear, OfModelsRatedInCyclesIsThatOfCSmartValues) {
         }
         const std::string model = SATASSDEndurance[row].m_Model;
         const std::uint8_t attribute = SATASSDEndurance[row].m_GroupFlag == 0 ? 173 : 167;
-        for (const std::uint64_t cycles : {0, 1, 29, 30, 1500, 2999, 3000}) {
-            const Page page = SmartData({{attribute, 100, cycles | std::uint64_t{0x77} << 40}});
+        for (const int cycles : {0, 1, 29, 30, 1500, 2999, 3000}) {
+            const Page page =
+                SmartData({{attribute, 100, static_cast<std::uint64_t>(cycles) | std::uint64_t{0x77} << 40}});
             for (const std::string& text : {model, "InnoDisk " + model}) {
                 const CHealthFigure wear = WearOf(text, page);
                 EXPECT_EQ(wear.GetState(), FigureState::KNOWN) << text;

@@ -79,6 +79,11 @@ TEST(ATASmartData, HighestTemperatureIsUnpackedWhereItIsCredible) {
              Packed{"below the lowest", 0x003E'0028'001E, -1},  // 30, but never below 40
              Packed{"at the bound", 0x0078'0014'0078, 120},
              Packed{"beyond the bound", 0x0079'0014'0078, -1},
+             Packed{"colder than drives are", 0x0014'00C3'0005, -1},
+             Packed{"never so cold", 0x003E'0028'001E, -1},
+             Packed{"no sign between", 0x1234'5678'9A1E, -1},
+             Packed{"a sign, and more", 0x1200'3E14'001E, -1},
+             Packed{"below freezing", 0x001E'FFFB'FFFB, 30},
          }) {
         CDriveHealth drive = Disk();
         Take(drive, ATA_SMART_DATA, SmartData({{194, 100, row.m_Raw}}));

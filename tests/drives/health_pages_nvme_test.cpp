@@ -130,6 +130,20 @@ TEST(NVMeIdentify, ItsCapacityServesWhereNoneIsSet) {
     EXPECT_EQ(drive.GetFigure(Figure::WEAR).GetState(), FigureState::KNOWN);
 }
 
+TEST(NVMeIdentify, ACapacityOfMoreThan64BitsIsNone) {
+    NVMeHealth health;
+    health.m_Used = 0;
+    health.m_UnitsWritten = 200'000;
+    Page page = IdentifyController(343, 353, 1);
+    page[280 + 8] = 1;
+    CDriveHealth drive = NVMe();
+    Take(drive, NVME_HEALTH_LOG, HealthLog(health));
+    Take(drive, NVME_IDENTIFY_CONTROLLER, page);
+    EXPECT_EQ(drive.GetFigure(Figure::WEAR).GetState(), FigureState::KNOWN);
+    page[30] = 0x7F;  // within the model
+    EXPECT_EQ(Take(drive, NVME_IDENTIFY_CONTROLLER, page), "the page is of another kind");
+}
+
 TEST(NVMeIdentify, OtherStructuresAreOfAnotherKind) {
     CDriveHealth drive = NVMe();
     EXPECT_EQ(Take(drive, NVME_IDENTIFY_CONTROLLER, Page(4096)), "the page is of another kind");
@@ -187,6 +201,8 @@ TEST(NVMeSelfTestLog, FailuresAreThreeOfTheResults) {
         {{0x20, 0x15}, 0},
         {{0x15, 0x25}, 2},
         {{0x15, 0x0F, 0x15}, 1},
+        {{0x15, 0x05, 0x15}, 1},
+        {std::vector<std::uint8_t>(20, 0x15), 20},
     };
     for (const auto& row : rows) {
         Page page(564);

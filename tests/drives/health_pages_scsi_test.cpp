@@ -55,6 +55,24 @@ TEST(SCSITemperature, ASubpageIsKnownWithoutTheBitThatAnnouncesIt) {
     EXPECT_EQ(drive.GetFigure(Figure::TEMPERATURE).GetValue(), 25);
 }
 
+TEST(SCSITemperature, OtherParametersAreNoTemperature) {
+    CDriveHealth drive = SAS();
+    EXPECT_EQ(Take(drive, SCSI_LOG_PAGE, LogPage(0x0D, 0, {{2, {0, 31}}})), "");
+    EXPECT_EQ(
+        Take(drive, SCSI_LOG_PAGE, LogPage(0x0D, 1, {{0x100, {0, 31, 44, 0, 0, 0, 0, 0}}, {0, {0, 31}}})),
+        "");
+    EXPECT_EQ(Told(drive, Figure::TEMPERATURE), "unknown: not reported");
+}
+
+TEST(SCSIErrorCounters, OtherParametersAndWhatIsVerifiedCountNothing) {
+    CDriveHealth drive = SAS();
+    EXPECT_EQ(Take(drive, SCSI_LOG_PAGE, LogPage(0x02, 0, {{4, Big(9, 8)}, {0x8009, Big(9, 8)}})), "");
+    EXPECT_EQ(Take(drive, SCSI_LOG_PAGE, LogPage(0x05, 0, {{5, Big(9, 8)}})), "");
+    EXPECT_EQ(Told(drive, Figure::BYTES_WRITTEN), "unknown: not reported");
+    EXPECT_EQ(Told(drive, Figure::BYTES_READ), "unknown: not reported");
+    EXPECT_EQ(Told(drive, Figure::MEDIA_ERRORS), "unknown: not reported");
+}
+
 TEST(SCSISolidState, WearIsTheLastByteOfParameterOne) {
     CDriveHealth drive = SAS();
     EXPECT_EQ(Take(drive, SCSI_LOG_PAGE, LogPage(0x11, 0, {{1, {0, 0, 0, 140}}})), "");
@@ -71,6 +89,10 @@ TEST(SCSIBackgroundScan, MinutesBecomeWholeHours) {
     EXPECT_EQ(Told(drive, Figure::POWER_ON_HOURS), "known 1000: SCSI log page 15h");
     EXPECT_EQ(Take(drive, SCSI_LOG_PAGE, LogPage(0x15, 1, {{0, Big(9, 4)}})), "");
     EXPECT_EQ(Told(drive, Figure::PENDING_SECTORS), "known 9: SCSI log page 15h/01h");
+    EXPECT_EQ(Take(drive, SCSI_LOG_PAGE, LogPage(0x15, 1, {{0, Big(9, 3)}, {1, Big(9, 4)}})), "");
+    EXPECT_EQ(Told(drive, Figure::PENDING_SECTORS), "unknown: not reported");
+    EXPECT_EQ(Take(drive, SCSI_LOG_PAGE, LogPage(0x15, 0, {{1, status}})), "");
+    EXPECT_EQ(Told(drive, Figure::POWER_ON_HOURS), "unknown: not reported");
 }
 
 TEST(SCSIInformationalExceptions, TheCodeIsTheVerdict) {
@@ -87,6 +109,11 @@ TEST(SCSIInformationalExceptions, TheCodeIsTheVerdict) {
         EXPECT_EQ(Told(drive, Figure::VERDICT),
                   "known " + std::to_string(row.m_Verdict) + ": SCSI log page 2Fh");
         EXPECT_EQ(drive.GetFigure(Figure::TEMPERATURE).GetValue(), 29);
+    }
+    for (const std::uint8_t unknown : std::initializer_list<std::uint8_t>{0, 0xFF}) {
+        CDriveHealth drive = SAS();
+        Take(drive, SCSI_LOG_PAGE, LogPage(0x2F, 0, {{0, {0, 0, unknown, 0}}}));
+        EXPECT_EQ(Told(drive, Figure::TEMPERATURE), "unknown: not reported");
     }
 }
 
@@ -131,6 +158,12 @@ TEST(SCSISelfTests, AnExtendedOneOfEitherKindMakesUpForAll) {
     CDriveHealth drive = SAS();
     Take(drive, SCSI_LOG_PAGE, SelfTestPage({SelfTestResult(1, 0), SelfTestResult(2, 7)}));
     EXPECT_EQ(Told(drive, Figure::FAILED_SELF_TESTS), "known 1: SCSI log page 10h");
+}
+
+TEST(SCSISelfTests, AFullLogIsCountedToItsEnd) {
+    CDriveHealth drive = SAS();
+    Take(drive, SCSI_LOG_PAGE, SelfTestPage(std::vector<Page>(20, SelfTestResult(1, 7))));
+    EXPECT_EQ(drive.GetFigure(Figure::FAILED_SELF_TESTS).GetValue(), 20);
 }
 
 TEST(SCSISelfTests, HaveOneLength) {
