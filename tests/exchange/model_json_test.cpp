@@ -46,7 +46,7 @@ template <class Record>
 class EveryRecord : public testing::Test {};
 using Records = testing::Types<CProperty, CObject, COperation, CTask, CEvent, CDrive, CContainer,
                                CLogicalDrive, CArray, CLevel, CPartition, CMigration>;
-TYPED_TEST_SUITE(EveryRecord, Records);
+TYPED_TEST_SUITE(EveryRecord, Records, );
 
 template <class Record>
 Json JsonOf(const Record& record) {

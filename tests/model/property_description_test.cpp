@@ -121,7 +121,7 @@ class PropertyClass : public testing::Test {};
 using PropertyClasses =
     testing::Types<CProperty, CChoiceData, CRangeData, CStringData, CBoolData, CLongData, CSignedLongData,
                    CMultiValueData, CFloatData, CMultiLongData, CXMLData, CMultiStringData>;
-TYPED_TEST_SUITE(PropertyClass, PropertyClasses);
+TYPED_TEST_SUITE(PropertyClass, PropertyClasses, );
 
 TYPED_TEST(PropertyClass, HasNoBaseAndOnlyAVirtualDestructor) {
     EXPECT_TRUE(std::has_virtual_destructor_v<TypeParam>);
