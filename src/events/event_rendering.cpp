@@ -90,8 +90,11 @@ public:
         const std::size_t start = used.size();
         for (std::size_t index = 0; index < PLACEHOLDERS; ++index) {
             const std::string& value = Read(index, [this](unsigned int id) {
-                const std::string text = Text(id);
-                return text.empty() ? "resource " + std::to_string(id) : text;
+                std::string text = Text(id);
+                if (text.empty()) {
+                    text = "resource " + std::to_string(id);
+                }
+                return text;
             });
             if (!value.empty()) {
                 AppendUsed(value, start, used);

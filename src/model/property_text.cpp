@@ -37,13 +37,19 @@ template <class Item, class ToText>
 std::string Join(const std::vector<Item>& items, ToText toText) {
     std::string joined;
     for (const Item& item : items) {
-        joined += (joined.empty() ? "" : ", ") + toText(item);
+        if (!joined.empty()) {
+            joined += ", ";
+        }
+        joined += toText(item);
     }
     return joined;
 }
 
 std::string WithUnit(std::string number, const std::string& unit) {
-    return unit.empty() || number.empty() ? number : number + " " + unit;
+    if (!unit.empty() && !number.empty()) {
+        number += " " + unit;
+    }
+    return number;
 }
 
 std::string RangeText(const CRangeData& range, const std::string& unit) {

@@ -20,7 +20,7 @@ namespace {
 
 // The standard library notes how a locale's characters are narrowed when that is first asked, without a lock.
 // Asked for all of them before the first format is read, so that threads that trace at once only read.
-bool AskForAllCharacters() {
+bool AskForAllCharacters() noexcept {
     char characters[256];
     for (int i = 0; i < 256; ++i) {
         characters[i] = static_cast<char>(i);
@@ -60,7 +60,7 @@ std::ostream& operator<<(std::ostream& stream, const Argument& argument) {
     return stream;
 }
 
-std::uint64_t NowMs() {
+std::uint64_t NowMs() noexcept {
     using std::chrono::nanoseconds;
     const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
     return static_cast<std::uint64_t>(std::chrono::duration_cast<nanoseconds>(sinceEpoch).count() / 1000000);
@@ -99,7 +99,7 @@ void WriteTo(std::size_t line, std::string_view tag, std::string_view prefix, st
 VELKTrace::VELKTrace(int number, const char* name, int category, const char* format)
     : m_Number(number), m_Name(name), m_Category(category), m_Format(nullptr), m_Message(format) {
     [[maybe_unused]] static const bool asked = AskForAllCharacters();
-    m_Format = new Format(format);  // last, so that nothing behind it can throw
+    m_Format = new Format(format);  // last, so that nothing after it can throw
 }
 
 VELKTrace::~VELKTrace() {

@@ -2,46 +2,23 @@
 // Decimal numbers from text, as a character stream of the classic locale reads them.
 #pragma once
 
-#include <boost/convert.hpp>
 #include <boost/convert/stream.hpp>
-#include <charconv>
-#include <locale>
 #include <optional>
 #include <string_view>
-#include <type_traits>
 
 namespace PI {
 
-/// Reads numbers. Leading white space and a sign are taken, anything behind the number is not; a number that
+/// Reads numbers. Leading white space and a sign are taken, anything after the number is not; a number that
 /// does not fit is not taken, but a negative one for an unsigned type wraps. One reader serves one thread.
 class NumberReader {
 public:
+    /// @tparam Number std::uint64_t, std::int32_t or bool
     template <class Number>
-    std::optional<Number> Read(std::string_view text) {
-        if constexpr (!std::is_same_v<Number, bool>) {
-            // Digits alone mean the same to both ways, and are what nearly every text holds.
-            Number number = 0;
-            const char* end = text.data() + text.size();
-            const auto [rest, error] = std::from_chars(text.data(), end, number);
-            if (error == std::errc() && rest == end) {
-                return number;
-            }
-        }
-        return ReadFromStream<Number>(text);
-    }
+    std::optional<Number> Read(std::string_view text);
 
+    /// The same without the quick way for plain digits.
     template <class Number>
-    std::optional<Number> ReadFromStream(std::string_view text) {
-        if (text.empty()) {
-            return std::nullopt;
-        }
-        if (!m_Stream) {
-            m_Stream.emplace();
-            (*m_Stream)(std::locale::classic())(std::dec)(std::skipws)(std::noboolalpha);
-        }
-        const boost::optional<Number> number = boost::convert<Number>(text, *m_Stream);
-        return number ? std::optional<Number>(*number) : std::nullopt;
-    }
+    std::optional<Number> ReadFromStream(std::string_view text);
 
 private:
     std::optional<boost::cnv::cstream> m_Stream;  // costly to make

@@ -4,12 +4,17 @@
 
 namespace PI {
 
+namespace {
+
+// Made with the library and not at first use, so that they outlive the static objects of plug-ins.
+const std::string debug = "DEBUG";
+const std::string information = "INFORMATION";
+const std::string warning = "WARNING";
+const std::string error = "ERROR";
+
+}  // namespace
+
 const std::string& SeverityToString(int severity) {
-    // Too short to be allocated, so nothing is thrown.
-    static const std::string debug = "DEBUG";
-    static const std::string information = "INFORMATION";
-    static const std::string warning = "WARNING";
-    static const std::string error = "ERROR";
     switch (severity) {
         case Severity::INFORMATION: return information;
         case Severity::WARNING: return warning;

@@ -74,6 +74,13 @@ TEST(TableRendering, GivesThePairsOfStringifyEventMessage) {
                             Pair("SequenceNumber", "4294967295")));
 }
 
+TEST(TableRendering, NamesTheHostOfTheEvent) {
+    CEvent event = RebuildFailed();
+    event.m_Host = "server";
+    EXPECT_THAT(CPluginHelper::StringifyEventMessageWith(event, CTextTable()),
+                testing::Contains(Pair("Host", "server")));
+}
+
 TEST(TableRendering, LeavesTheEventAlone) {
     const CTextTable texts = Table("<String id='10057'>%1 %2</String>");
     CEvent event = RebuildFailed();

@@ -271,6 +271,44 @@ TEST(TimeRemaining, ClockThatGoesBackCostsOneStepOnly) {
     EXPECT_EQ(restarted.GetState(), TimeRemainingState::RUNNING);
 }
 
+TEST(TimeRemaining, ClockThatGoesBackALittleCostsOneStepOnly) {
+    CTimeRemaining even;
+    RunEvenly(even, 0, 400);
+    CTimeRemaining setBack;
+    RunEvenly(setBack, 0, 300);
+    for (std::uint64_t minute = 301; minute <= 400; ++minute) {
+        setBack.AddSample((minute - 10) * MINUTE, minute * (SECTORS / 600), SECTORS);
+    }
+    ExpectNear(setBack.GetRemaining(), *even.GetRemaining());
+    EXPECT_EQ(setBack.GetState(), TimeRemainingState::RUNNING);
+}
+
+TEST(TimeRemaining, TimeThatGrowsTooLongBeginsAnew) {
+    const auto stateAfterSample = [](std::uint64_t latest) {
+        auto estimate = CTimeRemaining::FromText("1 2 0 100 0 " + std::to_string(latest) +
+                                                 " 9000 5000 4000 6000 10 0 20 9000");
+        estimate->AddSample(latest, 20, 100);
+        return estimate->GetState();
+    };
+    constexpr std::uint64_t LONGEST = std::uint64_t{1} << 52U;
+    EXPECT_EQ(stateAfterSample(LONGEST), TimeRemainingState::STALLED);
+    EXPECT_EQ(stateAfterSample(LONGEST + 1), TimeRemainingState::NOT_KNOWN);
+}
+
+TEST(TimeRemaining, PaceThatFallsManyTimesTakesLongerForTheSecondHalf) {
+    CTimeRemaining estimate;
+    double time = 0;
+    double elapsed = 0;
+    for (std::uint64_t step = 0; step <= 60; ++step) {
+        elapsed = time;
+        estimate.AddSample(static_cast<std::uint64_t>(time), step * (SECTORS / 120), SECTORS);
+        time += MINUTE * std::pow(1.5, step / 5);
+    }
+    EXPECT_THAT(estimate.GetRemaining(), Optional(Ge(static_cast<std::uint64_t>(elapsed))));
+    EXPECT_LE(*estimate.GetLow(), *estimate.GetRemaining());
+    EXPECT_GE(*estimate.GetHigh(), *estimate.GetRemaining());
+}
+
 TEST(TimeRemaining, SamplesOfOneTimeDoNotHurt) {
     CTimeRemaining estimate;
     estimate.AddSample(0, 0, SECTORS);
@@ -346,6 +384,7 @@ TEST(TimeRemaining, TextStaysShort) {
 TEST(TimeRemaining, OtherTextIsRefused) {
     const std::string valid = "1 2 0 100 1000 9000 9000 5000 4000 6000 10 0 20 9000";
     ASSERT_TRUE(CTimeRemaining::FromText(valid).has_value());
+    EXPECT_TRUE(CTimeRemaining::FromText("1 2 0 100 1000 9007199254740992 9000 5000 4000 6000 10 0 20 9000"));
     for (const char* text : {
              "",
              "1",
@@ -355,9 +394,9 @@ TEST(TimeRemaining, OtherTextIsRefused) {
              "1 2 2 100 1000 9000 9000 5000 4000 6000 10 0 20 9000",  // no truth value
              "1 2 0 0 1000 9000 9000 5000 4000 6000 10 0 20 9000",    // no total
              "1 2 0 100 1000 9000 9000 5000 4000 6000",               // no points
-             "1 2 0 100 1000 8999 9000 5000 4000 6000 10 0 20 9000",  // a point after the last change
-             "1 2 0 100 1000 9000 8999 5000 4000 6000 10 0 20 9000",  // a change after the last sample
-             "1 2 0 100 1000 9000 9007199254740993 5000 4000 6000 10 0 20 9000",  // a time that is too long
+             "1 2 0 100 1000 8999 9000 5000 4000 6000 10 0 20 9000",  // a change after the last sample
+             "1 2 0 100 1000 9000 8999 5000 4000 6000 10 0 20 9000",  // a point after the last change
+             "1 2 0 100 1000 9007199254740993 9000 5000 4000 6000 10 0 20 9000",  // a time that is too long
              "1 2 0 100 1000 9000 9000 3999 4000 6000 10 0 20 9000",              // below its range
              "1 2 0 100 1000 9000 9000 6001 4000 6000 10 0 20 9000",              // above its range
              "1 2 0 100 1000 9000 9000 5000 4000 1000000000000001 10 0 20 9000",
@@ -374,6 +413,9 @@ TEST(TimeRemaining, OtherTextIsRefused) {
              "1 2 0 100 99999999999999999999 9000 9000 5000 4000 6000 10 0 20 9000",
          }) {
         EXPECT_FALSE(CTimeRemaining::FromText(text).has_value()) << text;
+    }
+    for (std::size_t end = valid.find(" 0 20"); end != std::string::npos; end = valid.rfind(' ', end - 1)) {
+        EXPECT_FALSE(CTimeRemaining::FromText(valid.substr(0, end)).has_value()) << valid.substr(0, end);
     }
     std::string many = "1 2 0 100000 1000 9000 9000 5000 4000 6000";
     for (int i = 0; i < 64; ++i) {

@@ -161,6 +161,26 @@ TEST_F(EventFaults, AnEventWithoutATextIsNamedOrNotRenderedAtAll) {
                              });
 }
 
+TEST_F(EventFaults, AnEventWithATextFromATableIsRenderedUnknownOrNotAtAll) {
+    const std::string id = std::to_string(m_Event.m_EventID);
+    const LanguageFile file("<Strings><String id='" + id + "'>" + LONG_TEXT + " %1</String></Strings>");
+    const CTextTable table = CTextTable::LoadFile(file.m_Path);
+    const auto render = [&] { return CPluginHelper::StringifyEventMessageWith(m_Event, table); };
+    const Rendered complete = render();
+    ASSERT_EQ(complete.size(), 9U);
+    int absorbed = 0;
+    RunOutOfMemoryEverywhere([] { return Rendered(); }, [&](Rendered& rendered) { rendered = render(); },
+                             [&](const Rendered& rendered, Ending ending) {
+                                 if (ending == Ending::ABSORBED) {
+                                     ++absorbed;
+                                     EXPECT_EQ(rendered.at(rendered.size() - 2).second, "Unknown Event");
+                                 } else {
+                                     EXPECT_EQ(rendered, ending == Ending::THREW ? Rendered() : complete);
+                                 }
+                             });
+    EXPECT_GT(absorbed, 0);
+}
+
 TEST_F(EventFaults, ATextThatCannotBeStoredLeavesTheOldOne) {
     CLanguageSupport::Clear();
     RunOutOfMemoryEverywhere([] { return CLanguageSupport::SetString(RESOURCE, "old"), 0; },
