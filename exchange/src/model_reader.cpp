@@ -187,14 +187,14 @@ void HandOver(Record& read, Record& record) {
     record = std::move(read);
 }
 
-/// An assignment leaves these out.
 void HandOver(CEvent& read, CEvent& record) {
-    record = std::move(read);
+    // An assignment leaves these out.
     for (std::string CEvent::*const text :
          {&CEvent::m_Resolved1, &CEvent::m_Resolved2, &CEvent::m_Resolved3, &CEvent::m_Resolved4,
           &CEvent::m_Resolved5, &CEvent::m_Resolved6, &CEvent::m_Scratch}) {
         (record.*text).swap(read.*text);
     }
+    record = std::move(read);
 }
 
 /// Refuses what holds something else.

@@ -38,8 +38,8 @@ std::size_t WriteDecimal(float value, char (&text)[32]) {
         end = std::to_chars(text, text + sizeof(text), static_cast<double>(value)).ptr;
     }
     if (std::memcmp(text, "-0", 2) == 0 && end == text + 2) {  // readers take it for a whole number
-        std::memcpy(end, ".0", 2);
-        end += 2;
+        *end++ = '.';
+        *end++ = '0';
     }
     return static_cast<std::size_t>(end - text);
 }

@@ -115,7 +115,7 @@ ReportBuilder::ReportBuilder(ReportIdentity identity) {
     if (identity.m_Medium != 0) {
         health.SetMedium(identity.m_Medium);
     }
-    m_Facts.reset(new CDriveReport::CFacts{
+    m_Facts = std::make_unique<CDriveReport::CFacts>(CDriveReport::CFacts{
         std::move(identity), std::move(serial), isReported, volume, std::move(health), {}});
     if (*volume != '\0') {
         Note(std::string("this is no drive but a ") + volume);

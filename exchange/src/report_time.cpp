@@ -50,6 +50,7 @@ std::int64_t ReadReportTime(std::string_view text) {
     char zone[8] = {};
     std::tm time = {};
     int minutes = 0;
+    // NOLINTNEXTLINE(cert-err34-c): the widths keep the numbers in range
     if (std::sscanf(std::string(text).c_str(), "%*3s %3s %2d %2d:%2d:%2d %4d %7s", month, &time.tm_mday,
                     &time.tm_hour, &time.tm_min, &time.tm_sec, &time.tm_year, zone) != 7 ||
         !ReadZone(zone, minutes)) {

@@ -4,9 +4,6 @@
 #include <pi/plugin_helper.h>
 #include <pi/vocabulary.h>
 
-#include <algorithm>
-#include <iterator>
-
 #include "trace/library_trace.h"
 
 namespace PI {
@@ -83,12 +80,16 @@ int CodeOf(_DRIVE_DIFFERENCE difference) {
 
 unsigned FewestMissing(_DRIVE_DIFFERENCE difference, unsigned permissions, const Drive& container,
                        const Drive& drive) {
-    // By their number, then from the lowest; all four lift every reason.
-    constexpr unsigned SETS[] = {0b0001, 0b0010, 0b0100, 0b1000, 0b0011, 0b0101, 0b1001, 0b0110,
-                                 0b1010, 0b1100, 0b0111, 0b1011, 0b1101, 0b1110, 0b1111};
-    return *std::find_if(std::begin(SETS), std::end(SETS), [&](unsigned set) {
-        return !IsMismatch(difference, permissions | set, container, drive);
-    });
+    // By their number, then from the lowest.
+    constexpr unsigned ALL = 0b1111;  // they lift every reason
+    constexpr unsigned SETS[] = {0b0001, 0b0010, 0b0100, 0b1000, 0b0011, 0b0101, 0b1001,
+                                 0b0110, 0b1010, 0b1100, 0b0111, 0b1011, 0b1101, 0b1110};
+    for (const unsigned set : SETS) {
+        if (!IsMismatch(difference, permissions | set, container, drive)) {
+            return set;
+        }
+    }
+    return ALL;
 }
 
 int ValueOf(const Drive& drive, _DRIVE_DIFFERENCE difference) {
