@@ -126,10 +126,11 @@ TYPED_TEST(EveryRecord, UnknownMembersArePassedOver) {
     FieldFiller filler(RandomSeed());
     filler.Fill(record);
     Json json = JsonOf(record);
-    json["zz_later"] = Json::parse(R"({"id": "x", "list": [1, {"a": null}], "deep": )" +
-                                   std::string(5000, '[') + std::string(5000, ']') + "}");
     json["Version"] = "of another program";
-    EXPECT_TRUE(SameFields(ReadBack<TypeParam>(json.dump()), record));
+    std::string text = json.dump();
+    text.insert(text.size() - 1, R"(,"zz_later":{"id":"x","list":[1,{"a":null}],"deep":)" +
+                                     std::string(5000, '[') + std::string(5000, ']') + "}");
+    EXPECT_TRUE(SameFields(ReadBack<TypeParam>(text), record));
 }
 
 TYPED_TEST(EveryRecord, OrderAndWhiteSpaceDoNotMatter) {
