@@ -113,7 +113,7 @@ std::string CHealthFigure::GetText() const {
         const CReading& other = m_Others[i];
         return SourceText(other.m_Source, other.m_Number) + " says " + value(other.m_Value);
     };
-    const std::string source = SourceText(m_Source, m_Number);
+    std::string source = SourceText(m_Source, m_Number);
     switch (static_cast<FigureReason>(m_Reason)) {
         case FigureReason::NONE: break;
         case FigureReason::NOT_REPORTED: return "not reported";

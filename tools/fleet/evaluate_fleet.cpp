@@ -6,10 +6,12 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <iostream>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <sstream>
 #include <string>
 
 namespace {
@@ -34,12 +36,14 @@ std::int64_t Number(const json& value) {
 /// The raw value; its text holds more where smartctl takes it apart into words.
 std::uint64_t RawValue(const json& row) {
     const std::string text = row[7].is_string() ? row[7].get<std::string>() : "";
-    unsigned long long words[3] = {};
-    if (std::sscanf(text.c_str(), "0x%llx", &words[0]) == 1) {
-        return words[0];
+    if (text.compare(0, 2, "0x") == 0) {
+        return std::strtoull(text.c_str(), nullptr, 16);
     }
-    const bool isWords = std::sscanf(text.c_str(), "%llu %llu %llu", &words[0], &words[1], &words[2]) == 3;
-    return isWords ? words[0] << 32 | words[1] << 16 | words[2] : row[6].get<std::uint64_t>();
+    std::istringstream stream(text);
+    std::uint64_t high = 0;
+    std::uint64_t middle = 0;
+    std::uint64_t low = 0;
+    return stream >> high >> middle >> low ? high << 32 | middle << 16 | low : row[6].get<std::uint64_t>();
 }
 
 void TakeAttributes(const json& reading, CDriveHealth& health) {
@@ -137,10 +141,7 @@ bool IsWithin(std::int64_t one, std::int64_t other, std::int64_t points) {
     return std::abs(one - other) <= points;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    const bool lists = argc > 1 && std::string(argv[1]) == "--list";
+void Evaluate(bool lists) {
     Tally value = {"wear has a value"};
     Tally doubtful = {"  of these doubtful"};
     Tally seemsNew = {"called new (0) where the drive's statistic says 5 or more"};
@@ -199,6 +200,17 @@ int main(int argc, char** argv) {
     for (const Tally& tally :
          {value, doubtful, seemsNew, invalid, alone, aloneDoubtful, aloneClose, falseZero, rated}) {
         tally.Print();
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        Evaluate(argc > 1 && std::string(argv[1]) == "--list");
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "evaluate_fleet: %s\n", error.what());
+        return 1;
     }
     return 0;
 }
