@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-// Loads plug-ins and prints what they report.
+// Loads plug-ins, and prints what they report or has them carry out an operation.
+#include <signal.h>
 #include <velkx/language_support.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "execution.h"
 #include "inventory.h"
 #include "options.h"
 #include "plugin.h"
@@ -81,6 +85,39 @@ void Report(const service::Plugin& plugin, bool& anyError) {
     }
 }
 
+volatile sig_atomic_t endIsAsked = 0;
+
+/// Prints what becomes of an operation, a line for each change. The first signal asks to end it early, a
+/// second one ends the host.
+bool Execute(const std::vector<std::unique_ptr<service::Plugin>>& plugins, const service::Request& request) {
+    const auto plugin = std::find_if(plugins.begin(), plugins.end(),
+                                     [&](const auto& each) { return each->Name() == request.m_Plugin; });
+    if (plugin == plugins.end()) {
+        throw std::runtime_error("there is no plug-in " + request.m_Plugin);
+    }
+    struct sigaction ask = {};
+    ask.sa_handler = [](int) { endIsAsked = 1; };
+    ask.sa_flags = static_cast<int>(SA_RESETHAND);
+    sigaction(SIGINT, &ask, nullptr);
+    sigaction(SIGTERM, &ask, nullptr);
+    std::string printed;
+    const auto report = [&printed](const PI::CTask& task) {
+        // Not each second that less remains.
+        const std::string change = task.m_TaskText2 + std::to_string(task.m_TaskStatus) + " " +
+                                   (task.m_TaskFlag ? std::to_string(task.m_TaskValue2) : "");
+        if (change != std::exchange(printed, change)) {
+            Print(service::PrintableText(service::TaskText(task)) + "\n");
+            std::fflush(stdout);
+        }
+        return endIsAsked == 0;
+    };
+    try {
+        return service::Execute(**plugin, request, report);
+    } catch (const std::exception& error) {
+        throw std::runtime_error(request.m_Plugin + ": " + error.what());
+    }
+}
+
 int Run(const service::Options& options) {
     const std::string difference = PI::BuildDifference();
     if (!difference.empty()) {
@@ -98,8 +135,12 @@ int Run(const service::Options& options) {
     for (const service::Setting& setting : options.m_Settings) {
         Configure(plugins, setting, anyError);
     }
-    for (const auto& plugin : plugins) {
-        Report(*plugin, anyError);
+    if (options.m_Request.has_value()) {
+        anyError = !Execute(plugins, *options.m_Request) || anyError;
+    } else {
+        for (const auto& plugin : plugins) {
+            Report(*plugin, anyError);
+        }
     }
     if (std::fflush(stdout) != 0) {
         throw std::runtime_error("the output cannot be written");

@@ -23,6 +23,38 @@ Setting ParseSetting(const std::string& text) {
     return {text.substr(0, dot), text.substr(dot + 1, equals - dot - 1), text.substr(equals + 1)};
 }
 
+/// Whether a text begins with the name of a parameter and an equals sign.
+bool BeginsParameter(std::string_view text) {
+    const std::size_t equals = text.find('=');
+    return equals != 0 && equals != std::string_view::npos &&
+           text.substr(0, equals).find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_") ==
+               std::string_view::npos;
+}
+
+Request ParseRequest(const std::string& text) {
+    std::vector<std::string> parts = {""};
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        // A colon within a value does not end it.
+        if (text[i] == ':' && (parts.size() < 4 || BeginsParameter(std::string_view(text).substr(i + 1)))) {
+            parts.emplace_back();
+        } else {
+            parts.back() += text[i];
+        }
+    }
+    const auto isEmpty = [](const std::string& part) { return part.empty(); };
+    if (parts.size() < 3 || std::any_of(parts.begin(), parts.end(), isEmpty) ||
+        !std::all_of(parts.begin() + 3, parts.end(), BeginsParameter)) {
+        throw std::invalid_argument("\"" + text +
+                                    "\" is not of the form PLUGIN:OBJECT:OPERATION[:NAME=VALUE]...");
+    }
+    Request request = {parts[0], parts[1], parts[2], {}};
+    for (std::size_t i = 3; i < parts.size(); ++i) {
+        const std::size_t equals = parts[i].find('=');
+        request.m_Parameters.emplace_back(parts[i].substr(0, equals), parts[i].substr(equals + 1));
+    }
+    return request;
+}
+
 int ParseCategory(const std::string& text) {
     int category = -1;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), category);
@@ -43,10 +75,16 @@ const char* const USAGE =
     "                              (275: plug-ins, 276: their details, 3: estimates of time remaining)\n"
     "  -d, --trace-folder FOLDER   where trace files go (the current folder)\n"
     "  -l, --language FILE         texts of the events (strings.en.xml beside the program)\n"
+    "  -a, --allow-changes         let operations be carried out; without it nothing is changed on this "
+    "machine\n"
+    "  -x, --execute PLUGIN:OBJECT:OPERATION[:NAME=VALUE]...\n"
+    "                              carry out an operation that OBJECT (identifier, name or device) offers, "
+    "with\n"
+    "                              these parameters (of a document: its file), instead of printing\n"
     "  -h, --help                  print this and exit\n"
     "\n"
-    "The exit status is 0, 1 when a plug-in reported an error or could not be loaded, and 2 when the\n"
-    "command line is wrong.\n";
+    "The exit status is 0, 1 when a plug-in reported an error, could not be loaded or failed to\n"
+    "carry out an operation, and 2 when the command line is wrong.\n";
 
 Options ParseOptions(int argc, char** argv) {
     static const option LONG_OPTIONS[] = {
@@ -54,13 +92,15 @@ Options ParseOptions(int argc, char** argv) {
         {"trace", required_argument, nullptr, 't'},
         {"trace-folder", required_argument, nullptr, 'd'},
         {"language", required_argument, nullptr, 'l'},
+        {"allow-changes", no_argument, nullptr, 'a'},
+        {"execute", required_argument, nullptr, 'x'},
         {"help", no_argument, nullptr, 'h'},
         {nullptr, 0, nullptr, 0},
     };
     Options options;
     opterr = 0;
     // NOLINTNEXTLINE(concurrency-mt-unsafe): before any thread starts
-    for (int option = 0; (option = getopt_long(argc, argv, ":s:t:d:l:h", LONG_OPTIONS, nullptr)) != -1;) {
+    for (int option = 0; (option = getopt_long(argc, argv, ":s:t:d:l:ax:h", LONG_OPTIONS, nullptr)) != -1;) {
         switch (option) {
             case 's': options.m_Settings.push_back(ParseSetting(optarg)); break;
             case 't': {
@@ -73,6 +113,8 @@ Options ParseOptions(int argc, char** argv) {
             }
             case 'd': options.m_TraceFolder = optarg; break;
             case 'l': options.m_LanguageFile = optarg; break;
+            case 'a': options.m_AllowChanges = true; break;
+            case 'x': options.m_Request = ParseRequest(optarg); break;
             case 'h': options.m_ShowHelp = true; return options;
             case ':': throw std::invalid_argument(std::string(argv[optind - 1]) + " needs a value");
             default: throw std::invalid_argument("there is no option " + std::string(argv[optind - 1]));
@@ -81,6 +123,9 @@ Options ParseOptions(int argc, char** argv) {
     if (argc - optind != 1) {
         throw std::invalid_argument(optind == argc ? "the folder of the plug-ins is missing"
                                                    : "one folder is enough");
+    }
+    if (options.m_Request.has_value() && !options.m_AllowChanges) {
+        throw std::invalid_argument("without --allow-changes nothing is carried out");
     }
     options.m_PluginFolder = argv[optind];
     return options;

@@ -4,7 +4,9 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace service {
@@ -16,12 +18,22 @@ struct Setting {
     std::string m_Value;
 };
 
+/// An operation to be carried out: "mdraid:md0:REPLACE_MISSING:OS_DEVICE=/dev/sdc".
+struct Request {
+    std::string m_Plugin;
+    std::string m_Object;                                           ///< its identifier, name or device
+    std::string m_Operation;                                        ///< its name
+    std::vector<std::pair<std::string, std::string>> m_Parameters;  ///< names and values
+};
+
 struct Options {
     std::filesystem::path m_PluginFolder;
     std::vector<Setting> m_Settings;
     std::vector<int> m_TraceCategories;  ///< each once
     std::filesystem::path m_TraceFolder = ".";
     std::filesystem::path m_LanguageFile;  ///< empty: the one beside the program
+    bool m_AllowChanges = false;
+    std::optional<Request> m_Request;  ///< only where changes are allowed
     bool m_ShowHelp = false;
 };
 

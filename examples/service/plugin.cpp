@@ -12,13 +12,15 @@
 namespace service {
 namespace {
 
-/// Calls an entry point that fills a list.
-template <class Entry, class Item>
-std::vector<Item> Ask(Entry* entry, std::vector<Item> items, std::vector<std::string>& errors) {
+/// Calls an entry point.
+/// @param call takes a list for errors and returns an error code
+/// @return the error code
+template <class Call>
+int Ask(std::vector<std::string>& errors, Call call) {
     std::vector<std::string> ownErrors;
     int code = PI::ErrorCode::GENERAL;
     try {
-        code = entry(items, ownErrors);
+        code = call(ownErrors);
     } catch (const std::exception& error) {
         ownErrors.push_back(std::string("exception: ") + error.what());
     } catch (const abi::__forced_unwind&) {
@@ -30,7 +32,7 @@ std::vector<Item> Ask(Entry* entry, std::vector<Item> items, std::vector<std::st
         ownErrors.push_back("error " + std::to_string(code) + " " + PI::ErrorCodeToString(code));
     }
     errors.insert(errors.end(), ownErrors.begin(), ownErrors.end());
-    return items;
+    return code;
 }
 
 /// What the loader says, without the path that it begins with.
@@ -92,6 +94,7 @@ Plugin::Plugin(const std::filesystem::path& file)
         Find("PluginConfigure", m_Configure);
         Find("PluginGetObjects", m_GetObjects);
         Find("PluginGetEvents", m_GetEvents);
+        m_Execute = reinterpret_cast<decltype(PluginExecute)*>(dlsym(m_Handle, "PluginExecute"));
         m_Name = name();
     } catch (...) {
         dlclose(m_Handle);
@@ -108,11 +111,25 @@ int Plugin::Configure(const std::string& key, const std::string& value) const {
 }
 
 std::vector<PI::CObject> Plugin::GetObjects(std::vector<std::string>& errors) const {
-    return Ask(m_GetObjects, std::vector<PI::CObject>(), errors);
+    std::vector<PI::CObject> objects;
+    Ask(errors, [&](auto& own) { return m_GetObjects(objects, own); });
+    return objects;
 }
 
 std::vector<PI::CEvent> Plugin::GetEvents(std::vector<std::string>& errors) const {
-    return Ask(m_GetEvents, std::vector<PI::CEvent>(), errors);
+    std::vector<PI::CEvent> events;
+    Ask(errors, [&](auto& own) { return m_GetEvents(events, own); });
+    return events;
+}
+
+int Plugin::Execute(std::uint64_t objectID, const PI::COperation& operation,
+                    const std::function<bool(const PI::CTask&)>& report, PI::CTask& task,
+                    std::vector<std::string>& errors) const {
+    if (m_Execute == nullptr) {
+        errors.emplace_back("carries nothing out");
+        return PI::ErrorCode::INVALID_OPERATION;
+    }
+    return Ask(errors, [&](auto& own) { return m_Execute(objectID, operation, report, task, own); });
 }
 
 std::vector<std::filesystem::path> FindPlugins(const std::filesystem::path& folder) {

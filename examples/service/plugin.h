@@ -32,6 +32,12 @@ public:
     /// Asks for events; otherwise as GetObjects.
     std::vector<PI::CEvent> GetEvents(std::vector<std::string>& errors) const;
 
+    /// Carries out an operation, as PluginExecute describes it; otherwise as GetObjects.
+    /// @return an error code; INVALID_OPERATION from a plug-in that carries nothing out
+    int Execute(std::uint64_t objectID, const PI::COperation& operation,
+                const std::function<bool(const PI::CTask&)>& report, PI::CTask& task,
+                std::vector<std::string>& errors) const;
+
 private:
     template <class Function>
     void Find(const char* name, Function*& function) const;
@@ -41,6 +47,7 @@ private:
     decltype(PluginConfigure)* m_Configure = nullptr;
     decltype(PluginGetObjects)* m_GetObjects = nullptr;
     decltype(PluginGetEvents)* m_GetEvents = nullptr;
+    decltype(PluginExecute)* m_Execute = nullptr;
 };
 
 /// The files of a folder whose names end in ".so", in alphabetical order.

@@ -15,12 +15,22 @@
 /// | CProperty::m_Attribute2 | PI::_UNITS of a FLOAT that is a capacity, otherwise 1 |
 /// | COperation::m_Header1 | operation identifier |
 /// | COperation::m_Header2 | help topic, 1 for none |
-/// | CEvent::m_Handle | m_ObjectID of the object that the event is about |
+/// | COperation::m_Properties | parameters: offered with their defaults, asked for with what the user wants |
+/// | CTask::m_RelatedIDs1 | m_ObjectID of the object that the operation is carried out on; by the host |
+/// | CTask::m_TaskValue1 | operation identifier; by the host |
+/// | CTask::m_TaskText1 | what is done, such as "check of md0"; the operation's name until the plug-in says
+/// it | | CTask::m_TaskFlag | whether the progress is known | | CTask::m_TaskValue2 | progress in percent, 0
+/// to 100 | | CTask::m_TaskValue4 | time remaining in milliseconds, all ones while it is not known | |
+/// CTask::m_TaskText2 | result, one line, when it has ended | | CTask::m_TaskStatus | OK while it runs,
+/// PENDING while it waits; in the end COMPLETE, ABORTED or FAILED | | CEvent::m_Handle | m_ObjectID of the
+/// object that the event is about |
 #pragma once
 
 #include <pi/pi.h>
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -63,4 +73,21 @@ PI_API int PluginGetObjects(std::vector<PI::CObject>& objects, std::vector<std::
 
 /// Reports what the calls of PluginGetObjects have found changed since the last call, each event once.
 PI_API int PluginGetEvents(std::vector<PI::CEvent>& events, std::vector<std::string>& errors);
+
+/// Optional: carries out an operation and returns when it has ended. Without this function nothing that the
+/// plug-in offers can be carried out.
+///
+/// The host calls it only where changes are allowed.
+/// @param objectID  of an object of the latest PluginGetObjects
+/// @param operation one that the object offered, with its parameters filled in
+/// @param report    called from the calling thread whenever the task has changed, and every second or so
+///                  while it has not; false asks to end early. The plug-in then takes back what can be taken
+///                  back, such as a check that has begun, and sets the status ABORTED
+/// @param task      what others watch: progress, time remaining, result (see the table). The host has filled
+///                  in its fields, and turns a status that the plug-in leaves into COMPLETE or FAILED
+/// @param errors    takes a line for each reason why it failed
+/// @return ErrorCode::SUCCESS, also when it was ended early; or an error code
+PI_API int PluginExecute(std::uint64_t objectID, const PI::COperation& operation,
+                         const std::function<bool(const PI::CTask&)>& report, PI::CTask& task,
+                         std::vector<std::string>& errors);
 }

@@ -140,6 +140,19 @@ TEST(Options, AllAreRead) {
     EXPECT_EQ(options.m_LanguageFile, "de.xml");
 }
 
+TEST(Options, RequestIsTakenApart) {
+    const Options options = Parse({"-x", "a:b:c:NAME_2=d:e=f:=:X=", "--allow-changes", "folder"});
+    EXPECT_TRUE(options.m_AllowChanges);
+    ASSERT_TRUE(options.m_Request.has_value());
+    EXPECT_EQ(options.m_Request->m_Plugin, "a");
+    EXPECT_EQ(options.m_Request->m_Object, "b");
+    EXPECT_EQ(options.m_Request->m_Operation, "c");
+    EXPECT_THAT(options.m_Request->m_Parameters,
+                ElementsAre(testing::Pair("NAME_2", "d:e=f:="), testing::Pair("X", "")));
+    EXPECT_FALSE(Parse({"folder"}).m_AllowChanges);
+    EXPECT_FALSE(Parse({"folder"}).m_Request.has_value());
+}
+
 TEST(Options, MistakesAreNamed) {
     EXPECT_EQ(ParseError({}), "the folder of the plug-ins is missing");
     EXPECT_EQ(ParseError({"a", "b"}), "one folder is enough");
@@ -148,6 +161,12 @@ TEST(Options, MistakesAreNamed) {
     for (const std::string category : {"x", "", "7", "274", "275 ", "-1", "99999999999"}) {
         EXPECT_EQ(ParseError({"-t", category, "a"}),
                   "\"" + category + "\" is not the number of a trace category");
+    }
+    EXPECT_EQ(ParseError({"-x", "a:b:c", "a"}), "without --allow-changes nothing is carried out");
+    for (const std::string request : {"", "a", "a:b", "a:b:", "a::c", ":b:c", "a:b:c:", "a:b:c:d", "a:b:c:=d",
+                                      "a:b:c:d=e", "a:b:c::D=e"}) {
+        EXPECT_EQ(ParseError({"-a", "-x", request, "a"}),
+                  "\"" + request + "\" is not of the form PLUGIN:OBJECT:OPERATION[:NAME=VALUE]...");
     }
     for (const std::string setting : {"", "a", "a.b", "a=b", ".b=c", "a.=c", "a=b.c"}) {
         EXPECT_EQ(ParseError({"-s", setting, "a"}),

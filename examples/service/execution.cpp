@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "execution.h"
+
+#include <pi/etr.h>
+
+#include <algorithm>
+#include <charconv>
+#include <stdexcept>
+#include <utility>
+
+namespace service {
+namespace {
+
+namespace Value = PI::PropertyValue;
+
+constexpr std::uint64_t NOT_KNOWN = ~std::uint64_t{0};
+
+[[noreturn]] void Refuse(const std::string& reason) {
+    throw std::runtime_error(reason);
+}
+
+template <class Number>
+bool ToNumber(const std::string& text, Number& number) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size();
+}
+
+std::string OperationName(const PI::COperation& operation) {
+    return PI::OperationIDToString(static_cast<int>(operation.m_Header1));
+}
+
+/// The names of what a list holds, for people.
+template <class List, class Name>
+std::string Names(const List& list, Name name) {
+    std::string text;
+    for (const auto& item : list) {
+        text += (text.empty() ? "" : ", ") + name(item);
+    }
+    return text.empty() ? "nothing" : text;
+}
+
+bool IsCalled(const PI::CObject& object, const std::string& text) {
+    std::uint64_t id = 0;
+    if (ToNumber(text, id) && id == object.m_ObjectID) {
+        return true;
+    }
+    return std::any_of(object.m_Properties.begin(), object.m_Properties.end(), [&](const auto& property) {
+        const std::string& value = property.m_Data.m_String.m_Value;
+        return (property.m_ID == PI::PropertyID::NAME && value == text) ||
+               (property.m_ID == PI::PropertyID::OS_DEVICE && (value == text || value == "/dev/" + text));
+    });
+}
+
+/// The object and its operation. Things of one name, such as a drive in two arrays, are told apart by what
+/// they offer.
+std::pair<std::uint64_t, PI::COperation> Find(const std::vector<PI::CObject>& objects,
+                                              const Request& request) {
+    std::vector<std::pair<std::uint64_t, PI::COperation>> found;
+    std::vector<PI::COperation> offers;
+    bool isThere = false;
+    for (const PI::CObject& object : objects) {
+        if (!IsCalled(object, request.m_Object)) {
+            continue;
+        }
+        isThere = true;
+        for (const PI::COperation& operation : object.m_Operations) {
+            offers.push_back(operation);
+            if (OperationName(operation) == request.m_Operation) {
+                found.emplace_back(object.m_ObjectID, operation);
+            }
+        }
+    }
+    if (!isThere) {
+        Refuse("there is no object " + request.m_Object);
+    }
+    if (found.empty()) {
+        Refuse(request.m_Object + " does not offer " + request.m_Operation + " as it is; it offers " +
+               Names(offers, OperationName));
+    }
+    if (found.size() > 1) {
+        Refuse(request.m_Object + " is more than one object: " + Names(found, [](const auto& pair) {
+                   return std::to_string(pair.first);
+               }));
+    }
+    return found.front();
+}
+
+/// Reads a parameter as its kind of data needs it.
+/// @return false when the text does not fit
+bool SetParameter(PI::CProperty& parameter, const std::string& text) {
+    switch (parameter.m_Type) {
+        case PI::PropertyType::STRING: parameter.SetValue(text); return true;
+        case PI::PropertyType::CHOICE: {
+            int value = 0;
+            std::vector<int> choices;
+            parameter.GetValue(value, choices);
+            value = PI::StringToPropertyValue(text, Value::EMPTY);
+            return std::find(choices.begin(), choices.end(), value) != choices.end() &&
+                   parameter.SetValue(value, choices) == PI::ErrorCode::SUCCESS;
+        }
+        case PI::PropertyType::LONG: {
+            unsigned long number = 0;
+            return ToNumber(text, number) && parameter.SetValue(number) == PI::ErrorCode::SUCCESS;
+        }
+        case PI::PropertyType::XML: {
+            VELK::XML::xml_document document;
+            if (const auto parsed = document.load_file(text.c_str()); !parsed) {
+                Refuse(text + ": " + parsed.description());
+            }
+            parameter.SetValue(document);
+            return true;
+        }
+        default: Refuse("parameters of this kind cannot be given here");
+    }
+}
+
+void SetParameters(PI::COperation& operation, const Request& request) {
+    const auto name = [](const PI::CProperty& property) { return PI::PropertyIDToString(property.m_ID); };
+    for (const auto& [key, text] : request.m_Parameters) {
+        const auto parameter = std::find_if(
+            operation.m_Properties.begin(), operation.m_Properties.end(),
+            [&, &wanted = key](const PI::CProperty& property) { return name(property) == wanted; });
+        if (parameter == operation.m_Properties.end()) {
+            Refuse(request.m_Operation + " does not take " + key + "; it takes " +
+                   Names(operation.m_Properties, name));
+        }
+        if (!SetParameter(*parameter, text)) {
+            Refuse(key + " cannot be \"" + text + "\"");
+        }
+    }
+}
+
+}  // namespace
+
+bool Execute(const Plugin& plugin, const Request& request,
+             const std::function<bool(const PI::CTask&)>& report) {
+    std::vector<std::string> ignored;  // what else is wrong with the hardware is told with the inventory
+    auto [objectID, operation] = Find(plugin.GetObjects(ignored), request);
+    SetParameters(operation, request);
+
+    PI::CTask task;
+    task.m_RelatedIDs1 = {objectID};
+    task.m_TaskValue1 = operation.m_Header1;
+    task.m_TaskText1 = request.m_Operation + " of " + request.m_Object;
+    std::vector<std::string> errors;
+    const bool isDone =
+        plugin.Execute(objectID, operation, report, task, errors) == PI::ErrorCode::SUCCESS && errors.empty();
+    if (!isDone) {
+        task.m_TaskStatus = Value::FAILED;
+    } else if (task.m_TaskStatus != Value::ABORTED) {
+        task.m_TaskStatus = Value::COMPLETE;
+    }
+    report(task);
+    if (!isDone) {
+        Refuse(Names(errors, [](const std::string& error) { return error; }));
+    }
+    return task.m_TaskStatus == Value::COMPLETE;
+}
+
+std::string TaskText(const PI::CTask& task) {
+    const auto status = static_cast<int>(task.m_TaskStatus);
+    const std::string time = task.m_TaskValue4 == NOT_KNOWN || status != Value::OK
+                                 ? ""
+                                 : PI::CETR::RemainingTimeToString(task.m_TaskValue4);
+    std::vector<std::string> parts = {
+        status == Value::OK ? "" : PI::PropertyValueToString(status),
+        task.m_TaskFlag && status != Value::COMPLETE ? std::to_string(task.m_TaskValue2) + " percent" : "",
+        time.empty() ? "" : time + " remaining",
+        task.m_TaskText2,
+    };
+    parts.erase(std::remove(parts.begin(), parts.end(), ""), parts.end());
+    return task.m_TaskText1 + ": " +
+           (parts.empty() ? "begun" : Names(parts, [](const std::string& part) { return part; }));
+}
+
+}  // namespace service
