@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "terminal.h"
+#include "print/terminal.h"
 
 #include <gtest/gtest.h>
 

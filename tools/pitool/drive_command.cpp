@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "drive_command.h"
+#include "commands.h"
 
 #include "drive_assessment.h"
 #include "drive_events.h"
@@ -12,8 +13,13 @@
 #include "event_strings.h"
 #include "event_text.h"
 #include "input_files.h"
-#include "output.h"
+#include "print/output.h"
+#include "reports.h"
 #include "wrapped_text.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
 
 #include <pi/exchange/smartctl.h>
 #include <pi/plugin_helper.h>
@@ -65,7 +71,6 @@ public:
     }
 
     void Refuse(const std::string& file, const std::string& reason) {
-        ReportFileError(file, reason);
         m_Summary.m_Refused += 1;
         if (m_WantJson) {
             m_Errors.emplace_back(file, reason);
@@ -126,45 +131,44 @@ private:
     std::string m_Sheet;  ///< of the first drive
 };
 
-std::string RefusalText(const PI::CReportRefusal& refusal) {
-    return refusal.GetLine() == 0 ? refusal.GetReason()
-                                  : refusal.GetReason() + " (line " + std::to_string(refusal.GetLine()) +
-                                        ", column " + std::to_string(refusal.GetColumn()) + ")";
-}
-
 }  // namespace
 
 ExitStatus RunDrive(const DriveOptions& options) {
+    if (std::count(options.m_Files.begin(), options.m_Files.end(), STANDARD_INPUT) > 1) {
+        ReportError("standard input can be read only once; see pitool drive --help");
+        return EXIT_BAD_USAGE;
+    }
     if (options.m_Events && !LoadStrings(options.m_Strings)) {
         return EXIT_BAD_INPUT;
     }
     DriveCollection drives(options.m_Json, options.m_Events, OutputScreen());
-    std::vector<std::string> files;
-    std::string text;
-    std::string reason;
-    for (const std::string& argument : options.m_Files) {
-        if (!ExpandArgument(argument, files, reason)) {
-            drives.Refuse(argument, reason);
-            continue;
-        }
-        for (const std::string& file : files) {
-            if (!ReadInput(file, text, reason)) {
-                drives.Refuse(file, reason);
-                continue;
-            }
-            std::vector<PI::CDriveReport> reports;
-            std::vector<PI::CReportRefusal> refusals;
-            PI::ReadSmartctl(text.data(), text.size(), reports, refusals);
-            for (const PI::CDriveReport& report : reports) {
-                drives.Add(AssessDrive(file, report));
-            }
-            for (const PI::CReportRefusal& refusal : refusals) {
-                drives.Refuse(file, RefusalText(refusal));
-            }
-        }
-    }
+    ReadReports(
+        options.m_Files,
+        [&drives](const std::string& file, const PI::CDriveReport& report) {
+            drives.Add(AssessDrive(file, report));
+        },
+        [&drives](const std::string& file, const std::string& reason) { drives.Refuse(file, reason); });
     const bool written = drives.Write();
     return written && drives.AllRead() ? EXIT_DONE : EXIT_BAD_INPUT;
+}
+
+void AddDrive(CLI::App& app, Action& action) {
+    CLI::App* command = app.add_subcommand("drive", "Report drives from what \"smartctl --json -a\" printed");
+    const auto options = std::make_shared<DriveOptions>();
+    command->add_option("FILE", options->m_Files, "File, or folder with its .json files; - is standard input")
+        ->type_name("")
+        ->required();
+    CLI::Option* events =
+        command->add_flag("--events", options->m_Events, "Show the events that the drives raise");
+    command->add_option("--strings", options->m_Strings, STRINGS_HELP)->type_name("FILE")->needs(events);
+    command->add_flag("--json", options->m_Json, JSON_HELP);
+    command->footer(
+        "Examples, typed in the folder examples of the sources or of libpi-doc:\n"
+        "  pitool drive drives/worn-intel-ssd.json\n"
+        "  pitool drive --events drives\n"
+        "  pitool drive - < drives/intel-nvme-ssd.json\n"
+        "  pitool drive --json drives/wd-disk.json");
+    command->callback([&action, options] { action = [options] { return RunDrive(*options); }; });
 }
 
 }  // namespace pitool

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "drive_assessment.h"
-#include "style.h"
-#include "terminal.h"
+#include "print/style.h"
+#include "print/terminal.h"
 
 #include <array>
 #include <cstddef>

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "eta_command.h"
+#include "commands.h"
 
 #include "eta_display.h"
 #include "eta_estimate.h"
 #include "eta_sample.h"
 #include "line_reader.h"
-#include "output.h"
+#include "print/output.h"
+
+#include <CLI/CLI.hpp>
 
 #include <unistd.h>
 
@@ -60,6 +62,17 @@ ExitStatus RunEta() {
             return EXIT_BAD_INPUT;
         }
     }
+}
+
+void AddEta(CLI::App& app, Action& action) {
+    CLI::App* command =
+        app.add_subcommand("eta", "Estimate the time remaining of a progress on standard input");
+    command->footer(
+        "Standard input holds lines \"percent milliseconds\", or \"percent\" for the present time.\n\n"
+        "Examples, typed in the folder examples of the sources or of libpi-doc:\n"
+        "  pitool eta < progress/rebuild.txt\n"
+        "  echo 40 | pitool eta");
+    command->callback([&action] { action = RunEta; });
 }
 
 }  // namespace pitool

@@ -2,7 +2,7 @@
 
 #include "eta_display.h"
 
-#include "output.h"
+#include "print/output.h"
 
 #include <unistd.h>
 

@@ -11,9 +11,8 @@
 namespace pitool {
 
 struct EventOptions {
-    EventFields m_Fields;
-    bool m_FromInput = true;  ///< no field was given: the event is JSON on standard input
-    std::string m_Strings;    ///< language file; empty: the one that came with the program
+    EventFields m_Fields;   ///< none given: the event is JSON on standard input
+    std::string m_Strings;  ///< language file; empty: the one that came with the program
     bool m_Json = false;
 };
 

@@ -2,7 +2,7 @@
 
 #include "event_strings.h"
 
-#include "output.h"
+#include "print/output.h"
 
 #include <velkx/language_support.h>
 

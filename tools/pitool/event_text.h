@@ -3,7 +3,7 @@
 /// Rendered events as text.
 #pragma once
 
-#include "terminal.h"
+#include "print/terminal.h"
 
 #include <string>
 #include <utility>

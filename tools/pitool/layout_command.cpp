@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "layout_command.h"
+#include "commands.h"
 
 #include "input_files.h"
 #include "layout_document.h"
 #include "layout_json.h"
 #include "layout_tree.h"
-#include "output.h"
+#include "print/output.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
 
 namespace pitool {
 namespace {
@@ -39,6 +44,23 @@ ExitStatus RunLayout(const LayoutOptions& options) {
     const bool written = WriteOutput(options.m_Json ? LayoutJson(options.m_File, document)
                                                     : LayoutTree(document, OutputScreen()));
     return written ? EXIT_DONE : EXIT_BAD_INPUT;
+}
+
+void AddLayout(CLI::App& app, Action& action) {
+    CLI::App* command =
+        app.add_subcommand("layout", "Print the layout that a configuration document describes");
+    const auto options = std::make_shared<LayoutOptions>();
+    command
+        ->add_option("FILE", options->m_File, "Document of an array or a logical drive; - is standard input")
+        ->type_name("")
+        ->required();
+    command->add_flag("--json", options->m_Json, JSON_HELP);
+    command->footer(
+        "Examples, typed in the folder examples of the sources or of libpi-doc:\n"
+        "  pitool layout layouts/raid10-logical-drive.xml\n"
+        "  pitool layout layouts/careless-array.xml\n"
+        "  pitool layout --json layouts/raid1-array.xml");
+    command->callback([&action, options] { action = [options] { return RunLayout(*options); }; });
 }
 
 }  // namespace pitool

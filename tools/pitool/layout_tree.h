@@ -4,7 +4,7 @@
 #pragma once
 
 #include "layout_document.h"
-#include "terminal.h"
+#include "print/terminal.h"
 
 #include <string>
 

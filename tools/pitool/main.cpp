@@ -1,33 +1,83 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "command_line.h"
-#include "eta_command.h"
-#include "help_text.h"
-#include "output.h"
+#include "commands.h"
+#include "print/output.h"
+#include "quoted_text.h"
+
+#include <CLI/CLI.hpp>
 
 #include <exception>
+#include <sstream>
+#include <string>
+#include <vector>
 
 namespace {
 
+using pitool::WhenColor;
+
+constexpr void (*COMMANDS[])(CLI::App& app, pitool::Action& action) = {
+    pitool::AddDrive, pitool::AddLayout, pitool::AddEvent, pitool::AddEta, pitool::AddName, pitool::AddSense,
+};
+
+constexpr std::size_t OPTION_COLUMNS = 30;
+
+const char* const EXAMPLES =
+    "Examples, typed in the folder examples of the sources or of libpi-doc:\n"
+    "  pitool drive drives             the drives of a folder, the worst first\n"
+    "  pitool name 10057               what a number means\n"
+    "\n"
+    "\"pitool COMMAND --help\" tells the options of a command.";
+
+/// What is wrong, as users know it: the parser does not name a word that should be a command.
+std::string ReasonText(const CLI::App& app, const CLI::ParseError& error) {
+    const std::vector<std::string> words = app.remaining();
+    if (!app.get_subcommands().empty() || words.empty()) {
+        return error.what();
+    }
+    return pitool::Quoted(words.front()) +
+           (words.front().rfind('-', 0) == 0 ? " is no option" : " is no command");
+}
+
+int Refuse(const CLI::App& app, const CLI::ParseError& error) {
+    const auto commands = app.get_subcommands();
+    pitool::ReportError(ReasonText(app, error) + "; see pitool " +
+                        (commands.empty() ? "" : commands.front()->get_name() + " ") + "--help");
+    return pitool::EXIT_BAD_USAGE;
+}
+
 int Run(int argc, char** argv) {
-    const pitool::CommandLine line = pitool::ParseCommandLine(argc, argv);
-    pitool::UseColors(line.m_Color);
-    switch (line.m_Command) {
-        case pitool::CommandLine::DRIVE: return pitool::RunDrive(line.m_Drive);
-        case pitool::CommandLine::LAYOUT: return pitool::RunLayout(line.m_Layout);
-        case pitool::CommandLine::EVENT: return pitool::RunEvent(line.m_Event);
-        case pitool::CommandLine::ETA: return pitool::RunEta();
-        case pitool::CommandLine::NAME: return pitool::RunName(line.m_Name);
-        case pitool::CommandLine::SENSE: return pitool::RunSense(line.m_Sense);
-        case pitool::CommandLine::NONE: break;
+    CLI::App app("Shows what the pi library knows: drives, layouts, events, progress, names, sense data.",
+                 "pitool");
+    app.set_version_flag("--version", "pitool " PITOOL_VERSION);
+    app.get_formatter()->column_width(OPTION_COLUMNS);
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    app.get_formatter()->label("Subcommands", "Commands");
+    app.get_formatter()->label("Positionals", "Arguments");
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.footer(EXAMPLES);
+    std::string color = "auto";
+    app.add_option("--color,--colour", color, "auto, always or never; auto: on terminals, unless NO_COLOR")
+        ->check(CLI::IsMember({"auto", "always", "never"}).description(""))
+        ->type_name("WHEN")
+        ->take_last();
+    pitool::Action action;
+    for (const auto add : COMMANDS) {
+        add(app, action);
     }
-    if (!line.m_Error.empty()) {
-        pitool::ReportError(line.m_Error);
-        return line.m_ExitStatus;
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& help) {
+        std::ostringstream text;
+        app.exit(help, text);
+        return pitool::WriteOutput(text.str()) ? pitool::EXIT_DONE : pitool::EXIT_BAD_INPUT;
+    } catch (const CLI::ParseError& error) {
+        return Refuse(app, error);
     }
-    return pitool::WriteOutput(pitool::HelpWithHeadings(line.m_Text, pitool::OutputScreen()))
-               ? line.m_ExitStatus
-               : pitool::EXIT_BAD_INPUT;
+    pitool::UseColors(color == "auto"     ? WhenColor::AUTO
+                      : color == "always" ? WhenColor::ALWAYS
+                                          : WhenColor::NEVER);
+    return action();
 }
 
 }  // namespace

@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "name_command.h"
+#include "commands.h"
 
 #include "name_text.h"
-#include "output.h"
+#include "print/output.h"
 #include "quoted_text.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
 
 namespace pitool {
 namespace {
@@ -29,6 +34,10 @@ ExitStatus ListVocabulary(const NameOptions& options) {
 }  // namespace
 
 ExitStatus RunName(const NameOptions& options) {
+    if (options.m_Queries.empty() && options.m_List.empty()) {
+        ReportError("name needs a WORD, a NUMBER or --list; see pitool name --help");
+        return EXIT_BAD_USAGE;
+    }
     if (options.m_Queries.empty()) {
         return ListVocabulary(options);
     }
@@ -44,6 +53,24 @@ ExitStatus RunName(const NameOptions& options) {
     const ExitStatus printed =
         Print(options.m_Json ? FindingsJson(findings, errors) : FindingsText(findings, OutputScreen()));
     return errors.empty() ? printed : EXIT_BAD_INPUT;
+}
+
+void AddName(CLI::App& app, Action& action) {
+    CLI::App* command = app.add_subcommand("name", "Find names of numbers and numbers of names");
+    const auto options = std::make_shared<NameOptions>();
+    CLI::Option* queries =
+        command->add_option("WORD|NUMBER", options->m_Queries, "Number, name or part of a name, in any case")
+            ->type_name("");
+    command->add_option("--list", options->m_List, "Print a whole vocabulary, such as \"error codes\"")
+        ->type_name("VOCABULARY")
+        ->excludes(queries);
+    command->add_flag("--json", options->m_Json, JSON_HELP);
+    command->footer(
+        "Examples, typed in the folder examples of the sources or of libpi-doc:\n"
+        "  pitool name 30045 10057\n"
+        "  pitool name rebuild\n"
+        "  pitool name --list error-codes");
+    command->callback([&action, options] { action = [options] { return RunName(*options); }; });
 }
 
 }  // namespace pitool

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "name_search.h"
-#include "terminal.h"
+#include "print/terminal.h"
 
 #include <string>
 #include <utility>

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "sense_command.h"
+#include "commands.h"
 
 #include "hex_bytes.h"
-#include "output.h"
+#include "print/output.h"
 #include "quoted_text.h"
 #include "sense_text.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
 
 namespace pitool {
 namespace {
@@ -56,6 +61,10 @@ bool ReadSenseData(std::string_view text, PI::CSense& sense, std::string& reason
 
 ExitStatus RunSense(const SenseOptions& options) {
     const bool isData = options.m_Codes.empty();
+    if (isData && options.m_Data.empty()) {
+        ReportError("sense needs KEY ASC ASCQ or --data; see pitool sense --help");
+        return EXIT_BAD_USAGE;
+    }
     PI::CSense sense;
     std::string reason;
     if (!isData && !ReadCodes(options.m_Codes, sense)) {
@@ -68,6 +77,26 @@ ExitStatus RunSense(const SenseOptions& options) {
     return WriteOutput(options.m_Json ? SenseJson(sense, isData) : SenseSheet(sense, isData, OutputScreen()))
                ? EXIT_DONE
                : EXIT_BAD_INPUT;
+}
+
+void AddSense(CLI::App& app, Action& action) {
+    CLI::App* command = app.add_subcommand("sense", "Explain SCSI sense codes or sense data");
+    const auto options = std::make_shared<SenseOptions>();
+    constexpr int CODES = 3;
+    CLI::Option* codes =
+        command->add_option("CODE", options->m_Codes, "KEY ASC ASCQ: sense key, additional code, qualifier")
+            ->type_name("")
+            ->expected(CODES);
+    command->add_option("--data", options->m_Data, "Sense data, hexadecimal bytes")
+        ->type_name("BYTES")
+        ->excludes(codes);
+    command->add_flag("--json", options->m_Json, JSON_HELP);
+    command->footer(
+        "Examples, typed in the folder examples of the sources or of libpi-doc:\n"
+        "  pitool sense 5 24 00\n"
+        "  pitool sense --data \"$(cat sense/fixed-unrecovered-read.txt)\"\n"
+        "  pitool sense --json 3 11 00");
+    command->callback([&action, options] { action = [options] { return RunSense(*options); }; });
 }
 
 }  // namespace pitool

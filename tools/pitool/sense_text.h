@@ -3,7 +3,7 @@
 /// SCSI sense data as text.
 #pragma once
 
-#include "terminal.h"
+#include "print/terminal.h"
 
 #include <pi/sense.h>
 

@@ -3,8 +3,8 @@
 /// Text over several lines.
 #pragma once
 
-#include "style.h"
-#include "terminal.h"
+#include "print/style.h"
+#include "print/terminal.h"
 
 #include <cstddef>
 #include <string>

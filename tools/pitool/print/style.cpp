@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "style.h"
+#include "print/style.h"
 
 namespace pitool {
 namespace {

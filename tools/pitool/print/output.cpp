@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "output.h"
+#include "print/output.h"
 
+#include "print/style.h"
 #include "printable_text.h"
-#include "style.h"
 
 #include <unistd.h>
 

@@ -3,7 +3,7 @@
 /// The two streams that pitool writes to.
 #pragma once
 
-#include "terminal.h"
+#include "print/terminal.h"
 
 #include <string_view>
 

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The commands, each in a file of its name.
+#pragma once
+
+#include "exit_status.h"
+
+#include <functional>
+
+namespace CLI {
+class App;
+}
+
+namespace pitool {
+
+/// What a command line asks for; main runs it once the whole line is read.
+using Action = std::function<ExitStatus()>;
+
+/// Help of options that several commands have.
+constexpr const char* JSON_HELP = "Print JSON instead of text";
+constexpr const char* STRINGS_HELP = "Language file (the one that came with pitool)";
+
+/// @{
+/// Adds a command with its options and examples to the command line.
+/// @param action set when the command is given; must live as long as the command line
+void AddDrive(CLI::App& app, Action& action);
+void AddLayout(CLI::App& app, Action& action);
+void AddEvent(CLI::App& app, Action& action);
+void AddEta(CLI::App& app, Action& action);
+void AddName(CLI::App& app, Action& action);
+void AddSense(CLI::App& app, Action& action);
+/// @}
+
+}  // namespace pitool

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Text in columns.
+#pragma once
+
+#include "print/style.h"
+#include "print/terminal.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace pitool {
+
+enum class Align : std::uint8_t { LEFT, RIGHT };
+
+struct Column {
+    const char* m_Heading;  ///< null in all columns: no line of headings
+    Align m_Align = Align::LEFT;
+    int m_LeaveOut = 0;  ///< where the screen is too narrow: the highest first, never 0
+};
+
+/// A table whose columns are as wide as their contents. Where a screen is too narrow, columns are left out;
+/// what is still too wide in the last column is wrapped or cut.
+class Table {
+public:
+    enum class LastColumn : std::uint8_t { WRAPPED, CUT };
+
+    explicit Table(std::vector<Column> columns, LastColumn lastColumn = LastColumn::CUT)
+        : m_Columns(std::move(columns)), m_LastColumn(lastColumn) {}
+
+    /// Adds the next cell, row by row.
+    /// @param printable text that brings no control characters of its own
+    void Add(std::string_view printable, Style style = Style::PLAIN);
+
+    /// The lines, those of the headings first, each with its end.
+    /// @param indent blanks before each line
+    std::string Text(const Screen& screen, std::size_t indent = 0) const;
+
+private:
+    struct Cell {
+        std::string m_Text;
+        Style m_Style;
+    };
+    std::vector<Column> m_Columns;
+    LastColumn m_LastColumn;
+    std::vector<Cell> m_Cells;
+};
+
+}  // namespace pitool
