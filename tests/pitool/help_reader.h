@@ -50,16 +50,7 @@ inline Words Find(const std::string& text, const char* pattern) {
 
 /// The long options that a help lists.
 inline Words Options(const std::string& command) {
-    Words options;
-    for (const std::string& line : Lines(Help(command))) {
-        if (line.rfind("  -", 0) == 0) {
-            constexpr std::size_t TEXT_COLUMN = 30;
-            const Words found =
-                Find(line.substr(0, std::min(line.find(": --"), TEXT_COLUMN)), "(--[a-z0-9]+)");
-            options.insert(found.begin(), found.end());
-        }
-    }
-    return options;
+    return Find(Help(command), "\n  (?:-[a-z],)?(--[a-z0-9]+)");
 }
 
 }  // namespace pitool::test

@@ -65,16 +65,17 @@ TEST(Help, EveryCommandHasExamplesThatRun) {
 
 TEST(Help, TheGeneralOneNamesEveryCommand) {
     const std::string help = Help("");
-    EXPECT_EQ(Find(help.substr(help.find("Commands:"), help.find("Examples") - help.find("Commands:")),
+    EXPECT_EQ(Find(help.substr(help.find("\nCommands:"), help.find("\nExamples") - help.find("\nCommands:")),
                    "\n  ([a-z]+) "),
               Words(COMMANDS.begin(), COMMANDS.end()));
 }
 
 TEST(Manual, HasEveryCommandAndOptionOfTheHelpAndNoOther) {
     Words options = Options("");
+    options.insert("--colour");
     for (const std::string& command : COMMANDS) {
         const Words own = Options(command);
-        EXPECT_GE(own.size(), 2U);
+        EXPECT_GE(own.size(), 1U);
         options.insert(own.begin(), own.end());
     }
     const std::string page = Manual();

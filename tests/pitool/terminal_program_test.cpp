@@ -216,16 +216,3 @@ TEST(Terminal, WhatFilesSayBringsNoColors) {
     }
     std::filesystem::remove_all(directory);
 }
-
-TEST(Terminal, TheHeadingsOfHelpStandOut) {
-    const std::string help = Show("pitool eta --help", 80);
-    EXPECT_NE(help.find("\n\x1B[1mUsage:\x1B[0m pitool eta [OPTIONS]\n"), std::string::npos) << help;
-    EXPECT_NE(
-        help.find(
-            "\n\n\x1B[1mExamples, typed in the folder examples of the sources or of libpi-doc:\x1B[0m\n"),
-        std::string::npos)
-        << help;
-    EXPECT_FALSE(HasColors(Show("pitool eta --help --color never", 80)));
-    EXPECT_FALSE(HasColors(Show("pitool --color=never --help", 80)));
-    EXPECT_TRUE(HasColors(Show("pitool --help --color=always | cat", 80)));
-}

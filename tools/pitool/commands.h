@@ -16,8 +16,9 @@ namespace pitool {
 /// What a command line asks for; main runs it once the whole line is read.
 using Action = std::function<ExitStatus()>;
 
-/// Help of options that several commands have.
+/// Parts of the help that several commands have.
 constexpr const char* JSON_HELP = "Print JSON instead of text";
+constexpr const char* EXAMPLES = "Examples, typed in the folder examples of the sources or of libpi-doc:\n";
 constexpr const char* STRINGS_HELP = "Language file (the one that came with pitool)";
 
 /// @{

@@ -153,21 +153,20 @@ ExitStatus RunDrive(const DriveOptions& options) {
 }
 
 void AddDrive(CLI::App& app, Action& action) {
-    CLI::App* command = app.add_subcommand("drive", "Report drives from what \"smartctl --json -a\" printed");
+    CLI::App* command = app.add_subcommand("drive", "Report drives from what smartctl printed");
     const auto options = std::make_shared<DriveOptions>();
-    command->add_option("FILE", options->m_Files, "File, or folder with its .json files; - is standard input")
-        ->type_name("")
+    command->add_option("FILE", options->m_Files, "File, or folder of .json files; - is standard input")
+        ->option_text("...")
         ->required();
     CLI::Option* events =
         command->add_flag("--events", options->m_Events, "Show the events that the drives raise");
-    command->add_option("--strings", options->m_Strings, STRINGS_HELP)->type_name("FILE")->needs(events);
+    command->add_option("--strings", options->m_Strings, STRINGS_HELP)->option_text("FILE")->needs(events);
     command->add_flag("--json", options->m_Json, JSON_HELP);
-    command->footer(
-        "Examples, typed in the folder examples of the sources or of libpi-doc:\n"
-        "  pitool drive drives/worn-intel-ssd.json\n"
-        "  pitool drive --events drives\n"
-        "  pitool drive - < drives/intel-nvme-ssd.json\n"
-        "  pitool drive --json drives/wd-disk.json");
+    command->footer(std::string(EXAMPLES) +
+                    "  pitool drive drives/worn-intel-ssd.json\n"
+                    "  pitool drive --events drives\n"
+                    "  pitool drive - < drives/intel-nvme-ssd.json\n"
+                    "  pitool drive --json drives/wd-disk.json");
     command->callback([&action, options] { action = [options] { return RunDrive(*options); }; });
 }
 

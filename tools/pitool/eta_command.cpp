@@ -65,11 +65,10 @@ ExitStatus RunEta() {
 }
 
 void AddEta(CLI::App& app, Action& action) {
-    CLI::App* command =
-        app.add_subcommand("eta", "Estimate the time remaining of a progress on standard input");
+    CLI::App* command = app.add_subcommand("eta", "Estimate the time remaining of a progress");
     command->footer(
-        "Standard input holds lines \"percent milliseconds\", or \"percent\" for the present time.\n\n"
-        "Examples, typed in the folder examples of the sources or of libpi-doc:\n"
+        std::string("Standard input holds lines \"percent milliseconds\", or \"percent\" for now.\n\n") +
+        EXAMPLES +
         "  pitool eta < progress/rebuild.txt\n"
         "  echo 40 | pitool eta");
     command->callback([&action] { action = RunEta; });

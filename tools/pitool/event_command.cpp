@@ -54,8 +54,7 @@ ExitStatus RunEvent(const EventOptions& options) {
 }
 
 void AddEvent(CLI::App& app, Action& action) {
-    CLI::App* command =
-        app.add_subcommand("event", "Render an event: of the options, or as JSON on standard input");
+    CLI::App* command = app.add_subcommand("event", "Render an event of the options or of standard input");
     const auto options = std::make_shared<EventOptions>();
     EventFields& fields = options->m_Fields;
     command->add_option("--id", fields.m_ID, "Number or name of the event (10000)")->type_name("ID");
@@ -70,20 +69,19 @@ void AddEvent(CLI::App& app, Action& action) {
         const std::string number = std::to_string(i + 1);
         CLI::Option* text =
             command->add_option("--placeholder" + number, fields.m_Texts[i], "Text for the marker %" + number)
-                ->type_name("TEXT");
+                ->option_text("TEXT");
         command
             ->add_option("--resource" + number, fields.m_Resources[i],
                          "Language resource for the marker %" + number)
-            ->type_name("NUMBER")
+            ->option_text("NUMBER")
             ->excludes(text);
     }
     command->add_option("--strings", options->m_Strings, STRINGS_HELP)->type_name("FILE");
     command->add_flag("--json", options->m_Json, JSON_HELP);
-    command->footer(
-        "Examples, typed in the folder examples of the sources or of libpi-doc:\n"
-        "  pitool event < events/rebuild-failed.json\n"
-        "  pitool event --id REBUILD_STARTED --placeholder1 \"logical drive 0\"\n"
-        "  pitool event --strings events/strings.de.xml < events/spare-taken.json");
+    command->footer(std::string(EXAMPLES) +
+                    "  pitool event < events/rebuild-failed.json\n"
+                    "  pitool event --id REBUILD_STARTED --placeholder1 \"logical drive 0\"\n"
+                    "  pitool event --strings events/strings.de.xml < events/spare-taken.json");
     command->callback([&action, options] { action = [options] { return RunEvent(*options); }; });
 }
 

@@ -47,19 +47,16 @@ ExitStatus RunLayout(const LayoutOptions& options) {
 }
 
 void AddLayout(CLI::App& app, Action& action) {
-    CLI::App* command =
-        app.add_subcommand("layout", "Print the layout that a configuration document describes");
+    CLI::App* command = app.add_subcommand("layout", "Print the layout of a configuration document");
     const auto options = std::make_shared<LayoutOptions>();
-    command
-        ->add_option("FILE", options->m_File, "Document of an array or a logical drive; - is standard input")
-        ->type_name("")
+    command->add_option("FILE", options->m_File, "Configuration document; - is standard input")
+        ->option_text(" ")
         ->required();
     command->add_flag("--json", options->m_Json, JSON_HELP);
-    command->footer(
-        "Examples, typed in the folder examples of the sources or of libpi-doc:\n"
-        "  pitool layout layouts/raid10-logical-drive.xml\n"
-        "  pitool layout layouts/careless-array.xml\n"
-        "  pitool layout --json layouts/raid1-array.xml");
+    command->footer(std::string(EXAMPLES) +
+                    "  pitool layout layouts/raid10-logical-drive.xml\n"
+                    "  pitool layout layouts/careless-array.xml\n"
+                    "  pitool layout --json layouts/raid1-array.xml");
     command->callback([&action, options] { action = [options] { return RunLayout(*options); }; });
 }
 

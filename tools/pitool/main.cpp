@@ -19,20 +19,22 @@ constexpr void (*COMMANDS[])(CLI::App& app, pitool::Action& action) = {
     pitool::AddDrive, pitool::AddLayout, pitool::AddEvent, pitool::AddEta, pitool::AddName, pitool::AddSense,
 };
 
-constexpr std::size_t OPTION_COLUMNS = 30;
+constexpr std::size_t OPTION_COLUMNS = 26;
 
-const char* const EXAMPLES =
-    "Examples, typed in the folder examples of the sources or of libpi-doc:\n"
-    "  pitool drive drives             the drives of a folder, the worst first\n"
-    "  pitool name 10057               what a number means\n"
+constexpr const char* FOOTER =
+    "  pitool drive drives  # the drives of a folder, the worst first\n"
+    "  pitool name 10057    # what a number means\n"
     "\n"
     "\"pitool COMMAND --help\" tells the options of a command.";
 
 /// What is wrong, as users know it: the parser does not name a word that should be a command.
 std::string ReasonText(const CLI::App& app, const CLI::ParseError& error) {
     const std::vector<std::string> words = app.remaining();
-    if (!app.get_subcommands().empty() || words.empty()) {
+    if (!app.get_subcommands().empty()) {
         return error.what();
+    }
+    if (words.empty()) {
+        return error.get_name() == "RequiredError" ? "a command is needed" : error.what();
     }
     return pitool::Quoted(words.front()) +
            (words.front().rfind('-', 0) == 0 ? " is no option" : " is no command");
@@ -46,24 +48,25 @@ int Refuse(const CLI::App& app, const CLI::ParseError& error) {
 }
 
 int Run(int argc, char** argv) {
-    CLI::App app("Shows what the pi library knows: drives, layouts, events, progress, names, sense data.",
-                 "pitool");
+    CLI::App app("Shows what the pi library knows of drives, layouts, events and sense data.", "pitool");
     app.set_version_flag("--version", "pitool " PITOOL_VERSION);
     app.get_formatter()->column_width(OPTION_COLUMNS);
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
-    app.get_formatter()->label("Subcommands", "Commands");
     app.get_formatter()->label("Positionals", "Arguments");
     app.require_subcommand(1);
     app.fallthrough();
-    app.footer(EXAMPLES);
+    app.footer(std::string(pitool::EXAMPLES) + FOOTER);
     std::string color = "auto";
-    app.add_option("--color,--colour", color, "auto, always or never; auto: on terminals, unless NO_COLOR")
+    app.add_option("--color,--colour", color, "auto (on terminals, unless NO_COLOR), always or never")
         ->check(CLI::IsMember({"auto", "always", "never"}).description(""))
         ->type_name("WHEN")
         ->take_last();
     pitool::Action action;
     for (const auto add : COMMANDS) {
         add(app, action);
+    }
+    for (CLI::App* command : app.get_subcommands({})) {
+        command->group("Commands");
     }
     try {
         app.parse(argc, argv);

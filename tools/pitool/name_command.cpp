@@ -60,16 +60,15 @@ void AddName(CLI::App& app, Action& action) {
     const auto options = std::make_shared<NameOptions>();
     CLI::Option* queries =
         command->add_option("WORD|NUMBER", options->m_Queries, "Number, name or part of a name, in any case")
-            ->type_name("");
-    command->add_option("--list", options->m_List, "Print a whole vocabulary, such as \"error codes\"")
-        ->type_name("VOCABULARY")
+            ->option_text("...");
+    command->add_option("--list", options->m_List, "Print a vocabulary, such as \"error codes\"")
+        ->option_text("VOCABULARY")
         ->excludes(queries);
     command->add_flag("--json", options->m_Json, JSON_HELP);
-    command->footer(
-        "Examples, typed in the folder examples of the sources or of libpi-doc:\n"
-        "  pitool name 30045 10057\n"
-        "  pitool name rebuild\n"
-        "  pitool name --list error-codes");
+    command->footer(std::string(EXAMPLES) +
+                    "  pitool name 30045 10057\n"
+                    "  pitool name rebuild\n"
+                    "  pitool name --list error-codes");
     command->callback([&action, options] { action = [options] { return RunName(*options); }; });
 }
 

@@ -61,7 +61,7 @@ bool ReadSenseData(std::string_view text, PI::CSense& sense, std::string& reason
 
 ExitStatus RunSense(const SenseOptions& options) {
     const bool isData = options.m_Codes.empty();
-    if (isData && options.m_Data.empty()) {
+    if (isData && !options.m_Data) {
         ReportError("sense needs KEY ASC ASCQ or --data; see pitool sense --help");
         return EXIT_BAD_USAGE;
     }
@@ -70,7 +70,7 @@ ExitStatus RunSense(const SenseOptions& options) {
     if (!isData && !ReadCodes(options.m_Codes, sense)) {
         return EXIT_BAD_USAGE;
     }
-    if (isData && !ReadSenseData(options.m_Data, sense, reason)) {
+    if (isData && !ReadSenseData(*options.m_Data, sense, reason)) {
         ReportError("sense data: " + reason);
         return EXIT_BAD_INPUT;
     }
@@ -84,18 +84,17 @@ void AddSense(CLI::App& app, Action& action) {
     const auto options = std::make_shared<SenseOptions>();
     constexpr int CODES = 3;
     CLI::Option* codes =
-        command->add_option("CODE", options->m_Codes, "KEY ASC ASCQ: sense key, additional code, qualifier")
-            ->type_name("")
+        command->add_option("CODE", options->m_Codes, "Sense key, additional code and qualifier")
+            ->option_text("CODE CODE")
             ->expected(CODES);
     command->add_option("--data", options->m_Data, "Sense data, hexadecimal bytes")
-        ->type_name("BYTES")
+        ->option_text("BYTES")
         ->excludes(codes);
     command->add_flag("--json", options->m_Json, JSON_HELP);
-    command->footer(
-        "Examples, typed in the folder examples of the sources or of libpi-doc:\n"
-        "  pitool sense 5 24 00\n"
-        "  pitool sense --data \"$(cat sense/fixed-unrecovered-read.txt)\"\n"
-        "  pitool sense --json 3 11 00");
+    command->footer(std::string(EXAMPLES) +
+                    "  pitool sense 5 24 00\n"
+                    "  pitool sense --data \"$(cat sense/fixed-unrecovered-read.txt)\"\n"
+                    "  pitool sense --json 3 11 00");
     command->callback([&action, options] { action = [options] { return RunSense(*options); }; });
 }
 

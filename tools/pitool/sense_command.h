@@ -7,6 +7,7 @@
 
 #include <pi/sense.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,7 +16,7 @@ namespace pitool {
 
 struct SenseOptions {
     std::vector<std::string> m_Codes;  ///< key, additional sense code, its qualifier; empty: data are given
-    std::string m_Data;
+    std::optional<std::string> m_Data;
     bool m_Json = false;
 };
 

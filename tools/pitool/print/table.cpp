@@ -102,6 +102,7 @@ std::string Table::Text(const Screen& screen, std::size_t indent) const {
                 text.append((isRight ? 0 : blanks) + GAP, ' ');
             }
         }
+        text.erase(text.find_last_not_of(' ') + 1);
         text += '\n';
     };
     if (hasHeadings) {
