@@ -3,7 +3,7 @@
 #include "event_options.h"
 
 #include "name_vocabularies.h"
-#include "quoted_text.h"
+#include "print/text.h"
 #include "whole_number.h"
 
 #include <pi/vocabulary.h>

@@ -4,7 +4,7 @@
 
 #include "event_options.h"
 #include "json_text.h"
-#include "quoted_text.h"
+#include "print/text.h"
 
 #include <velk/clock.h>
 

@@ -2,7 +2,7 @@
 
 #include "event_text.h"
 
-#include "printable_text.h"
+#include "print/text.h"
 #include "text_table.h"
 
 namespace pitool {

@@ -2,7 +2,7 @@
 
 #include "figure.h"
 
-#include "printable_text.h"
+#include "print/text.h"
 
 #include <pi/plugin_helper.h>
 #include <pi/vocabulary.h>

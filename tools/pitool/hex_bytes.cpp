@@ -2,7 +2,7 @@
 
 #include "hex_bytes.h"
 
-#include "quoted_text.h"
+#include "print/text.h"
 
 #include <algorithm>
 #include <charconv>

@@ -3,7 +3,7 @@
 #include "layout_check.h"
 
 #include "layout_units.h"
-#include "quoted_text.h"
+#include "print/text.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -3,7 +3,7 @@
 #include "layout_document.h"
 
 #include "layout_check.h"
-#include "quoted_text.h"
+#include "print/text.h"
 #include "well_formed_xml.h"
 
 #include <cstring>

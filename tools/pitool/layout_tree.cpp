@@ -3,7 +3,7 @@
 #include "layout_tree.h"
 
 #include "layout_units.h"
-#include "wrapped_text.h"
+#include "print/text.h"
 
 #include <cstdint>
 #include <utility>

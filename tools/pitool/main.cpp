@@ -2,7 +2,7 @@
 
 #include "commands.h"
 #include "print/output.h"
-#include "quoted_text.h"
+#include "print/text.h"
 
 #include <CLI/CLI.hpp>
 

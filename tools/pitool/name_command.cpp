@@ -5,7 +5,7 @@
 
 #include "name_text.h"
 #include "print/output.h"
-#include "quoted_text.h"
+#include "print/text.h"
 
 #include <CLI/CLI.hpp>
 

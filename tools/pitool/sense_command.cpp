@@ -5,7 +5,7 @@
 
 #include "hex_bytes.h"
 #include "print/output.h"
-#include "quoted_text.h"
+#include "print/text.h"
 #include "sense_text.h"
 
 #include <CLI/CLI.hpp>

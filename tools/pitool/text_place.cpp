@@ -2,7 +2,7 @@
 
 #include "text_place.h"
 
-#include "printable_text.h"
+#include "print/text.h"
 
 #include <algorithm>
 

@@ -2,9 +2,7 @@
 
 #include "text_table.h"
 
-#include "display_width.h"
-#include "printable_text.h"
-#include "wrapped_text.h"
+#include "print/text.h"
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 /// Text in columns.
 #pragma once
 
-#include "print/style.h"
 #include "print/terminal.h"
+#include "print/text.h"
 
 #include <cstddef>
 #include <string>

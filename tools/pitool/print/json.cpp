@@ -2,7 +2,7 @@
 
 #include "print/json.h"
 
-#include "printable_text.h"
+#include "print/text.h"
 
 #include <charconv>
 #include <cmath>

@@ -2,8 +2,7 @@
 
 #include "print/output.h"
 
-#include "print/style.h"
-#include "printable_text.h"
+#include "print/text.h"
 
 #include <unistd.h>
 

@@ -2,8 +2,7 @@
 
 #include "print/table.h"
 
-#include "display_width.h"
-#include "wrapped_text.h"
+#include "print/text.h"
 
 #include <algorithm>
 

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "wrapped_text.h"
+#include "print/text.h"
 
-#include "display_width.h"
 #include "support/random_seed.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <clocale>
 #include <random>
+#include <string>
 
 using namespace pitool;
 
@@ -31,7 +32,79 @@ std::string Added(const std::string& text, std::size_t columns, bool colors = fa
     return output;
 }
 
+std::string Styled(const char* text, Style style, bool colors) {
+    std::string styled;
+    AddStyled(text, style, colors, styled);
+    return styled;
+}
+
 }  // namespace
+
+TEST(PrintableText, AsciiAndUtf8StayAsTheyAre) {
+    const std::string text = "SSD 840 \xC3\xA9\xE2\x82\xAC\xF0\x9F\x92\xBE~";
+    EXPECT_EQ(PrintableText(text), text);
+}
+
+TEST(PrintableText, ControlCharactersBecomeQuestionMarks) {
+    EXPECT_EQ(PrintableText("a\x1B[2Jb"), "a?[2Jb");
+    EXPECT_EQ(PrintableText("a\nb\tc\x7F"), "a?b?c?");
+    EXPECT_EQ(PrintableText(std::string_view("\0", 1)), "?");
+    EXPECT_EQ(PrintableText("\x1F\x20\x7E"), "? ~");
+}
+
+TEST(PrintableText, C1ControlsBecomeQuestionMarks) {
+    EXPECT_EQ(PrintableText("\xC2\x80\xC2\x9B\xC2\x9F"), "???");
+    EXPECT_EQ(PrintableText("\xC2\xA0"), "\xC2\xA0");
+}
+
+TEST(PrintableText, DirectionMarksBecomeQuestionMarks) {
+    EXPECT_EQ(PrintableText("\xE2\x80\x8E\xE2\x80\xAE\xE2\x81\xA6\xE2\x81\xA9\xD8\x9C"), "?????");
+    EXPECT_EQ(PrintableText("\xE2\x80\xA8"), "?") << "line separator";
+    EXPECT_EQ(PrintableText("\xE2\x80\x90\xE2\x80\xAF"), "\xE2\x80\x90\xE2\x80\xAF") << "neighbours";
+}
+
+TEST(PrintableText, BytesThatAreNotUtf8BecomeQuestionMarks) {
+    EXPECT_EQ(PrintableText("\x80"), "?");
+    EXPECT_EQ(PrintableText("\xC3"), "?");
+    EXPECT_EQ(PrintableText("\xC3("), "?(");
+    EXPECT_EQ(PrintableText("\xC1\x81"), "??") << "overlong";
+    EXPECT_EQ(PrintableText("\xE0\x80\x80"), "???") << "overlong";
+    EXPECT_EQ(PrintableText("\xED\xA0\x80"), "?") << "surrogate";
+    EXPECT_EQ(PrintableText("\xF4\x8F\xBF\xBF"), "\xF4\x8F\xBF\xBF") << "last code point";
+    EXPECT_EQ(PrintableText("\xF4\x90\x80\x80"), "????") << "beyond the last code point";
+    EXPECT_EQ(PrintableText("\xF5\xFF"), "??");
+}
+
+TEST(CharacterCount, CountsCharactersNotBytes) {
+    EXPECT_EQ(CharacterCount(""), 0U);
+    EXPECT_EQ(CharacterCount("abc"), 3U);
+    EXPECT_EQ(CharacterCount("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x92\xBE"), 3U);
+}
+
+TEST(DisplayWidth, CountsColumnsAndNotBytes) {
+    EXPECT_EQ(DisplayWidth(""), 0U);
+    EXPECT_EQ(DisplayWidth("abc"), 3U);
+    EXPECT_EQ(DisplayWidth("\xC3\xA4\xC3\xB6"), 2U);          // ä, ö
+    EXPECT_EQ(DisplayWidth("\xE7\xA3\x81\xE7\x9B\x98"), 4U);  // two wide characters
+    EXPECT_EQ(DisplayWidth("a\xCC\x88"), 1U);                 // a and a diaeresis that combines with it
+    EXPECT_EQ(DisplayWidth("\xF0\x9F\x92\xBE"), 2U);          // a floppy disk
+}
+
+TEST(DisplayWidth, LeavesTheLocaleOfTheProcessAlone) {
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    EXPECT_EQ(DisplayWidth("\xE7\xA3\x81"), 2U);
+    EXPECT_EQ(std::setlocale(LC_ALL, nullptr), before);
+}
+
+TEST(DisplayWidth, TakesBytesThatAreNoCharacterForOneEach) {
+    EXPECT_EQ(DisplayWidth("\xFF\xC3"), 2U);
+}
+
+TEST(FirstCharacter, HasALengthAndAWidth) {
+    EXPECT_EQ(FirstCharacter("ab").m_Length, 1U);
+    EXPECT_EQ(FirstCharacter("\xE7\xA3\x81g").m_Length, 3U);
+    EXPECT_EQ(FirstCharacter("\xE7\xA3\x81g").m_Width, 2U);
+}
 
 TEST(WrapText, WhatFitsStaysAsItIs) {
     EXPECT_EQ(WrapText("", 5), (Lines{""}));
@@ -112,4 +185,27 @@ TEST(AddWrapped, StaysInOneLineWhereTheLeadLeavesNoRoom) {
 TEST(AddWrapped, StylesEachLineForItself) {
     EXPECT_EQ(Added("one two three", 12, true),
               "\x1B[2m|-- \x1B[0m\x1B[1mone two\x1B[0m\n\x1B[2m|   \x1B[0m\x1B[1mthree\x1B[0m\n");
+}
+
+TEST(AddStyled, EachStyleEndsBehindItsText) {
+    EXPECT_EQ(Styled("a", Style::PLAIN, true), "a");
+    EXPECT_EQ(Styled("a", Style::HEADING, true), "\x1B[1ma\x1B[0m");
+    EXPECT_EQ(Styled("a", Style::FAILING, true), "\x1B[1;31ma\x1B[0m");
+    EXPECT_EQ(Styled("a", Style::WARNING, true), "\x1B[33ma\x1B[0m");
+    EXPECT_EQ(Styled("a", Style::FAINT, true), "\x1B[2ma\x1B[0m");
+}
+
+TEST(AddStyled, WithoutColorsOrTextNothingIsAdded) {
+    for (const Style style : {Style::PLAIN, Style::HEADING, Style::FAILING, Style::WARNING, Style::FAINT}) {
+        EXPECT_EQ(Styled("a", style, false), "a");
+        EXPECT_EQ(Styled("", style, true), "");
+    }
+}
+
+TEST(SeverityStyle, ErrorsAndWarningsStandOut) {
+    EXPECT_EQ(SeverityStyle("ERROR"), Style::FAILING);
+    EXPECT_EQ(SeverityStyle("WARNING"), Style::WARNING);
+    EXPECT_EQ(SeverityStyle("INFORMATION"), Style::PLAIN);
+    EXPECT_EQ(SeverityStyle("DEBUG"), Style::FAINT);
+    EXPECT_EQ(SeverityStyle("7"), Style::PLAIN);
 }
