@@ -259,57 +259,121 @@ TEST(DriveCommand, EventsTakeAnotherLanguageFile) {
               2);
 }
 
-TEST(EtaCommand, PrintsALineForEachSample) {
+TEST(EtaCommand, ShowsTheEstimateWithItsRangeAndTheOneOfCETR) {
     ExpectRun(RunPitool({"eta"}, Example("progress/rebuild.txt")), 0,
-              "0 percent, 01:40:00 remaining\n"
-              "2 percent, 03:16:00 remaining\n"
-              "5 percent, 01:35:00 remaining\n"
-              "10 percent, 01:30:00 remaining\n"
-              "20 percent, 01:20:00 remaining\n"
-              "40 percent, 01:00:00 remaining\n"
-              "60 percent, 00:40:00 remaining\n"
-              "80 percent, 00:20:00 remaining\n"
-              "95 percent, 00:05:00 remaining\n"
-              "99 percent, 00:01:00 remaining\n"
-              "100 percent, 00:01:00 remaining\n",
+              "0 percent, time remaining not known; CETR 01:40:00\n"
+              "2 percent, 01:42:01 remaining (01:21:08 to 02:30:17); CETR 03:16:00\n"
+              "5 percent, 01:37:06 remaining (01:20:12 to 02:14:11); CETR 01:35:00\n"
+              "10 percent, 01:30:27 remaining (01:21:16 to 01:48:27); CETR 01:30:00\n"
+              "20 percent, 01:20:03 remaining (01:16:18 to 01:26:50); CETR 01:20:00\n"
+              "40 percent, 01:00:00 remaining (00:58:14 to 01:03:05); CETR 01:00:00\n"
+              "60 percent, 00:40:00 remaining (00:38:56 to 00:41:50); CETR 00:40:00\n"
+              "80 percent, 00:20:00 remaining (00:19:28 to 00:20:55); CETR 00:20:00\n"
+              "95 percent, 00:05:00 remaining (00:04:52 to 00:05:13); CETR 00:05:00\n"
+              "99 percent, 00:01:00 remaining (00:00:58 to 00:01:02); CETR 00:01:00\n"
+              "100 percent, done; CETR 00:01:00\n",
               "");
     ExpectRun(RunPitool({"eta"}, ""), 0, "", "");
 }
 
 TEST(EtaCommand, APercentageAloneIsOfThisMoment) {
-    // The first sample counts as a minute's work, whatever the clock says.
-    ExpectRun(RunPitool({"eta"}, "50\n"), 0, "50 percent, 00:50:00 remaining\n", "");
+    // The first sample counts as a minute's work with CETR, whatever the clock says.
+    ExpectRun(RunPitool({"eta"}, "50\n"), 0, "50 percent, time remaining not known; CETR 00:50:00\n", "");
+}
+
+TEST(EtaCommand, TellsWhatStalls) {
+    const Outcome run = RunPitool({"eta"}, "0 0\n10 60000\n20 120000\n20 4000000\n");
+    EXPECT_NE(run.m_Output.find("\n20 percent, stalled, 00:07:55 remaining (00:07:16 to 00:09:09); CETR "),
+              std::string::npos)
+        << run.m_Output;
 }
 
 TEST(EtaCommand, ALineThatIsRefusedIsNamedAndTheOthersCount) {
-    ExpectRun(RunPitool({"eta"}, "50 1000\nabc\n\n60 500\n" + std::string(5000, '1') + "\n60 31000"), 1,
-              "50 percent, 00:50:00 remaining\n"
-              "60 percent, 00:40:00 remaining\n",
+    ExpectRun(RunPitool({"eta"}, "50 1000\nabc\n \t\r\n60 500\n" + std::string(5000, '1') + "\n60 31000\n" +
+                                     std::string(4097, ' ') + "x\n60 31000 \r"),
+              1,
+              "50 percent, time remaining not known; CETR 00:50:00\n"
+              "60 percent, time remaining not known; CETR 00:40:00\n"
+              "60 percent, time remaining not known; CETR 00:40:00\n",
               "pitool: standard input: line 2: \"abc\" is no percentage: a whole number from 0 to 100 is "
               "expected\n"
               "pitool: standard input: line 4: the time 500 lies before that of the sample before, 1000\n"
-              "pitool: standard input: line 5: longer than 4096 bytes\n");
+              "pitool: standard input: line 5: longer than 4096 bytes\n"
+              "pitool: standard input: line 7: longer than 4096 bytes\n");
+}
+
+TEST(EtaCommand, TakesWholeNumbersOnly) {
+    std::string input;
+    std::string errors;
+    std::size_t number = 0;
+    const auto refuse = [&](const std::string& line, const std::string& reason) {
+        input += line + "\n";
+        errors += "pitool: standard input: line " + std::to_string(++number) + ": " + reason + "\n";
+    };
+    for (const std::string word : {"-1", "101", "2147483648", "-2147483649", "99999999999999999999", "1.5",
+                                   "50%", "+5", "0x10", "1e2", "\v"}) {
+        refuse(word + " 5", "\"" + (word == "\v" ? "?" : word) +
+                                "\" is no percentage: a whole number from 0 to 100 is expected");
+    }
+    for (const std::string word : {"-1", "100000000000000", "18446744073709551616", "x", "1.0"}) {
+        refuse("5 " + word,
+               "\"" + word + "\" is no time: milliseconds from 0 to 99999999999999 are expected");
+    }
+    refuse("5 6 7", "more than a percentage and a time");
+    refuse("\x1B[2J", "\"?[2J\" is no percentage: a whole number from 0 to 100 is expected");
+    refuse(std::string(41, 'a'),
+           "\"" + std::string(40, 'a') + "...\" is no percentage: a whole number from 0 to 100 is expected");
+    ExpectRun(RunPitool({"eta"}, input), 1, "", errors);
+}
+
+TEST(EtaCommand, TheLatestTimeDoesNotWrap) {
+    const Outcome run = RunPitool({"eta"}, "0 0\n1 99999999999999\n2 99999999999999\n");
+    EXPECT_EQ(run.m_Errors, "");
+    EXPECT_NE(run.m_Output.find("\n1 percent, > 99:59:59 remaining ("), std::string::npos) << run.m_Output;
 }
 
 TEST(EtaCommand, RedrawsABarOnATerminal) {
-    int terminal = -1;
-    int program = -1;
-    const winsize size{24, 60, 0, 0};
-    ASSERT_EQ(openpty(&terminal, &program, nullptr, nullptr, &size), 0);
-    const Outcome run = RunPitool({"eta"}, "9 0\n10 600000\nx\n50 1200000\n", program);
-    close(program);
-    // A terminal hands out what was written in pieces of its own choice.
-    std::string shown;
-    char piece[256];
-    for (ssize_t length = 0; (length = read(terminal, piece, sizeof piece)) > 0;) {
-        shown.append(piece, static_cast<std::size_t>(length));
+    const auto shown = [](unsigned short columns) {
+        int terminal = -1;
+        int program = -1;
+        const winsize size{24, columns, 0, 0};
+        EXPECT_EQ(openpty(&terminal, &program, nullptr, nullptr, &size), 0);
+        EXPECT_EQ(RunPitool({"eta"}, "9 0\n10 600000\nx\n50 1200000\n", program).m_ExitStatus, 1);
+        close(program);
+        // A terminal hands out what was written in pieces of its own choice.
+        std::string text;
+        char piece[256];
+        for (ssize_t length = 0; (length = read(terminal, piece, sizeof piece)) > 0;) {
+            text.append(piece, static_cast<std::size_t>(length));
+        }
+        close(terminal);
+        return text;
+    };
+    for (unsigned short columns = 2; columns < 120; ++columns) {
+        std::istringstream lines(shown(columns));
+        for (std::string line; std::getline(lines, line, '\r');) {
+            EXPECT_LT(line.size(), columns) << line;
+        }
     }
-    close(terminal);
-    EXPECT_EQ(shown,
-              "\r[##-----------------------]   9 percent, 01:31:00 remaining"
-              "\r[##-----------------------]  10 percent, 15:00:00 remaining\r\n"
-              "\r[############-------------]  50 percent, 00:20:00 remaining\r\n");
-    EXPECT_EQ(run.m_ExitStatus, 1);
+    EXPECT_EQ(shown(120),
+              "\r[####----------------------------------------------]   9 percent, time remaining not known; "
+              "CETR 01:31:00"
+              "\r[#####---------------------------------------------]  10 percent, time remaining not known; "
+              "CETR 15:00:00\r\n"
+              "\r[#######################------------------------]  50 percent, 00:13:00 remaining (00:10:19 "
+              "to 00:19:15); CETR 00:20:00\r\n");
+    EXPECT_EQ(shown(80),
+              "\r[##----------------------]   9 percent, time remaining not known; CETR 01:31:00"
+              "\r[##----------------------]  10 percent, time remaining not known; CETR 15:00:00\r\n"
+              "\r[###----]  50 percent, 00:13:00 remaining (00:10:19 to 00:19:15); CETR 00:20:00\r\n");
+    EXPECT_EQ(shown(60),
+              "\r  9 percent, time remaining not known; CETR 01:31:00"
+              "\r 10 percent, time remaining not known; CETR 15:00:00\r\n"
+              "\r 50 percent, 00:13:00 remaining (00:10:19 to 00:19:15)\r\n");
+    EXPECT_EQ(shown(20),
+              "\r  9 percent, time r"
+              "\r 10 percent, time r\r\n"
+              "\r 50 percent, 00:13:\r\n");
 }
 
 TEST(NameCommand, NamesNumbersAndFindsNames) {
