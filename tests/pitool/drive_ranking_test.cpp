@@ -65,7 +65,7 @@ TEST(RankDrive, TheLifetimeRanksNothing) {
 }
 
 TEST(SummaryLine, CountsDrivesOfEachKind) {
-    DriveSummary summary;
+    DriveCounts summary;
     for (const DriveAssessment& drive :
          {Failing(InState(PI::DriveState::FAILED, 95)), InState(PI::DriveState::LOOK, 90),
           InState(PI::DriveState::GOOD, 89), InState(PI::DriveState::LOOK, 255), Disk(), Failing(Disk()),

@@ -39,8 +39,8 @@ inline Json SolidStateReport(const std::string& model, std::uint64_t hours,
     return report;
 }
 
-/// Assesses the one drive of a report.
-inline DriveAssessment Assess(const Json& json) {
+/// The one drive of a report.
+inline PI::CDriveReport ReportOf(const Json& json) {
     const std::string text = json.dump();
     std::vector<PI::CDriveReport> drives;
     std::vector<PI::CReportRefusal> refusals;
@@ -48,7 +48,12 @@ inline DriveAssessment Assess(const Json& json) {
     if (drives.size() != 1) {
         throw std::runtime_error(refusals.empty() ? "several drives" : refusals[0].GetReason());
     }
-    return AssessDrive("sample.json", drives[0]);
+    return drives[0];
+}
+
+/// Assesses the one drive of a report.
+inline DriveAssessment Assess(const Json& json) {
+    return AssessDrive("sample.json", ReportOf(json));
 }
 
 inline std::string ReadFile(const std::string& path) {

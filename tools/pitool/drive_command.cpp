@@ -127,7 +127,7 @@ private:
     std::uint32_t m_EventNumber = 0;
     std::vector<ReportedDrive> m_Drives;
     std::vector<std::pair<std::string, std::string>> m_Errors;
-    DriveSummary m_Summary;
+    DriveCounts m_Summary;
     std::string m_Sheet;  ///< of the first drive
 };
 

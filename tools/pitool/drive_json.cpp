@@ -161,7 +161,7 @@ std::string DriveJson(const DriveAssessment& drive, const std::vector<RenderedEv
 
 bool WriteDriveDocument(const std::vector<const std::string*>& drives,
                         const std::vector<std::pair<std::string, std::string>>& errors,
-                        const DriveSummary& summary, const Writer& write) {
+                        const DriveCounts& summary, const Writer& write) {
     const Json counts = {
         {"drives", summary.m_Drives},   {"failing", summary.m_Failing},
         {"worn", summary.m_Worn},       {"unknown_lifetime", summary.m_UnknownLifetime},

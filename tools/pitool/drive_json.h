@@ -29,6 +29,6 @@ using Writer = std::function<bool(std::string_view)>;
 /// @return false as soon as a piece could not be written
 bool WriteDriveDocument(const std::vector<const std::string*>& drives,
                         const std::vector<std::pair<std::string, std::string>>& errors,
-                        const DriveSummary& summary, const Writer& write);
+                        const DriveCounts& summary, const Writer& write);
 
 }  // namespace pitool

@@ -36,14 +36,14 @@ bool operator<(const DriveRank& left, const DriveRank& right) {
     return std::tie(left.m_Group, right.m_Wear) < std::tie(right.m_Group, left.m_Wear);
 }
 
-void CountDrive(const DriveAssessment& drive, DriveSummary& summary) {
+void CountDrive(const DriveAssessment& drive, DriveCounts& summary) {
     summary.m_Drives += 1;
     summary.m_Failing += drive.m_Failing ? 1 : 0;
     summary.m_Worn += IsWorn(drive) ? 1 : 0;
     summary.m_UnknownLifetime += LacksEstimate(drive) ? 1 : 0;
 }
 
-std::string SummaryLine(const DriveSummary& summary) {
+std::string SummaryLine(const DriveCounts& summary) {
     std::string line = Count(summary.m_Drives, "drive", "drives") + ": " + std::to_string(summary.m_Failing) +
                        " failing, " + std::to_string(summary.m_Worn) + " worn to " +
                        std::to_string(WORN_PERCENT) + " percent or more, " +

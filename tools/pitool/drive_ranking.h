@@ -23,7 +23,7 @@ DriveRank RankDrive(const DriveAssessment& drive);
 bool operator<(const DriveRank& left, const DriveRank& right);
 
 /// Counts of the drives that were read. A drive may count as failing and as worn.
-struct DriveSummary {
+struct DriveCounts {
     std::size_t m_Drives = 0;
     std::size_t m_Failing = 0;
     std::size_t m_Worn = 0;             ///< WORN_PERCENT or more
@@ -31,9 +31,9 @@ struct DriveSummary {
     std::size_t m_Refused = 0;          ///< inputs that gave no drive
 };
 
-void CountDrive(const DriveAssessment& drive, DriveSummary& summary);
+void CountDrive(const DriveAssessment& drive, DriveCounts& summary);
 
 /// The summary in one line.
-std::string SummaryLine(const DriveSummary& summary);
+std::string SummaryLine(const DriveCounts& summary);
 
 }  // namespace pitool
