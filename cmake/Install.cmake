@@ -6,7 +6,8 @@ set(PI_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/pi)
 
 install(DIRECTORY include/pi base/velk/include/velk base/velkx/include/velkx exchange/include/pi
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(FILES share/pi/configuration-documents.xsd share/pi/model.schema.json share/pi/strings.en.xml share/pi/strings.xsd
+install(FILES share/pi/configuration-documents.xsd share/pi/drives.rules.yml share/pi/model.schema.json
+    share/pi/strings.en.xml share/pi/strings.xsd
     DESTINATION ${CMAKE_INSTALL_DATADIR}/pi)
 
 # One export set per library, so that a deployment can bring the base libraries itself.

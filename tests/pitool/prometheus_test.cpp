@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "print/prometheus.h"
+
+#include "drive_samples.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <set>
+
+using namespace pitool;
+using namespace pitool::test;
+
+namespace {
+
+std::string Text(const std::vector<PI::CDriveReport>& reports) {
+    std::vector<DriveSummary> drives;
+    for (const PI::CDriveReport& report : reports) {
+        drives.push_back(Summarize("file", report));
+    }
+    return PrometheusText(drives);
+}
+
+constexpr const char* LABELS = R"({model="INTEL SSDSC2BB480G7",serial="S1",device="/dev/sda"} )";
+
+std::string Series(const char* family, const char* value) {
+    return "\n" + std::string(family) + LABELS + value + "\n";
+}
+
+}  // namespace
+
+TEST(Prometheus, FiguresAreInTheUnitsOfTheirFamilies) {
+    const std::string text = Text({GoodReport(
+        "S1", Wear(69) + R"(,"temperature":{"current":-3},"user_capacity":{"bytes":480103981056},)"
+                         R"("local_time":{"time_t":1700000000})")});
+    EXPECT_NE(text.find(Series("pi_drive_state", "1")), std::string::npos) << text;
+    EXPECT_NE(text.find(Series("pi_drive_wear_ratio", "0.69")), std::string::npos) << text;
+    EXPECT_NE(text.find(Series("pi_drive_power_on_seconds_total", "31557600")), std::string::npos) << text;
+    EXPECT_NE(text.find(Series("pi_drive_temperature_celsius", "-3")), std::string::npos) << text;
+    EXPECT_NE(text.find(Series("pi_drive_capacity_bytes", "480103981056")), std::string::npos) << text;
+    EXPECT_NE(text.find(Series("pi_drive_report_timestamp_seconds", "1700000000")), std::string::npos)
+        << text;
+    const PI::CWearForecast forecast = Summarize("", GoodReport("S1", Wear(69))).GetForecast();
+    const auto seconds = [](std::uint64_t hours) { return std::to_string(hours * 3600); };
+    EXPECT_NE(text.find(Series("pi_drive_life_left_seconds", seconds(*forecast.GetHours()).c_str())),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find(Series("pi_drive_life_left_low_seconds", seconds(*forecast.GetLow()).c_str())),
+              std::string::npos)
+        << text;
+}
+
+TEST(Prometheus, FamiliesKeepTheirNamesAndTypes) {
+    const std::string text = Text({});
+    const std::regex expression("# TYPE (\\S+ \\S+)\n");
+    std::set<std::string> families;
+    for (std::sregex_iterator match(text.begin(), text.end(), expression); match != std::sregex_iterator();
+         ++match) {
+        families.insert(match->str(1));
+    }
+    EXPECT_EQ(families, (std::set<std::string>{"pi_drive_capacity_bytes gauge",
+                                               "pi_drive_doubtful_figures gauge",
+                                               "pi_drive_failed_self_tests gauge",
+                                               "pi_drive_info gauge",
+                                               "pi_drive_interface_errors_total counter",
+                                               "pi_drive_life_left_low_seconds gauge",
+                                               "pi_drive_life_left_seconds gauge",
+                                               "pi_drive_media_errors_total counter",
+                                               "pi_drive_pending_sectors gauge",
+                                               "pi_drive_power_on_seconds_total counter",
+                                               "pi_drive_read_bytes_total counter",
+                                               "pi_drive_reallocated_sectors gauge",
+                                               "pi_drive_report_timestamp_seconds gauge",
+                                               "pi_drive_spare_ratio gauge",
+                                               "pi_drive_state gauge",
+                                               "pi_drive_temperature_celsius gauge",
+                                               "pi_drive_temperature_limit_celsius gauge",
+                                               "pi_drive_verdict gauge",
+                                               "pi_drive_wear_ratio gauge",
+                                               "pi_drive_written_bytes_total counter"}));
+}
+
+TEST(Prometheus, WhatIsUnknownHasNoSeries) {
+    const std::string text = Text({GoodReport("S1")});
+    for (const char* family : {"wear_ratio", "life_left_seconds", "temperature_celsius", "capacity_bytes",
+                               "report_timestamp_seconds"}) {
+        EXPECT_EQ(text.find("\npi_drive_" + std::string(family) + "{"), std::string::npos) << family;
+    }
+}
+
+TEST(Prometheus, WhatIsDoubtfulIsCountedAndHasNoSeries) {
+    // 255 is the end of the statistic's scale; without a word of the attributes it is doubtful.
+    const std::string text = Text({GoodReport("S1", Wear(255))});
+    EXPECT_EQ(text.find("\npi_drive_wear_ratio{"), std::string::npos);
+    EXPECT_NE(text.find(Series("pi_drive_doubtful_figures", "1")), std::string::npos) << text;
+}
+
+TEST(Prometheus, OfSeveralReportsOfADriveTheNewestCounts) {
+    const auto report = [](const char* time, int wear) {
+        return GoodReport("S1", Wear(wear) + R"(,"local_time":{"time_t":)" + time + "}");
+    };
+    const std::string text =
+        Text({report("1700000000", 3), report("1700086400", 4), report("1600000000", 2), GoodReport("S2")});
+    EXPECT_NE(text.find(Series("pi_drive_wear_ratio", "0.04")), std::string::npos) << text;
+    EXPECT_EQ(Count(text, "\npi_drive_state{"), 2U);
+    EXPECT_NE(text.find("# left out: 2 reports"), std::string::npos);
+    EXPECT_EQ(Text({GoodReport("S1")}).find("# left out"), std::string::npos);
+}
+
+TEST(Prometheus, OfReportsOfTheSameTimeTheLastCounts) {
+    const std::string text = Text({GoodReport("S1", Wear(3)), GoodReport("S1", Wear(4))});
+    EXPECT_NE(text.find(Series("pi_drive_wear_ratio", "0.04")), std::string::npos) << text;
+}
+
+TEST(Prometheus, LabelsAreEscapedAndOneLine) {
+    const std::string text = Text({ReadMembers(R"("model_name":"a\"b\\c\nd","serial_number":"1")")});
+    EXPECT_NE(text.find(R"({model="a\"b\\c?d",serial="1",device="/dev/sda"} )"), std::string::npos) << text;
+}
+
+TEST(Prometheus, TheInfoHasWhatTheDriveIs) {
+    const std::string text = Text({GoodReport("S1", R"(,"firmware_version":"F1")")});
+    EXPECT_NE(
+        text.find(R"(pi_drive_info{model="INTEL SSDSC2BB480G7",serial="S1",device="/dev/sda",firmware="F1",)"
+                  R"(kind="ATA SSD"} 1)"),
+        std::string::npos)
+        << text;
+}

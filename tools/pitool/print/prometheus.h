@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Drives in the text format 0.0.4 that the textfile collector of Prometheus' node exporter reads.
+#pragma once
+
+#include "drive_summary.h"
+
+#include <string>
+#include <vector>
+
+namespace pitool {
+
+/// A series for each drive and family. A drive is its model, serial number and device; of several reports of
+/// one the newest counts, since a series may be there only once.
+///
+/// Only what is known is printed: an alert must not rest on a doubtful figure.
+std::string PrometheusText(const std::vector<DriveSummary>& drives);
+
+}  // namespace pitool
