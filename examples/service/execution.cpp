@@ -133,8 +133,7 @@ void SetParameters(PI::COperation& operation, const Request& request) {
 
 }  // namespace
 
-bool Execute(const Plugin& plugin, const Request& request,
-             const std::function<bool(const PI::CTask&)>& report) {
+bool Execute(Worker& plugin, const Request& request, const std::function<bool(const PI::CTask&)>& report) {
     std::vector<std::string> ignored;  // what else is wrong with the hardware is told with the inventory
     auto [objectID, operation] = Find(plugin.GetObjects(ignored), request);
     SetParameters(operation, request);

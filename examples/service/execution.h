@@ -7,7 +7,7 @@
 #include <string>
 
 #include "options.h"
-#include "plugin.h"
+#include "worker.h"
 
 namespace service {
 
@@ -16,8 +16,7 @@ namespace service {
 /// @param report as for PluginExecute; a last time with the task as it ended
 /// @return whether it was carried out to its end
 /// @throws std::runtime_error saying in one line what is not offered, or why it failed
-bool Execute(const Plugin& plugin, const Request& request,
-             const std::function<bool(const PI::CTask&)>& report);
+bool Execute(Worker& plugin, const Request& request, const std::function<bool(const PI::CTask&)>& report);
 
 /// How a task is, in one line: "check of md0: 12 percent, 00:41:10 remaining".
 std::string TaskText(const PI::CTask& task);

@@ -14,8 +14,10 @@
 
 #include "execution.h"
 #include "inventory.h"
+#include "isolated_plugin.h"
 #include "options.h"
 #include "plugin.h"
+#include "plugin_server.h"
 #include "printable_text.h"
 #include "trace_files.h"
 
@@ -35,12 +37,26 @@ void Complain(const std::string& text) {
     std::fprintf(stderr, "service: %s\n", service::PrintableText(text).c_str());
 }
 
-std::vector<std::unique_ptr<service::Plugin>> LoadPlugins(const std::filesystem::path& folder,
-                                                          bool& anyError) {
-    std::vector<std::unique_ptr<service::Plugin>> plugins;
-    for (const std::filesystem::path& file : service::FindPlugins(folder)) {
+using Plugins = std::vector<std::unique_ptr<service::Worker>>;
+
+std::unique_ptr<service::Worker> Load(const std::filesystem::path& file, const service::Options& options) {
+    if (!options.m_Isolate) {
+        return std::make_unique<service::Plugin>(file);
+    }
+    std::vector<std::string> command = options.m_Arguments;
+    command[0] = "/proc/self/exe";
+    command.insert(command.begin() + 1, "--isolated-plugin=" + file.string());
+    service::IsolationLimits limits;
+    limits.m_Time = options.m_TimeLimit;
+    limits.m_MemoryMB = options.m_MemoryLimitMB;
+    return std::make_unique<service::IsolatedPlugin>(command, file.stem(), limits);
+}
+
+Plugins LoadPlugins(const service::Options& options, bool& anyError) {
+    Plugins plugins;
+    for (const std::filesystem::path& file : service::FindPlugins(options.m_PluginFolder)) {
         try {
-            plugins.push_back(std::make_unique<service::Plugin>(file));
+            plugins.push_back(Load(file, options));
         } catch (const std::exception& error) {
             Complain(file.filename().string() + ": " + error.what());
             anyError = true;
@@ -49,8 +65,7 @@ std::vector<std::unique_ptr<service::Plugin>> LoadPlugins(const std::filesystem:
     return plugins;
 }
 
-void Configure(const std::vector<std::unique_ptr<service::Plugin>>& plugins, const service::Setting& setting,
-               bool& anyError) {
+void Configure(const Plugins& plugins, const service::Setting& setting, bool& anyError) {
     bool found = false;
     for (const auto& plugin : plugins) {
         if (plugin->Name() != setting.m_Plugin) {
@@ -72,7 +87,7 @@ void Configure(const std::vector<std::unique_ptr<service::Plugin>>& plugins, con
     }
 }
 
-void Report(const service::Plugin& plugin, bool& anyError) {
+void Report(service::Worker& plugin, bool& anyError) {
     std::vector<std::string> errors;
     std::vector<PI::CObject> objects = plugin.GetObjects(errors);
     std::vector<PI::CEvent> events = plugin.GetEvents(errors);
@@ -89,7 +104,7 @@ volatile sig_atomic_t endIsAsked = 0;
 
 /// Prints what becomes of an operation, a line for each change. The first signal asks to end it early, a
 /// second one ends the host.
-bool Execute(const std::vector<std::unique_ptr<service::Plugin>>& plugins, const service::Request& request) {
+bool Execute(const Plugins& plugins, const service::Request& request) {
     const auto plugin = std::find_if(plugins.begin(), plugins.end(),
                                      [&](const auto& each) { return each->Name() == request.m_Plugin; });
     if (plugin == plugins.end()) {
@@ -128,10 +143,14 @@ int Run(const service::Options& options) {
             ? std::filesystem::read_symlink("/proc/self/exe").replace_filename("strings.en.xml")
             : options.m_LanguageFile);
     for (const int category : options.m_TraceCategories) {
-        service::WriteTraces(category, options.m_TraceFolder);
+        service::WriteTraces(category, options.m_TraceFolder, options.m_IsolatedPlugin.stem());
+    }
+    if (!options.m_IsolatedPlugin.empty()) {
+        service::ServePlugin(options.m_IsolatedPlugin, options.m_MemoryLimitMB);
+        return EXIT_OK;
     }
     bool anyError = false;
-    const auto plugins = LoadPlugins(options.m_PluginFolder, anyError);
+    const auto plugins = LoadPlugins(options, anyError);
     for (const service::Setting& setting : options.m_Settings) {
         Configure(plugins, setting, anyError);
     }

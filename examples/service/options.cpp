@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <climits>
 #include <stdexcept>
 #include <string_view>
 
@@ -13,6 +14,8 @@
 
 namespace service {
 namespace {
+
+enum LongOption { TIME_LIMIT = 1000, MEMORY_LIMIT, SERVE };
 
 Setting ParseSetting(const std::string& text) {
     const std::size_t equals = text.find('=');
@@ -55,6 +58,15 @@ Request ParseRequest(const std::string& text) {
     return request;
 }
 
+unsigned ParseLimit(const std::string& text) {
+    unsigned limit = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), limit);
+    if (error != std::errc() || end != text.data() + text.size() || limit == 0 || limit > INT_MAX) {
+        throw std::invalid_argument("\"" + text + "\" is no limit");
+    }
+    return limit;
+}
+
 int ParseCategory(const std::string& text) {
     int category = -1;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), category);
@@ -81,6 +93,11 @@ const char* const USAGE =
     "                              carry out an operation that OBJECT (identifier, name or device) offers, "
     "with\n"
     "                              these parameters (of a document: its file), instead of printing\n"
+    "  -i, --isolate               run each plug-in in a process of its own, which is started again when it "
+    "ends,\n"
+    "                              reaches a limit, or answers what cannot be read\n"
+    "      --time-limit MS         for an answer of an isolated plug-in, in milliseconds (60000)\n"
+    "      --memory-limit MB       for an isolated plug-in, beyond the memory of the host's program (1024)\n"
     "  -h, --help                  print this and exit\n"
     "\n"
     "The exit status is 0, 1 when a plug-in reported an error, could not be loaded or failed to\n"
@@ -94,13 +111,18 @@ Options ParseOptions(int argc, char** argv) {
         {"language", required_argument, nullptr, 'l'},
         {"allow-changes", no_argument, nullptr, 'a'},
         {"execute", required_argument, nullptr, 'x'},
+        {"isolate", no_argument, nullptr, 'i'},
+        {"time-limit", required_argument, nullptr, TIME_LIMIT},
+        {"memory-limit", required_argument, nullptr, MEMORY_LIMIT},
+        {"isolated-plugin", required_argument, nullptr, SERVE},
         {"help", no_argument, nullptr, 'h'},
         {nullptr, 0, nullptr, 0},
     };
     Options options;
+    options.m_Arguments.assign(argv, argv + argc);
     opterr = 0;
     // NOLINTNEXTLINE(concurrency-mt-unsafe): before any thread starts
-    for (int option = 0; (option = getopt_long(argc, argv, ":s:t:d:l:ax:h", LONG_OPTIONS, nullptr)) != -1;) {
+    for (int option = 0; (option = getopt_long(argc, argv, ":s:t:d:l:ax:ih", LONG_OPTIONS, nullptr)) != -1;) {
         switch (option) {
             case 's': options.m_Settings.push_back(ParseSetting(optarg)); break;
             case 't': {
@@ -115,6 +137,10 @@ Options ParseOptions(int argc, char** argv) {
             case 'l': options.m_LanguageFile = optarg; break;
             case 'a': options.m_AllowChanges = true; break;
             case 'x': options.m_Request = ParseRequest(optarg); break;
+            case 'i': options.m_Isolate = true; break;
+            case TIME_LIMIT: options.m_TimeLimit = std::chrono::milliseconds(ParseLimit(optarg)); break;
+            case MEMORY_LIMIT: options.m_MemoryLimitMB = ParseLimit(optarg); break;
+            case SERVE: options.m_IsolatedPlugin = optarg; break;
             case 'h': options.m_ShowHelp = true; return options;
             case ':': throw std::invalid_argument(std::string(argv[optind - 1]) + " needs a value");
             default: throw std::invalid_argument("there is no option " + std::string(argv[optind - 1]));

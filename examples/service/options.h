@@ -3,6 +3,8 @@
 /// The command line.
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -27,6 +29,7 @@ struct Request {
 };
 
 struct Options {
+    std::vector<std::string> m_Arguments;  ///< all, from the program's name
     std::filesystem::path m_PluginFolder;
     std::vector<Setting> m_Settings;
     std::vector<int> m_TraceCategories;  ///< each once
@@ -34,6 +37,10 @@ struct Options {
     std::filesystem::path m_LanguageFile;  ///< empty: the one beside the program
     bool m_AllowChanges = false;
     std::optional<Request> m_Request;  ///< only where changes are allowed
+    bool m_Isolate = false;
+    std::chrono::milliseconds m_TimeLimit{60000};  ///< of a call into an isolated plug-in
+    std::size_t m_MemoryLimitMB = 1024;            ///< of an isolated plug-in
+    std::filesystem::path m_IsolatedPlugin;  ///< what this process is there for; empty in the host itself
     bool m_ShowHelp = false;
 };
 

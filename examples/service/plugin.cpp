@@ -9,6 +9,8 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "shared_object.h"
+
 namespace service {
 namespace {
 
@@ -75,8 +77,9 @@ void Plugin::Find(const char* name, Function*& function) const {
     }
 }
 
-Plugin::Plugin(const std::filesystem::path& file)
-    : m_Handle(dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL)) {
+Plugin::Plugin(const std::filesystem::path& file) {
+    RequireSharedObject(file);
+    m_Handle = dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (m_Handle == nullptr) {
         throw std::runtime_error(LoaderError(std::filesystem::absolute(file)));
     }
@@ -106,17 +109,17 @@ Plugin::~Plugin() {
     dlclose(m_Handle);
 }
 
-int Plugin::Configure(const std::string& key, const std::string& value) const {
+int Plugin::Configure(const std::string& key, const std::string& value) {
     return m_Configure(key.c_str(), value.c_str());
 }
 
-std::vector<PI::CObject> Plugin::GetObjects(std::vector<std::string>& errors) const {
+std::vector<PI::CObject> Plugin::GetObjects(std::vector<std::string>& errors) {
     std::vector<PI::CObject> objects;
     Ask(errors, [&](auto& own) { return m_GetObjects(objects, own); });
     return objects;
 }
 
-std::vector<PI::CEvent> Plugin::GetEvents(std::vector<std::string>& errors) const {
+std::vector<PI::CEvent> Plugin::GetEvents(std::vector<std::string>& errors) {
     std::vector<PI::CEvent> events;
     Ask(errors, [&](auto& own) { return m_GetEvents(events, own); });
     return events;
@@ -124,7 +127,7 @@ std::vector<PI::CEvent> Plugin::GetEvents(std::vector<std::string>& errors) cons
 
 int Plugin::Execute(std::uint64_t objectID, const PI::COperation& operation,
                     const std::function<bool(const PI::CTask&)>& report, PI::CTask& task,
-                    std::vector<std::string>& errors) const {
+                    std::vector<std::string>& errors) {
     if (m_Execute == nullptr) {
         errors.emplace_back("carries nothing out");
         return PI::ErrorCode::INVALID_OPERATION;

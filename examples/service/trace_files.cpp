@@ -6,8 +6,12 @@
 #include <plog/Appenders/RollingFileAppender.h>
 #include <plog/Formatters/TxtFormatter.h>
 #include <plog/Init.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <memory>
+#include <stdexcept>
+#include <system_error>
 
 namespace service {
 namespace {
@@ -56,20 +60,33 @@ const CategoryRow* FindCategory(int category) {
     return nullptr;
 }
 
+/// The appender says nothing when it cannot write, and waits where a pipe has no reader.
+void RequireWritable(const std::filesystem::path& file) {
+    const bool isThere = std::filesystem::exists(file);
+    if (isThere && !std::filesystem::is_regular_file(file)) {
+        throw std::runtime_error(file.string() + ": is no file");
+    }
+    if (access(isThere ? file.c_str() : file.parent_path().c_str(), isThere ? W_OK : W_OK | X_OK) != 0) {
+        throw std::runtime_error(file.string() + ": " + std::generic_category().message(errno));
+    }
+}
+
 }  // namespace
 
 bool IsTraceCategory(int category) {
     return FindCategory(category) != nullptr;
 }
 
-void WriteTraces(int category, const std::filesystem::path& folder) {
+void WriteTraces(int category, const std::filesystem::path& folder, const std::string& plugin) {
     const CategoryRow* const row = FindCategory(category);
     if (row == nullptr) {
         return;
     }
     // Made before the logger, so that it outlives it.
     static std::vector<std::unique_ptr<Appender>> appenders;
-    const std::filesystem::path file = folder / ("trace-" + std::to_string(category) + ".log");
+    const std::filesystem::path file =
+        folder / ("trace-" + std::to_string(category) + (plugin.empty() ? "" : "-" + plugin) + ".log");
+    RequireWritable(file);
     appenders.push_back(std::make_unique<Appender>(file.c_str(), MAX_FILE_SIZE, MAX_FILES));
     row->m_Init(appenders.back().get());
     VELKTrace::tracesEnabled = true;

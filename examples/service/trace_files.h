@@ -13,9 +13,12 @@ namespace service {
 /// Whether traces have a category of this number.
 bool IsTraceCategory(int category);
 
-/// Switches traces on and writes those of one category to "trace-CATEGORY.log" in a folder. A file that has
-/// grown to a megabyte is put aside as "trace-CATEGORY.1.log"; three are kept.
+/// Switches traces on and writes those of one category to "trace-CATEGORY.log" in a folder, those of an
+/// isolated plug-in to "trace-CATEGORY-PLUGIN.log". A file that has grown to a megabyte is put aside as
+/// "trace-CATEGORY.1.log"; three are kept.
 /// @param category one for which IsTraceCategory is true, each at most once in a process
-void WriteTraces(int category, const std::filesystem::path& folder);
+/// @param plugin   empty in the host itself
+/// @throws std::runtime_error when there is no file to write
+void WriteTraces(int category, const std::filesystem::path& folder, const std::string& plugin = "");
 
 }  // namespace service

@@ -280,7 +280,7 @@ TEST(Host, BadPluginGetsOneLineAndTheOthersGoOn) {
 }
 
 TEST(Host, AThreadIsCancelledWithinAPlugin) {
-    const service::Plugin plugin(BAD / "cancel.so");
+    service::Plugin plugin(BAD / "cancel.so");
     std::vector<std::string> errors;
     EXPECT_TRUE(PI::Test::EndsCancelled([&] { plugin.GetObjects(errors); }));
     EXPECT_THAT(errors, testing::IsEmpty());
@@ -293,12 +293,130 @@ TEST(Host, PluginThatDoesNotSayHowItWasBuiltIsTakenAsBeforeThereWasACheck) {
     EXPECT_EQ(outcome.m_Output.substr(0, 12), "Plug-in bad\n");
 }
 
-TEST(Host, FileThatIsNoLibraryGetsOneLine) {
+class Isolation : public testing::TestWithParam<bool> {
+protected:
+    static std::vector<std::string> Options() {
+        return GetParam() ? std::vector<std::string>{"--isolate"} : std::vector<std::string>{};
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Host, Isolation, testing::Bool(),
+                         [](const auto& instance) { return instance.param ? "Isolated" : "InProcess"; });
+
+TEST_P(Isolation, FileThatIsNoLibraryGetsOneLine) {
     const PluginFolder plugins({});
-    plugins.m_Folder.Write("text.so", "just a text");
-    const Outcome outcome = RunHost({plugins.Path()});
+    const std::string whole = ReadFile(MDRAID);
+    const auto patched = [&whole](std::size_t place, char byte) {
+        std::string text = whole;
+        text[place] = byte;
+        return text;
+    };
+    plugins.m_Folder.Write("a-empty.so", "");
+    plugins.m_Folder.Write("b-text.so", "just a text");
+    plugins.m_Folder.Write("c-32-bits.so", patched(4, 1));
+    plugins.m_Folder.Write("d-big-endian.so", patched(5, 2));
+    plugins.m_Folder.Write("e-arm.so", patched(18, '\xB7'));
+    plugins.m_Folder.Write("f-program.so", patched(16, 2));
+    plugins.m_Folder.Write("g-header.so", whole.substr(0, 64));
+    plugins.m_Folder.Write("h-page.so", whole.substr(0, 4096));
+    fs::create_directory(plugins.m_Folder.Path() / "i-folder.so");
+    ASSERT_EQ(mkfifo((plugins.m_Folder.Path() / "j-pipe.so").c_str(), 0600), 0);
+    fs::create_symlink("nowhere", plugins.m_Folder.Path() / "k-link.so");
+    fs::create_symlink(MDRAID, plugins.m_Folder.Path() / "l-whole.so");
+
+    std::vector<std::string> arguments = Options();
+    arguments.insert(arguments.end(), {plugins.Path(), "--set", "mdraid.root=raid0"});
+    const Outcome outcome = RunHost(arguments);
     EXPECT_EQ(outcome.m_Status, 1);
-    EXPECT_EQ(outcome.m_Errors, "service: text.so: file too short\n");
+    EXPECT_EQ(outcome.m_Errors,
+              "service: a-empty.so: is no shared library\n"
+              "service: b-text.so: is no shared library\n"
+              "service: c-32-bits.so: is made for another kind of machine\n"
+              "service: d-big-endian.so: is made for another kind of machine\n"
+              "service: e-arm.so: is made for another kind of machine\n"
+              "service: f-program.so: is no shared library\n"
+              "service: g-header.so: breaks off\n"
+              "service: h-page.so: breaks off\n"
+              "service: i-folder.so: is no file\n"
+              "service: j-pipe.so: is no file\n"
+              "service: k-link.so: No such file or directory\n");
+    EXPECT_EQ(WithoutTimes(outcome.m_Output), ReadFile(EXPECTED / "raid0.txt"));
+}
+
+TEST_P(Isolation, LibraryThatIsCutOffAnywhereGetsOneLine) {
+    const std::string whole = ReadFile(MDRAID);
+    for (std::size_t part = 1; part < 16; ++part) {
+        const PluginFolder plugins({});
+        plugins.m_Folder.Write("cut.so", whole.substr(0, whole.size() * part / 16));
+        std::vector<std::string> arguments = Options();
+        arguments.insert(arguments.end(), {plugins.Path(), "--set", "mdraid.root=raid0"});
+        const Outcome outcome = RunHost(arguments);
+        // What no loader reads, at the end, may be missing.
+        EXPECT_THAT(outcome.m_Errors,
+                    testing::AnyOf("",
+                                   "service: cut.so: breaks off\nservice: there is no plug-in "
+                                   "mdraid to be set up\n"))
+            << part;
+        EXPECT_EQ(outcome.m_Status, outcome.m_Errors.empty() ? 0 : 1);
+    }
+}
+
+TEST_P(Isolation, PrintsTheSame) {
+    std::vector<std::string> arguments = Options();
+    arguments.insert(arguments.end(), {PLUGIN_FOLDER, "--set", "mdraid.root=degraded", "--set",
+                                       "smartctl.folder=drives", "--set", "mdraid.colour=red"});
+    const Outcome outcome = RunHost(arguments);
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_EQ(outcome.m_Errors, "service: mdraid: does not take the setting colour\n");
+    EXPECT_EQ(WithoutTimes(outcome.m_Output),
+              ReadFile(EXPECTED / "degraded.txt") + ReadFile(EXPECTED / "drives.txt"));
+}
+
+TEST(Host, IsolatedPluginThatFailsIsToldAndTheOthersGoOn) {
+    setenv("FAULT", "objects abort", 1);
+    const PluginFolder plugins({BAD / "fault.so", MDRAID});
+    const Outcome outcome = RunHost({plugins.Path(), "--isolate", "--set", "mdraid.root=raid0"});
+    unsetenv("FAULT");
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_THAT(outcome.m_Errors,
+                testing::StartsWith("service: fault: PluginGetObjects: ended by signal 6 (Aborted); "));
+    EXPECT_THAT(outcome.m_Output,
+                testing::HasSubstr("\n    Description: Internal error of plug-in fault: PluginGetObjects: "
+                                   "ended by signal 6 (Aborted); "));
+    EXPECT_THAT(WithoutTimes(outcome.m_Output), testing::EndsWith(ReadFile(EXPECTED / "raid0.txt")));
+}
+
+TEST(Host, LimitsOfIsolatedPlugins) {
+    const PluginFolder plugins({BAD / "fault.so"});
+    setenv("FAULT", "objects loop", 1);
+    const Outcome loop = RunHost({plugins.Path(), "--isolate", "--time-limit", "500"});
+    setenv("FAULT", "objects leak", 1);
+    const Outcome leak = RunHost({plugins.Path(), "--isolate", "--memory-limit", "64"});
+    unsetenv("FAULT");
+    EXPECT_THAT(loop.m_Errors, testing::HasSubstr(": no answer within 500 ms; "));
+    EXPECT_THAT(leak.m_Output, testing::HasSubstr("Internal error of plug-in fault: PluginGetObjects: "));
+}
+
+TEST(Host, IsolatedPluginsTraceIntoFilesOfTheirOwn) {
+    const TemporaryFolder traces;
+    const Outcome outcome = RunHost({PLUGIN_FOLDER, "--isolate", "--set", "mdraid.root=rebuilding", "--set",
+                                     "smartctl.folder=drives", "-t", "275", "-d", traces.Path()});
+    EXPECT_EQ(outcome.m_Status, 0);
+    EXPECT_THAT(TraceMessages(ReadFile(traces.Path() / "trace-275-mdraid.log"), "[PI_Trace]"),
+                testing::SizeIs(3));
+    EXPECT_THAT(TraceMessages(ReadFile(traces.Path() / "trace-275-smartctl.log"), "[PI_Trace]"),
+                testing::SizeIs(3));
+    EXPECT_FALSE(fs::exists(traces.Path() / "trace-275.log"));
+}
+
+TEST(Host, TracesThatCannotBeWrittenAreAnError) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(mkfifo((folder.Path() / "trace-275.log").c_str(), 0600), 0);
+    EXPECT_EQ(RunHost({PLUGIN_FOLDER, "-t", "275", "-d", "nowhere"}).m_Errors,
+              "service: nowhere/trace-275.log: No such file or directory\n");
+    const Outcome outcome = RunHost({PLUGIN_FOLDER, "-t", "275"}, folder.Path());
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_EQ(outcome.m_Errors, "service: ./trace-275.log: is no file\n");
     EXPECT_EQ(outcome.m_Output, "");
 }
 
@@ -342,7 +460,7 @@ TEST(MdraidPlugin, ReportsWhatChangesBetweenTwoPolls) {
     const TemporaryFolder root;
     const std::string head = "Personalities : [raid1] \nmd0 : active raid1 sdb[1] sda[0]\n      64 blocks ";
     const std::string tail = "\n      \nunused devices: <none>\n";
-    const service::Plugin plugin(MDRAID);
+    service::Plugin plugin(MDRAID);
     ASSERT_EQ(plugin.Configure("root", root.Path()), PI::ErrorCode::SUCCESS);
     std::vector<std::string> errors;
     std::vector<std::uint64_t> arrayIDs;
@@ -471,7 +589,7 @@ TEST(MdraidPlugin, DriveThatIsNamedTwiceIsTwoObjects) {
     root.Write(
         "proc/mdstat",
         "md0 : active raid1 sda[2](S) sda[1] sdb[0]\n      64 blocks [2/2] [UU]\n\nunused devices: <none>\n");
-    const service::Plugin plugin(MDRAID);
+    service::Plugin plugin(MDRAID);
     plugin.Configure("root", root.Path());
     std::vector<std::string> errors;
     std::vector<std::uint64_t> ids;

@@ -47,7 +47,7 @@ void Use(const std::filesystem::path& file, const std::string& key, const std::s
     std::vector<PI::CEvent> events;
     std::vector<std::string> errors;
     {
-        const service::Plugin plugin(file);
+        service::Plugin plugin(file);
         ASSERT_EQ(plugin.Configure(key, value), PI::ErrorCode::SUCCESS);
         objects = plugin.GetObjects(errors);
         events = plugin.GetEvents(errors);

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "plugin_server.h"
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <fstream>
+#include <new>
+#include <optional>
+
+#include "channel.h"
+#include "plugin.h"
+#include "plugin_messages.h"
+
+namespace service {
+namespace {
+
+/// Writable memory of this process that no other shares, in bytes. A sanitizer takes terabytes of addresses.
+std::size_t DataSize() {
+    std::ifstream file("/proc/self/statm");
+    std::size_t pages = 0;
+    for (int field = 0; field < 6; ++field) {
+        file >> pages;
+    }
+    return pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+void LimitMemory(std::size_t memoryMB) {
+    const rlim_t size = DataSize() + (memoryMB << 20U);
+    const rlimit limit = {size, size};
+    setrlimit(RLIMIT_DATA, &limit);
+    // Not thrown, because it might be caught, and what has leaked would stay.
+    std::set_new_handler([] { _exit(OUT_OF_MEMORY); });
+}
+
+int Execute(const Message& request, Plugin& plugin, Channel& host, std::vector<std::string>& errors) {
+    PI::COperation operation;
+    PI::CTask task;
+    ReadRecord(request.m_Texts.at(1), operation);
+    ReadRecord(request.m_Texts.at(2), task);
+    const auto report = [&host](const PI::CTask& changed) {
+        host.Send(PI::ToJson(changed));
+        host.Send("");
+        std::string line;
+        return host.Receive(line) && line == GO_ON;
+    };
+    const int code = plugin.Execute(std::stoull(request.m_Texts.at(0)), operation, report, task, errors);
+    host.Send(PI::ToJson(task));
+    return code;
+}
+
+Message Answer(const Message& request, const std::filesystem::path& file, std::optional<Plugin>& plugin,
+               Channel& host) {
+    Message outcome;
+    std::vector<std::string>& texts = outcome.m_Texts;
+    switch (request.m_Number) {
+        case Ask::LOAD: texts = {plugin.emplace(file).Name()}; break;
+        case Ask::CONFIGURE:
+            outcome.m_Number = plugin->Configure(request.m_Texts.at(0), request.m_Texts.at(1));
+            break;
+        case Ask::OBJECTS:
+            for (const PI::CObject& object : plugin->GetObjects(texts)) {
+                host.Send(PI::ToJson(object));
+            }
+            break;
+        case Ask::EVENTS:
+            for (const PI::CEvent& event : plugin->GetEvents(texts)) {
+                host.Send(PI::ToJson(event));
+            }
+            break;
+        default: outcome.m_Number = Execute(request, *plugin, host, texts);
+    }
+    return outcome;
+}
+
+}  // namespace
+
+void ServePlugin(const std::filesystem::path& file, std::size_t memoryMB) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    fcntl(PLUGIN_SOCKET, F_SETFD, FD_CLOEXEC);
+    LimitMemory(memoryMB);
+    Channel host(PLUGIN_SOCKET);
+    std::optional<Plugin> plugin;
+    for (std::string line; host.Receive(line);) {
+        Message outcome;
+        try {
+            outcome = Answer(ReadMessage(line), file, plugin, host);
+        } catch (const std::exception& error) {
+            outcome = {PI::ErrorCode::GENERAL, {error.what()}};
+        }
+        host.Send(WriteMessage(outcome));
+    }
+}
+
+}  // namespace service
