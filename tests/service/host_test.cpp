@@ -152,15 +152,16 @@ TEST(Host, WithoutTraceOptionWritesNoFile) {
 
 TEST(Host, AsksSmartctlForTheDrivesOfTheMachine) {
     const TemporaryFolder machine;
-    machine.Write("bin/smartctl",
-                  "#!/bin/sh\n"
-                  "case \"$*\" in\n"
-                  "--scan) printf '/dev/sda -d sat # /dev/sda [SAT], ATA device\\n-x -d sat # an option\\n"
-                  "/dev/sdx -d scsi # /dev/sdx, SCSI device\\n';;\n"
-                  "'--json -x -d sat /dev/sda') cat \"$DRIVES/sda.json\"; exit 4;;\n"
-                  "*) echo '{\"smartctl\":{\"messages\":[{\"string\":\"no "
-                  "luck\",\"severity\":\"error\"}]}}'; exit 2;;\n"
-                  "esac\n");
+    machine.Write(
+        "bin/smartctl",
+        "#!/bin/sh\n"
+        "case \"$*\" in\n"
+        "--scan-open) printf '/dev/sda -d sat # /dev/sda [SAT], ATA device\\n-x -d sat # an option\\n"
+        "# /dev/sdx -d scsi # /dev/sdx, SCSI device open failed: no luck\\n';;\n"
+        "'--json -x -d sat /dev/sda') cat \"$DRIVES/sda.json\"; exit 4;;\n"
+        "*) echo '{\"smartctl\":{\"messages\":[{\"string\":\"no "
+        "luck\",\"severity\":\"error\"}]}}'; exit 2;;\n"
+        "esac\n");
     fs::permissions(machine.Path() / "bin/smartctl", fs::perms::owner_all);
     setenv("DRIVES", (TREES / "drives").c_str(), 1);
     const PluginFolder plugins({SMARTCTL});

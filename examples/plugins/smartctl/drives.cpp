@@ -80,18 +80,23 @@ std::vector<Drive> ReadMachine(const std::string& program, std::vector<std::stri
     std::vector<Drive> drives;
     std::string text;
     std::string reason;
-    if (!RunProgram({program, "--scan"}, PATIENCE, text, reason)) {
+    // A SATA drive that has not been opened is listed as a SCSI one.
+    if (!RunProgram({program, "--scan-open"}, PATIENCE, text, reason)) {
         Trace("no drives: " + reason);
         return drives;
     }
-    // Such as "/dev/sda -d sat # /dev/sda [SAT], ATA device".
+    // Such as "/dev/sda -d sat # /dev/sda [SAT], ATA device"; behind "# " when it cannot be opened.
     std::istringstream scan(text);
     for (std::string line; std::getline(scan, line);) {
         std::istringstream words(line);
         std::string name;
         std::string option;
         std::string type;
-        words >> name >> option >> type;
+        words >> name;
+        if (name == "#") {
+            words >> name;
+        }
+        words >> option >> type;
         if (name.compare(0, 1, "/") != 0 || option != "-d" ||
             type.empty()) {  // a name is never taken for an option
             continue;
