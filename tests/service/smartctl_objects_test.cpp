@@ -67,6 +67,11 @@ TEST(SmartctlObjects, ADriveThatIsToBeReplacedHasTheStatusOfOne) {
     EXPECT_EQ(Property(Disk(R"(,"smart_status":{"passed":false})"), ID::STATUS), "AVAILABLE_SMART");
 }
 
+TEST(SmartctlObjects, ABlockSizeIsShownWhereItIsKnown) {
+    EXPECT_EQ(Property(Disk(R"(,"logical_block_size":4096)"), ID::BLOCK_SIZE), "4096");
+    EXPECT_EQ(Property(Disk(""), ID::BLOCK_SIZE), "none");
+}
+
 TEST(SmartctlObjects, WhatIsDoubtfulIsNotShownAsAFigure) {
     EXPECT_EQ(Property(NVMe(R"("critical_warning":0,"percentage_used":7)"), ID::RATED_ENDURANCE_PERCENT),
               "7");

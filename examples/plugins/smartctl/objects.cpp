@@ -39,6 +39,7 @@ constexpr auto SERIAL_NUMBER = Describe(ID::SERIAL_NUMBER, 23320, Type::STRING);
 constexpr auto FIRMWARE_VERSION = Describe(ID::FIRMWARE_VERSION, 23287, Type::STRING);
 constexpr auto MEDIA_TYPE = Describe(ID::MEDIA_TYPE, 23296, Type::CHOICE);
 constexpr auto SIZE = Describe(ID::PHYSICAL_SIZE, 23304, Type::FLOAT);
+constexpr auto BLOCK_SIZE = Describe(ID::BLOCK_SIZE, 23278, Type::LONG);
 constexpr auto BYTES_WRITTEN = Describe(ID::BYTES_WRITTEN, 23279, Type::FLOAT);
 constexpr auto RPM = Describe(ID::RPM, 23316, Type::LONG);
 constexpr auto LIFETIME = Describe(ID::ESTIMATED_LIFETIME, 23286, Type::LONG);
@@ -149,6 +150,9 @@ PI::CObject MakeDrive(const Drive& drive, std::uint64_t adapterID, ObjectIDs& id
     }
     if (report.GetCapacity() != 0) {
         AddCapacity(object, DriveRow::SIZE, report.GetCapacity());
+    }
+    if (report.GetBlockSize() != 0) {
+        AddNumber(object, DriveRow::BLOCK_SIZE, report.GetBlockSize());
     }
     if (report.GetRPM() != 0) {
         AddNumber(object, DriveRow::RPM, report.GetRPM());
