@@ -11,7 +11,7 @@ DESTRUCTOR_VARIANTS = ("D1", "D2")
 
 
 def declared_symbols(compiler, headers, include_folders, names):
-    """The mangled names, and the number of declarations that bear the export attribute.
+    """The mangled names, and the number of declarations that are written with the export attribute.
 
     names: parts of qualified names that select the declarations to look at."""
     command = [compiler, "-std=c++17", "-x", "c++", "-", "-fsyntax-only", "-Xclang", "-ast-dump=json"]
@@ -42,6 +42,12 @@ def is_marked(declaration):
     return any(child["kind"] == "VisibilityAttr" and not child.get("implicit") for child in children(declaration))
 
 
+def is_written(declaration):
+    """Whether the attribute is written here, not inherited from an earlier declaration."""
+    return any(child["kind"] == "VisibilityAttr" and not child.get("implicit") and not child.get("inherited")
+               for child in children(declaration))
+
+
 def has_body(declaration):
     return any(child["kind"] in ("CompoundStmt", "CXXTryStmt") for child in children(declaration))
 
@@ -54,7 +60,7 @@ def is_compiled_into_its_users(declaration):
 
 def collect(declaration, symbols, marked):
     kind = declaration["kind"]
-    if is_marked(declaration):
+    if is_written(declaration):
         marked[declaration["id"]] = declaration.get("name")
     if kind in ("NamespaceDecl", "LinkageSpecDecl"):
         for child in children(declaration):
@@ -71,7 +77,11 @@ def collect_class(declaration, exported, symbols, marked):
         kind = member["kind"]
         if kind == "CXXRecordDecl" and member.get("completeDefinition") and not member.get("isImplicit"):
             # A nested class is as visible as the one around it.
+            if is_written(member):
+                marked[member["id"]] = member["name"]
             collect_class(member, exported or is_marked(member), symbols, marked)
+        elif kind == "FriendDecl":
+            marked.update((friend["id"], friend.get("name")) for friend in children(member) if is_written(friend))
         elif kind == "FunctionTemplateDecl":
             for instance in children(member):
                 # Instances that the headers declare extern bear the attribute of their own.
