@@ -1,19 +1,14 @@
 # SPDX-License-Identifier: Apache-2.0
 
-"""pages.py FOLDER: writes what Doxygen reads beside the headers, and the menu.
-
-FOLDER/pages takes a page for each table, the guides and the main page, FOLDER/images the images in them,
-FOLDER/layout.xml the menu. FOLDER/inputs lists all that Doxygen reads."""
+"""pages.py FOLDER DOCUMENT...: writes what Doxygen reads beside the headers: a page for each document, and one for each
+table of the library's lists."""
 import html
 import pathlib
 import re
-import shutil
 import sys
 
 import guides
 import lists
-
-HERE = pathlib.Path(__file__).resolve().parent
 
 VOCABULARY_COLUMNS = ("Number", "Constant", "Name")
 SSD_COLUMNS = ("Vendor", "Model", "Characters compared", "Endurance in TB")
@@ -82,15 +77,6 @@ TABLES = (
      "The categories that a ::VELKTrace has a tag and a logger of its own for."),
 )
 
-GROUP = re.compile(r"@defgroup (\w+) (.+)\n(@ingroup \w+\n)?@brief (.+)\n")
-
-
-def find_groups():
-    """Name, title and purpose of each subject of the reference that is no part of another, as groups.dox has them."""
-    text = (HERE / "groups.dox").read_text(encoding="utf-8")
-    return [(name, title, purpose) for name, title, parent, purpose in GROUP.findall(text) if not parent]
-
-
 def table_rows(source):
     if source.endswith(".tsv"):
         return lists.read_meanings(source)
@@ -135,66 +121,18 @@ def table_page(page, source, title, columns, key, text):
     return "\n".join(lines + ["</tbody>", "</table>", '<script src="tables.js"></script>', "@endhtmlonly", ""])
 
 
-def menu(manual, project):
-    def entry(page, title):
-        return f'      <tab type="user" url="@ref {page}" title="{html.escape(title)}"/>'
-
-    def entries(title, place, items):
-        return [f'    <tab type="usergroup" url="index.html#{place}" title="{title}">', *items, "    </tab>"]
-
-    return "\n".join([
-        *entries("Guides", "guides", [entry(guide.page, guide.plain_title()) for guide in manual]),
-        *entries("Reference", "reference", [entry(group, title) for group, title, _ in find_groups()]),
-        *entries("Tables", "tables", [entry(table[0], table[2]) for table in TABLES]),
-        '    <tab type="classlist" visible="yes" title="Classes"/>',
-        '    <tab type="filelist" visible="yes" title="Headers"/>',
-        *entries("Project", "project", [entry(guide.page, guide.plain_title()) for guide in project])])
-
-
-def filled(name, **marks):
-    """A file of this folder with its marks replaced."""
-    text = (HERE / name).read_text(encoding="utf-8")
-    for mark, value in marks.items():
-        text = text.replace(f"@{mark}@", value)
-    return text
-
-
-def main_page(manual, project):
-    def items(entries):
-        return "\n".join(f"- {entry}" for entry in entries)
-
-    return filled(
-        "main_page.md",
-        guides=items(f"[{guide.title}]({guide.page}.html)" for guide in manual),
-        groups=items(f"@ref {group} \u2013 {purpose}" for group, _, purpose in find_groups()),
-        tables=items(f"@ref {table[0]}, {len(table_rows(table[1]))} rows" for table in TABLES),
-        project=items(f"[{guide.title}]({guide.page}.html)" for guide in project))
-
-
-def inputs(pages):
-    """All headers that are installed, and what is made here. Headers that hold macros only are no part of the interface."""
-    patterns = ("include/**/*.h", "base/*/include/**/*.h", "exchange/include/**/*.h")
-    headers = [path for pattern in patterns for path in lists.ROOT.glob(pattern)
-               if not path.name.endswith("_macros.h")]
-    return sorted(headers) + [HERE / "groups.dox"] + sorted(pages.iterdir())
-
-
 def main():
-    folder = pathlib.Path(sys.argv[1])
-    pages = folder / "pages"
+    pages = pathlib.Path(sys.argv[1])
     pages.mkdir(parents=True)
-    manual, project = guides.find_guides(lists.ROOT)
-    (folder / "images").mkdir()
-    for guide in manual + project:
-        text, images = guides.site_text(guide, manual + project, lists.ROOT)
-        (pages / f"{guide.page}.md").write_text(text, encoding="utf-8")
-        for image in images:
-            shutil.copy(lists.ROOT / image, folder / "images")
+    for path in sys.argv[2:]:
+        text = pathlib.Path(path).read_text(encoding="utf-8")
+        (pages / f"{guides.page_of(path)}.markdown").write_text(guides.document(path, text), encoding="utf-8")
     for table in TABLES:
-        (pages / f"{table[0]}.md").write_text(table_page(*table), encoding="utf-8")
-    (pages / "main_page.md").write_text(main_page(manual, project), encoding="utf-8")
-    (folder / "inputs").write_text("".join(f'INPUT += "{path}"\n' for path in inputs(pages)), encoding="utf-8")
-    (folder / "layout.xml").write_text(filled("layout.xml", menu=menu(manual, project)), encoding="utf-8")
+        (pages / f"{table[0]}.markdown").write_text(table_page(*table), encoding="utf-8")
+    index = "".join(f"- @subpage {page}\n" for page, *_ in TABLES)
+    (pages / "tables.markdown").write_text(
+        "# Tables {#tables}\n\nEach is made from the list that the library itself is compiled from, and has a field that narrows it "
+        f"down. A row has an address of its own: [event 10057](table_event_ids.html#10057).\n\n{index}", encoding="utf-8")
 
 
 if __name__ == "__main__":

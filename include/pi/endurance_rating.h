@@ -78,7 +78,9 @@ public:
     std::string GetText() const;
 
 private:
+    /// @cond
     friend PI_API CEnduranceRating FindEnduranceRating(std::string_view modelText) noexcept;
+    /// @endcond
 
     std::uint32_t m_Row = 0;  ///< of the library's table, counted from 1
     [[maybe_unused]] std::uint32_t m_Reserved[3] = {};

@@ -38,12 +38,11 @@ public:
     /// Copies a description's fields into a property; m_Attribute5, m_Format and all data stay as they are.
     static void GenerateCProperty(const _PROPERTY_DESCRIPTION& description, CProperty& property);
 
-    /// @{
     /// The first property of an object that has an identifier, or null. It belongs to the object and is valid
     /// until the object's list of properties is changed.
     static CProperty* FindProperty(CObject& object, _PROPERTY_ID id);
+    /// The same of an object that may not be changed.
     static const CProperty* FindProperty(const CObject& object, _PROPERTY_ID id);
-    /// @}
 
     /// The value of a property in words, the same in every locale: "447.1 GiB", "RAID5", "5 (0 to 10)".
     ///

@@ -32,8 +32,8 @@ public:
     /// @param number   printed in the line's prefix
     /// @param name     printed in the line's prefix, not null
     /// @param category selects tag and logger
-    /// @param format   text with printf-like ("%d", "%-5s") or numbered ("%1%") placeholders, not null.
-    ///                 Without arguments it is the message as it stands, "%%" included.
+    /// @param format   text with printf-like ("%5d", "%-5s") or numbered ("%1%") placeholders, not null.
+    ///                 Without arguments it is the message as it is, "%%" included.
     /// @throws an exception derived from std::exception when the format text is malformed, std::logic_error
     ///         when the name is null
     VELKTrace(int number, const char* name, int category, const char* format);
@@ -80,8 +80,10 @@ private:
     std::string m_Message;
 };
 
+/// @cond
 extern template PI_API VELKTrace& VELKTrace::operator<< <std::string>(std::string value);
 extern template PI_API VELKTrace& VELKTrace::operator<< <PI::_PROPERTY_TYPE>(PI::_PROPERTY_TYPE value);
+/// @endcond
 
 namespace PI {
 using ::VELKTrace;  ///< the trace under the name that plug-ins know it by

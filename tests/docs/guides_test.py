@@ -9,7 +9,6 @@ import sys
 import unittest
 
 PROJECT = pathlib.Path(sys.argv[1])
-GUIDES = ["configuration-documents", "drive-knowledge", "events", "exchange", "getting-started", "tracing", "writing-a-plugin"]
 
 
 def read(path):
@@ -91,27 +90,6 @@ class Tables(unittest.TestCase):
                 else:
                     self.assertEqual(row["reckoning"], "")
                     self.assertIn(row["basis"], ("given", "sourced", "assumed"))
-
-
-class Texts(unittest.TestCase):
-    def test_links_lead_to_files_and_headings(self):
-        for guide in GUIDES:
-            for target in re.findall(r"\]\(([^)]+)\)", read(f"docs/{guide}.md")):
-                path, _, heading = target.partition("#")
-                file = PROJECT / "docs" / path if path else PROJECT / "docs" / f"{guide}.md"
-                with self.subTest(guide=guide, target=target):
-                    self.assertTrue(file.is_file())
-                    if heading:
-                        headings = re.findall(r"(?m)^#+ (.*)$", file.read_text(encoding="utf-8"))
-                        self.assertIn(heading, [re.sub(r"[^\w -]", "", text.lower()).replace(" ", "-")
-                                                for text in headings])
-
-    def test_each_begins_with_its_only_title(self):
-        for guide in GUIDES:
-            text = re.sub(r"(?ms)^```.*?^```$", "", read(f"docs/{guide}.md"))
-            with self.subTest(guide=guide):
-                self.assertTrue(text.startswith("# "))
-                self.assertEqual(len(re.findall(r"(?m)^# ", text)), 1)
 
 
 if __name__ == "__main__":

@@ -26,6 +26,10 @@ namespace PI {
 /// @addtogroup exchange
 /// @{
 
+/// The state of a drive, the reasons for it and all figures, unknown ones included; otherwise as a record
+/// below. It is not read back.
+PI_API std::string ToJson(const CDriveHealth& health);
+
 /// @{
 /// A record as JSON: one object in UTF-8, on one line without a line break at its end, so that a file with
 /// one of them a line is a list of records.
@@ -45,10 +49,6 @@ PI_API std::string ToJson(const CLevel& level);
 PI_API std::string ToJson(const CPartition& partition);
 PI_API std::string ToJson(const CMigration& migration);
 /// @}
-
-/// The state of a drive, the reasons for it and all figures, unknown ones included; otherwise as above. It is
-/// not read back.
-PI_API std::string ToJson(const CDriveHealth& health);
 
 /// @{
 /// Reads what ToJson wrote, or another program by the same rules.

@@ -40,9 +40,9 @@ public:
     /// @{
     _DRIVE_PROTOCOL GetProtocol() const noexcept;         ///< UNKNOWN where the report does not say
     const std::string& GetDevice() const noexcept;        ///< such as "/dev/sda"; text reports do not say
-    const std::string& GetModel() const noexcept;         ///< as reported
-    const std::string& GetSerialNumber() const noexcept;  ///< as reported
-    const std::string& GetFirmware() const noexcept;      ///< as reported
+    const std::string& GetModel() const noexcept;         ///< the model as reported
+    const std::string& GetSerialNumber() const noexcept;  ///< the serial number as reported
+    const std::string& GetFirmware() const noexcept;      ///< the firmware as reported
 
     /// From the model as CPluginHelper::SplitSATAModelName splits it; where that names no vendor, by a table
     /// of this library. Empty when neither knows. SCSI drives report vendor and product apart.
