@@ -35,20 +35,6 @@ std::string ValueOf(const PI::CObject& object, PI::_PROPERTY_ID id) {
     return property == nullptr ? "" : CPluginHelper::StringifyProperty(*property);
 }
 
-std::string Heading(const PI::CObject& object) {
-    const std::string id = std::to_string(object.m_ObjectID);
-    std::string kind = "Object " + id + " of type " + std::to_string(object.m_ObjectType);
-    if (CPluginHelper::IsAdapterType(object.m_ObjectType)) {
-        const std::string number = ValueOf(object, PI::PropertyID::ADAPTER_NUMBER);
-        kind = "Adapter " + (number.empty() ? "without a number" : number);
-    } else if (object.m_ObjectType == LOGICAL_DRIVE) {
-        kind = "Logical drive " + id;
-    } else if (object.m_ObjectType == PHYSICAL_DRIVE) {
-        kind = "Physical drive " + id;
-    }
-    return kind + ": " + ValueOf(object, PI::PropertyID::NAME) + IconText(object);
-}
-
 class Tree {
 public:
     explicit Tree(const std::vector<PI::CObject>& objects) {
@@ -84,7 +70,7 @@ private:
         if (!m_Printed.insert(&object).second) {
             return;
         }
-        Line(depth, Heading(object));
+        Line(depth, ObjectHeading(object));
         for (const PI::CProperty& property : object.m_Properties) {
             if (property.m_ID != PI::PropertyID::NAME) {
                 Line(depth + 1, PI::PropertyIDToString(property.m_ID) + ": " +
@@ -108,21 +94,22 @@ private:
 
 }  // namespace
 
-std::string InventoryText(const std::vector<PI::CObject>& objects) {
-    return Tree(objects).m_Text;
+std::string ObjectHeading(const PI::CObject& object) {
+    const std::string id = std::to_string(object.m_ObjectID);
+    std::string kind = "Object " + id + " of type " + std::to_string(object.m_ObjectType);
+    if (CPluginHelper::IsAdapterType(object.m_ObjectType)) {
+        const std::string number = ValueOf(object, PI::PropertyID::ADAPTER_NUMBER);
+        kind = "Adapter " + (number.empty() ? "without a number" : number);
+    } else if (object.m_ObjectType == LOGICAL_DRIVE) {
+        kind = "Logical drive " + id;
+    } else if (object.m_ObjectType == PHYSICAL_DRIVE) {
+        kind = "Physical drive " + id;
+    }
+    return kind + ": " + ValueOf(object, PI::PropertyID::NAME) + IconText(object);
 }
 
-std::string EventsText(std::vector<PI::CEvent>& events) {
-    std::string text;
-    for (PI::CEvent& event : events) {
-        const int id = static_cast<int>(event.m_EventID);
-        const std::string& name = PI::EventIDToString(id);
-        text += std::string(INDENT, ' ') + "Event " + (name.empty() ? std::to_string(id) : name) + "\n";
-        for (const auto& [key, value] : CPluginHelper::StringifyEventMessage(event)) {
-            text += std::string(2 * INDENT, ' ') + PrintableText(key + ": " + value) + "\n";
-        }
-    }
-    return text;
+std::string InventoryText(const std::vector<PI::CObject>& objects) {
+    return Tree(objects).m_Text;
 }
 
 }  // namespace service

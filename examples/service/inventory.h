@@ -13,7 +13,7 @@ namespace service {
 /// A plug-in's objects as an indented tree: what is part of an object stands below it.
 std::string InventoryText(const std::vector<PI::CObject>& objects);
 
-/// A plug-in's events, rendered.
-std::string EventsText(std::vector<PI::CEvent>& events);
+/// An object in one line: "Logical drive 2: md0 (raid_ok_no.gif)".
+std::string ObjectHeading(const PI::CObject& object);
 
 }  // namespace service

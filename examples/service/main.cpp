@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // Loads plug-ins, and prints what they report or has them carry out an operation.
-#include <signal.h>
 #include <velkx/language_support.h>
 
 #include <algorithm>
@@ -12,6 +11,9 @@
 #include <utility>
 #include <vector>
 
+#include "changes.h"
+#include "end_request.h"
+#include "event_text.h"
 #include "execution.h"
 #include "inventory.h"
 #include "isolated_plugin.h"
@@ -87,34 +89,69 @@ void Configure(const Plugins& plugins, const service::Setting& setting, bool& an
     }
 }
 
-void Report(service::Worker& plugin, bool& anyError) {
-    std::vector<std::string> errors;
-    std::vector<PI::CObject> objects = plugin.GetObjects(errors);
-    std::vector<PI::CEvent> events = plugin.GetEvents(errors);
-    Print("Plug-in " + service::PrintableText(plugin.Name()) + "\n");
-    Print(service::InventoryText(objects));
-    Print(service::EventsText(events));
-    for (const std::string& error : errors) {
-        Complain(plugin.Name() + ": " + error);
-        anyError = true;
-    }
+/// What has been printed of a plug-in.
+struct Printed {
+    bool m_IsFirst = true;
+    std::vector<PI::CObject> m_Objects;
+    std::vector<std::string> m_Errors;
+};
+
+std::string ReportText(const std::string& plugin, const std::vector<PI::CObject>& objects,
+                       const std::vector<PI::CEvent>& events, const Printed& printed,
+                       const std::vector<service::Language>& languages) {
+    const std::string text = (printed.m_IsFirst ? service::InventoryText(objects)
+                                                : service::ChangesText(printed.m_Objects, objects)) +
+                             service::EventsText(events, languages);
+    return printed.m_IsFirst || !text.empty() ? "Plug-in " + service::PrintableText(plugin) + "\n" + text
+                                              : "";
 }
 
-volatile sig_atomic_t endIsAsked = 0;
+/// Looks at what a plug-in manages, and prints what is new.
+/// @return whether there was no error
+bool Report(service::Worker& plugin, const service::Options& options,
+            const std::vector<service::Language>& languages, Printed& printed) {
+    std::vector<std::string> errors;
+    std::vector<PI::CObject> objects = plugin.GetObjects(errors);
+    const std::vector<PI::CEvent> events = plugin.GetEvents(errors);
+    if (!errors.empty()) {
+        service::KeepMissing(printed.m_Objects, objects);
+    }
+    Print(options.m_PrintJson ? service::ChangesJson(plugin.Name(), printed.m_Objects, objects) +
+                                    service::EventsJson(plugin.Name(), events)
+                              : ReportText(plugin.Name(), objects, events, printed, languages));
+    if (errors != printed.m_Errors) {
+        for (const std::string& error : errors) {
+            Complain(plugin.Name() + ": " + error);
+        }
+    }
+    const bool isGood = errors.empty();
+    printed = {false, std::move(objects), std::move(errors)};
+    return isGood;
+}
 
-/// Prints what becomes of an operation, a line for each change. The first signal asks to end it early, a
-/// second one ends the host.
+/// Once, or until the end is asked for.
+bool Watch(const Plugins& plugins, const service::Options& options,
+           const std::vector<service::Language>& languages) {
+    bool isGood = true;
+    std::vector<Printed> printed(plugins.size());
+    do {
+        for (std::size_t i = 0; i < plugins.size(); ++i) {
+            isGood = Report(*plugins[i], options, languages, printed[i]) && isGood;
+        }
+        if (std::fflush(stdout) != 0) {
+            throw std::runtime_error("the output cannot be written");
+        }
+    } while (options.m_WatchInterval.has_value() && !service::WaitForEnd(*options.m_WatchInterval));
+    return isGood;
+}
+
+/// Prints what becomes of an operation, a line for each change.
 bool Execute(const Plugins& plugins, const service::Request& request) {
     const auto plugin = std::find_if(plugins.begin(), plugins.end(),
                                      [&](const auto& each) { return each->Name() == request.m_Plugin; });
     if (plugin == plugins.end()) {
         throw std::runtime_error("there is no plug-in " + request.m_Plugin);
     }
-    struct sigaction ask = {};
-    ask.sa_handler = [](int) { endIsAsked = 1; };
-    ask.sa_flags = static_cast<int>(SA_RESETHAND);
-    sigaction(SIGINT, &ask, nullptr);
-    sigaction(SIGTERM, &ask, nullptr);
     std::string printed;
     const auto report = [&printed](const PI::CTask& task) {
         // Not each second that less remains.
@@ -124,7 +161,7 @@ bool Execute(const Plugins& plugins, const service::Request& request) {
             Print(service::PrintableText(service::TaskText(task)) + "\n");
             std::fflush(stdout);
         }
-        return endIsAsked == 0;
+        return !service::IsEndAsked();
     };
     try {
         return service::Execute(**plugin, request, report);
@@ -138,16 +175,22 @@ int Run(const service::Options& options) {
     if (!difference.empty()) {
         throw std::runtime_error("the service does not fit the library that it has got: " + difference);
     }
-    CLanguageSupport::LoadFile(
-        options.m_LanguageFile.empty()
-            ? std::filesystem::read_symlink("/proc/self/exe").replace_filename("strings.en.xml")
-            : options.m_LanguageFile);
+    std::vector<std::filesystem::path> languageFiles = options.m_LanguageFiles;
+    if (languageFiles.empty()) {
+        languageFiles.push_back(
+            std::filesystem::read_symlink("/proc/self/exe").replace_filename("strings.en.xml"));
+    }
+    const std::vector<service::Language> languages = service::LoadLanguages(languageFiles);
+    CLanguageSupport::LoadFile(languageFiles.front());  // for plug-ins that read texts
     for (const int category : options.m_TraceCategories) {
         service::WriteTraces(category, options.m_TraceFolder, options.m_IsolatedPlugin.stem());
     }
     if (!options.m_IsolatedPlugin.empty()) {
         service::ServePlugin(options.m_IsolatedPlugin, options.m_MemoryLimitMB);
         return EXIT_OK;
+    }
+    if (options.m_Request.has_value() || options.m_WatchInterval.has_value()) {
+        service::ListenForEnd();
     }
     bool anyError = false;
     const auto plugins = LoadPlugins(options, anyError);
@@ -157,9 +200,7 @@ int Run(const service::Options& options) {
     if (options.m_Request.has_value()) {
         anyError = !Execute(plugins, *options.m_Request) || anyError;
     } else {
-        for (const auto& plugin : plugins) {
-            Report(*plugin, anyError);
-        }
+        anyError = !Watch(plugins, options, languages) || anyError;
     }
     if (std::fflush(stdout) != 0) {
         throw std::runtime_error("the output cannot be written");

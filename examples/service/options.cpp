@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <charconv>
 #include <climits>
+#include <cmath>
 #include <stdexcept>
 #include <string_view>
 
@@ -67,6 +68,15 @@ unsigned ParseLimit(const std::string& text) {
     return limit;
 }
 
+std::chrono::milliseconds ParseInterval(const std::string& text) {
+    double seconds = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+    if (error != std::errc() || end != text.data() + text.size() || !(seconds >= 0.001 && seconds <= 86400)) {
+        throw std::invalid_argument("\"" + text + "\" is no number of seconds from 0.001 to 86400");
+    }
+    return std::chrono::milliseconds(std::lround(seconds * 1000));
+}
+
 int ParseCategory(const std::string& text) {
     int category = -1;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), category);
@@ -86,7 +96,13 @@ const char* const USAGE =
     "  -t, --trace CATEGORY        write the traces of a category to trace-CATEGORY.log; may be repeated\n"
     "                              (275: plug-ins, 276: their details, 3: estimates of time remaining)\n"
     "  -d, --trace-folder FOLDER   where trace files go (the current folder)\n"
-    "  -l, --language FILE         texts of the events (strings.en.xml beside the program)\n"
+    "  -l, --language FILE         texts of the events (strings.en.xml beside the program); may be repeated\n"
+    "  -j, --json                  print lines of JSON: {\"plugin\":NAME,\"object\":OBJECT}, the same with "
+    "an\n"
+    "                              event, or with the identifier of an object that is \"gone\"\n"
+    "  -w, --watch[=SECONDS]       go on until SIGINT or SIGTERM, and print what changes, looking every 10 "
+    "seconds\n"
+    "                              or as often as is said\n"
     "  -a, --allow-changes         let operations be carried out; without it nothing is changed on this "
     "machine\n"
     "  -x, --execute PLUGIN:OBJECT:OPERATION[:NAME=VALUE]...\n"
@@ -111,6 +127,8 @@ Options ParseOptions(int argc, char** argv) {
         {"language", required_argument, nullptr, 'l'},
         {"allow-changes", no_argument, nullptr, 'a'},
         {"execute", required_argument, nullptr, 'x'},
+        {"json", no_argument, nullptr, 'j'},
+        {"watch", optional_argument, nullptr, 'w'},
         {"isolate", no_argument, nullptr, 'i'},
         {"time-limit", required_argument, nullptr, TIME_LIMIT},
         {"memory-limit", required_argument, nullptr, MEMORY_LIMIT},
@@ -122,7 +140,8 @@ Options ParseOptions(int argc, char** argv) {
     options.m_Arguments.assign(argv, argv + argc);
     opterr = 0;
     // NOLINTNEXTLINE(concurrency-mt-unsafe): before any thread starts
-    for (int option = 0; (option = getopt_long(argc, argv, ":s:t:d:l:ax:ih", LONG_OPTIONS, nullptr)) != -1;) {
+    for (int option = 0;
+         (option = getopt_long(argc, argv, ":s:t:d:l:jw::ax:ih", LONG_OPTIONS, nullptr)) != -1;) {
         switch (option) {
             case 's': options.m_Settings.push_back(ParseSetting(optarg)); break;
             case 't': {
@@ -134,7 +153,9 @@ Options ParseOptions(int argc, char** argv) {
                 break;
             }
             case 'd': options.m_TraceFolder = optarg; break;
-            case 'l': options.m_LanguageFile = optarg; break;
+            case 'l': options.m_LanguageFiles.emplace_back(optarg); break;
+            case 'j': options.m_PrintJson = true; break;
+            case 'w': options.m_WatchInterval = ParseInterval(optarg == nullptr ? "10" : optarg); break;
             case 'a': options.m_AllowChanges = true; break;
             case 'x': options.m_Request = ParseRequest(optarg); break;
             case 'i': options.m_Isolate = true; break;

@@ -34,9 +34,11 @@ struct Options {
     std::vector<Setting> m_Settings;
     std::vector<int> m_TraceCategories;  ///< each once
     std::filesystem::path m_TraceFolder = ".";
-    std::filesystem::path m_LanguageFile;  ///< empty: the one beside the program
+    std::vector<std::filesystem::path> m_LanguageFiles;  ///< none: the one beside the program
     bool m_AllowChanges = false;
     std::optional<Request> m_Request;  ///< only where changes are allowed
+    bool m_PrintJson = false;
+    std::optional<std::chrono::milliseconds> m_WatchInterval;  ///< go on, and print changes
     bool m_Isolate = false;
     std::chrono::milliseconds m_TimeLimit{60000};  ///< of a call into an isolated plug-in
     std::size_t m_MemoryLimitMB = 1024;            ///< of an isolated plug-in

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <gmock/gmock.h>
+#include <pi/exchange/model_json.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -140,6 +141,74 @@ TEST(Host, TracesOfBothPluginsArriveInItsLoggers) {
                                       "[smartctl][502]event PD_WEAR_LEVEL_COUNT_ABOVE_THRESHOLD",
                                       "[smartctl][502]event SMART_WARNING"));
     EXPECT_FALSE(fs::exists(traces.Path() / "trace-276.log"));
+}
+
+class Isolation : public testing::TestWithParam<bool> {
+protected:
+    static std::vector<std::string> Options() {
+        return GetParam() ? std::vector<std::string>{"--isolate"} : std::vector<std::string>{};
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Host, Isolation, testing::Bool(),
+                         [](const auto& instance) { return instance.param ? "Isolated" : "InProcess"; });
+
+TEST(Host, PrintsTheInventoryAsJson) {
+    const Outcome outcome = RunHost(
+        {PLUGIN_FOLDER, "--json", "--set", "mdraid.root=degraded", "--set", "smartctl.folder=drives"});
+    EXPECT_EQ(outcome.m_Status, 0);
+    int objects = 0;
+    int events = 0;
+    for (const std::string& line : Lines(outcome.m_Output)) {
+        const std::size_t record = line.find("{\"record\"");
+        ASSERT_NE(record, std::string::npos) << line;
+        const std::string json = line.substr(record, line.size() - record - 1);
+        PI::CObject object;
+        PI::CEvent event;
+        std::string reason;
+        objects += PI::FromJson(json, object, reason) ? 1 : 0;
+        events += PI::FromJson(json, event, reason) ? 1 : 0;
+        EXPECT_THAT(line, testing::AnyOf(testing::StartsWith("{\"plugin\":\"mdraid\",\""),
+                                         testing::StartsWith("{\"plugin\":\"smartctl\",\"")));
+    }
+    EXPECT_GT(objects, 10);
+    EXPECT_GT(events, 2);
+    EXPECT_EQ(objects + events, static_cast<int>(Lines(outcome.m_Output).size()));
+}
+
+TEST_P(Isolation, WatchPrintsWhatChangesUntilItIsAskedToEnd) {
+    const TemporaryFolder folder;
+    const std::string head = "md0 : active raid1 sdb[1] sda[0]\n      64 blocks ";
+    const std::string tail = "\n\nunused devices: <none>\n";
+    folder.Write("proc/mdstat", head + "[2/2] [UU]" + tail);
+    folder.Write("next", head + "[2/1] [U_]" + tail);
+    const PluginFolder plugins({MDRAID});
+    const std::string options = GetParam() ? " --isolate" : "";
+    // Each step waits for the output of the one before.
+    const Outcome outcome =
+        RunProgram({"/bin/sh", "-c",
+                    "'" HOST "' --watch=0.01" + options + " --set mdraid.root=. " + plugins.Path() +
+                        " >output 2>errors & host=$!\n"
+                        "until grep -q 'Physical drive' output; do sleep 0.01; done\n"
+                        "mv next proc/mdstat\n"
+                        "until grep -q 'Description' output; do sleep 0.01; done\n"
+                        "mv proc/mdstat next\n"
+                        "until grep -q 'No such file' errors; do sleep 0.01; done\n"
+                        "mv next proc/mdstat\n"
+                        "kill -TERM $host; wait $host"},
+                   folder.Path());
+    EXPECT_EQ(outcome.m_Status, 1);  // there was an error
+    EXPECT_EQ(ReadFile(folder.Path() / "errors"),
+              "service: mdraid: ./proc/mdstat: No such file or directory\n");
+    const std::string output = ReadFile(folder.Path() / "output");
+    EXPECT_THAT(output, testing::HasSubstr("\nPlug-in mdraid\n"
+                                           "  Adapter 0: Linux software RAID (adapter_warn_no.gif)\n"
+                                           "    STATUS: OK -> WARNING\n"
+                                           "  Logical drive 2: md0 (raid_warn_no.gif)\n"));
+    EXPECT_THAT(output, testing::HasSubstr("    STATUS: OPERATIONAL -> DEGRADED\n"));
+    EXPECT_THAT(output, testing::HasSubstr("  Event LOGICALDRIVE_DEGRADED\n"));
+    EXPECT_THAT(output, testing::HasSubstr("    STATUS: WARNING -> UNKNOWN\n"));
+    EXPECT_THAT(output, testing::Not(testing::HasSubstr(" is gone\n")));
 }
 
 TEST(Host, WithoutTraceOptionWritesNoFile) {
@@ -294,16 +363,6 @@ TEST(Host, PluginThatDoesNotSayHowItWasBuiltIsTakenAsBeforeThereWasACheck) {
     EXPECT_EQ(outcome.m_Output.substr(0, 12), "Plug-in bad\n");
 }
 
-class Isolation : public testing::TestWithParam<bool> {
-protected:
-    static std::vector<std::string> Options() {
-        return GetParam() ? std::vector<std::string>{"--isolate"} : std::vector<std::string>{};
-    }
-};
-
-INSTANTIATE_TEST_SUITE_P(Host, Isolation, testing::Bool(),
-                         [](const auto& instance) { return instance.param ? "Isolated" : "InProcess"; });
-
 TEST_P(Isolation, FileThatIsNoLibraryGetsOneLine) {
     const PluginFolder plugins({});
     const std::string whole = ReadFile(MDRAID);
@@ -455,6 +514,10 @@ TEST(Host, MissingFolderOrLanguageFileIsAnError) {
     EXPECT_EQ(RunHost({"nowhere"}).m_Errors, "service: nowhere: No such file or directory\n");
     EXPECT_EQ(RunHost({"nowhere"}).m_Status, 1);
     EXPECT_EQ(RunHost({PLUGIN_FOLDER, "-l", "nowhere.xml"}).m_Status, 1);
+    const TemporaryFolder folder;
+    ASSERT_EQ(mkfifo((folder.Path() / "pipe.xml").c_str(), 0600), 0);
+    EXPECT_EQ(RunHost({PLUGIN_FOLDER, "-l", "pipe.xml"}, folder.Path()).m_Errors,
+              "service: pipe.xml: is no file\n");
 }
 
 TEST(MdraidPlugin, ReportsWhatChangesBetweenTwoPolls) {

@@ -2,14 +2,20 @@
 // Pieces of the host.
 #include <getopt.h>
 #include <gmock/gmock.h>
+#include <pi/exchange/model_json.h>
+#include <pi/object_builder.h>
 #include <pi/pi.h>
 
 #include <algorithm>
+#include <chrono>
 #include <set>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "changes.h"
+#include "event_text.h"
 #include "inventory.h"
 #include "options.h"
 #include "plugin_interface.h"
@@ -21,6 +27,7 @@ namespace {
 
 using service::Options;
 using service::PrintableText;
+using std::chrono::milliseconds;
 using testing::ElementsAre;
 
 TEST(PrintableText, KeepsTextOfAllLanguages) {
@@ -101,9 +108,85 @@ TEST(Events, AreRenderedWholeAndWithoutControlCharacters) {
     std::vector<PI::CEvent> events(1);
     events[0].m_EventID = 99;
     events[0].m_Source = "a\x1Bz";
-    EXPECT_THAT(service::EventsText(events),
+    EXPECT_THAT(service::EventsText(events, {{"en.xml", {}}}),
                 testing::StartsWith(
                     "  Event 99\n    EventID: 99\n    Host: localhost\n    Source: a?z\n    Timestamp: 0\n"));
+}
+
+TEST(Events, AreDescribedInEachLanguage) {
+    const PI::Test::TemporaryFolder folder;
+    folder.Write("strings.en.xml",
+                 "<Strings language=\"en\"><String id=\"10078\">%1 is degraded</String>"
+                 "<String id=\"10079\">%1 failed</String></Strings>");
+    folder.Write("strings.de.xml",
+                 "<Strings language=\"de\"><String id=\"10079\">%1 ist ausgefallen</String></Strings>");
+    const auto languages =
+        service::LoadLanguages({folder.Path() / "strings.en.xml", folder.Path() / "strings.de.xml"});
+    std::vector<PI::CEvent> events(3);
+    events[0].m_EventID = PI::EventID::LOGICALDRIVE_FAILED;
+    events[1].m_EventID = PI::EventID::LOGICALDRIVE_DEGRADED;
+    events[2].m_EventID = PI::EventID::REBUILD_STARTED;
+    std::vector<std::string> descriptions;
+    for (PI::CEvent& event : events) {
+        event.SetPlaceHolder1("md0");
+    }
+    std::istringstream lines(service::EventsText(events, languages));
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find("Description") != std::string::npos) {
+            descriptions.push_back(line);
+        }
+    }
+    EXPECT_THAT(
+        descriptions,
+        ElementsAre("    Description: md0 failed", "    Description (strings.de.xml): md0 ist ausgefallen",
+                    "    Description: md0 is degraded", "    Description (strings.de.xml): md0 is degraded",
+                    "    Description: REBUILD_STARTED: md0",
+                    "    Description (strings.de.xml): REBUILD_STARTED: md0"));
+}
+
+TEST(Changes, AreListedByObject) {
+    const std::vector<PI::CObject> before = {MakeObject(1, PHYSICAL_DRIVE, "same", {}),
+                                             MakeObject(2, PHYSICAL_DRIVE, "old name", {}),
+                                             MakeObject(3, PHYSICAL_DRIVE, "lost", {})};
+    std::vector<PI::CObject> now = {MakeObject(4, PHYSICAL_DRIVE, "more", {}),
+                                    MakeObject(2, PHYSICAL_DRIVE, "new name", {}),
+                                    MakeObject(1, PHYSICAL_DRIVE, "same", {})};
+    now[1].m_Properties.emplace_back(PI::PropertyID::STATUS, false).SetValue(true);
+    PI::ObjectBuilder::AddOperation(now[1], PI::OperationID::START_CHECK, 1);
+    PI::ObjectBuilder::AddOperation(now[1], PI::OperationID::START_VERIFY, 1);
+    EXPECT_EQ(service::ChangesText(before, now),
+              "  Physical drive 4: more is new\n"
+              "    NAME: (none) -> more\n"
+              "  Physical drive 2: new name\n"
+              "    NAME: old name -> new name\n"
+              "    STATUS: (none) -> yes\n"
+              "    can: (none) -> START_CHECK, START_VERIFY\n"
+              "  Physical drive 3: lost is gone\n");
+    EXPECT_EQ(service::ChangesText(now, now), "");
+    EXPECT_THAT(service::ChangesText(now, before), testing::HasSubstr("\n    STATUS: yes -> (none)\n"));
+}
+
+TEST(Changes, AreLinesOfJson) {
+    const std::vector<PI::CObject> before = {MakeObject(1, PHYSICAL_DRIVE, "same", {}),
+                                             MakeObject(2, PHYSICAL_DRIVE, "old name", {}),
+                                             MakeObject(3, PHYSICAL_DRIVE, "lost", {})};
+    const std::vector<PI::CObject> now = {MakeObject(2, PHYSICAL_DRIVE, "new name", {}),
+                                          MakeObject(1, PHYSICAL_DRIVE, "same", {})};
+    EXPECT_EQ(service::ChangesJson("a\"\\\n", before, now),
+              "{\"plugin\":\"a\\\"\\\\?\",\"object\":" + PI::ToJson(now[0]) +
+                  "}\n"
+                  "{\"plugin\":\"a\\\"\\\\?\",\"gone\":3}\n");
+    EXPECT_EQ(service::ChangesJson("a", {}, {now[0]}),
+              "{\"plugin\":\"a\",\"object\":" + PI::ToJson(now[0]) + "}\n");
+    const PI::CEvent event;
+    EXPECT_EQ(service::EventsJson("a", {event}), "{\"plugin\":\"a\",\"event\":" + PI::ToJson(event) + "}\n");
+}
+
+TEST(Changes, WhatCouldNotBeReadIsKept) {
+    std::vector<PI::CObject> now = {MakeObject(2, PHYSICAL_DRIVE, "now", {})};
+    service::KeepMissing(
+        {MakeObject(2, PHYSICAL_DRIVE, "before", {}), MakeObject(3, PHYSICAL_DRIVE, "kept", {})}, now);
+    EXPECT_EQ(service::InventoryText(now), "  Physical drive 2: now\n  Physical drive 3: kept\n");
 }
 
 Options Parse(std::vector<std::string> arguments) {
@@ -137,7 +220,33 @@ TEST(Options, AllAreRead) {
     EXPECT_EQ(options.m_Settings[1].m_Value, "");
     EXPECT_THAT(options.m_TraceCategories, ElementsAre(3, 275));
     EXPECT_EQ(options.m_TraceFolder, "traces");
-    EXPECT_EQ(options.m_LanguageFile, "de.xml");
+    EXPECT_THAT(options.m_LanguageFiles, ElementsAre("de.xml"));
+}
+
+TEST(Options, LimitsAndIntervals) {
+    const Options none = Parse({"folder"});
+    EXPECT_FALSE(none.m_Isolate);
+    EXPECT_FALSE(none.m_PrintJson);
+    EXPECT_FALSE(none.m_WatchInterval.has_value());
+    EXPECT_EQ(none.m_TimeLimit, milliseconds(60000));
+    EXPECT_EQ(none.m_MemoryLimitMB, 1024U);
+    const Options all = Parse({"-i", "-j", "-w", "--time-limit", "1", "--memory-limit=2147483647", "folder"});
+    EXPECT_TRUE(all.m_Isolate);
+    EXPECT_TRUE(all.m_PrintJson);
+    EXPECT_EQ(all.m_WatchInterval, milliseconds(10000));
+    EXPECT_EQ(all.m_TimeLimit, milliseconds(1));
+    EXPECT_EQ(all.m_MemoryLimitMB, 2147483647U);
+    EXPECT_THAT(all.m_Arguments, testing::Contains("--memory-limit=2147483647"));
+    EXPECT_EQ(Parse({"--watch=0.001", "folder"}).m_WatchInterval, milliseconds(1));
+    EXPECT_EQ(Parse({"-w86400", "folder"}).m_WatchInterval, milliseconds(86400000));
+    for (const std::string interval : {"", "0", "0.0009", "86401", "x", "1s", "nan", "inf", "-1"}) {
+        EXPECT_EQ(ParseError({"--watch=" + interval, "a"}),
+                  "\"" + interval + "\" is no number of seconds from 0.001 to 86400");
+    }
+    for (const std::string limit : {"", "0", "-1", "x", "1.5", "2147483648", "99999999999"}) {
+        EXPECT_EQ(ParseError({"--time-limit", limit, "a"}), "\"" + limit + "\" is no limit");
+        EXPECT_EQ(ParseError({"--memory-limit", limit, "a"}), "\"" + limit + "\" is no limit");
+    }
 }
 
 TEST(Options, RequestIsTakenApart) {
