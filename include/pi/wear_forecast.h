@@ -86,8 +86,8 @@ public:
     /// Forecasts from the readings of one drive.
     ///
     /// One reading is enough, later ones make it better. Readings without hours or without wear are passed
-    /// over. Where hours or wear go back by more than a step of one percent, and where new firmware counts
-    /// otherwise, what lies before is left out.
+    /// over; of several with the same hours the last one counts. Where hours go back, or wear by more than a
+    /// step of one percent, and where new firmware counts otherwise, what lies before is left out.
     /// @param readings    oldest first
     /// @param enduranceTB rated endurance in 10^12 bytes written, 0 when not known; used as long as the drive
     ///                    tells no wear, or 0 percent

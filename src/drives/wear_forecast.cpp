@@ -50,7 +50,7 @@ struct Point {
 
 /// Whether a counter was begun anew, or counts otherwise, from one reading to the next.
 bool IsBreak(const Point& earlier, const Point& later) {
-    if (later.m_Hours <= earlier.m_Hours || later.m_Wear + STEP < earlier.m_Wear) {
+    if (later.m_Hours < earlier.m_Hours || later.m_Wear + STEP < earlier.m_Wear) {
         return true;
     }
     const std::string& before = earlier.m_Reading->GetFirmware();
@@ -71,6 +71,9 @@ std::vector<Point> ComparablePoints(const std::vector<CWearReading>& readings) {
         const Point point = {static_cast<double>(*reading.GetPowerOnHours()), *reading.GetWear(), &reading};
         if (!points.empty() && IsBreak(points.back(), point)) {
             points.clear();
+        }
+        if (!points.empty() && points.back().m_Hours == point.m_Hours) {
+            points.pop_back();
         }
         points.push_back(point);
     }

@@ -212,11 +212,22 @@ TEST(WearForecast, FallByOnePercentIsRounding) {
               WearForecastState::STANDS_STILL);
 }
 
-TEST(WearForecast, HoursThatGoBackOrStayBeginAnew) {
+TEST(WearForecast, HoursThatGoBackBeginAnew) {
     const CWearReading last = Reading(10000, 20);
     ExpectSame(CWearForecast({Reading(12000, 10), last}), CWearForecast({last}));
+    ExpectSame(CWearForecast({Reading(10001, 10), last}), CWearForecast({last}));
+}
+
+TEST(WearForecast, OfReadingsWithTheSameHoursTheLastCounts) {
+    const CWearReading first = Reading(5000, 5);
+    const CWearReading last = Reading(10000, 20);
+    const CWearForecast expected({first, last});
+    ExpectSame(CWearForecast({first, last, last}), expected);
+    ExpectSame(CWearForecast({first, first, last}), expected);
+    ExpectSame(CWearForecast({first, Reading(10000, 19), last}), expected);
+    ExpectSame(CWearForecast({first, Reading(10000, 21), last}), expected);
+    ExpectSame(CWearForecast({first, Reading(10000, 22), last}), CWearForecast({last}));
     ExpectSame(CWearForecast({Reading(10000, 10), last}), CWearForecast({last}));
-    ExpectSame(CWearForecast({last, last}), CWearForecast({last}));
 }
 
 TEST(WearForecast, NewFirmwareThatCountsOtherwiseBeginsAnew) {
