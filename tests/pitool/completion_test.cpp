@@ -144,13 +144,15 @@ TEST(Completion, LeavesOutOptionsThatWereGivenOrAreExcluded) {
 }
 
 TEST(Completion, OffersFilesOfTheKindThatACommandReads) {
-    EXPECT_EQ(Completions({"drive", ""}),
-              (Words{"drives", "events", "layouts", "plugins", "progress", "sense", "service", "trees"}));
+    EXPECT_EQ(Completions({"drive", ""}), (Words{"drives", "events", "history", "layouts", "plugins",
+                                                 "progress", "sense", "service", "trees"}));
     EXPECT_EQ(Completions({"drive", "drives/w"}),
               (Words{"drives/wd-disk.json", "drives/worn-intel-ssd.json"}));
     EXPECT_EQ(Completions({"drive", "events/s"}), (Words{"events/spare-taken.json"}));
     EXPECT_EQ(Completions({"layout", "layouts/raid1-"}), Words{"layouts/raid1-array.xml"});
     EXPECT_EQ(Completions({"layout", "layouts/raid1-array.xml", "layouts/"}), Words{});
+    EXPECT_EQ(Completions({"compare", "history/2025.json", "history/2026"}), Words{"history/2026.json"});
+    EXPECT_EQ(Completions({"compare", "history/2025.json", "history/2026.json", "history/"}), Words{});
     EXPECT_EQ(Completions({"drive", "--events", "--strings", "events/"}), Words{"events/strings.de.xml"});
     EXPECT_EQ(Completions({"event", "<", "events/r"}), Words{"events/rebuild-failed.json"});
 }

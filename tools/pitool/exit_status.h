@@ -11,4 +11,12 @@ enum ExitStatus : int {
     EXIT_BAD_USAGE = 2,
 };
 
+/// The same with --check, as monitoring systems read it.
+enum CheckStatus : int {
+    CHECK_GOOD = 0,
+    CHECK_LOOK = 1,
+    CHECK_CRITICAL = 2,
+    CHECK_UNKNOWN = 3,  ///< also for wrong usage and inputs that were refused
+};
+
 }  // namespace pitool

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <exception>
 #include <sstream>
 #include <string>
@@ -16,7 +17,8 @@ namespace {
 using pitool::WhenColor;
 
 constexpr void (*COMMANDS[])(CLI::App& app, pitool::Action& action) = {
-    pitool::AddDrive, pitool::AddLayout, pitool::AddEvent, pitool::AddEta, pitool::AddName, pitool::AddSense,
+    pitool::AddDrive, pitool::AddCompare, pitool::AddLayout, pitool::AddEvent,
+    pitool::AddEta,   pitool::AddName,    pitool::AddSense,
 };
 
 constexpr std::size_t OPTION_COLUMNS = 26;
@@ -40,11 +42,13 @@ std::string ReasonText(const CLI::App& app, const CLI::ParseError& error) {
            (words.front().rfind('-', 0) == 0 ? " is no option" : " is no command");
 }
 
-int Refuse(const CLI::App& app, const CLI::ParseError& error) {
+/// @param arguments of the command line: what is wrong may stand before the options are known
+int Refuse(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
     const auto commands = app.get_subcommands();
     pitool::ReportError(ReasonText(app, error) + "; see pitool " +
                         (commands.empty() ? "" : commands.front()->get_name() + " ") + "--help");
-    return pitool::EXIT_BAD_USAGE;
+    const bool isCheck = std::find(arguments.begin(), arguments.end(), "--check") != arguments.end();
+    return isCheck ? static_cast<int>(pitool::CHECK_UNKNOWN) : static_cast<int>(pitool::EXIT_BAD_USAGE);
 }
 
 int Run(int argc, char** argv) {
@@ -75,7 +79,7 @@ int Run(int argc, char** argv) {
         app.exit(help, text);
         return pitool::WriteOutput(text.str()) ? pitool::EXIT_DONE : pitool::EXIT_BAD_INPUT;
     } catch (const CLI::ParseError& error) {
-        return Refuse(app, error);
+        return Refuse(app, error, {argv, argv + argc});
     }
     pitool::UseColors(color == "auto"     ? WhenColor::AUTO
                       : color == "always" ? WhenColor::ALWAYS

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "drive_identity.h"
+
+#include "print/output.h"
+#include "reports.h"
+
+#include <algorithm>
+#include <cctype>
+#include <map>
+
+namespace pitool {
+namespace {
+
+/// Words that stand in place of a serial number, in lower case.
+constexpr std::string_view PLACEHOLDERS[] = {
+    "redacted",
+    "removed",
+    "hidden",
+    "masked",
+    "private",
+    "censored",
+    "anonymized",
+    "unknown",
+    "none",
+    "not available",
+    "not reported",
+    "n/a",
+    "na",
+    "null",
+    "serial",
+    "serial number",
+    "no information found",
+    "to be filled by o.e.m.",
+};
+
+/// In lower case, without what stands before the first and behind the last letter or digit.
+std::string Core(std::string_view serial) {
+    const auto isWordCharacter = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; };
+    const auto first = std::find_if(serial.begin(), serial.end(), isWordCharacter);
+    const auto last = std::find_if(serial.rbegin(), serial.rend(), isWordCharacter).base();
+    std::string core(first, std::max(first, last));
+    for (char& c : core) {
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    }
+    return core;
+}
+
+/// Orders the reports of one drive in time: by their dates, unless one has none; then by power-on hours.
+void SortByAge(std::vector<DriveSummary>& reports) {
+    const bool areDated = std::all_of(reports.begin(), reports.end(),
+                                      [](const DriveSummary& report) { return report.GetTime() != 0; });
+    const auto age = [areDated](const DriveSummary& report) {
+        const std::int64_t hours = report.GetFigure(PI::HealthFigure::POWER_ON_HOURS).m_Value;
+        return std::make_pair(areDated ? report.GetTime() : 0, hours);
+    };
+    std::stable_sort(
+        reports.begin(), reports.end(),
+        [&age](const DriveSummary& left, const DriveSummary& right) { return age(left) < age(right); });
+}
+
+}  // namespace
+
+bool IdentifiesDrive(std::string_view serial) {
+    const std::string core = Core(serial);
+    return core.find_first_not_of(std::string{' ', core[0]}) != std::string::npos &&
+           std::find(std::begin(PLACEHOLDERS), std::end(PLACEHOLDERS), core) == std::end(PLACEHOLDERS) &&
+           core.find("xxxx") == std::string::npos && serial.find_first_of("*#?") == std::string_view::npos &&
+           serial.find("...") == std::string_view::npos;
+}
+
+DriveReports ReadDrives(const std::vector<std::string>& arguments) {
+    DriveReports reports;
+    std::size_t unidentified = 0;
+    std::string firstUnidentified;
+    std::map<std::pair<std::string, std::string>, std::size_t> indices;
+    ReadReports(
+        arguments,
+        [&](const std::string& file, const PI::CDriveReport& report) {
+            DriveSummary summary = Summarize(file, report);
+            const std::string& serial = report.GetSerialNumber();
+            if (!IdentifiesDrive(serial)) {
+                unidentified += 1;
+                firstUnidentified = unidentified == 1 ? file : firstUnidentified;
+                reports.m_Drives.push_back({std::move(summary)});
+                return;
+            }
+            const auto [found, isNew] =
+                indices.try_emplace({report.GetModel(), serial}, reports.m_Drives.size());
+            if (isNew) {
+                reports.m_Drives.emplace_back();
+            }
+            reports.m_Drives[found->second].push_back(std::move(summary));
+        },
+        [&](const std::string& file, const std::string& reason) {
+            reports.m_Errors.emplace_back(file, reason);
+        });
+    if (unidentified == 1) {
+        ReportFileWarning(firstUnidentified,
+                          "its serial number identifies no drive: it matches no other report");
+    } else if (unidentified > 1) {  // a line for each would be thousands where reports are published
+        ReportFileWarning(firstUnidentified, "its serial number, as those of " +
+                                                 std::to_string(unidentified - 1) +
+                                                 " more, identifies no drive: they match no other report");
+    }
+    for (std::vector<DriveSummary>& drive : reports.m_Drives) {
+        SortByAge(drive);
+    }
+    return reports;
+}
+
+void AddErrors(const std::vector<std::pair<std::string, std::string>>& errors, JsonWriter& json) {
+    json.Name("errors").BeginList();
+    for (const auto& [file, reason] : errors) {
+        json.BeginObject();
+        json.Name("file").Text(file);
+        json.Name("reason").Text(reason);
+        json.EndObject();
+    }
+    json.EndList();
+}
+
+}  // namespace pitool

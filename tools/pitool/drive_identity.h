@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Which reports are of the same drive.
+#pragma once
+
+#include "drive_summary.h"
+#include "print/json.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace pitool {
+
+/// Whether a serial number can tell a drive from others: not what is empty, a row of one character such as
+/// "0000" or "----", hidden wholly or in part ("S3Z8****", "Z1Z5DWJK0000XXXXXXXX"), or a word in place of one
+/// such as "REDACTED". What counts as such is a judgement.
+bool IdentifiesDrive(std::string_view serial);
+
+/// Reports of any number of drives.
+struct DriveReports {
+    /// The reports of each drive, the oldest first; drives in the order of their first reports. A drive is
+    /// its model and serial number as reported. One whose serial number identifies nothing matches no other
+    /// report.
+    std::vector<std::vector<DriveSummary>> m_Drives;
+    std::vector<std::pair<std::string, std::string>> m_Errors;  ///< inputs that were refused, with the reason
+};
+
+/// Reads the reports of files and folders, as ReadReports does. Standard error names what is refused, and the
+/// reports whose drives cannot be identified.
+DriveReports ReadDrives(const std::vector<std::string>& arguments);
+
+/// Adds the list of the inputs that were refused, as the member "errors".
+void AddErrors(const std::vector<std::pair<std::string, std::string>>& errors, JsonWriter& json);
+
+}  // namespace pitool
