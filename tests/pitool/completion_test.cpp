@@ -151,6 +151,7 @@ TEST(Completion, OffersFilesOfTheKindThatACommandReads) {
     EXPECT_EQ(Completions({"drive", "events/s"}), (Words{"events/spare-taken.json"}));
     EXPECT_EQ(Completions({"layout", "layouts/raid1-"}), Words{"layouts/raid1-array.xml"});
     EXPECT_EQ(Completions({"layout", "layouts/raid1-array.xml", "layouts/"}), Words{});
+    EXPECT_EQ(Completions({"forecast", "history/2025.json", "history/2026"}), Words{"history/2026.json"});
     EXPECT_EQ(Completions({"compare", "history/2025.json", "history/2026"}), Words{"history/2026.json"});
     EXPECT_EQ(Completions({"compare", "history/2025.json", "history/2026.json", "history/"}), Words{});
     EXPECT_EQ(Completions({"drive", "--events", "--strings", "events/"}), Words{"events/strings.de.xml"});

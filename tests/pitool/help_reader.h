@@ -17,7 +17,8 @@ namespace pitool::test {
 
 using Words = std::set<std::string>;
 
-inline const std::vector<std::string> COMMANDS{"drive", "compare", "layout", "event", "eta", "name", "sense"};
+inline const std::vector<std::string> COMMANDS{"drive", "forecast", "compare", "layout",
+                                               "event", "eta",      "name",    "sense"};
 
 /// The help of a command, or the general one.
 inline std::string Help(const std::string& command) {

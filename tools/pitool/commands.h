@@ -25,6 +25,7 @@ constexpr const char* STRINGS_HELP = "Language file (the one that came with pito
 /// Adds a command with its options and examples to the command line.
 /// @param action set when the command is given; must live as long as the command line
 void AddDrive(CLI::App& app, Action& action);
+void AddForecast(CLI::App& app, Action& action);
 void AddCompare(CLI::App& app, Action& action);
 void AddLayout(CLI::App& app, Action& action);
 void AddEvent(CLI::App& app, Action& action);

@@ -17,8 +17,8 @@ namespace {
 using pitool::WhenColor;
 
 constexpr void (*COMMANDS[])(CLI::App& app, pitool::Action& action) = {
-    pitool::AddDrive, pitool::AddCompare, pitool::AddLayout, pitool::AddEvent,
-    pitool::AddEta,   pitool::AddName,    pitool::AddSense,
+    pitool::AddDrive, pitool::AddForecast, pitool::AddCompare, pitool::AddLayout,
+    pitool::AddEvent, pitool::AddEta,      pitool::AddName,    pitool::AddSense,
 };
 
 constexpr std::size_t OPTION_COLUMNS = 26;
