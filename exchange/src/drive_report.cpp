@@ -92,6 +92,14 @@ const CDriveHealth& CDriveReport::GetHealth() const noexcept {
     return m_Facts->m_Health;
 }
 
+bool CDriveReport::IsSelfTesting() const noexcept {
+    return m_Facts->m_Identity.m_IsSelfTesting;
+}
+
+int CDriveReport::GetSelfTestProgress() const noexcept {
+    return m_Facts->m_Identity.m_SelfTestProgress;
+}
+
 const std::vector<std::string>& CDriveReport::GetNotes() const noexcept {
     return m_Facts->m_Notes;
 }

@@ -26,6 +26,8 @@ struct ReportIdentity {
     int m_Medium = 0;
     std::uint32_t m_RPM = 0;
     std::int64_t m_Time = 0;
+    bool m_IsSelfTesting = false;
+    int m_SelfTestProgress = -1;
 };
 
 struct CDriveReport::CFacts {

@@ -205,7 +205,28 @@ private:
             identity.m_Medium = PropertyValue::SSD;
         }
         identity.m_Time = NumberOr<std::int64_t>(m_Document, "local_time.time_t", 0);
+        ReadRunningTest(identity);
         return identity;
+    }
+
+    void ReadRunningTest(ReportIdentity& identity) {
+        // ACS: the high half of the status is 15 while a test runs, the low half the tenths that remain of
+        // it.
+        constexpr std::uint32_t RUNNING = 15;
+        const auto ata = NumberOr<std::uint32_t>(m_Document, "ata_smart_data.self_test.status.value", 0);
+        const auto tenths = static_cast<int>(ata & 0xF);
+        if (ata >> 4U == RUNNING) {
+            identity.m_IsSelfTesting = true;
+            identity.m_SelfTestProgress = tenths <= 10 ? 100 - tenths * 10 : -1;
+        } else if (NumberOr(m_Document, "nvme_self_test_log.current_self_test_operation.value", 0) != 0) {
+            const int percent =
+                NumberOr(m_Document, "nvme_self_test_log.current_self_test_completion_percent", -1);
+            identity.m_IsSelfTesting = true;
+            identity.m_SelfTestProgress = percent <= 100 ? percent : -1;
+        } else {
+            identity.m_IsSelfTesting =
+                NumberOr<std::uint32_t>(m_Document, "scsi_self_test_0.result.value", 0) == RUNNING;
+        }
     }
 
     void ReadFigures(ReportBuilder& builder) {

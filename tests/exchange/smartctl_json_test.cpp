@@ -41,6 +41,47 @@ std::string Split(const std::string& model) {
     return drive.GetVendor() + "|" + drive.GetProduct();
 }
 
+TEST(SmartctlJson, ASelfTestThatRunsIsReadWithItsProgress) {
+    struct Case {
+        std::string m_Report;
+        bool m_IsSelfTesting;
+        int m_Progress;
+    };
+    const auto ata = [](const char* status) {
+        return ATA(R"("ata_smart_data": {"self_test": {"status": {"value": )" + std::string(status) + "}}}");
+    };
+    const auto nvme = [](const char* log) {
+        return R"({"device": {"protocol": "NVMe"}, "model_name": "N", "nvme_self_test_log": {)" +
+               std::string(log) + "}}";
+    };
+    const Case CASES[] = {
+        {ata("0"), false, -1},
+        {ata("239"), false, -1},
+        {ata("240"), true, 100},
+        {ata("249"), true, 10},
+        {ata("250"), true, 0},
+        {ata("251"), true, -1},
+        {ata("256"), false, -1},
+        {ata("-1"), false, -1},
+        {nvme(R"("current_self_test_operation": {"value": 0})"), false, -1},
+        {nvme(R"("current_self_test_operation": {"value": 1}, "current_self_test_completion_percent": 0)"),
+         true, 0},
+        {nvme(R"("current_self_test_operation": {"value": 2}, "current_self_test_completion_percent": 100)"),
+         true, 100},
+        {nvme(R"("current_self_test_operation": {"value": 2}, "current_self_test_completion_percent": 101)"),
+         true, -1},
+        {nvme(R"("current_self_test_operation": {"value": 14})"), true, -1},
+        {SCSI(R"("scsi_self_test_0": {"result": {"value": 15}})"), true, -1},
+        {SCSI(R"("scsi_self_test_0": {"result": {"value": 0}})"), false, -1},
+        {SCSI(R"("scsi_self_test_1": {"result": {"value": 15}})"), false, -1},
+    };
+    for (const Case& row : CASES) {
+        const CDriveReport drive = ReadDrive(row.m_Report);
+        EXPECT_EQ(drive.IsSelfTesting(), row.m_IsSelfTesting) << row.m_Report;
+        EXPECT_EQ(drive.GetSelfTestProgress(), row.m_Progress) << row.m_Report;
+    }
+}
+
 }  // namespace
 
 TEST(SmartctlJson, OneOrManyReportsAreRead) {

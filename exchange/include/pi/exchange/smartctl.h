@@ -82,6 +82,11 @@ public:
     /// What the report says of the drive; valid as long as the report.
     const CDriveHealth& GetHealth() const noexcept;
 
+    /// Whether a self-test ran when the report was made; text reports do not tell. Since 1.1.0.
+    bool IsSelfTesting() const noexcept;
+    /// How far it was, in percent; -1 when none ran or the drive does not say. Of ATA drives in tens.
+    int GetSelfTestProgress() const noexcept;
+
     /// What was out of the ordinary in the report, for people, in English: messages and exit status of
     /// smartctl, keys that occur twice (the last one counts), figures that cannot be read.
     const std::vector<std::string>& GetNotes() const noexcept;
