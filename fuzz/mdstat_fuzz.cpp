@@ -115,9 +115,10 @@ void CheckArray(const Array& array) {
 
     Progress progress;
     constexpr std::uint64_t SOON_AFTER_START = 60000;
-    const std::string remaining = progress.Update(1, array, SOON_AFTER_START);
+    const std::string remaining =
+        PI::CETR::RemainingTimeToString(progress.Update(1, array, SOON_AFTER_START).value_or(0));
     CHECK(remaining.empty() || array.m_Sync);
-    CHECK(progress.Update(1, Array(), SOON_AFTER_START).empty());
+    CHECK(!progress.Update(1, Array(), SOON_AFTER_START).has_value());
     CHECK(Assess(array, {}, FindContainerUse({array})).m_Members.size() == array.m_Members.size());
 }
 

@@ -35,6 +35,15 @@ std::string ValueOf(const PI::CObject& object, PI::_PROPERTY_ID id) {
     return property == nullptr ? "" : CPluginHelper::StringifyProperty(*property);
 }
 
+/// " (NAME, RAID_LEVEL)" or nothing.
+std::string ParameterText(const PI::COperation& operation) {
+    std::string text;
+    for (const PI::CProperty& parameter : operation.m_Properties) {
+        text += (text.empty() ? " (" : ", ") + PI::PropertyIDToString(parameter.m_ID);
+    }
+    return text.empty() ? "" : text + ")";
+}
+
 class Tree {
 public:
     explicit Tree(const std::vector<PI::CObject>& objects) {
@@ -80,7 +89,7 @@ private:
         }
         for (const PI::COperation& operation : object.m_Operations) {
             Line(depth + 1, "can " + PI::OperationIDToString(static_cast<int>(operation.m_Header1)) +
-                                HelpText(static_cast<int>(operation.m_Header2)));
+                                ParameterText(operation) + HelpText(static_cast<int>(operation.m_Header2)));
         }
         for (const PI::CObject* const part : m_Parts[object.m_ObjectID]) {
             Print(*part, depth + 1);
@@ -104,6 +113,8 @@ std::string ObjectHeading(const PI::CObject& object) {
         kind = "Logical drive " + id;
     } else if (object.m_ObjectType == PHYSICAL_DRIVE) {
         kind = "Physical drive " + id;
+    } else if (object.m_ObjectType == PI::ObjectType::TASK) {
+        kind = "Task " + id;
     }
     return kind + ": " + ValueOf(object, PI::PropertyID::NAME) + IconText(object);
 }

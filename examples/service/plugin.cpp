@@ -116,6 +116,11 @@ int Plugin::Configure(const std::string& key, const std::string& value) {
 std::vector<PI::CObject> Plugin::GetObjects(std::vector<std::string>& errors) {
     std::vector<PI::CObject> objects;
     Ask(errors, [&](auto& own) { return m_GetObjects(objects, own); });
+    for (PI::CObject& object : objects) {
+        if (m_Execute == nullptr) {
+            object.m_Operations.clear();
+        }
+    }
     return objects;
 }
 

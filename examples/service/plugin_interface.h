@@ -8,14 +8,12 @@
 /// | Field | Meaning |
 /// |---|---|
 /// | CObject::m_ObjectID | unique within the plug-in, the same for the same thing in every call |
-/// | CObject::m_ObjectType | an adapter type, LOGICAL_DRIVE or PHYSICAL_DRIVE |
-/// | CObject::m_RelatedIDs1 | what it is part of, of several the first reported; empty for an adapter |
-/// | CObject::m_ObjectValue | icon identifier, 0 for none |
-/// | CProperty::m_Attribute1 | help topic, 1 for none |
-/// | CProperty::m_Attribute2 | PI::_UNITS of a FLOAT that is a capacity, otherwise 1 |
-/// | COperation::m_Header1 | operation identifier |
-/// | COperation::m_Header2 | help topic, 1 for none |
-/// | COperation::m_Properties | parameters: offered with their defaults, asked for with what the user wants |
+/// | CObject::m_ObjectType | an adapter type, LOGICAL_DRIVE, PHYSICAL_DRIVE, or TASK for what goes on in
+/// hardware | | CObject::m_RelatedIDs1 | what it is part of, of several the first reported; empty for an
+/// adapter | | CObject::m_ObjectValue | icon identifier, 0 for none | | CProperty::m_Attribute1 | help topic,
+/// 1 for none | | CProperty::m_Attribute2 | PI::_UNITS of a FLOAT that is a capacity, otherwise 1 | |
+/// COperation::m_Header1 | operation identifier | | COperation::m_Header2 | help topic, 1 for none | |
+/// COperation::m_Properties | parameters: offered with their defaults, asked for with what the user wants |
 /// | CTask::m_RelatedIDs1 | m_ObjectID of the object that the operation is carried out on; by the host |
 /// | CTask::m_TaskValue1 | operation identifier; by the host |
 /// | CTask::m_TaskText1 | what is done, such as "check of md0"; the operation's name until the plug-in says
@@ -74,8 +72,8 @@ PI_API int PluginGetObjects(std::vector<PI::CObject>& objects, std::vector<std::
 /// Reports what the calls of PluginGetObjects have found changed since the last call, each event once.
 PI_API int PluginGetEvents(std::vector<PI::CEvent>& events, std::vector<std::string>& errors);
 
-/// Optional: carries out an operation and returns when it has ended. Without this function nothing that the
-/// plug-in offers can be carried out.
+/// Optional: carries out an operation and returns when it has ended. Without this function the host drops
+/// what the plug-in's objects offer.
 ///
 /// The host calls it only where changes are allowed.
 /// @param objectID  of an object of the latest PluginGetObjects

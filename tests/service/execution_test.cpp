@@ -70,7 +70,9 @@ TEST_F(Execution, WithoutLeaveNothingIsCarriedOut) {
 
 TEST_F(Execution, LeaveAlonePrintsTheInventoryAsEver) {
     EXPECT_EQ(Run({"--allow-changes"}).m_Output, Run({}).m_Output);
-    EXPECT_THAT(Run({}).m_Output, HasSubstr("\n    can START_VERIFY\n"));
+    EXPECT_THAT(
+        Run({}).m_Output,
+        HasSubstr("\n    can START_VERIFY (TYPE, MEDIA_TYPE, CHECK_RATE, CONFIGURATION, ALARM_CONTROL)\n"));
 }
 
 TEST_F(Execution, WhatIsNotOfferedIsRefused) {
@@ -131,11 +133,16 @@ TEST_F(Execution, ASignalAsksToEndEarly) {
                           "as it was\n"));
 }
 
-TEST_F(Execution, PluginWithoutTheFunctionCarriesNothingOut) {
+TEST_F(Execution, PluginWithoutTheFunctionOffersNothing) {
     Use("without_execute");
     fs::remove(m_Folder.Path() / "task.so");
-    EXPECT_EQ(Run({}).m_Errors, "");
-    EXPECT_EQ(Execute("task:7:START_VERIFY").m_Errors, "service: task: carries nothing out\n");
+    const Outcome inventory = Run({});
+    EXPECT_EQ(inventory.m_Errors, "");
+    EXPECT_EQ(inventory.m_Output,
+              "Plug-in task\n  Physical drive 7: disk\n    OS_DEVICE: /dev/disk\n"
+              "  Physical drive 8: disk\n    OS_DEVICE: /dev/disk\n");
+    EXPECT_EQ(Execute("task:7:START_VERIFY").m_Errors,
+              "service: task: 7 does not offer START_VERIFY as it is; it offers nothing\n");
 }
 
 }  // namespace

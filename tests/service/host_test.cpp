@@ -295,9 +295,10 @@ TEST(Plugins, ExportTheirEntryPointsAndNothingElse) {
         const Outcome outcome =
             RunProgram({NM, "-D", "--defined-only", "--format=just-symbols", plugin}, TREES);
         EXPECT_EQ(outcome.m_Status, 0) << outcome.m_Errors;
-        EXPECT_THAT(Lines(outcome.m_Output), testing::UnorderedElementsAre(
-                                                 "PluginBuild", "PluginConfigure", "PluginGetEvents",
-                                                 "PluginGetObjects", "PluginInterfaceVersion", "PluginName"));
+        EXPECT_THAT(Lines(outcome.m_Output),
+                    testing::UnorderedElementsAre("PluginBuild", "PluginConfigure", "PluginExecute",
+                                                  "PluginGetEvents", "PluginGetObjects",
+                                                  "PluginInterfaceVersion", "PluginName"));
     }
 }
 
@@ -672,7 +673,7 @@ TEST(MdraidPlugin, DeviceFilesAreBelowDev) {
     EXPECT_EQ(outcome.m_Status, 0);
     std::vector<std::string> devices;
     for (const std::string& line : Lines(outcome.m_Output)) {
-        if (line.find("OS_DEVICE") != std::string::npos) {
+        if (line.find("OS_DEVICE:") != std::string::npos) {
             devices.push_back(line);
         }
     }

@@ -6,6 +6,7 @@
 #include "progress.h"
 
 #include <gtest/gtest.h>
+#include <pi/etr.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -34,7 +35,7 @@ std::string Row(const Array& array, const ContainerUse& use) {
     const bool isStarted = array.m_State != ArrayState::INACTIVE;
     row += "\t" + (isStarted ? PI::PropertyValueToString(assessment.m_Activity) : "");
     row += "\t" + (sync.m_PerMille.has_value() ? Tenths(*sync.m_PerMille) : "");
-    row += "\t" + Progress().Update(1, array, 0);
+    row += "\t" + PI::CETR::RemainingTimeToString(Progress().Update(1, array, 0).value_or(0));
     row += "\t" + (isStarted && array.m_Slots.has_value() ? std::to_string(assessment.m_MissingDrives) : "");
     row += "\t" + (array.m_SizeKiB.has_value() ? std::to_string(*array.m_SizeKiB) : "");
     row += "\t" + std::string(array.m_ReadOnly ? "ro" : "rw") + "\t";

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -35,17 +36,25 @@ Array Waiting() {
     return array;
 }
 
+/// As it is shown.
+std::string Update(Progress&& progress, std::uint64_t id, const Array& array, std::uint64_t timeMs) {
+    return PI::CETR::RemainingTimeToString(progress.Update(id, array, timeMs).value_or(0));
+}
+std::string Update(Progress& progress, std::uint64_t id, const Array& array, std::uint64_t timeMs) {
+    return Update(std::move(progress), id, array, timeMs);
+}
+
 TEST(Progress, FirstPollHasTheKernelsEstimate) {
-    EXPECT_EQ(Progress().Update(ID, Running(250), NOW_MS), "02:00:00");
-    EXPECT_EQ(Progress().Update(ID, Running(0), NOW_MS), "02:00:00");
+    EXPECT_EQ(Update(Progress(), ID, Running(250), NOW_MS), "02:00:00");
+    EXPECT_EQ(Update(Progress(), ID, Running(0), NOW_MS), "02:00:00");
 }
 
 TEST(Progress, WithoutTheKernelsEstimateTheFirstPollHasNone) {
     Array array = Running(250);
     array.m_Sync->m_FinishMs.reset();
-    EXPECT_EQ(Progress().Update(ID, array, NOW_MS), "");
+    EXPECT_EQ(Update(Progress(), ID, array, NOW_MS), "");
     array.m_Sync->m_TotalKiB = 0;
-    EXPECT_EQ(Progress().Update(ID, array, NOW_MS), "");
+    EXPECT_EQ(Update(Progress(), ID, array, NOW_MS), "");
 }
 
 TEST(Progress, LaterPollsFollowThePaceThatIsSeen) {
@@ -54,7 +63,7 @@ TEST(Progress, LaterPollsFollowThePaceThatIsSeen) {
     for (std::uint64_t i = 0; i < 10; ++i) {
         expected.AddSample(NOW_MS + i * MINUTE_MS, 100000 + i * 10000, 1000000);
         const auto perMille = static_cast<std::uint32_t>(100 + i * 10);
-        const std::string remaining = progress.Update(ID, Running(perMille), NOW_MS + i * MINUTE_MS);
+        const std::string remaining = Update(progress, ID, Running(perMille), NOW_MS + i * MINUTE_MS);
         EXPECT_EQ(remaining,
                   i == 0 ? "02:00:00" : PI::CETR::RemainingTimeToString(expected.GetRemaining().value_or(0)));
     }
@@ -66,60 +75,60 @@ TEST(Progress, LaterPollsFollowThePaceThatIsSeen) {
 
 TEST(Progress, NothingRunningHasNoTime) {
     Progress progress;
-    EXPECT_EQ(progress.Update(ID, Array(), NOW_MS), "");
-    EXPECT_EQ(progress.Update(ID, Waiting(), NOW_MS), "");
+    EXPECT_EQ(Update(progress, ID, Array(), NOW_MS), "");
+    EXPECT_EQ(Update(progress, ID, Waiting(), NOW_MS), "");
     Array remote = Waiting();
     remote.m_Sync->m_State = SyncState::REMOTE;
-    EXPECT_EQ(progress.Update(ID, remote, NOW_MS), "");
+    EXPECT_EQ(Update(progress, ID, remote, NOW_MS), "");
 }
 
 TEST(Progress, WaitingDoesNotCount) {
     Progress waited;
     Progress straight;
-    waited.Update(ID, Running(250), NOW_MS);
-    waited.Update(ID, Running(260), NOW_MS + MINUTE_MS);
-    straight.Update(ID, Running(250), NOW_MS);
-    straight.Update(ID, Running(260), NOW_MS + MINUTE_MS);
-    EXPECT_EQ(waited.Update(ID, Waiting(), NOW_MS + 600 * MINUTE_MS), "");
-    EXPECT_EQ(waited.Update(ID, Running(270), NOW_MS + 601 * MINUTE_MS),
-              straight.Update(ID, Running(270), NOW_MS + 2 * MINUTE_MS));
+    Update(waited, ID, Running(250), NOW_MS);
+    Update(waited, ID, Running(260), NOW_MS + MINUTE_MS);
+    Update(straight, ID, Running(250), NOW_MS);
+    Update(straight, ID, Running(260), NOW_MS + MINUTE_MS);
+    EXPECT_EQ(Update(waited, ID, Waiting(), NOW_MS + 600 * MINUTE_MS), "");
+    EXPECT_EQ(Update(waited, ID, Running(270), NOW_MS + 601 * MINUTE_MS),
+              Update(straight, ID, Running(270), NOW_MS + 2 * MINUTE_MS));
 }
 
 TEST(Progress, StalledOneHasNoTime) {
     Progress progress;
-    progress.Update(ID, Running(250), NOW_MS);
-    EXPECT_NE(progress.Update(ID, Running(260), NOW_MS + MINUTE_MS), "");
-    EXPECT_EQ(progress.Update(ID, Running(260), NOW_MS + 600 * MINUTE_MS), "");
+    Update(progress, ID, Running(250), NOW_MS);
+    EXPECT_NE(Update(progress, ID, Running(260), NOW_MS + MINUTE_MS), "");
+    EXPECT_EQ(Update(progress, ID, Running(260), NOW_MS + 600 * MINUTE_MS), "");
 }
 
 TEST(Progress, EndedOneIsForgotten) {
     Progress progress;
-    progress.Update(ID, Running(900), NOW_MS);
-    progress.Update(ID, Array(), NOW_MS + MINUTE_MS);
-    EXPECT_EQ(progress.Update(ID, Running(950), NOW_MS + 2 * MINUTE_MS), "02:00:00");
+    Update(progress, ID, Running(900), NOW_MS);
+    Update(progress, ID, Array(), NOW_MS + MINUTE_MS);
+    EXPECT_EQ(Update(progress, ID, Running(950), NOW_MS + 2 * MINUTE_MS), "02:00:00");
 }
 
 TEST(Progress, ListThatBreaksOffEndsNothing) {
     Progress progress;
-    progress.Update(ID, Running(100), NOW_MS);
+    Update(progress, ID, Running(100), NOW_MS);
     Array cut;
     cut.m_IsCut = true;
-    EXPECT_EQ(progress.Update(ID, cut, NOW_MS + MINUTE_MS), "");
-    EXPECT_NE(progress.Update(ID, Running(900), NOW_MS + 2 * MINUTE_MS), "02:00:00");
+    EXPECT_EQ(Update(progress, ID, cut, NOW_MS + MINUTE_MS), "");
+    EXPECT_NE(Update(progress, ID, Running(900), NOW_MS + 2 * MINUTE_MS), "02:00:00");
 }
 
 TEST(Progress, AnotherKindBeginsAnew) {
     Progress progress;
-    progress.Update(ID, Running(900), NOW_MS);
-    EXPECT_EQ(progress.Update(ID, Running(950, SyncKind::CHECK), NOW_MS + MINUTE_MS), "02:00:00");
+    Update(progress, ID, Running(900), NOW_MS);
+    EXPECT_EQ(Update(progress, ID, Running(950, SyncKind::CHECK), NOW_MS + MINUTE_MS), "02:00:00");
 }
 
 TEST(Progress, ArraysDoNotDisturbEachOther) {
     Progress progress;
-    progress.Update(ID, Running(250), NOW_MS);
-    EXPECT_EQ(progress.Update(ID + 1, Running(500), NOW_MS + MINUTE_MS), "02:00:00");
-    EXPECT_EQ(progress.Update(ID + 2, Array(), NOW_MS + MINUTE_MS), "");
-    EXPECT_NE(progress.Update(ID, Running(260), NOW_MS + 2 * MINUTE_MS), "02:00:00");
+    Update(progress, ID, Running(250), NOW_MS);
+    EXPECT_EQ(Update(progress, ID + 1, Running(500), NOW_MS + MINUTE_MS), "02:00:00");
+    EXPECT_EQ(Update(progress, ID + 2, Array(), NOW_MS + MINUTE_MS), "");
+    EXPECT_NE(Update(progress, ID, Running(260), NOW_MS + 2 * MINUTE_MS), "02:00:00");
 }
 
 }  // namespace

@@ -71,7 +71,7 @@ TEST(Inventory, PartsStandBelowTheirWhole) {
               "    ADAPTER_NUMBER: 12\n"
               "    Logical drive 2: L\n"
               "      Physical drive 3: P\n"
-              "    Object 4 of type 19005: T\n");
+              "    Task 4: T\n");
 }
 
 TEST(Inventory, EveryObjectIsPrintedOnceHoweverTheyAreRelated) {

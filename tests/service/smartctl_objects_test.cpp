@@ -18,7 +18,7 @@ std::vector<Drive> Read(const std::string& text) {
     PI::ReadSmartctl(text.data(), text.size(), reports, refusals);
     std::vector<Drive> drives;
     for (PI::CDriveReport& report : reports) {
-        drives.push_back({"report " + std::to_string(drives.size()), std::move(report)});
+        drives.push_back({"report " + std::to_string(drives.size()), std::move(report), ""});
     }
     return drives;
 }
@@ -36,7 +36,7 @@ std::string Disk(const std::string& more) {
 
 /// The property of the only drive, as text; "none" when it has none.
 std::string Property(const std::string& report, PI::_PROPERTY_ID id) {
-    smartctl::ObjectIDs ids;
+    shared::ObjectIDs ids;
     std::vector<PI::CObject> objects;
     smartctl::AppendObjects(Read(report), ids, objects);
     const PI::CProperty* property = PI::CPluginHelper::FindProperty(objects.back(), id);
@@ -45,7 +45,7 @@ std::string Property(const std::string& report, PI::_PROPERTY_ID id) {
 
 /// Number and detail of each event.
 std::vector<std::string> Events(const std::string& report) {
-    smartctl::ObjectIDs ids;
+    shared::ObjectIDs ids;
     smartctl::EventLog log;
     log.Update(Read(report), ids);
     log.Update(Read(report), ids);  // what has been told is not told again
@@ -87,7 +87,7 @@ TEST(SmartctlObjects, TheLifetimeNeedsAWear) {
 }
 
 TEST(SmartctlObjects, DrivesStandBelowAnAdapterForEachProtocol) {
-    smartctl::ObjectIDs ids;
+    shared::ObjectIDs ids;
     std::vector<PI::CObject> objects;
     smartctl::AppendObjects(Read(Disk("") + NVMe("") + Disk("")), ids, objects);
     ASSERT_EQ(objects.size(), 5U);

@@ -156,7 +156,11 @@ _PROPERTY_VALUE FindActivity(const Array& array, const SysfsArray& sysfs, bool r
         return Value::UNKNOWN;
     }
     if (!array.m_Sync.has_value()) {
-        return rebuilds && IsHeld(array, sysfs) ? Value::REBUILD_PAUSED : Value::IDLE;
+        // The kernel keeps where it was asked to end a check; an array that lacks a drive is not checked.
+        const bool isCheckPaused = sysfs.m_SyncAction == "idle" && sysfs.m_SyncMin != 0;
+        return rebuilds && IsHeld(array, sysfs)            ? Value::REBUILD_PAUSED
+               : isCheckPaused && CountMissing(array) == 0 ? Value::CHECK_PAUSED
+                                                           : Value::IDLE;
     }
     SyncKind kind = array.m_Sync->m_Kind;
     const bool waits =
@@ -249,7 +253,7 @@ constexpr std::string_view EXTERNAL = "external:";
 std::string ContainerOf(const Array& array) {
     const std::string_view metadata = array.m_Metadata;
     const std::size_t start = EXTERNAL.size() + 1;
-    if (metadata.size() < start || metadata.substr(0, EXTERNAL.size()) != EXTERNAL ||
+    if (metadata.size() < start || !IsExternal(array) ||
         (metadata[start - 1] != '/' && metadata[start - 1] != '-')) {
         return "";
     }
@@ -268,9 +272,28 @@ MemberAssessment AssessContainerMember(const Array& container, const Member& mem
 
 }  // namespace
 
+std::vector<int> Levels() {
+    std::vector<int> levels;
+    for (const Level& level : LEVELS) {
+        if (level.m_Value != Value::UNKNOWN) {
+            levels.push_back(level.m_Value);
+        }
+    }
+    return levels;
+}
+
+std::string LevelName(int level) {
+    const auto row = std::find_if(std::begin(LEVELS), std::end(LEVELS),
+                                  [&](const Level& each) { return each.m_Value == level; });
+    return row == std::end(LEVELS) ? "" : std::string(row->m_Name);
+}
+
+bool IsExternal(const Array& array) {
+    return array.m_Metadata.compare(0, EXTERNAL.size(), EXTERNAL) == 0;
+}
+
 bool IsContainer(const Array& array, const SysfsArray& sysfs) {
-    const bool isExternal = array.m_Metadata.compare(0, EXTERNAL.size(), EXTERNAL) == 0;
-    return sysfs.m_Level == "container" || (isExternal && ContainerOf(array).empty());
+    return sysfs.m_Level == "container" || (IsExternal(array) && ContainerOf(array).empty());
 }
 
 ContainerUse FindContainerUse(const std::vector<Array>& arrays) {

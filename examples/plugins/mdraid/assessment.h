@@ -34,6 +34,13 @@ struct Assessment {
     std::vector<MemberAssessment> m_Members;  ///< in the order of Array::m_Members
 };
 
+/// The levels that the vocabulary names, and how the kernel and mdadm name one.
+std::vector<int> Levels();
+std::string LevelName(int level);
+
+/// Whether its metadata are those of a BIOS, which another process looks after.
+bool IsExternal(const Array& array);
+
 /// Whether an array is but the frame that drives with metadata of a BIOS are kept in: the arrays proper are
 /// made from its drives.
 bool IsContainer(const Array& array, const SysfsArray& sysfs);

@@ -2,8 +2,6 @@
 
 #include "events.h"
 
-#include <velk/clock.h>
-
 #include <utility>
 
 namespace mdraid {
@@ -84,25 +82,6 @@ void EventLog::UpdateArray(const ArrayReport& report, const Known* before, const
             Add(report.m_ObjectID, row.m_Started, Severity::INFORMATION, report.m_Title);
         }
     }
-}
-
-void EventLog::Add(std::uint64_t handle, PI::_EVENT_ID id, PI::_SEVERITY severity, const std::string& object,
-                   const std::string& detail) {
-    PI::CEvent& event = m_Events.emplace_back();
-    event.m_Handle = handle;
-    event.m_EventID = static_cast<std::uint32_t>(id);
-    event.m_Severity = severity;
-    event.m_TimeStamp = VELK::now();
-    event.SetPlaceHolder1(object);
-    if (!detail.empty()) {  // a text that is set, but empty, reads "T:"
-        event.SetPlaceHolder2(detail);
-    }
-    event.m_Source = "mdraid";
-    event.m_SequenceNumber = ++m_SequenceNumber;
-}
-
-std::vector<PI::CEvent> EventLog::Take() {
-    return std::exchange(m_Events, {});
 }
 
 }  // namespace mdraid

@@ -2,15 +2,14 @@
 
 #include "inventory.h"
 
-#include <pi/events.h>
-#include <pi/object_builder.h>
+#include <pi/etr.h>
 
 #include <algorithm>
 #include <charconv>
-#include <optional>
+#include <map>
 
-#include "plugin_interface.h"
-#include "trace.h"
+#include "common_objects.h"
+#include "program.h"
 
 namespace mdraid {
 namespace {
@@ -24,9 +23,6 @@ using namespace PI::ObjectBuilder;
 
 // Property, help topic, kind of data; in the order in which they are shown.
 namespace AdapterRow {
-constexpr auto NAME = Describe(ID::NAME, 23081, Type::STRING);
-constexpr auto ADAPTER_NUMBER = Describe(ID::ADAPTER_NUMBER, 23003, Type::LONG);
-constexpr auto STATUS = Describe(ID::STATUS, 23127, Type::CHOICE);
 constexpr auto LOGICAL_DRIVES = Describe(ID::CUR_LOGICAL_DRIVES, 1, Type::LONG);
 }  // namespace AdapterRow
 
@@ -45,33 +41,39 @@ constexpr auto ACTIVITY = Describe(ID::ACTIVITY, 23222, Type::CHOICE);
 constexpr auto REMAINING_TIME = Describe(ID::REMAINING_TIME, 23245, Type::STRING);
 }  // namespace ArrayRow
 
-namespace MemberRow {
-constexpr auto NAME = Describe(ID::NAME, 23298, Type::STRING);
-constexpr auto OS_DEVICE = Describe(ID::OS_DEVICE, 23300, Type::STRING);
-constexpr auto STATUS = Describe(ID::STATUS, 23324, Type::CHOICE);
+namespace DriveRow {
 constexpr auto USAGE = Describe(ID::USAGE, 23330, Type::STRING);
 constexpr auto SIZE = Describe(ID::CONFIGURABLE_SIZE, 23281, Type::FLOAT);
 constexpr auto MEDIA_TYPE = Describe(ID::MEDIA_TYPE, 23296, Type::CHOICE);
+constexpr auto PROTOCOL = Describe(ID::PROTOCOL, 1, Type::CHOICE);
 constexpr auto ERRORS = Describe(ID::MEDIA_ERROR_COUNT, 23295, Type::LONG);
-}  // namespace MemberRow
+}  // namespace DriveRow
 
-// An activity, the property that its progress goes to, and what can be done about it.
-struct ActivityRow {
+// Activities, and the properties that their progress goes to.
+constexpr std::pair<_PROPERTY_VALUE, PI::_PROPERTY_ID> PROGRESS[] = {
+    {Value::VERIFYINGFIXING, ID::VERIFYFIX_PROGRESS},
+    {Value::REBUILDING, ID::REBUILD_PROGRESS},
+    {Value::MIGRATING, ID::MIGRATION_PROGRESS},
+    {Value::CHECKING, ID::CHECK_PROGRESS},
+};
+
+// What can be done about an activity. Missing are those that the kernel begins anew when stopped, and
+// reshapes, which mdadm may look after until their end.
+struct OperationRow {
     _PROPERTY_VALUE m_Activity;
-    PI::_PROPERTY_ID m_Progress;
-    std::optional<PI::_OPERATION_ID> m_Operation;
+    PI::_OPERATION_ID m_Operation;
     int m_HelpTopic;
 };
-constexpr ActivityRow ACTIVITIES[] = {
-    {Value::VERIFYINGFIXING, ID::VERIFYFIX_PROGRESS, std::nullopt, 1},  // the kernel begins anew when stopped
-    {Value::REBUILDING, ID::REBUILD_PROGRESS, Operation::PAUSE_REBUILD, 23494},
-    {Value::MIGRATING, ID::MIGRATION_PROGRESS, Operation::PAUSE_MIGRATION, 23492},
-    {Value::CHECKING, ID::CHECK_PROGRESS, Operation::CANCEL_CHECK, 23415},
+constexpr OperationRow OPERATIONS[] = {
+    {Value::IDLE, Operation::START_CHECK, 23508},
+    {Value::CHECKING, Operation::PAUSE_CHECK, 23488},
+    {Value::CHECKING, Operation::CANCEL_CHECK, 23415},
+    {Value::CHECK_PAUSED, Operation::CONTINUE_CHECK, 23430},
+    {Value::CHECK_PAUSED, Operation::CANCEL_CHECK, 23415},
+    {Value::REBUILDING, Operation::PAUSE_REBUILD, 23494},
+    {Value::REBUILD_PAUSED, Operation::CONTINUE_REBUILD, 23436},
 };
 
-constexpr int ICON_ADAPTER_OK = 24000;
-constexpr int ICON_ADAPTER_FAIL = 24001;
-constexpr int ICON_ADAPTER_WARNING = 24002;
 constexpr int ICON_ARRAY_FAIL = 24050;
 constexpr int ICON_ARRAY_OK = 24054;
 constexpr int ICON_ARRAY_REBUILDING = 24062;
@@ -123,65 +125,70 @@ _PROPERTY_VALUE AdapterStatus(const Inventory& inventory) {
 }
 
 PI::CObject MakeAdapter(const Inventory& inventory, std::uint64_t id) {
-    const _PROPERTY_VALUE status = AdapterStatus(inventory);
+    PI::CObject adapter =
+        shared::MakeAdapter(id, "Linux software RAID", ADAPTER_PLACE, 0, AdapterStatus(inventory));
     const std::vector<ArrayReport>& reports = inventory.m_Arrays;
-    PI::CObject adapter(id, PI::ObjectType::ADAPTER_1);
-    adapter.m_ObjectValue = static_cast<std::uint64_t>(status == Value::ERROR ? ICON_ADAPTER_FAIL
-                                                       : status == Value::OK  ? ICON_ADAPTER_OK
-                                                                              : ICON_ADAPTER_WARNING);
-    AddText(adapter, AdapterRow::NAME, "Linux software RAID");
-    AddAdapterNumber(adapter, AdapterRow::ADAPTER_NUMBER, ADAPTER_PLACE, 0, 0, 0);
-    AddState(adapter, AdapterRow::STATUS, status);
     if (inventory.m_IsComplete || !reports.empty()) {
         const auto arrays = std::count_if(reports.begin(), reports.end(), [](const ArrayReport& report) {
             return !report.m_Assessment.m_IsContainer;
         });
         AddNumber(adapter, AdapterRow::LOGICAL_DRIVES, static_cast<unsigned long>(arrays));
     }
-    return adapter;
-}
-
-/// The device file of a drive or an array, unless its name leads out of /dev.
-void AddDevice(PI::CObject& object, const PI::_PROPERTY_DESCRIPTION& row, const std::string& name) {
-    const std::filesystem::path path(name);
-    if (std::none_of(path.begin(), path.end(),
-                     [](const auto& part) { return part == "." || part == ".."; })) {
-        AddText(object, row, "/dev/" + name);
+    if (!inventory.m_FreeDrives.empty()) {
+        AddOperation(adapter, Operation::CREATE_LOGICAL_DRIVE, 23439);
+        std::vector<PI::CProperty>& parameters = adapter.m_Operations.back().m_Properties;
+        parameters.emplace_back(ID::CONFIGURATION, false).SetValue(VELK::XML::xml_document());
+        parameters.emplace_back(ID::RAID_LEVEL_2, false).SetValue(Value::RAID1, Levels());
+        parameters.emplace_back(ID::NAME, false).SetValue("");
     }
+    return adapter;
 }
 
 void AddActivity(PI::CObject& object, const ArrayReport& report) {
     AddState(object, ArrayRow::ACTIVITY, report.m_Assessment.m_Activity);
     const Sync sync = report.m_Array.m_Sync.value_or(Sync());
-    for (const ActivityRow& row : ACTIVITIES) {
-        if (row.m_Activity != report.m_Assessment.m_Activity || sync.m_State != SyncState::RUNNING) {
-            continue;
-        }
-        if (sync.m_PerMille.has_value()) {
-            AddFraction(object, Describe(row.m_Progress, 1, Type::FLOAT),
+    for (const auto& [activity, progress] : PROGRESS) {
+        if (activity == report.m_Assessment.m_Activity && sync.m_State == SyncState::RUNNING &&
+            sync.m_PerMille.has_value()) {
+            AddFraction(object, Describe(progress, 1, Type::FLOAT),
                         static_cast<float>(*sync.m_PerMille) / 10.0F);
         }
-        if (row.m_Operation.has_value()) {
-            AddOperation(object, *row.m_Operation, row.m_HelpTopic);
-        }
     }
-    if (!report.m_RemainingTime.empty()) {
-        AddText(object, ArrayRow::REMAINING_TIME, report.m_RemainingTime);
+    const std::string time = PI::CETR::RemainingTimeToString(report.m_RemainingMs.value_or(0));
+    if (!time.empty()) {
+        AddText(object, ArrayRow::REMAINING_TIME, time);
     }
 }
 
-void AddArrayOperations(PI::CObject& object, const Assessment& assessment) {
-    const bool isRunning = assessment.m_Status != Value::OFFLINE && assessment.m_Status != Value::FAILED &&
-                           assessment.m_Status != Value::UNKNOWN;
-    if (!assessment.m_IsRedundant || assessment.m_Level == Value::UNKNOWN || !isRunning) {
+/// Whether the array is in use and can be changed.
+bool IsChangeable(const ArrayReport& report) {
+    const _PROPERTY_VALUE status = report.m_Assessment.m_Status;
+    return status != Value::OFFLINE && status != Value::FAILED && status != Value::UNKNOWN &&
+           report.m_Assessment.m_Level != Value::UNKNOWN && report.m_Sysfs.m_State != "readonly" &&
+           !DeviceFile(report.m_Array.m_Name).empty();
+}
+
+void AddDriveOperation(PI::CObject& object, PI::_OPERATION_ID id, int helpTopic) {
+    AddOperation(object, id, helpTopic);
+    object.m_Operations.back().m_Properties.emplace_back(ID::OS_DEVICE, false).SetValue("");
+}
+
+void AddArrayOperations(PI::CObject& object, const ArrayReport& report) {
+    const Assessment& assessment = report.m_Assessment;
+    if (!assessment.m_IsRedundant || !IsChangeable(report)) {
         return;
     }
-    if (assessment.m_MissingDrives != 0 && assessment.m_Activity == Value::IDLE) {
-        AddOperation(object, Operation::REPLACE_MISSING, 23498);
-    } else if (assessment.m_MissingDrives == 0) {
-        AddOperation(object, Operation::CREATE_DEDICATED_HOTSPARE, 23437);
-        if (assessment.m_Activity == Value::IDLE) {
-            AddOperation(object, Operation::START_CHECK, 23508);
+    const bool isIdle = assessment.m_Activity == Value::IDLE;
+    if (!IsExternal(report.m_Array) && assessment.m_MissingDrives == 0) {
+        AddDriveOperation(object, Operation::CREATE_DEDICATED_HOTSPARE, 23437);
+    } else if (!IsExternal(report.m_Array) && isIdle) {
+        AddDriveOperation(object, Operation::REPLACE_MISSING, 23498);
+    }
+    const std::optional<Sync>& sync = report.m_Array.m_Sync;
+    for (const OperationRow& row : OPERATIONS) {
+        if (row.m_Activity == assessment.m_Activity && !(isIdle && assessment.m_MissingDrives != 0) &&
+            (!sync.has_value() || sync->m_State == SyncState::RUNNING)) {
+            AddOperation(object, row.m_Operation, row.m_HelpTopic);
         }
     }
 }
@@ -203,7 +210,9 @@ PI::CObject MakeArray(const ArrayReport& report, std::uint64_t adapterID) {
     object.m_RelatedIDs1 = {adapterID};
     object.m_ObjectValue = static_cast<std::uint64_t>(ArrayIcon(assessment));
     AddText(object, ArrayRow::NAME, report.m_GivenName.empty() ? array.m_Name : report.m_GivenName);
-    AddDevice(object, ArrayRow::OS_DEVICE, array.m_Name);
+    if (const std::string device = DeviceFile(array.m_Name); !device.empty()) {
+        AddText(object, ArrayRow::OS_DEVICE, device);
+    }
     if (const auto number = ArrayNumber(array.m_Name)) {
         AddNumber(object, ArrayRow::NUMBER, *number);
     }
@@ -227,20 +236,25 @@ PI::CObject MakeArray(const ArrayReport& report, std::uint64_t adapterID) {
         AddNumber(object, ArrayRow::MISSING_DRIVES, assessment.m_MissingDrives);
     }
     AddActivity(object, report);
-    AddArrayOperations(object, assessment);
+    AddArrayOperations(object, report);
     return object;
 }
 
+/// @param sizeBytes 0 when not known
 PI::CObject MakeDrive(std::uint64_t id, std::uint64_t parentID, const std::string& name,
-                      const MemberAssessment& assessment, _PROPERTY_VALUE medium) {
-    PI::CObject object(id, PHYSICAL_DRIVE);
-    object.m_RelatedIDs1 = {parentID};
-    object.m_ObjectValue = static_cast<std::uint64_t>(
-        PI::CPluginHelper::GetPDStatusIcon(assessment.m_Status, medium, false, false, Value::ACTIVATED));
-    AddText(object, MemberRow::NAME, name);
-    AddDevice(object, MemberRow::OS_DEVICE, name);
-    AddState(object, MemberRow::STATUS, assessment.m_Status);
-    AddText(object, MemberRow::USAGE, assessment.m_Role);
+                      const MemberAssessment& assessment, const DriveKind& kind, std::uint64_t sizeBytes) {
+    const _PROPERTY_VALUE medium = kind.m_Rotational.value_or(true) ? Value::HDD : Value::SSD;
+    PI::CObject object = shared::MakeDrive(id, parentID, name, DeviceFile(name), assessment.m_Status, medium);
+    AddText(object, DriveRow::USAGE, assessment.m_Role);
+    if (sizeBytes != 0) {
+        AddCapacity(object, DriveRow::SIZE, sizeBytes);
+    }
+    if (kind.m_Rotational.has_value()) {
+        AddState(object, DriveRow::MEDIA_TYPE, medium);
+    }
+    if (kind.m_Protocol != 0) {
+        AddState(object, DriveRow::PROTOCOL, static_cast<_PROPERTY_VALUE>(kind.m_Protocol));
+    }
     return object;
 }
 
@@ -250,20 +264,20 @@ PI::CObject MakeMember(const ArrayReport& report, std::size_t index, std::uint64
     const auto found = report.m_Sysfs.m_Members.find(member.m_Name);
     static const SysfsMember NOTHING;
     const SysfsMember& sysfs = found == report.m_Sysfs.m_Members.end() ? NOTHING : found->second;
-    const _PROPERTY_VALUE medium = sysfs.m_Rotational.value_or(true) ? Value::HDD : Value::SSD;
+    const std::uint64_t sizeKiB = sysfs.m_SizeKiB.value_or(0);
 
-    PI::CObject object = MakeDrive(id, report.m_ObjectID, member.m_Name, assessment, medium);
-    if (sysfs.m_SizeKiB.has_value() && *sysfs.m_SizeKiB <= UINT64_MAX / 1024) {
-        AddCapacity(object, MemberRow::SIZE, *sysfs.m_SizeKiB * 1024);
-    }
-    if (sysfs.m_Rotational.has_value()) {
-        AddState(object, MemberRow::MEDIA_TYPE, medium);
-    }
+    PI::CObject object = MakeDrive(id, report.m_ObjectID, member.m_Name, assessment, sysfs.m_Kind,
+                                   sizeKiB <= UINT64_MAX / 1024 ? sizeKiB * 1024 : 0);
     if (sysfs.m_Errors.has_value()) {
-        AddNumber(object, MemberRow::ERRORS, *sysfs.m_Errors);
+        AddNumber(object, DriveRow::ERRORS, *sysfs.m_Errors);
+    }
+    if (!IsChangeable(report) || IsExternal(report.m_Array) || DeviceFile(member.m_Name).empty()) {
+        return object;
     }
     if (assessment.m_Status == Value::DEDICATED_HOTSPARE) {
         AddOperation(object, Operation::DELETE_DEDICATED_HOTSPARE, 23444);
+    } else if (assessment.m_Status == Value::FAILED) {
+        AddOperation(object, Operation::REMOVE_DISK, 1);
     } else if (assessment.m_Status == Value::OPERATIONAL && report.m_Assessment.m_IsRedundant &&
                report.m_Assessment.m_Status == Value::OPERATIONAL) {
         AddOperation(object, Operation::MAKE_OFFLINE, 23477);
@@ -273,17 +287,18 @@ PI::CObject MakeMember(const ArrayReport& report, std::size_t index, std::uint64
 
 }  // namespace
 
-Inventory ReadInventory(const std::filesystem::path& root, ObjectIDs& ids, Progress& progress,
+Inventory ReadInventory(const std::filesystem::path& root, shared::ObjectIDs& ids, Progress& progress,
                         std::vector<std::string>& errors) {
     ids.Get(ADAPTER);
     Inventory inventory;
+    inventory.m_FreeDrives = ReadFreeDrives(root);
     const std::filesystem::path mdstatPath = root / "proc/mdstat";
     std::string error;
-    const std::optional<std::string> text = ReadTextFile(mdstatPath, error);
+    const std::optional<std::string> text = shared::ReadTextFile(mdstatPath, error);
     if (!text.has_value()) {
         if (root == MACHINE_ITSELF && !std::filesystem::exists(mdstatPath)) {
-            Trace("no software RAID: there is no " +
-                  mdstatPath.string());  // the kernel's module is not loaded
+            shared::Trace("no software RAID: there is no " +
+                          mdstatPath.string());  // the kernel's module is not loaded
         } else {
             errors.push_back(error);
         }
@@ -294,11 +309,17 @@ Inventory ReadInventory(const std::filesystem::path& root, ObjectIDs& ids, Progr
         errors.push_back(mdstatPath.string() + ": line " + std::to_string(mdstatError.m_Line) + ": " +
                          mdstatError.m_Text);
     }
-    Trace(mdstatPath.string() + ": " + std::to_string(mdstat.m_Arrays.size()) + " arrays, " +
-          std::to_string(mdstat.m_Errors.size()) + " errors");
+    shared::Trace(mdstatPath.string() + ": " + std::to_string(mdstat.m_Arrays.size()) + " arrays, " +
+                  std::to_string(mdstat.m_Errors.size()) + " errors");
 
     inventory.m_IsComplete = mdstat.m_Errors.empty();
-    inventory.m_UnusedDevices = std::move(mdstat.m_UnusedDevices);
+    for (const std::string& name : mdstat.m_UnusedDevices) {
+        std::vector<FreeDrive>& drives = inventory.m_FreeDrives;
+        if (std::none_of(drives.begin(), drives.end(),
+                         [&](const auto& each) { return each.m_Name == name; })) {
+            drives.push_back({name, 0, {}});
+        }
+    }
     const std::map<std::string, std::string> names = ReadArrayNames(root);
     const ContainerUse use = FindContainerUse(mdstat.m_Arrays);
     const std::uint64_t now = PI::CETR::NowSteady();
@@ -312,13 +333,13 @@ Inventory ReadInventory(const std::filesystem::path& root, ObjectIDs& ids, Progr
         report.m_GivenName = given == names.end() ? "" : given->second;
         report.m_Title = report.m_GivenName.empty() ? name : name + " (" + report.m_GivenName + ")";
         report.m_Assessment = Assess(report.m_Array, report.m_Sysfs, use);
-        report.m_RemainingTime = progress.Update(report.m_ObjectID, report.m_Array, now);
-        TraceDebug(report.m_Title + " is " + PI::PropertyValueToString(report.m_Assessment.m_Status));
+        report.m_RemainingMs = progress.Update(report.m_ObjectID, report.m_Array, now);
+        shared::TraceDebug(report.m_Title + " is " + PI::PropertyValueToString(report.m_Assessment.m_Status));
     }
     return inventory;
 }
 
-void AppendObjects(const Inventory& inventory, ObjectIDs& ids, std::vector<PI::CObject>& objects) {
+void AppendObjects(const Inventory& inventory, shared::ObjectIDs& ids, std::vector<PI::CObject>& objects) {
     const std::uint64_t adapterID = ids.Get(ADAPTER);
     objects.push_back(MakeAdapter(inventory, adapterID));
     for (const ArrayReport& report : inventory.m_Arrays) {
@@ -332,9 +353,9 @@ void AppendObjects(const Inventory& inventory, ObjectIDs& ids, std::vector<PI::C
                                                  (times == 1 ? "" : " again " + std::to_string(times)))));
         }
     }
-    for (const std::string& name : inventory.m_UnusedDevices) {
-        objects.push_back(MakeDrive(ids.Get("unused " + name), adapterID, name,
-                                    {Value::AVAILABLE, "in no array"}, Value::HDD));
+    for (const FreeDrive& drive : inventory.m_FreeDrives) {
+        objects.push_back(MakeDrive(ids.Get("unused " + drive.m_Name), adapterID, drive.m_Name,
+                                    {Value::AVAILABLE, "in no array"}, drive.m_Kind, drive.m_SizeBytes));
     }
 }
 

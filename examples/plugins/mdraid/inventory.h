@@ -3,18 +3,19 @@
 /// The objects that the service gets to see.
 #pragma once
 
-#include "assessment.h"
-#include "mdstat.h"
-#include "progress.h"
-#include "sysfs.h"
-
 #include <pi/model.h>
 
 #include <cstdint>
 #include <filesystem>
-#include <map>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "assessment.h"
+#include "mdstat.h"
+#include "plugin_base.h"
+#include "progress.h"
+#include "sysfs.h"
 
 namespace mdraid {
 
@@ -25,34 +26,24 @@ struct ArrayReport {
     Array m_Array;
     SysfsArray m_Sysfs;
     Assessment m_Assessment;
-    std::string m_GivenName;      ///< empty when there is none
-    std::string m_RemainingTime;  ///< of its synchronisation; empty when nothing runs
+    std::string m_GivenName;                     ///< empty when there is none
+    std::optional<std::uint64_t> m_RemainingMs;  ///< of its synchronisation; none when nothing runs
 };
 
 /// All that the plug-in knows.
 struct Inventory {
     bool m_IsComplete = false;  ///< there is a list, and all of it was understood
     std::vector<ArrayReport> m_Arrays;
-    std::vector<std::string> m_UnusedDevices;  ///< names of drives that the kernel holds for no array
-};
-
-/// Gives things identifiers that stay the same from poll to poll.
-class ObjectIDs {
-public:
-    std::uint64_t Get(const std::string& thing) {
-        return m_IDs.emplace(thing, m_IDs.size() + 1).first->second;
-    }
-
-private:
-    std::map<std::string, std::uint64_t> m_IDs;
+    std::vector<FreeDrive> m_FreeDrives;  ///< that the kernel holds for no array, and that nothing uses
 };
 
 /// Reads /proc/mdstat and what else there is under a root folder.
 /// @param errors takes a line for each thing that could not be read
-Inventory ReadInventory(const std::filesystem::path& root, ObjectIDs& ids, Progress& progress,
+Inventory ReadInventory(const std::filesystem::path& root, shared::ObjectIDs& ids, Progress& progress,
                         std::vector<std::string>& errors);
 
-/// Makes the adapter, the arrays, their members and the unused drives into objects.
-void AppendObjects(const Inventory& inventory, ObjectIDs& ids, std::vector<PI::CObject>& objects);
+/// Makes the adapter, the arrays, their members and the free drives into objects, with
+/// what can be done with them (operations.h).
+void AppendObjects(const Inventory& inventory, shared::ObjectIDs& ids, std::vector<PI::CObject>& objects);
 
 }  // namespace mdraid

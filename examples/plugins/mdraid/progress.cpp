@@ -2,22 +2,21 @@
 
 #include "progress.h"
 
-#include <pi/etr.h>
-
 namespace mdraid {
 
-std::string Progress::Update(std::uint64_t arrayID, const Array& array, std::uint64_t timeStampMs) {
+std::optional<std::uint64_t> Progress::Update(std::uint64_t arrayID, const Array& array,
+                                              std::uint64_t timeStampMs) {
     if (!array.m_Sync.has_value()) {
         if (!array.m_IsCut) {
             m_Estimates.erase(arrayID);
         }
-        return "";
+        return std::nullopt;
     }
     const Sync& sync = *array.m_Sync;
     Estimate& estimate = m_Estimates[arrayID];
     if (sync.m_State != SyncState::RUNNING) {
         estimate.m_Time.AddPause(timeStampMs);
-        return "";
+        return std::nullopt;
     }
     if (estimate.m_Kind != sync.m_Kind) {
         estimate = {sync.m_Kind, {}};
@@ -30,7 +29,7 @@ std::string Progress::Update(std::uint64_t arrayID, const Array& array, std::uin
     if (estimate.m_Time.GetState() == PI::TimeRemainingState::STALLED) {
         remaining.reset();
     }
-    return PI::CETR::RemainingTimeToString(remaining.value_or(0));
+    return remaining;
 }
 
 }  // namespace mdraid

@@ -9,7 +9,7 @@
 
 #include <cstdint>
 #include <map>
-#include <string>
+#include <optional>
 
 namespace mdraid {
 
@@ -18,9 +18,8 @@ class Progress {
 public:
     /// Takes what the kernel says about an array.
     /// @param timeStampMs of CETR::NowSteady
-    /// @return the time remaining as CETR::RemainingTimeToString writes it; empty when nothing gets on or
-    ///         nothing is known
-    std::string Update(std::uint64_t arrayID, const Array& array, std::uint64_t timeStampMs);
+    /// @return the time remaining in milliseconds; none when nothing gets on or nothing is known
+    std::optional<std::uint64_t> Update(std::uint64_t arrayID, const Array& array, std::uint64_t timeStampMs);
 
 private:
     struct Estimate {

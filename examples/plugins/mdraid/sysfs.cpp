@@ -2,27 +2,30 @@
 
 #include "sysfs.h"
 
+#include <fcntl.h>
+#include <pi/vocabulary.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
-#include <cstdio>
-#include <memory>
+#include <stdexcept>
 #include <string_view>
 #include <system_error>
+
+#include "program.h"
 
 namespace mdraid {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Far above what the kernel writes, so that a wrong root folder does no harm.
-constexpr std::size_t MAX_FILE_SIZE = std::size_t{16} << 20U;
+namespace Value = PI::PropertyValue;
 
 constexpr std::uint64_t SECTOR_SIZE = 512;  // of all sizes in /sys/block, whatever the drive's own is
 
 std::string ReadAttribute(const fs::path& path) {
     std::string error;
-    std::string text = ReadTextFile(path, error).value_or("");
+    std::string text = shared::ReadTextFile(path, error).value_or("");
     text.erase(std::find(text.begin(), text.end(), '\n'), text.end());
     return text;
 }
@@ -38,14 +41,29 @@ std::optional<Number> ReadNumber(const fs::path& path) {
     return number;
 }
 
-std::optional<bool> ReadRotational(const fs::path& device) {
-    // "block" leads to the drive, or to a partition in the folder of its drive.
-    for (const char* const place : {"block/queue/rotational", "block/../queue/rotational"}) {
-        if (const auto rotational = ReadNumber<unsigned>(device / place)) {
-            return *rotational != 0;
+DriveKind ReadKind(const fs::path& block) {
+    DriveKind kind;
+    for (const fs::path& drive : {block, block / ".."}) {  // a partition is in the folder of its drive
+        std::error_code ignored;
+        if (const auto rotational = ReadNumber<unsigned>(drive / "queue/rotational")) {
+            kind.m_Rotational = *rotational != 0;
+            kind.m_Protocol = ReadAttribute(drive / "device/vendor").substr(0, 4) == "ATA " ? Value::SATA
+                              : fs::exists(drive / "device/sas_address", ignored)           ? Value::SAS
+                              : fs::exists(drive / "nsid", ignored)                         ? Value::NVME
+                                                                                            : 0;
+            break;
         }
     }
-    return std::nullopt;
+    return kind;
+}
+
+/// Whether udev knows of contents: a file system, a member of something, a table of partitions.
+bool HasContents(const fs::path& root, const std::string& number) {
+    std::string ignored;
+    const std::string text =
+        shared::ReadTextFile(root / "run/udev/data" / ("b" + number), ignored).value_or("");
+    return text.find("E:ID_FS_TYPE=") != std::string::npos ||
+           text.find("E:ID_PART_TABLE_TYPE=") != std::string::npos;
 }
 
 /// The name as a file name: /sys has '!' for '/'. Empty when the name leads out of the folder.
@@ -55,28 +73,6 @@ std::string FileName(std::string name) {
 }
 
 }  // namespace
-
-std::optional<std::string> ReadTextFile(const fs::path& path, std::string& error) {
-    std::error_code ignored;
-    if (fs::is_fifo(path, ignored)) {
-        error = path.string() + ": is no file";  // reading would wait for a writer
-        return std::nullopt;
-    }
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "re"), &std::fclose);
-    std::string text;
-    if (file != nullptr) {
-        char buffer[4096];
-        for (std::size_t count = 0;
-             text.size() < MAX_FILE_SIZE && (count = std::fread(buffer, 1, sizeof buffer, file.get())) > 0;) {
-            text.append(buffer, count);
-        }
-    }
-    if (file == nullptr || std::ferror(file.get()) != 0) {
-        error = path.string() + ": " + std::generic_category().message(errno);
-        return std::nullopt;
-    }
-    return text;
-}
 
 SysfsArray ReadSysfsArray(const fs::path& root, const std::string& name) {
     SysfsArray array;
@@ -89,6 +85,8 @@ SysfsArray ReadSysfsArray(const fs::path& root, const std::string& name) {
     array.m_Level = ReadAttribute(md / "level");
     array.m_State = ReadAttribute(md / "array_state");
     array.m_SyncAction = ReadAttribute(md / "sync_action");
+    array.m_SyncMin = ReadNumber<std::uint64_t>(md / "sync_min").value_or(0);
+    array.m_Mismatches = ReadNumber<std::uint64_t>(md / "mismatch_cnt").value_or(0);
     if (const auto sectors = ReadNumber<std::uint64_t>(block / "size")) {
         array.m_SizeBytes = *sectors * SECTOR_SIZE;
     }
@@ -104,7 +102,7 @@ SysfsArray ReadSysfsArray(const fs::path& root, const std::string& name) {
         member.m_Slot = ReadNumber<std::uint32_t>(entry->path() / "slot");
         member.m_SizeKiB = ReadNumber<std::uint64_t>(entry->path() / "size");
         member.m_Errors = ReadNumber<std::uint64_t>(entry->path() / "errors");
-        member.m_Rotational = ReadRotational(entry->path());
+        member.m_Kind = ReadKind(entry->path() / "block");
     }
     return array;
 }
@@ -126,6 +124,57 @@ std::map<std::string, std::string> ReadArrayNames(const fs::path& root) {
         }
     }
     return names;
+}
+
+std::vector<FreeDrive> ReadFreeDrives(const fs::path& root) {
+    std::string ignored;
+    const std::string used = shared::ReadTextFile(root / "proc/mounts", ignored).value_or("") +
+                             shared::ReadTextFile(root / "proc/swaps", ignored).value_or("");
+    std::vector<FreeDrive> drives;
+    std::error_code error;
+    for (fs::directory_iterator entry(root / "sys/block", error), end; !error && entry != end;
+         entry.increment(error)) {
+        const fs::path block = entry->path();
+        const std::string name = block.filename();
+        std::error_code ignoredError;
+        const std::uint64_t sectors = ReadNumber<std::uint64_t>(block / "size").value_or(0);
+        bool isFree = sectors != 0 && fs::exists(block / "device", ignoredError) &&
+                      ReadAttribute(block / "removable") != "1" && ReadAttribute(block / "ro") != "1" &&
+                      fs::is_empty(block / "holders", ignoredError) &&
+                      used.find("/dev/" + name + " ") == std::string::npos &&
+                      !HasContents(root, ReadAttribute(block / "dev"));
+        for (fs::directory_iterator part(block, ignoredError); isFree && part != end; ++part) {
+            isFree = !fs::exists(part->path() / "partition", ignoredError);
+        }
+        if (isFree) {
+            drives.push_back({name, sectors * SECTOR_SIZE, ReadKind(block)});
+        }
+    }
+    std::sort(drives.begin(), drives.end(),
+              [](const FreeDrive& a, const FreeDrive& b) { return a.m_Name < b.m_Name; });
+    return drives;
+}
+
+void WriteArrayAttribute(const fs::path& root, const std::string& name, const std::string& attribute,
+                         const std::string& text) {
+    const fs::path path = root / "sys/block" / FileName(name) / "md" / attribute;
+    const int file = open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC);
+    const bool isWritten = file >= 0 && write(file, text.data(), text.size()) >= 0;
+    const int reason = errno;
+    if (file >= 0) {
+        close(file);
+    }
+    if (!isWritten) {
+        throw std::runtime_error(path.string() + " does not take \"" + text +
+                                 "\": " + std::generic_category().message(reason));
+    }
+}
+
+std::string DeviceFile(const std::string& name) {
+    const fs::path path(name);
+    const bool staysInside = std::none_of(path.begin(), path.end(),
+                                          [](const fs::path& part) { return part == "." || part == ".."; });
+    return staysInside && !name.empty() ? "/dev/" + name : "";
 }
 
 }  // namespace mdraid

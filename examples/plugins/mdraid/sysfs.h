@@ -8,15 +8,29 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace mdraid {
+
+/// What kind of drive a device is, or is a partition of.
+struct DriveKind {
+    std::optional<bool> m_Rotational;
+    int m_Protocol = 0;  ///< PropertyValue::SATA, SAS or NVME; 0 when not known
+};
 
 /// A member as /sys describes it.
 struct SysfsMember {
     std::optional<std::uint32_t> m_Slot;     ///< none for spares and failed drives
     std::optional<std::uint64_t> m_SizeKiB;  ///< what the array uses of it
     std::optional<std::uint64_t> m_Errors;   ///< read errors that were corrected
-    std::optional<bool> m_Rotational;
+    DriveKind m_Kind;
+};
+
+/// A drive that nothing uses.
+struct FreeDrive {
+    std::string m_Name;
+    std::uint64_t m_SizeBytes = 0;
+    DriveKind m_Kind;
 };
 
 /// An array as /sys describes it. What cannot be read stays empty: older kernels and captured trees have
@@ -26,6 +40,8 @@ struct SysfsArray {
     std::string m_State;       ///< such as "clean", "readonly", "broken"
     std::string m_SyncAction;  ///< such as "idle", "check", "repair"
     std::optional<std::uint64_t> m_SizeBytes;
+    std::uint64_t m_SyncMin = 0;                   ///< sector at which the next check begins
+    std::uint64_t m_Mismatches = 0;                ///< sectors that the latest check found to differ
     std::map<std::string, SysfsMember> m_Members;  ///< by the names that /proc/mdstat gives
 };
 
@@ -37,8 +53,15 @@ SysfsArray ReadSysfsArray(const std::filesystem::path& root, const std::string& 
 /// order is taken.
 std::map<std::string, std::string> ReadArrayNames(const std::filesystem::path& root);
 
-/// A whole file.
-/// @param error out: why it could not be read, when the result is empty
-std::optional<std::string> ReadTextFile(const std::filesystem::path& path, std::string& error);
+/// Whole drives of root/sys/block without partitions, users, a mount, or contents that udev knows of.
+std::vector<FreeDrive> ReadFreeDrives(const std::filesystem::path& root);
+
+/// Writes to root/sys/block/NAME/md/ATTRIBUTE.
+/// @throws std::runtime_error saying what the kernel does not take
+void WriteArrayAttribute(const std::filesystem::path& root, const std::string& name,
+                         const std::string& attribute, const std::string& text);
+
+/// The file of a device that /proc/mdstat names; empty when the name leads out of /dev.
+std::string DeviceFile(const std::string& name);
 
 }  // namespace mdraid

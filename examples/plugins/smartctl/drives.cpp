@@ -2,17 +2,18 @@
 
 #include "drives.h"
 
-#include <pi/trace.h>
+#include <pi/etr.h>
+#include <pi/time_remaining.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
+#include <stdexcept>
 #include <system_error>
+#include <thread>
 
+#include "plugin_base.h"
 #include "program.h"
 
 namespace smartctl {
@@ -20,17 +21,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::chrono::seconds PATIENCE(60);  // a drive that is spun down takes a while
-constexpr std::uintmax_t MAX_FILE_SIZE = std::uintmax_t{16} << 20U;
+constexpr std::chrono::seconds PATIENCE(30);  // judgement: a drive that is spun down takes a while
+constexpr std::chrono::seconds INTERVAL(
+    2);  // between looks at a self-test, of which the shortest takes one minute
 
 /// Appends the drives of a report, or the reasons why there are none.
-void Append(const std::string& source, const std::string& text, std::vector<Drive>& drives,
-            std::vector<std::string>& errors) {
+void Append(const std::string& source, const std::string& type, const std::string& text,
+            std::vector<Drive>& drives, std::vector<std::string>& errors) {
     std::vector<PI::CDriveReport> reports;
     std::vector<PI::CReportRefusal> refusals;
     PI::ReadSmartctl(text.data(), text.size(), reports, refusals);
     for (std::size_t i = 0; i < reports.size(); ++i) {
-        drives.push_back({i == 0 ? source : source + " " + std::to_string(i + 1), std::move(reports[i])});
+        drives.push_back(
+            {i == 0 ? source : source + " " + std::to_string(i + 1), std::move(reports[i]), type});
     }
     for (const PI::CReportRefusal& refusal : refusals) {
         const std::string place = refusal.GetLine() == 0 ? ""
@@ -40,17 +43,39 @@ void Append(const std::string& source, const std::string& text, std::vector<Driv
     }
 }
 
-void AppendFile(const fs::path& file, std::vector<Drive>& drives, std::vector<std::string>& errors) {
-    if (!fs::is_regular_file(file) || fs::file_size(file) > MAX_FILE_SIZE) {
-        errors.push_back(file.string() + ": no file, or too large for a report");
-        return;
+/// Asks smartctl for something about a drive.
+/// @return its exit status; none with an error
+std::optional<int> Ask(const std::string& program, const std::string& option, const std::string& device,
+                       const std::string& type, std::vector<Drive>& drives,
+                       std::vector<std::string>& errors) {
+    std::string text;
+    std::string reason;
+    const std::optional<int> status =
+        shared::RunProgram({program, "--json", option, "-d", type, device}, PATIENCE, text, reason);
+    if (status.has_value()) {
+        Append(device, type, text, drives, errors);
+    } else {
+        errors.push_back(device + ": " + reason);
     }
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
-        errors.push_back(file.string() + ": " + std::generic_category().message(errno));
-        return;
+    return status;
+}
+
+void Count(const std::string& place, const std::vector<Drive>& drives,
+           const std::vector<std::string>& errors) {
+    shared::Trace(place + ": " + std::to_string(drives.size()) + " drives, " + std::to_string(errors.size()) +
+                  " errors");
+}
+
+/// Tells a drive to do something.
+void Tell(const std::string& program, const std::string& option, const Drive& drive) {
+    constexpr int FAILED =
+        7;  // exit status bits of smartctl(8): usage, device, command; others tell of health
+    std::vector<Drive> ignored;
+    std::vector<std::string> errors;
+    const std::optional<int> status = Ask(program, option, drive.m_Source, drive.m_Type, ignored, errors);
+    if (!status.has_value() || (*status & FAILED) != 0) {
+        throw std::runtime_error(errors.empty() ? drive.m_Source + ": refuses" : errors[0]);
     }
-    Append(file.string(), std::string(std::istreambuf_iterator<char>(stream), {}), drives, errors);
 }
 
 }  // namespace
@@ -69,10 +94,14 @@ std::vector<Drive> ReadFolder(const std::string& folder, std::vector<std::string
     std::sort(files.begin(), files.end());
     std::vector<Drive> drives;
     for (const fs::path& file : files) {
-        AppendFile(file, drives, errors);
+        std::string reason;
+        if (const auto text = shared::ReadTextFile(file, reason)) {
+            Append(file, "", *text, drives, errors);
+        } else {
+            errors.push_back(reason);
+        }
     }
-    Trace(folder + ": " + std::to_string(drives.size()) + " drives, " + std::to_string(errors.size()) +
-          " errors");
+    Count(folder, drives, errors);
     return drives;
 }
 
@@ -81,8 +110,8 @@ std::vector<Drive> ReadMachine(const std::string& program, std::vector<std::stri
     std::string text;
     std::string reason;
     // A SATA drive that has not been opened is listed as a SCSI one.
-    if (!RunProgram({program, "--scan-open"}, PATIENCE, text, reason)) {
-        Trace("no drives: " + reason);
+    if (!shared::RunProgram({program, "--scan-open"}, PATIENCE, text, reason)) {
+        shared::Trace("no drives: " + reason);
         return drives;
     }
     // Such as "/dev/sda -d sat # /dev/sda [SAT], ATA device"; behind "# " when it cannot be opened.
@@ -97,24 +126,55 @@ std::vector<Drive> ReadMachine(const std::string& program, std::vector<std::stri
             words >> name;
         }
         words >> option >> type;
-        if (name.compare(0, 1, "/") != 0 || option != "-d" ||
-            type.empty()) {  // a name is never taken for an option
-            continue;
-        }
-        if (RunProgram({program, "--json", "-x", "-d", type, name}, PATIENCE, text, reason)) {
-            Append(name, text, drives, errors);
-        } else {
-            errors.push_back(name + ": " + reason);
+        if (name.compare(0, 1, "/") == 0 && option == "-d" && !type.empty()) {  // a name is never an option
+            Ask(program, "-x", name, type, drives, errors);
         }
     }
-    Trace(program + ": " + std::to_string(drives.size()) + " drives, " + std::to_string(errors.size()) +
-          " errors");
+    Count(program, drives, errors);
     return drives;
 }
 
-void Trace(const std::string& text) {
-    constexpr int TRACE_NUMBER = 502;  // marks this plug-in's lines
-    VELKTrace(TRACE_NUMBER, "smartctl", 275, "%s") << text;
+void SelfTest(const std::string& program, const Drive& drive, const PI::COperation& operation,
+              const std::function<bool(const PI::CTask&)>& report, PI::CTask& task) {
+    if (operation.m_Header1 == PI::OperationID::CANCEL_VERIFY) {
+        Tell(program, "--abort", drive);
+        return;
+    }
+    const std::string& kind = operation.m_Properties.at(0).m_Data.m_String.m_Value;
+    if (kind != "short" && kind != "long") {
+        throw std::runtime_error("TYPE is short or long");
+    }
+    Tell(program, "--test=" + kind, drive);
+    task.m_TaskText1 = kind + " self-test of " + drive.m_Source;
+    PI::CTimeRemaining time;
+    for (;;) {
+        std::vector<Drive> found;
+        std::vector<std::string> errors;
+        Ask(program, "-x", drive.m_Source, drive.m_Type, found, errors);
+        if (found.empty()) {
+            throw std::runtime_error(errors.empty() ? drive.m_Source + ": says nothing" : errors[0]);
+        }
+        const PI::CDriveReport& now = found[0].m_Report;
+        if (!now.IsSelfTesting()) {
+            const auto failed = now.GetHealth().GetFigure(PI::HealthFigure::FAILED_SELF_TESTS);
+            task.m_TaskText2 = failed.HasValue() ? std::to_string(failed.GetValue()) +
+                                                       " failed since the last one that passed"
+                                                 : "the drive keeps no log of how it ended";
+            return;
+        }
+        if (now.GetSelfTestProgress() >= 0) {
+            task.m_TaskFlag = true;
+            task.m_TaskValue2 = static_cast<std::uint32_t>(now.GetSelfTestProgress());
+            time.AddSample(PI::CETR::NowSteady(), task.m_TaskValue2, 100);
+            task.m_TaskValue4 = time.GetRemaining().value_or(UINT64_MAX);
+        }
+        if (!report(task)) {
+            Tell(program, "--abort", drive);
+            task.m_TaskStatus = PI::PropertyValue::ABORTED;
+            return;
+        }
+        std::this_thread::sleep_for(INTERVAL);
+    }
 }
 
 }  // namespace smartctl

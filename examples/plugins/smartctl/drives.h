@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Where the drives come from: files with smartctl's reports, or smartctl itself.
+/// Where the drives come from: files with smartctl's reports, or smartctl itself, which also tests them.
 #pragma once
 
 #include <pi/exchange/smartctl.h>
+#include <pi/object.h>
+#include <pi/task.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,6 +16,7 @@ namespace smartctl {
 struct Drive {
     std::string m_Source;  ///< the file or device that it was read from
     PI::CDriveReport m_Report;
+    std::string m_Type;  ///< as smartctl calls the device's; empty when it was read from a file
 };
 
 /// Reads the files of a folder in alphabetical order.
@@ -24,7 +28,10 @@ std::vector<Drive> ReadFolder(const std::string& folder, std::vector<std::string
 /// @param errors  takes a line for each drive that could not be read
 std::vector<Drive> ReadMachine(const std::string& program, std::vector<std::string>& errors);
 
-/// Category 275 of the service's trace files: one line for each thing done.
-void Trace(const std::string& text);
+/// Starts a self-test of a drive that was asked, and follows it; or ends the one that runs. Otherwise as
+/// PluginExecute.
+/// @throws std::runtime_error saying in one line why it failed
+void SelfTest(const std::string& program, const Drive& drive, const PI::COperation& operation,
+              const std::function<bool(const PI::CTask&)>& report, PI::CTask& task);
 
 }  // namespace smartctl

@@ -3,13 +3,11 @@
 
 #include "objects.h"
 
-#include <pi/object_builder.h>
 #include <pi/remaining_lifetime.h>
-#include <velk/clock.h>
 
 #include <algorithm>
 
-#include "plugin_interface.h"
+#include "common_objects.h"
 
 namespace smartctl {
 namespace {
@@ -21,17 +19,11 @@ namespace Figure = PI::HealthFigure;
 using namespace PI::ObjectBuilder;
 
 // Property, help topic, kind of data.
-namespace AdapterRow {
-constexpr auto NAME = Describe(ID::NAME, 23081, Type::STRING);
-constexpr auto ADAPTER_NUMBER = Describe(ID::ADAPTER_NUMBER, 23003, Type::LONG);
 constexpr auto PROTOCOL = Describe(ID::PROTOCOL, 23103, Type::CHOICE);
-constexpr auto STATUS = Describe(ID::STATUS, 23127, Type::CHOICE);
-}  // namespace AdapterRow
+constexpr auto TASK_NAME = Describe(ID::NAME, 1, Type::STRING);
+constexpr auto TASK_PROGRESS = Describe(ID::VERIFY_PROGRESS, 1, Type::LONG);
 
 namespace DriveRow {
-constexpr auto NAME = Describe(ID::NAME, 23298, Type::STRING);
-constexpr auto OS_DEVICE = Describe(ID::OS_DEVICE, 23300, Type::STRING);
-constexpr auto STATUS = Describe(ID::STATUS, 23324, Type::CHOICE);
 constexpr auto SMART_FLAGGED = Describe(ID::SMART_FLAGGED, 23323, Type::CHOICE);
 constexpr auto VENDOR = Describe(ID::VENDOR, 23331, Type::STRING);
 constexpr auto PRODUCT = Describe(ID::PRODUCT, 23308, Type::STRING);
@@ -70,19 +62,12 @@ constexpr ProtocolRow PROTOCOLS[] = {
     {PI::DriveProtocol::NVME, Value::NVME, "NVMe drives"},
 };
 
-constexpr int ICON_ADAPTER_OK = 24000;
-constexpr int ICON_ADAPTER_WARNING = 24002;
-
 // No slot on a bus: numbers of our own, far above those of buses and devices. The protocol is the second
 // part.
 constexpr int ADAPTER_PLACE = 0x73630000;
 
 std::string Title(const PI::CDriveReport& report) {
     return report.GetVendor().empty() ? report.GetProduct() : report.GetVendor() + " " + report.GetProduct();
-}
-
-std::uint64_t DriveID(const Drive& drive, ObjectIDs& ids) {
-    return ids.Get("drive " + drive.m_Source);
 }
 
 bool IsBad(const Drive& drive) {
@@ -93,14 +78,12 @@ PI::_PROPERTY_VALUE Verdict(const PI::CHealthFigure& verdict) {
     return !verdict.HasValue() ? Value::UNKNOWN : verdict.GetValue() == 0 ? Value::NO : Value::YES;
 }
 
-PI::CObject MakeAdapter(const ProtocolRow& protocol, bool hasBadDrive, ObjectIDs& ids) {
-    PI::CObject adapter(ids.Get(protocol.m_AdapterName), PI::ObjectType::ADAPTER_2);
-    adapter.m_ObjectValue = static_cast<std::uint64_t>(hasBadDrive ? ICON_ADAPTER_WARNING : ICON_ADAPTER_OK);
-    AddText(adapter, AdapterRow::NAME, protocol.m_AdapterName);
-    const int index = static_cast<int>(&protocol - PROTOCOLS);
-    AddAdapterNumber(adapter, AdapterRow::ADAPTER_NUMBER, ADAPTER_PLACE, index, 0, 0);
-    AddState(adapter, AdapterRow::PROTOCOL, protocol.m_Value);
-    AddState(adapter, AdapterRow::STATUS, hasBadDrive ? Value::WARNING : Value::OK);
+PI::CObject MakeAdapter(const ProtocolRow& protocol, bool hasBadDrive, shared::ObjectIDs& ids) {
+    PI::CObject adapter = shared::MakeAdapter(ids.Get(protocol.m_AdapterName), protocol.m_AdapterName,
+                                              ADAPTER_PLACE, static_cast<int>(&protocol - PROTOCOLS),
+                                              hasBadDrive ? Value::WARNING : Value::OK);
+    adapter.m_ObjectType = PI::ObjectType::ADAPTER_2;
+    AddState(adapter, PROTOCOL, protocol.m_Value);
     return adapter;
 }
 
@@ -130,16 +113,11 @@ void AddHealth(PI::CObject& object, const PI::CDriveHealth& health) {
     }
 }
 
-PI::CObject MakeDrive(const Drive& drive, std::uint64_t adapterID, ObjectIDs& ids) {
+PI::CObject MakeDrive(const Drive& drive, std::uint64_t adapterID, shared::ObjectIDs& ids) {
     const PI::CDriveReport& report = drive.m_Report;
     const PI::_PROPERTY_VALUE status = IsBad(drive) ? Value::AVAILABLE_SMART : Value::AVAILABLE;
-    PI::CObject object(DriveID(drive, ids), PHYSICAL_DRIVE);
-    object.m_RelatedIDs1 = {adapterID};
-    object.m_ObjectValue = static_cast<std::uint64_t>(
-        PI::CPluginHelper::GetPDStatusIcon(status, report.GetMedium(), false, false, Value::ACTIVATED));
-    AddText(object, DriveRow::NAME, Title(report));
-    AddText(object, DriveRow::OS_DEVICE, report.GetDevice());
-    AddState(object, DriveRow::STATUS, status);
+    PI::CObject object = shared::MakeDrive(DriveID(drive, ids), adapterID, Title(report), report.GetDevice(),
+                                           status, report.GetMedium());
     AddState(object, DriveRow::SMART_FLAGGED, Verdict(report.GetHealth().GetFigure(Figure::VERDICT)));
     AddText(object, DriveRow::VENDOR, report.GetVendor());
     AddText(object, DriveRow::PRODUCT, report.GetProduct());
@@ -158,12 +136,37 @@ PI::CObject MakeDrive(const Drive& drive, std::uint64_t adapterID, ObjectIDs& id
         AddNumber(object, DriveRow::RPM, report.GetRPM());
     }
     AddHealth(object, report.GetHealth());
+    if (drive.m_Type.empty()) {  // read from a file
+        return object;
+    }
+    if (report.IsSelfTesting()) {
+        AddOperation(object, PI::OperationID::CANCEL_VERIFY, 23422);
+    } else {
+        AddOperation(object, PI::OperationID::START_VERIFY, 23517);
+        object.m_Operations.back().m_Properties.emplace_back(ID::TYPE, false).SetValue("short");
+    }
     return object;
+}
+
+/// A self-test that runs, whoever has started it.
+PI::CObject MakeTask(const Drive& drive, std::uint64_t driveID, shared::ObjectIDs& ids) {
+    PI::CObject task(ids.Get("self-test of " + drive.m_Source), PI::ObjectType::TASK);
+    task.m_RelatedIDs1 = {driveID};
+    AddText(task, TASK_NAME, "self-test");
+    if (drive.m_Report.GetSelfTestProgress() >= 0) {
+        AddNumber(task, TASK_PROGRESS, static_cast<unsigned long>(drive.m_Report.GetSelfTestProgress()));
+    }
+    return task;
 }
 
 }  // namespace
 
-void AppendObjects(const std::vector<Drive>& drives, ObjectIDs& ids, std::vector<PI::CObject>& objects) {
+std::uint64_t DriveID(const Drive& drive, shared::ObjectIDs& ids) {
+    return ids.Get("drive " + drive.m_Source);
+}
+
+void AppendObjects(const std::vector<Drive>& drives, shared::ObjectIDs& ids,
+                   std::vector<PI::CObject>& objects) {
     for (const ProtocolRow& protocol : PROTOCOLS) {
         std::vector<const Drive*> group;
         for (const Drive& drive : drives) {
@@ -180,11 +183,14 @@ void AppendObjects(const std::vector<Drive>& drives, ObjectIDs& ids, std::vector
         const std::uint64_t adapterID = objects.back().m_ObjectID;
         for (const Drive* const drive : group) {
             objects.push_back(MakeDrive(*drive, adapterID, ids));
+            if (drive->m_Report.IsSelfTesting()) {
+                objects.push_back(MakeTask(*drive, objects.back().m_ObjectID, ids));
+            }
         }
     }
 }
 
-void EventLog::Update(const std::vector<Drive>& drives, ObjectIDs& ids) {
+void EventLog::Update(const std::vector<Drive>& drives, shared::ObjectIDs& ids) {
     for (const Drive& drive : drives) {
         const std::string& serial = drive.m_Report.GetCorrectedSerialNumber();
         const std::string name = Title(drive.m_Report) + " (" + drive.m_Report.GetDevice() +
@@ -194,34 +200,20 @@ void EventLog::Update(const std::vector<Drive>& drives, ObjectIDs& ids) {
                 continue;
             }
             if (reason.GetFigure().GetFigure() == Figure::WEAR) {
-                Add(DriveID(drive, ids), PI::EventID::PD_WEAR_LEVEL_COUNT_ABOVE_THRESHOLD, name,
-                    reason.GetText());
+                AddOnce(DriveID(drive, ids), PI::EventID::PD_WEAR_LEVEL_COUNT_ABOVE_THRESHOLD, name,
+                        reason.GetText());
             } else if (reason.GetState() >= PI::DriveState::REPLACE) {
-                Add(DriveID(drive, ids), PI::EventID::SMART_WARNING, name, reason.GetText());
+                AddOnce(DriveID(drive, ids), PI::EventID::SMART_WARNING, name, reason.GetText());
             }
         }
     }
 }
 
-void EventLog::Add(std::uint64_t handle, PI::_EVENT_ID id, const std::string& drive,
-                   const std::string& detail) {
-    if (!m_Told.emplace(handle, id).second) {
-        return;
+void EventLog::AddOnce(std::uint64_t handle, PI::_EVENT_ID id, const std::string& drive,
+                       const std::string& detail) {
+    if (m_Told.emplace(handle, id).second) {
+        Add(handle, id, PI::Severity::WARNING, drive, detail);
     }
-    Trace("event " + PI::EventIDToString(id));
-    PI::CEvent& event = m_Events.emplace_back();
-    event.m_Handle = handle;
-    event.m_EventID = static_cast<std::uint32_t>(id);
-    event.m_Severity = PI::Severity::WARNING;
-    event.m_TimeStamp = VELK::now();
-    event.SetPlaceHolder1(drive);
-    event.SetPlaceHolder2(detail);
-    event.m_Source = "smartctl";
-    event.m_SequenceNumber = ++m_SequenceNumber;
-}
-
-std::vector<PI::CEvent> EventLog::Take() {
-    return std::exchange(m_Events, {});
 }
 
 }  // namespace smartctl

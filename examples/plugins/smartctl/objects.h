@@ -6,44 +6,32 @@
 #include <pi/model.h>
 
 #include <cstdint>
-#include <map>
 #include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "drives.h"
+#include "plugin_base.h"
 
 namespace smartctl {
 
-/// Gives things identifiers that stay the same from poll to poll.
-class ObjectIDs {
-public:
-    std::uint64_t Get(const std::string& thing) {
-        return m_IDs.emplace(thing, m_IDs.size() + 1).first->second;
-    }
+std::uint64_t DriveID(const Drive& drive, shared::ObjectIDs& ids);
 
-private:
-    std::map<std::string, std::uint64_t> m_IDs;
-};
-
-/// Makes the drives into objects, below one adapter for each protocol.
-void AppendObjects(const std::vector<Drive>& drives, ObjectIDs& ids, std::vector<PI::CObject>& objects);
+/// Makes the drives into objects, below one adapter for each protocol, and self-tests that run
+/// into tasks.
+void AppendObjects(const std::vector<Drive>& drives, shared::ObjectIDs& ids,
+                   std::vector<PI::CObject>& objects);
 
 /// Tells of every drive once that it fails or is to be replaced, and once that it is wearing out.
-class EventLog {
+class EventLog : public shared::EventList {
 public:
-    void Update(const std::vector<Drive>& drives, ObjectIDs& ids);
-
-    /// Hands over the events since the last call.
-    std::vector<PI::CEvent> Take();
+    void Update(const std::vector<Drive>& drives, shared::ObjectIDs& ids);
 
 private:
-    void Add(std::uint64_t handle, PI::_EVENT_ID id, const std::string& drive, const std::string& detail);
+    void AddOnce(std::uint64_t handle, PI::_EVENT_ID id, const std::string& drive, const std::string& detail);
 
     std::set<std::pair<std::uint64_t, PI::_EVENT_ID>> m_Told;
-    std::vector<PI::CEvent> m_Events;
-    std::uint32_t m_SequenceNumber = 0;
 };
 
 }  // namespace smartctl

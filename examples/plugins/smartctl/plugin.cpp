@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
+// Drives as smartctl reports them. To copy from: objects.cpp, which makes objects and events of what the
+// library knows of a drive; drives.cpp, which runs a program and follows what it has begun. The entry points
+// here are thin.
 
 #include "plugin_interface.h"
 
-#include <exception>
+#include <algorithm>
+#include <stdexcept>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <vector>
 
-#include "drives.h"
 #include "objects.h"
+
+const shared::Identity shared::IDENTITY = {"smartctl", 502};
 
 namespace {
 
@@ -16,21 +21,11 @@ namespace {
 struct State {
     std::string m_Folder;  // empty: the drives of this machine
     std::string m_Program = "smartctl";
-    smartctl::ObjectIDs m_IDs;
+    shared::ObjectIDs m_IDs;
     smartctl::EventLog m_EventLog;
+    std::vector<smartctl::Drive> m_Drives;
 };
 State state;
-
-/// Runs the body of an entry point: nothing may be thrown into the host.
-template <class Body>
-int Guard(std::vector<std::string>& errors, Body body) {
-    try {
-        body();
-    } catch (const std::exception& error) {
-        errors.emplace_back(error.what());
-    }
-    return errors.empty() ? PI::ErrorCode::SUCCESS : PI::ErrorCode::GENERAL;
-}
 
 }  // namespace
 
@@ -39,7 +34,7 @@ int PluginInterfaceVersion() {
 }
 
 const char* PluginName() {
-    return "smartctl";
+    return shared::IDENTITY.m_Name;
 }
 
 int PluginConfigure(const char* key, const char* value) {
@@ -48,23 +43,32 @@ int PluginConfigure(const char* key, const char* value) {
         return PI::ErrorCode::INVALID_PARAMETER;
     }
     std::vector<std::string> errors;
-    return Guard(errors, [&] { (name == "folder" ? state.m_Folder : state.m_Program) = value; });
+    return shared::Guard(errors, [&] { (name == "folder" ? state.m_Folder : state.m_Program) = value; });
 }
 
 int PluginGetObjects(std::vector<PI::CObject>& objects, std::vector<std::string>& errors) {
-    return Guard(errors, [&] {
-        const std::vector<smartctl::Drive> drives = state.m_Folder.empty()
-                                                        ? smartctl::ReadMachine(state.m_Program, errors)
-                                                        : smartctl::ReadFolder(state.m_Folder, errors);
-        smartctl::AppendObjects(drives, state.m_IDs, objects);
-        state.m_EventLog.Update(drives, state.m_IDs);
+    return shared::Guard(errors, [&] {
+        state.m_Drives = state.m_Folder.empty() ? smartctl::ReadMachine(state.m_Program, errors)
+                                                : smartctl::ReadFolder(state.m_Folder, errors);
+        smartctl::AppendObjects(state.m_Drives, state.m_IDs, objects);
+        state.m_EventLog.Update(state.m_Drives, state.m_IDs);
     });
 }
 
 int PluginGetEvents(std::vector<PI::CEvent>& events, std::vector<std::string>& errors) {
-    return Guard(errors, [&] {
-        for (PI::CEvent& event : state.m_EventLog.Take()) {
-            events.push_back(std::move(event));
+    return shared::Guard(errors, [&] { events = state.m_EventLog.Take(); });
+}
+
+int PluginExecute(std::uint64_t objectID, const PI::COperation& operation,
+                  const std::function<bool(const PI::CTask&)>& report, PI::CTask& task,
+                  std::vector<std::string>& errors) {
+    return shared::Guard(errors, [&] {
+        for (const smartctl::Drive& drive : state.m_Drives) {
+            if (!drive.m_Type.empty() && smartctl::DriveID(drive, state.m_IDs) == objectID) {
+                smartctl::SelfTest(state.m_Program, drive, operation, report, task);
+                return;
+            }
         }
+        throw std::runtime_error("there is no such drive");
     });
 }

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The beginning of an adapter and of a physical drive, which is the same whoever reports them; more is added
+/// by the plug-in.
+#pragma once
+
+#include <pi/object_builder.h>
+
+#include <string>
+
+#include "plugin_interface.h"
+
+namespace shared {
+
+/// An adapter that sits in no slot: its number among all adapters comes from where the plug-in says.
+/// @param place  a number of the plug-in's own, far above those of buses and devices
+/// @param part   of several adapters at one place
+/// @param status OK, ERROR, or another, which counts as a warning
+inline PI::CObject MakeAdapter(std::uint64_t id, const std::string& name, int place, int part,
+                               PI::_PROPERTY_VALUE status) {
+    using namespace PI::ObjectBuilder;
+    namespace Value = PI::PropertyValue;
+    constexpr auto NAME = Describe(PI::PropertyID::NAME, 23081, PI::PropertyType::STRING);
+    constexpr auto NUMBER = Describe(PI::PropertyID::ADAPTER_NUMBER, 23003, PI::PropertyType::LONG);
+    constexpr auto STATUS = Describe(PI::PropertyID::STATUS, 23127, PI::PropertyType::CHOICE);
+    PI::CObject adapter(id, PI::ObjectType::ADAPTER_1);
+    adapter.m_ObjectValue = status == Value::OK ? 24000U : status == Value::ERROR ? 24001U : 24002U;
+    AddText(adapter, NAME, name);
+    AddAdapterNumber(adapter, NUMBER, place, part, 0, 0);
+    AddState(adapter, STATUS, status);
+    return adapter;
+}
+
+/// @param device its file below /dev; empty when it has none
+/// @param medium HDD or SSD; 0 when not known
+inline PI::CObject MakeDrive(std::uint64_t id, std::uint64_t parentID, const std::string& name,
+                             const std::string& device, PI::_PROPERTY_VALUE status, int medium) {
+    using namespace PI::ObjectBuilder;
+    constexpr auto NAME = Describe(PI::PropertyID::NAME, 23298, PI::PropertyType::STRING);
+    constexpr auto OS_DEVICE = Describe(PI::PropertyID::OS_DEVICE, 23300, PI::PropertyType::STRING);
+    constexpr auto STATUS = Describe(PI::PropertyID::STATUS, 23324, PI::PropertyType::CHOICE);
+    PI::CObject drive(id, PHYSICAL_DRIVE);
+    drive.m_RelatedIDs1 = {parentID};
+    drive.m_ObjectValue = static_cast<std::uint64_t>(
+        PI::CPluginHelper::GetPDStatusIcon(status, medium, false, false, PI::PropertyValue::ACTIVATED));
+    AddText(drive, NAME, name);
+    if (!device.empty()) {
+        AddText(drive, OS_DEVICE, device);
+    }
+    AddState(drive, STATUS, status);
+    return drive;
+}
+
+}  // namespace shared
