@@ -49,7 +49,7 @@ const std::string& CDriveReport::GetProduct() const noexcept {
 }
 
 const std::string& CDriveReport::GetCorrectedSerialNumber() const noexcept {
-    return m_Facts->m_CorrectedSerial;
+    return m_Facts->m_Identity.m_CorrectedSerial;
 }
 
 std::uint64_t CDriveReport::GetCapacity() const noexcept {
@@ -73,15 +73,15 @@ std::uint32_t CDriveReport::GetRPM() const noexcept {
 }
 
 bool CDriveReport::IsRPMReported() const noexcept {
-    return m_Facts->m_IsRPMReported;
+    return m_Facts->m_Identity.m_IsRPMReported;
 }
 
 bool CDriveReport::IsVolume() const noexcept {
-    return *m_Facts->m_VolumeKind != '\0';
+    return *m_Facts->m_Identity.m_VolumeKind != '\0';
 }
 
 const char* CDriveReport::GetVolumeKind() const noexcept {
-    return m_Facts->m_VolumeKind;
+    return m_Facts->m_Identity.m_VolumeKind;
 }
 
 std::int64_t CDriveReport::GetTime() const noexcept {

@@ -63,15 +63,12 @@ std::uint64_t Byte(std::uint64_t value) {
 
 }  // namespace
 
-bool ReadRawText(std::string_view text, std::string_view name, std::uint64_t& raw) {
+std::optional<std::uint64_t> ReadRawText(std::string_view text, std::string_view name) {
     const Numbers numbers(text);
     if (!numbers.Begins("#")) {
-        return false;
+        return std::nullopt;
     }
-    raw = numbers[0];
-    if (numbers.Is("#") || numbers.IsHex()) {
-        return true;
-    }
+    std::uint64_t raw = numbers[0];
     // Times: hours with minutes; with seconds; with thousandths, which count apart from the hours.
     if (numbers.Begins("#h+#m+#.#s")) {
         raw |= ((numbers[1] * 60 + numbers[2]) * 1000 + numbers[3]) << 32;
@@ -97,7 +94,7 @@ bool ReadRawText(std::string_view text, std::string_view name, std::uint64_t& ra
     } else if (numbers.Is("#/#")) {  // of 24 bits each
         raw = Join(numbers, 0, 2, 24);
     }
-    return true;
+    return raw;
 }
 
 bool IsWholeRawText(std::string_view text) {

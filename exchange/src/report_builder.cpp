@@ -2,46 +2,18 @@
 
 #include "report_builder.h"
 
-#include <pi/plugin_helper.h>
 #include <pi/vocabulary.h>
 
 #include <algorithm>
-#include <iterator>
 #include <limits>
-#include <stdexcept>
 #include <utility>
-
-#include "model_names.h"
 
 namespace PI {
 
 namespace {
 
-void NameParts(ReportIdentity& identity) {
-    // What stands behind a translation to SCSI that names no vendor is an ATA drive by its model.
-    const bool isSplit = identity.m_Vendor.empty() || identity.m_Vendor == "ATA";
-    if (identity.m_Model.empty()) {
-        identity.m_Model = identity.m_Vendor + (identity.m_Vendor.empty() ? "" : " ") + identity.m_Product;
-    }
-    if (isSplit) {
-        const std::string model = identity.m_Product.empty() ? identity.m_Model : identity.m_Product;
-        SplitModel(model, identity.m_Vendor, identity.m_Product);
-    }
-}
-
-/// Speed of a disk that does not report it.
-std::uint32_t FindRPM(const ReportIdentity& identity) {
-    unsigned long rpm = 0;
-    try {
-        CPluginHelper::GetSATARPM(identity.m_Vendor, identity.m_Product, rpm);
-    } catch (const std::out_of_range&) {
-        return 0;  // the name is too short for the rule
-    }
-    return static_cast<std::uint32_t>(rpm);
-}
-
 struct StatusBit {
-    unsigned m_Bit;
+    int m_Bit;
     const char* m_Meaning;
 };
 // Manual of smartctl, "EXIT STATUS"; what of bits 4 and 5 its code does.
@@ -58,8 +30,8 @@ constexpr StatusBit STATUS_BITS[] = {
 
 struct StatisticName {
     std::string_view m_Name;
-    std::uint32_t m_Page;
-    std::uint32_t m_Offset;
+    int m_Page;
+    int m_Offset;
 };
 // ACS-4 9.5, in smartctl's words.
 constexpr StatisticName STATISTIC_NAMES[] = {
@@ -67,6 +39,7 @@ constexpr StatisticName STATISTIC_NAMES[] = {
     {"Power-on Hours", 1, 0x10},
     {"Logical Sectors Written", 1, 0x18},
     {"Logical Sectors Read", 1, 0x28},
+    {"Pending Error Count", 1, 0x40},
     {"Number of Reallocated Logical Sectors", 3, 0x20},
     {"Number of Reported Uncorrectable Errors", 4, 0x08},
     {"Current Temperature", 5, 0x08},
@@ -97,32 +70,18 @@ bool ReadDigits(std::string_view text, std::uint64_t& number) {
 }  // namespace
 
 ReportBuilder::ReportBuilder(ReportIdentity identity) {
-    NameParts(identity);
-    const bool isReported = identity.m_RPM != 0;
-    const bool isATADisk =
-        identity.m_Protocol == DriveProtocol::ATA && identity.m_Medium == PropertyValue::HDD;
-    if (!isReported && isATADisk) {
-        identity.m_RPM = FindRPM(identity);
-    }
-    std::string serial = identity.m_Serial;
-    if (identity.m_Protocol == DriveProtocol::ATA) {
-        CPluginHelper::CorrectSerialNumber(identity.m_Vendor, identity.m_Product, serial);
-    }
-    const char* volume = FindVolumeKind(identity.m_Model);
+    identity.Complete();
     CDriveHealth health(identity.m_Protocol, identity.m_Model);
     health.SetCapacity(identity.m_Capacity);
     health.SetBlockSize(identity.m_BlockSize);
-    if (identity.m_Medium != 0) {
-        health.SetMedium(identity.m_Medium);
-    }
-    m_Facts = std::make_unique<CDriveReport::CFacts>(CDriveReport::CFacts{
-        std::move(identity), std::move(serial), isReported, volume, std::move(health), {}});
-    if (*volume != '\0') {
-        Note(std::string("this is no drive but a ") + volume);
+    m_Facts = std::make_unique<CDriveReport::CFacts>(
+        CDriveReport::CFacts{std::move(identity), std::move(health), {}});
+    if (*m_Facts->m_Identity.m_VolumeKind != '\0') {
+        Note(std::string("this is no drive but a ") + m_Facts->m_Identity.m_VolumeKind);
     }
 }
 
-void ReportBuilder::NoteExitStatus(std::uint64_t status) {
+void ReportBuilder::NoteExitStatus(int status) {
     for (const StatusBit& bit : STATUS_BITS) {
         if ((status >> bit.m_Bit & 1) != 0) {
             Note("exit status of smartctl: " + std::string(bit.m_Meaning));
@@ -130,13 +89,13 @@ void ReportBuilder::NoteExitStatus(std::uint64_t status) {
     }
 }
 
-void ReportBuilder::Verdict(bool passed, unsigned sense, unsigned qualifier) {
+void ReportBuilder::Verdict(bool passed, int sense, int qualifier) {
     constexpr std::int64_t PASSED = 0;
     constexpr std::int64_t FAILING = 1;
     constexpr std::int64_t WARNING = 2;
-    constexpr unsigned ASC_WARNING = 0x0B;
-    constexpr unsigned ASC_FAILURE_PREDICTED = 0x5D;
-    constexpr unsigned ASCQ_FALSE_ALARM = 0xFF;
+    constexpr int ASC_WARNING = 0x0B;
+    constexpr int ASC_FAILURE_PREDICTED = 0x5D;
+    constexpr int ASCQ_FALSE_ALARM = 0xFF;
     constexpr std::uint32_t INFORMATIONAL_EXCEPTIONS = 0x2F;
     const bool isTest = sense == ASC_FAILURE_PREDICTED && qualifier == ASCQ_FALSE_ALARM;
     const std::int64_t verdict = sense == ASC_WARNING ? WARNING : passed || isTest ? PASSED : FAILING;
@@ -150,29 +109,37 @@ void ReportBuilder::Verdict(bool passed, unsigned sense, unsigned qualifier) {
     }
 }
 
-void ReportBuilder::Attribute(unsigned id, const std::string& name, unsigned flags, int current, int worst,
-                              int threshold, std::uint64_t raw) {
-    if (id > std::numeric_limits<std::uint8_t>::max() ||
-        !Health().TakeAttribute(static_cast<std::uint8_t>(id), name.c_str(),
-                                static_cast<std::uint16_t>(flags), current, worst, threshold, raw)) {
+void ReportBuilder::Attribute(int id, const std::string& name, int flags, int current, int worst,
+                              int threshold, std::optional<std::uint64_t> raw) {
+    constexpr std::uint64_t MOST = (std::uint64_t{1} << 56) - 1;
+    constexpr int SPIN_UP_TIME = 3;
+    constexpr int SEEK_ERRORS = 7;
+    if (!raw || *raw > MOST) {
+        Note("attribute " + std::to_string(id) + " has no raw value and is passed over");
+    } else if (id < 0 || id > std::numeric_limits<std::uint8_t>::max() ||
+               !Health().TakeAttribute(static_cast<std::uint8_t>(id), name.c_str(),
+                                       static_cast<std::uint16_t>(flags), current, worst, threshold, *raw)) {
         Note("attribute " + std::to_string(id) + " is not read: its number is none, or 30 are read already");
     }
+    m_HasSpindle = m_HasSpindle || ((id == SPIN_UP_TIME || id == SEEK_ERRORS) && raw.value_or(0) != 0);
 }
 
-void ReportBuilder::Statistic(std::uint32_t page, std::uint32_t offset, std::string_view name,
-                              std::int64_t value) {
+void ReportBuilder::Statistic(int page, int offset, std::string_view name, std::int64_t value) {
     if (offset != 0) {
-        Health().TakeStatistic(page, offset, value);
+        Health().TakeStatistic(static_cast<std::uint32_t>(page), static_cast<std::uint32_t>(offset), value);
         return;
     }
     for (const StatisticName& row : STATISTIC_NAMES) {
         if (row.m_Page == page && row.m_Name == name) {
-            Health().TakeStatistic(row.m_Page, row.m_Offset, value);
+            Statistic(page, row.m_Offset, name, value);
         }
     }
 }
 
-void ReportBuilder::Gigabytes(_HEALTH_FIGURE figure, std::string_view text, std::uint32_t page) {
+void ReportBuilder::Gigabytes(bool isWritten, std::string_view text) {
+    constexpr std::uint32_t WRITE_ERRORS = 0x02;
+    constexpr std::uint32_t READ_ERRORS = 0x03;
+    constexpr std::uint64_t MOST = std::numeric_limits<std::int64_t>::max();
     // Three digits behind the last separator, which is that of the caller's language.
     const std::size_t separator = text.find_last_of(".,");
     const std::size_t decimals = separator == std::string_view::npos ? 0 : text.size() - separator - 1;
@@ -185,12 +152,22 @@ void ReportBuilder::Gigabytes(_HEALTH_FIGURE figure, std::string_view text, std:
         Note("an amount of \"" + std::string(text) + "\" gigabytes is no number");
         return;
     }
-    constexpr std::uint64_t MOST = std::numeric_limits<std::int64_t>::max();
-    Health().TakeFigure(figure, static_cast<std::int64_t>(number > MOST / unit ? MOST : number * unit),
-                        FigureSource::SCSI_LOG_PAGE, page);
+    Health().TakeFigure(isWritten ? HealthFigure::BYTES_WRITTEN : HealthFigure::BYTES_READ,
+                        static_cast<std::int64_t>(number > MOST / unit ? MOST : number * unit),
+                        FigureSource::SCSI_LOG_PAGE, isWritten ? WRITE_ERRORS : READ_ERRORS);
 }
 
 CDriveReport ReportBuilder::Take() {
+    ReportIdentity& identity = m_Facts->m_Identity;
+    const bool hasWear = Health().GetFigure(HealthFigure::WEAR).HasValue();
+    if (identity.m_Medium == 0 && identity.m_Protocol == DriveProtocol::SCSI && hasWear) {
+        identity.m_Medium = PropertyValue::SSD;
+    } else if (identity.m_Medium == 0 && identity.m_Protocol == DriveProtocol::ATA && m_HasSpindle) {
+        identity.ShowDisk();
+    }
+    if (identity.m_Medium != 0) {
+        Health().SetMedium(identity.m_Medium);
+    }
     return CDriveReport(std::move(m_Facts));
 }
 
@@ -203,7 +180,8 @@ _SELF_TEST_OUTCOME ToOutcome(std::string_view type, std::string_view status) {
         return extended ? SelfTestOutcome::EXTENDED_PASSED : SelfTestOutcome::SHORT_PASSED;
     }
     // A SCSI drive's "Completed" passed; "Completed: ..." and "Completed, segment failed" did not.
-    if (has(status, "ail") || has(status, "Completed:") || has(status, "Fatal") || has(status, "damage")) {
+    if (has(status, "ail") || has(status, "Completed:") || has(status, "nknown error") ||
+        has(status, "Fatal")) {
         return extended ? SelfTestOutcome::EXTENDED_FAILED : SelfTestOutcome::SHORT_FAILED;
     }
     if (status.substr(0, 9) == "Completed") {

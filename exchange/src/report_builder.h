@@ -5,13 +5,14 @@
 #include <pi/exchange/smartctl.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace PI {
 
-/// What names a drive and what it is, as the report has it.
+/// What names a drive and what it is: texts and numbers as the report has them, and what follows from them.
 struct ReportIdentity {
     _DRIVE_PROTOCOL m_Protocol = DriveProtocol::UNKNOWN;
     std::string m_Device;
@@ -20,21 +21,44 @@ struct ReportIdentity {
     std::string m_Product;  ///< likewise
     std::string m_Serial;
     std::string m_Firmware;
+    std::string m_Interface;  ///< "SAS (SPL-4)", "SATA 3.1"
+    std::string m_Trim;       ///< "true", "Available, deterministic"
+    std::string m_LocalTime;  ///< where the report has no number for it
     std::uint64_t m_Capacity = 0;
     std::uint32_t m_BlockSize = 0;
-    int m_Transport = 0;
     int m_Medium = 0;
     std::uint32_t m_RPM = 0;
     std::int64_t m_Time = 0;
     bool m_IsSelfTesting = false;
     int m_SelfTestProgress = -1;
+
+    std::string m_CorrectedSerial;
+    int m_Transport = 0;
+    bool m_IsRPMReported = false;
+    const char* m_VolumeKind = "";
+
+    /// Whether the report names a drive.
+    bool IsKnown() const;
+    /// What follows from the texts and numbers.
+    void Complete();
+    /// The report shows a disk; its speed is that of the rule for the model where it is not reported.
+    void ShowDisk();
 };
+
+/// Part of the identity that a report has: a text, or a number from 0.
+struct IdentityRow {
+    _DRIVE_PROTOCOL m_Protocol;  ///< that the label shows; UNKNOWN: none
+    const char* m_Path;          ///< in JSON, null where there is none
+    const char* m_Label;  ///< in text: how its line begins, with # for a number; null where there is none
+    std::string ReportIdentity::*m_Text;
+    void (*m_SetNumber)(ReportIdentity& identity, std::int64_t number);
+};
+
+extern const IdentityRow IDENTITY_ROWS[];
+extern const std::size_t IDENTITY_ROW_COUNT;
 
 struct CDriveReport::CFacts {
     ReportIdentity m_Identity;
-    std::string m_CorrectedSerial;
-    bool m_IsRPMReported = false;
-    const char* m_VolumeKind = "";
     CDriveHealth m_Health;
     std::vector<std::string> m_Notes;
 };
@@ -49,25 +73,26 @@ public:
 
     void Note(std::string text) { m_Facts->m_Notes.push_back(std::move(text)); }
     /// smartctl's exit status: a note for each of its bits.
-    void NoteExitStatus(std::uint64_t status);
+    void NoteExitStatus(int status);
 
     /// The verdict on a drive; additional sense of a SCSI drive that gives one, 0 for none.
-    void Verdict(bool passed, unsigned sense = 0, unsigned qualifier = 0);
+    void Verdict(bool passed, int sense = 0, int qualifier = 0);
 
-    /// A row of the table of attributes; raw as decoded by smartctl where the value itself is not given.
-    void Attribute(unsigned id, const std::string& name, unsigned flags, int current, int worst,
-                   int threshold, std::uint64_t raw);
+    /// A row of the table of attributes, with -1 for what is not given.
+    void Attribute(int id, const std::string& name, int flags, int current, int worst, int threshold,
+                   std::optional<std::uint64_t> raw);
 
     /// A value of ATA device statistics; offset 0 where only its name is given.
-    void Statistic(std::uint32_t page, std::uint32_t offset, std::string_view name, std::int64_t value);
+    void Statistic(int page, int offset, std::string_view name, std::int64_t value);
 
     /// Amount in 10^9 bytes as the SCSI error counters have it, "2124.590" or "2124,590".
-    void Gigabytes(_HEALTH_FIGURE figure, std::string_view text, std::uint32_t page);
+    void Gigabytes(bool isWritten, std::string_view text);
 
     CDriveReport Take();
 
 private:
     std::unique_ptr<CDriveReport::CFacts> m_Facts;
+    bool m_HasSpindle = false;
 };
 
 /// A figure that a report names.
@@ -96,8 +121,8 @@ _SELF_TEST_OUTCOME ToOutcome(std::string_view type, std::string_view status);
 
 /// A raw value as smartctl formats it: "31 (Min/Max 22/43)", "122817 (237 33 0)", "12345h+23m+10.123s".
 /// @param name of the attribute, which tells the unit of times
-/// @return false when the value cannot be told
-bool ReadRawText(std::string_view text, std::string_view name, std::uint64_t& raw);
+/// @return none when the value cannot be told
+std::optional<std::uint64_t> ReadRawText(std::string_view text, std::string_view name);
 
 /// Whether the text of a raw value holds all its bits by itself: one number with 0x before it, or bytes or
 /// words.

@@ -17,6 +17,7 @@ constexpr auto ATA_LOG = FigureSource::ATA_LOG;
 constexpr auto SCSI_PAGE = FigureSource::SCSI_LOG_PAGE;
 constexpr auto NVME_LOG = FigureSource::NVME_LOG;
 constexpr auto PROGRAM = FigureSource::PROGRAM;
+constexpr std::uint32_t ENVIRONMENT = 0x10D;
 }  // namespace
 
 // Source: RELEASE_7_0 to 7_5 of smartmontools. A first row that is for any protocol gives what another row
@@ -34,8 +35,9 @@ const ReportFigure REPORT_FIGURES[] = {
     {ATA, nullptr, "Min/Max recommended Temperature:", HealthFigure::TEMPERATURE_LIMIT, PROGRAM, 0},
     {ATA, "ata_sct_status.temperature.current", "Current Temperature:", HealthFigure::TEMPERATURE, ATA_LOG, 0xE0},
     {ATA, "ata_sct_status.temperature.lifetime_max", "Lifetime    Min/Max Temperature:", HealthFigure::HIGHEST_TEMPERATURE, ATA_LOG, 0xE0},
-    {ATA, "ata_smart_error_log.summary.count", nullptr, HealthFigure::LOGGED_ERRORS, ATA_LOG, 0x01},
-    {ATA, "ata_smart_error_log.extended.count", nullptr, HealthFigure::LOGGED_ERRORS, ATA_LOG, 0x03},
+    {ATA, "ata_sct_status.temperature.op_limit_max", "Specified Max Operating Temperature:", HealthFigure::TEMPERATURE_LIMIT, ATA_LOG, 0xE0},
+    {ATA, "ata_smart_error_log.summary.count", "ATA Error Count:", HealthFigure::LOGGED_ERRORS, ATA_LOG, 0x01},
+    {ATA, "ata_smart_error_log.extended.count", "Device Error Count:", HealthFigure::LOGGED_ERRORS, ATA_LOG, 0x03},
     {ATA, "ata_pending_defects_log.count", nullptr, HealthFigure::PENDING_SECTORS, ATA_LOG, 0x0C},
     {NVME, "spare_available.current_percent", nullptr, HealthFigure::SPARE, PROGRAM, 0},
     {NVME, "spare_available.threshold_percent", nullptr, HealthFigure::SPARE_THRESHOLD, PROGRAM, 0},
@@ -52,12 +54,17 @@ const ReportFigure REPORT_FIGURES[] = {
     {NVME, NVME_HEALTH("unsafe_shutdowns"), "Unsafe Shutdowns:", HealthFigure::UNSAFE_SHUTDOWNS, NVME_LOG, 0x02},
     {NVME, NVME_HEALTH("media_errors"), "Media and Data Integrity Errors:", HealthFigure::MEDIA_ERRORS, NVME_LOG, 0x02},
     {NVME, NVME_HEALTH("num_err_log_entries"), "Error Information Log Entries:", HealthFigure::LOGGED_ERRORS, NVME_LOG, 0x02},
+    {NVME, "nvme_composite_temperature_threshold.warning", nullptr, HealthFigure::TEMPERATURE_LIMIT, FigureSource::NVME_IDENTIFY, 0},
+    {NVME, "nvme_composite_temperature_threshold.critical", nullptr, HealthFigure::CRITICAL_TEMPERATURE, FigureSource::NVME_IDENTIFY, 0},
     {NVME, "temperature.op_limit_max", "Warning  Comp. Temp. Threshold:", HealthFigure::TEMPERATURE_LIMIT, FigureSource::NVME_IDENTIFY, 0},
     {NVME, "temperature.critical_limit_max", "Critical Comp. Temp. Threshold:", HealthFigure::CRITICAL_TEMPERATURE, FigureSource::NVME_IDENTIFY, 0},
     {SCSI, "temperature.current", "Current Drive Temperature:", HealthFigure::TEMPERATURE, SCSI_PAGE, 0x0D},
     {SCSI, "temperature.drive_trip", "Drive Trip Temperature:", HealthFigure::TEMPERATURE_LIMIT, SCSI_PAGE, 0x0D},
     {SCSI, "scsi_temperature.drive_trip", nullptr, HealthFigure::TEMPERATURE_LIMIT, SCSI_PAGE, 0x0D},
+    {SCSI, "scsi_environmental_reports.temperature_1.current", "Current temperature =", HealthFigure::TEMPERATURE, SCSI_PAGE, ENVIRONMENT},
+    {SCSI, "scsi_environmental_reports.temperature_1.lifetime_maximum", "Lifetime maximum temperature =", HealthFigure::HIGHEST_TEMPERATURE, SCSI_PAGE, ENVIRONMENT},
     {SCSI, "scsi_percentage_used_endurance_indicator", "Percentage used endurance indicator:", HealthFigure::WEAR, SCSI_PAGE, 0x11},
+    {SCSI, nullptr, "SS Media used endurance indicator:", HealthFigure::WEAR, SCSI_PAGE, 0x11},
     {SCSI, "scsi_grown_defect_list", "Elements in grown defect list:", HealthFigure::REALLOCATED_SECTORS, FigureSource::SCSI_DEFECT_LIST, 0},
     {SCSI, "scsi_pending_defects.count", "Pending defect count:", HealthFigure::PENDING_SECTORS, SCSI_PAGE, 0x115},
     {SCSI, "power_on_time.hours", "Accumulated power on time, hours:minutes", HealthFigure::POWER_ON_HOURS, SCSI_PAGE, 0x15},
@@ -72,14 +79,17 @@ const std::size_t REPORT_FIGURE_COUNT = std::size(REPORT_FIGURES);
 
 void ReportFigure::Give(std::int64_t value, ReportBuilder& builder) const {
     constexpr std::int64_t DATA_UNIT = 512000;  // a thousand blocks of 512 bytes, whatever the block size
-    const bool isNVMeAmount = m_Source == FigureSource::NVME_LOG && (m_Figure == HealthFigure::BYTES_READ ||
-                                                                     m_Figure == HealthFigure::BYTES_WRITTEN);
-    if (value == 0 && (isNVMeAmount || m_Figure == HealthFigure::TEMPERATURE_LIMIT ||
-                       m_Figure == HealthFigure::CRITICAL_TEMPERATURE)) {
-        return;  // 0 stands for none
+    constexpr std::int64_t NO_LIMIT = 127;      // the highest of a signed byte
+    constexpr std::int64_t MOST = std::numeric_limits<std::int64_t>::max();
+    const bool isAmount = m_Figure == HealthFigure::BYTES_READ || m_Figure == HealthFigure::BYTES_WRITTEN;
+    const bool isLimit =
+        m_Figure == HealthFigure::TEMPERATURE_LIMIT || m_Figure == HealthFigure::CRITICAL_TEMPERATURE;
+    const bool isSCSITemperature =
+        m_Figure == HealthFigure::TEMPERATURE && m_Number != ENVIRONMENT && builder.Protocol() == SCSI;
+    if ((value == 0 && (isAmount || isLimit || isSCSITemperature)) || (value == NO_LIMIT && isLimit)) {
+        return;  // stands for none
     }
-    if (isNVMeAmount) {
-        constexpr std::int64_t MOST = std::numeric_limits<std::int64_t>::max();
+    if (isAmount) {
         value = value > MOST / DATA_UNIT ? MOST : value * DATA_UNIT;
     }
     builder.Health().TakeFigure(m_Figure, value, m_Source, m_Number);

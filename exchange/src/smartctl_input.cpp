@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a text is that is said to be smartctl's.
 
-#include <pi/vocabulary.h>
-
 #include <algorithm>
 #include <iterator>
 
 #include "gunzip.h"
-#include "report_builder.h"
 #include "smartctl_readers.h"
 
 namespace PI {
@@ -110,19 +107,6 @@ const char* FindReason(std::string_view message) {
         return message.find(row.m_Part) != std::string_view::npos;
     });
     return reason != std::end(REASONS) ? reason->m_Reason : nullptr;
-}
-
-void SetRotation(ReportIdentity& identity, std::int64_t rotations) {
-    // SBC-4, MEDIUM ROTATION RATE: 1 is no rotation, 0401h to FFFEh are rotations; smartctl prints 0 for 1.
-    constexpr std::int64_t LEAST = 0x401;
-    constexpr std::int64_t MOST = 0xFFFE;
-    if (rotations == 0 || rotations == 1) {
-        identity.m_Medium = PropertyValue::SSD;
-        identity.m_RPM = 0;
-    } else if (rotations >= LEAST && rotations <= MOST) {
-        identity.m_Medium = PropertyValue::HDD;
-        identity.m_RPM = static_cast<std::uint32_t>(rotations);
-    }
 }
 
 void ReadSmartctl(const char* text, std::size_t length, std::vector<CDriveReport>& drives,

@@ -16,6 +16,9 @@ struct SmartctlResults {
 };
 
 constexpr const char* NO_REPORT = "no report of smartctl";
+constexpr const char* NO_IDENTITY =
+    "a report without identity: neither model nor serial number, as with -H or -A alone";
+constexpr const char* DEVICE_LIST = "a list of devices from --scan, which says nothing of them";
 
 struct Place {
     std::uint64_t m_Line;
@@ -40,9 +43,6 @@ std::size_t FindJson(std::string_view text, std::size_t from = 0);
 
 void ReadSmartctlJson(std::string text, SmartctlResults& results);
 void ReadSmartctlText(std::string_view text, SmartctlResults& results);
-
-/// Rotations per minute as a drive reports them: 0 is a solid-state drive.
-void SetRotation(struct ReportIdentity& identity, std::int64_t rotations);
 
 /// Why a report without identity gives no drive, from what smartctl printed; null when that does not tell.
 const char* FindReason(std::string_view message);

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // Reports of smartctl as text: -a, -x and -i of ATA, SCSI and NVMe drives.
 
-#include <pi/vocabulary.h>
-
 #include <algorithm>
-#include <cctype>
+#include <bitset>
 #include <charconv>
+#include <iterator>
 #include <limits>
-#include <optional>
 
 #include "report_builder.h"
 #include "smartctl_readers.h"
@@ -18,6 +16,8 @@ namespace {
 
 using Lines = std::vector<std::string_view>;
 
+constexpr std::string_view DIGITS = "0123456789";
+
 bool BeginsWith(std::string_view text, std::string_view begin) {
     return text.substr(0, begin.size()) == begin;
 }
@@ -26,8 +26,8 @@ bool Has(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-bool IsDigit(char character) {
-    return character >= '0' && character <= '9';
+bool BeginsWithDigit(std::string_view text) {
+    return !text.empty() && Has(DIGITS, text.substr(0, 1));
 }
 
 std::string_view Trimmed(std::string_view text) {
@@ -44,6 +44,21 @@ std::string_view TakeWord(std::string_view& text) {
     return word;
 }
 
+/// What follows a label at the beginning of a line; # in the label stands for a number.
+std::optional<std::string_view> After(std::string_view line, std::string_view label) {
+    const std::size_t number = label.find('#');
+    const std::string_view begin = label.substr(0, number);
+    if (!BeginsWith(line, begin)) {
+        return std::nullopt;
+    }
+    line.remove_prefix(begin.size());
+    if (number == std::string_view::npos) {
+        return line;
+    }
+    line.remove_prefix(std::min(line.find_first_not_of(DIGITS), line.size()));
+    return After(line, label.substr(number + 1));
+}
+
 /// A number at the beginning: hexadecimal after 0x, else with the separators of any language in front of
 /// three digits each.
 std::optional<std::int64_t> ReadNumber(std::string_view text) {
@@ -51,23 +66,23 @@ std::optional<std::int64_t> ReadNumber(std::string_view text) {
     const bool isHex = BeginsWith(text, "0x");
     const bool isNegative = BeginsWith(text, "-");
     text.remove_prefix(isHex ? 2 : isNegative ? 1 : 0);
+    const std::string_view valid = isHex ? "0123456789abcdefABCDEF" : DIGITS;
     std::string digits;
-    while (!text.empty()) {
-        if (isHex ? std::isxdigit(static_cast<unsigned char>(text[0])) != 0 : IsDigit(text[0])) {
-            digits += text[0];
-            text.remove_prefix(1);
-            continue;
-        }
-        const std::size_t next = text.find_first_of("0123456789");
+    for (;;) {
+        const std::size_t end = std::min(text.find_first_not_of(valid), text.size());
+        digits.append(text, 0, end);
+        text.remove_prefix(end);
         constexpr std::size_t LONGEST_SEPARATOR = 3;  // a narrow blank in UTF-8
-        const bool isSeparator = !isHex && !digits.empty() && next <= LONGEST_SEPARATOR &&
-                                 text.substr(0, next).find_first_of(":/[(%-+") == std::string_view::npos;
-        const std::size_t group = text.substr(std::min(next, text.size())).find_first_not_of("0123456789");
-        const std::size_t rest = next <= text.size() ? text.size() - next : 0;
-        if (!isSeparator || std::min(group, rest) != 3) {
+        const std::size_t next = text.find_first_of(DIGITS);
+        if (isHex || digits.empty() || next > LONGEST_SEPARATOR ||
+            text.substr(0, next).find_first_of(":/[(%-+") != std::string_view::npos) {
             break;
         }
-        text.remove_prefix(next);
+        const std::string_view group = text.substr(next);
+        if (std::min(group.find_first_not_of(DIGITS), group.size()) != 3) {
+            break;
+        }
+        text = group;
     }
     std::int64_t number = 0;
     const std::from_chars_result read =
@@ -78,117 +93,97 @@ std::optional<std::int64_t> ReadNumber(std::string_view text) {
     return read.ec == std::errc() ? std::optional(isNegative ? -number : number) : std::nullopt;
 }
 
-std::uint64_t CountOrNone(std::string_view text) {
-    return static_cast<std::uint64_t>(std::max<std::int64_t>(ReadNumber(text).value_or(0), 0));
+/// A number of at most 31 bits, taken off the text.
+int TakeSmall(std::string_view& text, int otherwise = -1) {
+    const std::int64_t number = ReadNumber(TakeWord(text)).value_or(-1);
+    return number >= 0 && number <= std::numeric_limits<int>::max() ? static_cast<int>(number) : otherwise;
 }
 
-struct IdentityLine {
-    const char* m_Label;
-    _DRIVE_PROTOCOL m_Protocol;  ///< that the label shows
-    void (*m_Take)(ReportIdentity& identity, std::string_view value);
+/// A log that is headed by a line, and says in the next one that it is empty.
+struct CountedLog {
+    const char* m_Head;
+    const char* m_Empty;
+    _HEALTH_FIGURE m_Figure;
+    std::uint32_t m_Page;
+};
+constexpr CountedLog COUNTED_LOGS[] = {
+    {"SMART Error Log Version:", "No Errors Logged", HealthFigure::LOGGED_ERRORS, 0x01},
+    {"SMART Extended Comprehensive Error Log Version:", "No Errors Logged", HealthFigure::LOGGED_ERRORS,
+     0x03},
+    {"Pending Defects log", "No Defects Logged", HealthFigure::PENDING_SECTORS, 0x0C},
 };
 
-void TakeModel(ReportIdentity& identity, std::string_view value) {
-    identity.m_Model = value;
-}
-void TakeSerial(ReportIdentity& identity, std::string_view value) {
-    identity.m_Serial = value;
-}
-void TakeFirmware(ReportIdentity& identity, std::string_view value) {
-    identity.m_Firmware = value;
-}
-void TakeCapacity(ReportIdentity& identity, std::string_view value) {
-    identity.m_Capacity = CountOrNone(value);
-}
-void TakeBlockSize(ReportIdentity& identity, std::string_view value) {
-    identity.m_BlockSize = static_cast<std::uint32_t>(CountOrNone(value));
-}
-
-constexpr auto ANY = DriveProtocol::UNKNOWN;
-const IdentityLine IDENTITY_LINES[] = {
-    {"Device Model:", DriveProtocol::ATA, TakeModel},
-    {"Model Number:", DriveProtocol::NVME, TakeModel},
-    {"Vendor:", DriveProtocol::SCSI,
-     [](ReportIdentity& identity, std::string_view value) { identity.m_Vendor = value; }},
-    {"Product:", DriveProtocol::SCSI,
-     [](ReportIdentity& identity, std::string_view value) { identity.m_Product = value; }},
-    {"Serial Number:", ANY, TakeSerial},
-    {"Serial number:", ANY, TakeSerial},
-    {"Firmware Version:", ANY, TakeFirmware},
-    {"Revision:", ANY, TakeFirmware},
-    {"User Capacity:", ANY, TakeCapacity},
-    {"Namespace 1 Size/Capacity:", ANY, TakeCapacity},
-    {"Total NVM Capacity:", ANY,
-     [](ReportIdentity& identity, std::string_view value) {
-         identity.m_Capacity = identity.m_Capacity != 0 ? identity.m_Capacity : CountOrNone(value);
-     }},
-    {"Sector Size:", ANY, TakeBlockSize},
-    {"Sector Sizes:", ANY, TakeBlockSize},
-    {"Logical block size:", ANY, TakeBlockSize},
-    {"Namespace 1 Formatted LBA Size:", ANY, TakeBlockSize},
-    {"Rotation Rate:", ANY,
-     [](ReportIdentity& identity, std::string_view value) {
-         if (const auto rotations = Has(value, "Solid State") ? 0 : ReadNumber(value)) {
-             SetRotation(identity, *rotations);
-         }
-     }},
-    {"SATA Version is:", ANY,
-     [](ReportIdentity& identity, std::string_view) { identity.m_Transport = PropertyValue::SATA; }},
-    {"Transport protocol:", ANY,
-     [](ReportIdentity& identity, std::string_view value) {
-         identity.m_Transport = BeginsWith(value, "SAS") ? PropertyValue::SAS : identity.m_Transport;
-     }},
-    {"Local Time is:", ANY,
-     [](ReportIdentity& identity, std::string_view value) { identity.m_Time = ReadReportTime(value); }},
+struct SelfTestLog {
+    _DRIVE_PROTOCOL m_Protocol;
+    const char* m_Head;
+    _FIGURE_SOURCE m_Source;
+    std::uint32_t m_Page;
+};
+constexpr SelfTestLog SELF_TEST_LOGS[] = {
+    {DriveProtocol::ATA, "SMART Self-test log structure", FigureSource::ATA_LOG, 0x06},
+    {DriveProtocol::ATA, "SMART Extended Self-test Log Version:", FigureSource::ATA_LOG, 0x07},
+    {DriveProtocol::NVME, "Self-test Log (NVMe Log 0x06", FigureSource::NVME_LOG, 0x06},
+    {DriveProtocol::SCSI, "SMART Self-test log", FigureSource::SCSI_LOG_PAGE, 0x10},
 };
 
-/// Reads the lines of one report.
+struct ErrorCounters {
+    const char* m_Head;
+    std::uint32_t m_Page;
+};
+constexpr ErrorCounters ERROR_COUNTERS[] = {{"write:", 0x02}, {"read:", 0x03}, {"verify:", 0x05}};
+
+/// Reads the lines of one report. Of a figure that several lines have the first counts.
 class TextReader {
 public:
-    explicit TextReader(const Lines& lines) : m_Lines(lines) {}
+    explicit TextReader(const Lines& lines) : m_Lines(lines), m_Builder(Identify(lines)) {}
 
-    std::optional<CDriveReport> Read() {
-        ReportIdentity identity = Identify();
-        if (identity.m_Model.empty() && identity.m_Product.empty() && identity.m_Serial.empty()) {
-            return std::nullopt;
-        }
-        ReportBuilder builder(std::move(identity));
+    CDriveReport Read() {
         for (m_At = 0; m_At < m_Lines.size(); ++m_At) {
-            ReadLine(Trimmed(m_Lines[m_At]), builder);
+            const std::string_view line = m_Lines[m_At];
+            if (!line.empty() && !ReadFigure(line) && !ReadVerdict(line)) {
+                ReadSection(line);
+            }
         }
-        return builder.Take();
+        return m_Builder.Take();
     }
 
-private:
-    ReportIdentity Identify() const {
+    static ReportIdentity Identify(const Lines& lines) {
         ReportIdentity identity;
-        bool hasTrim = false;
-        for (const std::string_view line : m_Lines) {
-            for (const IdentityLine& row : IDENTITY_LINES) {
-                if (BeginsWith(line, row.m_Label)) {
-                    row.m_Take(identity, Trimmed(line.substr(std::string_view(row.m_Label).size())));
-                    identity.m_Protocol = row.m_Protocol != ANY ? row.m_Protocol : identity.m_Protocol;
+        for (const std::string_view line : lines) {
+            for (std::size_t i = 0; i < IDENTITY_ROW_COUNT; ++i) {
+                const IdentityRow& row = IDENTITY_ROWS[i];
+                const auto rest = row.m_Label != nullptr ? After(line, row.m_Label) : std::nullopt;
+                if (!rest) {
+                    continue;
+                }
+                if (row.m_Protocol != DriveProtocol::UNKNOWN) {
+                    identity.m_Protocol = row.m_Protocol;
+                }
+                if (row.m_Text != nullptr) {
+                    identity.*row.m_Text = Trimmed(*rest);
+                } else if (const auto number = Has(*rest, "Solid State") ? 0 : ReadNumber(*rest);
+                           number && *number >= 0) {
+                    row.m_SetNumber(identity, *number);
                 }
             }
-            hasTrim = hasTrim || BeginsWith(line, "TRIM Command:     Available") ||
-                      BeginsWith(line, "Percentage used endurance indicator:");
-        }
-        if (identity.m_Protocol == DriveProtocol::NVME) {
-            identity.m_Transport = PropertyValue::NVME;
-        }
-        if (identity.m_Medium == 0 && (hasTrim || identity.m_Protocol == DriveProtocol::NVME)) {
-            identity.m_Medium = PropertyValue::SSD;
         }
         return identity;
     }
 
-    void ReadLine(std::string_view line, ReportBuilder& builder) {
-        if (line.empty()) {
-            return;
+private:
+    /// The next line, when it is one of a table; it is taken then.
+    template <class IsRow>
+    std::optional<std::string_view> TakeRow(IsRow isRow) {
+        if (m_At + 1 < m_Lines.size() && isRow(m_Lines[m_At + 1])) {
+            return m_Lines[++m_At];
         }
+        return std::nullopt;
+    }
+
+    bool ReadFigure(std::string_view line) {
         for (std::size_t i = 0; i < REPORT_FIGURE_COUNT; ++i) {
             const ReportFigure& figure = REPORT_FIGURES[i];
-            if (figure.m_Label == nullptr || !figure.IsFor(builder.Protocol()) ||
+            if (figure.m_Label == nullptr || !figure.IsFor(m_Builder.Protocol()) ||
                 !BeginsWith(line, figure.m_Label)) {
                 continue;
             }
@@ -196,206 +191,186 @@ private:
             if (Has(figure.m_Label, "Min/Max")) {
                 value.remove_prefix(std::min(value.find('/') + 1, value.size()));
             }
-            if (const std::optional<std::int64_t> number = ReadNumber(value)) {
-                figure.Give(*number, builder);
+            const std::optional<std::int64_t> number = ReadNumber(value);
+            if (number && !m_Given[i]) {
+                m_Given.set(i);
+                figure.Give(*number, m_Builder);
             }
-            return;
+            return true;
         }
-        ReadVerdict(line, builder);
-        if (BeginsWith(line, "ID# ATTRIBUTE_NAME")) {
-            ReadAttributes(line, builder);
-        } else if (BeginsWith(line, "Page  Offset Size")) {
-            ReadStatistics(builder);
-        } else if (builder.Protocol() == DriveProtocol::SCSI) {
-            ReadSCSI(line, builder);
-        } else {
-            ReadLogs(line, builder);
-        }
+        return false;
     }
 
-    static void ReadVerdict(std::string_view line, ReportBuilder& builder) {
-        constexpr std::string_view OVERALL = "SMART overall-health self-assessment test result:";
-        constexpr std::string_view STATUS = "SMART Health Status:";
-        if (BeginsWith(line, OVERALL) && !Has(line, "UNKNOWN")) {
-            builder.Verdict(Has(line, "PASSED"));
-        } else if (BeginsWith(line, STATUS)) {
-            const auto codeAfter = [line](std::string_view label) {
-                const std::size_t place = line.find(label);
-                const std::string code =
-                    "0x" +
-                    std::string(place != std::string_view::npos ? line.substr(place + label.size()) : "");
-                return static_cast<unsigned>(ReadNumber(code).value_or(0));
+    bool ReadVerdict(std::string_view line) {
+        if (const auto overall = After(line, "SMART overall-health self-assessment test result:")) {
+            if (!Has(*overall, "UNKNOWN")) {
+                m_Builder.Verdict(Has(*overall, "PASSED"));
+            }
+            return true;
+        }
+        const auto status = After(line, "SMART Health Status:");
+        if (status) {
+            const auto codeAfter = [&](std::string_view label) {
+                const std::size_t place = std::min(status->find(label), status->size() - label.size());
+                std::string_view code = status->substr(place + label.size());
+                const std::string hex = "0x" + std::string(code.substr(0, 2));
+                code = hex;
+                return TakeSmall(code, 0);
             };
-            builder.Verdict(Trimmed(line.substr(STATUS.size())) == "OK", codeAfter("asc="),
-                            codeAfter("ascq="));
+            const bool hasCode = Has(*status, "asc=") && Has(*status, "ascq=");
+            m_Builder.Verdict(Trimmed(*status) == "OK", hasCode ? codeAfter("asc=") : 0,
+                              hasCode ? codeAfter("ascq=") : 0);
+        }
+        return status.has_value();
+    }
+
+    void ReadSection(std::string_view line) {
+        if (BeginsWith(line, "ID# ATTRIBUTE_NAME")) {
+            ReadAttributes(!Has(line, "UPDATED"));
+        } else if (BeginsWith(line, "Page  Offset Size")) {
+            ReadStatistics();
+        }
+        for (const CountedLog& log : COUNTED_LOGS) {
+            if (BeginsWith(line, log.m_Head) && m_Builder.Protocol() == DriveProtocol::ATA) {
+                ReadCount(log);
+            }
+        }
+        for (const SelfTestLog& log : SELF_TEST_LOGS) {
+            if (BeginsWith(line, log.m_Head) && m_Builder.Protocol() == log.m_Protocol) {
+                ReadSelfTests(log);
+            }
+        }
+        for (const ErrorCounters& counters : ERROR_COUNTERS) {
+            if (BeginsWith(line, counters.m_Head) && m_Builder.Protocol() == DriveProtocol::SCSI) {
+                ReadErrorCounters(line, counters.m_Page);
+            }
         }
     }
 
-    void ReadAttributes(std::string_view header, ReportBuilder& builder) {
-        const bool isBrief = !Has(header, "UPDATED");
-        while (m_At + 1 < m_Lines.size()) {
-            std::string_view row = Trimmed(m_Lines[m_At + 1]);
-            if (row.empty() || !IsDigit(row[0])) {
-                return;
-            }
-            ++m_At;
-            const auto id = static_cast<unsigned>(CountOrNone(TakeWord(row)));
-            const std::string name(TakeWord(row));
-            const unsigned flags = ReadFlags(TakeWord(row));
-            const auto current = static_cast<int>(ReadNumber(TakeWord(row)).value_or(-1));
-            const auto worst = static_cast<int>(ReadNumber(TakeWord(row)).value_or(-1));
-            const auto threshold = static_cast<int>(ReadNumber(TakeWord(row)).value_or(-1));
+    void ReadAttributes(bool isBrief) {
+        while (auto row = TakeRow(BeginsWithDigit)) {
+            const int id = TakeSmall(*row);
+            const std::string name(TakeWord(*row));
+            const int flags = ReadFlags(TakeWord(*row));
+            const int current = TakeSmall(*row);
+            const int worst = TakeSmall(*row);
+            const int threshold = TakeSmall(*row);
             for (int skipped = isBrief ? 1 : 3; skipped > 0; --skipped) {
-                TakeWord(row);
+                TakeWord(*row);
             }
-            std::uint64_t raw = 0;
-            if (ReadRawText(Trimmed(row), name, raw)) {
-                builder.Attribute(id, name, flags, current, worst, threshold, raw);
-            } else {
-                builder.Note("attribute " + std::to_string(id) + " has no raw value and is passed over");
-            }
+            m_Builder.Attribute(id, name, flags, current, worst, threshold, ReadRawText(Trimmed(*row), name));
         }
     }
 
     /// Hexadecimal, or letters in the places of the bits.
-    static unsigned ReadFlags(std::string_view text) {
+    static int ReadFlags(std::string_view text) {
         if (BeginsWith(text, "0x")) {
-            return static_cast<unsigned>(CountOrNone(text));
+            return TakeSmall(text, 0);
         }
-        unsigned flags = 0;
+        int flags = 0;
         constexpr std::string_view LETTERS = "POSRCK";
         for (std::size_t bit = 0; bit < LETTERS.size(); ++bit) {
-            flags |= Has(text, LETTERS.substr(bit, 1)) ? 1U << bit : 0U;
+            flags |= Has(text, LETTERS.substr(bit, 1)) ? 1 << bit : 0;
         }
         return flags;
     }
 
-    void ReadStatistics(ReportBuilder& builder) {
-        for (; m_At + 1 < m_Lines.size() && BeginsWith(m_Lines[m_At + 1], "0x"); ++m_At) {
-            std::string_view row = m_Lines[m_At + 1];
-            const auto page = static_cast<std::uint32_t>(CountOrNone(TakeWord(row)));
-            const std::string_view offset = TakeWord(row);
-            TakeWord(row);  // size
-            const std::optional<std::int64_t> value = ReadNumber(TakeWord(row));
-            if (value && BeginsWith(offset, "0x")) {
-                builder.Statistic(page, static_cast<std::uint32_t>(CountOrNone(offset)), {}, *value);
+    void ReadStatistics() {
+        while (auto row =
+                   TakeRow([](std::string_view line) { return line.empty() || BeginsWith(line, "0x"); })) {
+            const int page = TakeSmall(*row);
+            const int offset = TakeSmall(*row);
+            TakeWord(*row);  // size
+            const std::optional<std::int64_t> value = ReadNumber(TakeWord(*row));
+            if (value && offset > 0) {
+                m_Builder.Statistic(page, offset, {}, *value);
             }
         }
     }
 
-    void ReadLogs(std::string_view line, ReportBuilder& builder) {
-        if (BeginsWith(line, "SMART Error Log Version:")) {
-            m_ErrorLog = 0x01;
-        } else if (BeginsWith(line, "SMART Extended Comprehensive Error Log Version:")) {
-            m_ErrorLog = 0x03;
-        } else if (BeginsWith(line, "No Errors Logged") && builder.Protocol() == DriveProtocol::ATA) {
-            GiveErrors(0, builder);
-        } else if (BeginsWith(line, "ATA Error Count:") || BeginsWith(line, "Device Error Count:")) {
-            GiveErrors(ReadNumber(line.substr(line.find(':') + 1)).value_or(-1), builder);
-        } else if (BeginsWith(line, "SMART Self-test log structure")) {
-            ReadSelfTests(FigureSource::ATA_LOG, 0x06, builder);
-        } else if (BeginsWith(line, "SMART Extended Self-test Log Version:")) {
-            ReadSelfTests(FigureSource::ATA_LOG, 0x07, builder);
-        } else if (BeginsWith(line, "Self-test Log (NVMe Log 0x06")) {
-            ReadSelfTests(FigureSource::NVME_LOG, 0x06, builder);
-        } else if (BeginsWith(line, "Pending Defects log") && m_At + 1 < m_Lines.size() &&
-                   BeginsWith(m_Lines[m_At + 1], "No Defects Logged")) {
-            builder.Health().TakeFigure(HealthFigure::PENDING_SECTORS, 0, FigureSource::ATA_LOG, 0x0C);
-        }
-    }
-
-    void GiveErrors(std::int64_t count, ReportBuilder& builder) const {
-        if (m_ErrorLog != 0 && count >= 0) {
-            builder.Health().TakeFigure(HealthFigure::LOGGED_ERRORS, count, FigureSource::ATA_LOG,
-                                        m_ErrorLog);
-        }
-    }
-
-    void ReadSCSI(std::string_view line, ReportBuilder& builder) {
-        constexpr std::string_view ENVIRONMENT = "urrent temperature =";
-        if (BeginsWith(line, "SMART Self-test log")) {
-            ReadSelfTests(FigureSource::SCSI_LOG_PAGE, 0x10, builder);
-        } else if (BeginsWith(line, "read:")) {
-            ReadErrorCounters(line, HealthFigure::BYTES_READ, 0x03, builder);
-        } else if (BeginsWith(line, "write:")) {
-            ReadErrorCounters(line, HealthFigure::BYTES_WRITTEN, 0x02, builder);
-        } else if (BeginsWith(line, "verify:")) {
-            ReadErrorCounters(line, HealthFigure::MEDIA_ERRORS, 0x05, builder);
-        } else if (line.find(ENVIRONMENT) <= 1 && !m_HasEnvironment) {
-            if (const auto value = ReadNumber(line.substr(line.find('=') + 1))) {
-                builder.Health().TakeFigure(HealthFigure::TEMPERATURE, *value, FigureSource::SCSI_LOG_PAGE,
-                                            0x10D);
-                m_HasEnvironment = true;
+    void ReadCount(const CountedLog& log) {
+        std::int64_t count = 0;
+        bool isCounted =
+            TakeRow([&](std::string_view line) { return BeginsWith(line, log.m_Empty); }).has_value();
+        if (TakeRow([](std::string_view line) { return Has(line, "LBA") && Has(line, "Hours"); })) {
+            isCounted = true;
+            for (; TakeRow(BeginsWithDigit); ++count) {
             }
+            if (const auto rest = TakeRow([](std::string_view line) { return BeginsWith(line, "... ("); })) {
+                count += ReadNumber(rest->substr(5)).value_or(0);
+            }
+        }
+        if (isCounted) {
+            m_Builder.Health().TakeFigure(log.m_Figure, count, FigureSource::ATA_LOG, log.m_Page);
         }
     }
 
     /// Seven columns, of which the sixth is the amount and the last counts errors that were not corrected.
-    static void ReadErrorCounters(std::string_view line, _HEALTH_FIGURE amount, std::uint32_t page,
-                                  ReportBuilder& builder) {
+    void ReadErrorCounters(std::string_view line, std::uint32_t page) {
         constexpr std::size_t COLUMNS = 7;
         constexpr std::size_t AMOUNT = 5;
-        TakeWord(line);
+        const bool isVerify = TakeWord(line) == "verify:";
         std::string_view columns[COLUMNS];
         for (std::string_view& column : columns) {
             column = TakeWord(line);
         }
-        if (amount != HealthFigure::MEDIA_ERRORS && !columns[AMOUNT].empty()) {
-            builder.Gigabytes(amount, columns[AMOUNT], page);
+        if (!isVerify && !columns[AMOUNT].empty()) {
+            m_Builder.Gigabytes(page == 0x02, columns[AMOUNT]);
         }
         if (const std::optional<std::int64_t> errors = ReadNumber(columns[COLUMNS - 1])) {
-            builder.Health().TakeFigure(HealthFigure::MEDIA_ERRORS, *errors, FigureSource::SCSI_LOG_PAGE,
-                                        page);
+            m_Builder.Health().TakeFigure(HealthFigure::MEDIA_ERRORS, *errors, FigureSource::SCSI_LOG_PAGE,
+                                          page);
         }
     }
 
-    void ReadSelfTests(_FIGURE_SOURCE source, std::uint32_t page, ReportBuilder& builder) {
+    void ReadSelfTests(const SelfTestLog& log) {
         std::vector<_SELF_TEST_OUTCOME> outcomes;
         bool isLog = false;
-        for (; m_At + 1 < m_Lines.size(); ++m_At) {
-            std::string_view row = Trimmed(m_Lines[m_At + 1]);
-            if (row.empty() || BeginsWith(row, "SMART ")) {
-                break;
-            }
-            isLog = isLog || BeginsWith(row, "Num") || Has(row, "elf-tests ");
-            const bool isEntry =
-                isLog && (row[0] == '#' || (source == FigureSource::NVME_LOG && IsDigit(row[0])));
-            if (isEntry) {
-                row.remove_prefix(std::min(row.find_first_not_of("# "), row.size()));
-                TakeWord(row);
-                row = Trimmed(row);
-                const std::size_t gap = std::min(row.find("  "), row.size());
-                outcomes.push_back(ToOutcome(row.substr(0, gap), Trimmed(row.substr(gap))));
+        const auto isPart = [](std::string_view line) {
+            return !line.empty() && !BeginsWith(line, "SMART ");
+        };
+        while (auto row = TakeRow(isPart)) {
+            isLog = isLog || BeginsWith(*row, "Num") || Has(*row, "elf-tests ");
+            const bool isNumbered = log.m_Source == FigureSource::NVME_LOG && BeginsWithDigit(*row);
+            if (isLog && (BeginsWith(*row, "#") || isNumbered)) {
+                row->remove_prefix(std::min(row->find_first_not_of("# "), row->size()));
+                TakeWord(*row);
+                row = Trimmed(*row);
+                const std::size_t gap = std::min(row->find("  "), row->size());
+                outcomes.push_back(ToOutcome(row->substr(0, gap), Trimmed(row->substr(gap))));
             }
         }
         if (isLog) {
-            builder.Health().TakeSelfTests(outcomes.data(), outcomes.size(), source, page);
+            m_Builder.Health().TakeSelfTests(outcomes.data(), outcomes.size(), log.m_Source, log.m_Page);
         }
     }
 
     const Lines& m_Lines;
+    ReportBuilder m_Builder;
     std::size_t m_At = 0;
-    std::uint32_t m_ErrorLog = 0;
-    bool m_HasEnvironment = false;
+    std::bitset<64> m_Given;  ///< rows of REPORT_FIGURES
 };
 
 /// Whether a line is the first of a report: "smartctl 7.1 2019-12-30 ...".
 bool IsHeader(std::string_view line) {
-    constexpr std::string_view NAME = "smartctl ";
-    return BeginsWith(line, NAME) && line.size() > NAME.size() && IsDigit(line[NAME.size()]);
+    const auto version = After(line, "smartctl ");
+    return version && BeginsWithDigit(*version);
 }
 
-const char* WhyNoDrive(const Lines& lines) {
-    const char* reason = nullptr;
+/// Empty where nothing shows a report.
+std::string WhyNoDrive(const Lines& lines) {
+    std::string reason;
     for (const std::string_view line : lines) {
         if (const char* known = FindReason(line)) {
             return known;
         }
         if (BeginsWith(line, "/dev/") && Has(line, " -d ") && Has(line, " # ")) {
-            return "a list of devices from --scan, which says nothing of them";
+            return DEVICE_LIST;
         }
-        if (BeginsWith(line, "=== START OF ") || IsHeader(line)) {
-            reason = "a report without identity: neither model nor serial number, as with -H or -A alone";
+        if (reason.empty() && (BeginsWith(line, "=== START OF ") || IsHeader(line))) {
+            reason = NO_IDENTITY;
+        } else if (reason == NO_IDENTITY && Has(line, " failed: ")) {
+            reason = "smartctl says: " + std::string(line);
         }
     }
     return reason;
@@ -404,29 +379,33 @@ const char* WhyNoDrive(const Lines& lines) {
 }  // namespace
 
 void ReadSmartctlText(std::string_view text, SmartctlResults& results) {
+    constexpr std::string_view IDENTITY = "=== START OF INFORMATION SECTION";
     std::uint64_t number = 0;
     std::uint64_t first = 1;
+    bool hasIdentity = false;
     Lines lines;
     const auto finish = [&] {
-        if (std::optional<CDriveReport> drive = TextReader(lines).Read()) {
-            results.m_Drives.push_back(std::move(*drive));
-        } else if (const char* reason = WhyNoDrive(lines)) {
+        if (TextReader::Identify(lines).IsKnown()) {
+            results.m_Drives.push_back(TextReader(lines).Read());
+        } else if (const std::string reason = WhyNoDrive(lines); !reason.empty()) {
             results.m_Refusals.emplace_back(reason, first, 1);
         }
         lines.clear();
         first = number;
+        hasIdentity = false;
     };
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
         std::string_view line = text.substr(0, end);
         text.remove_prefix(std::min(end + 1, text.size()));
-        if (!line.empty() && line.back() == '\r') {
-            line.remove_suffix(1);
-        }
+        // Indented text is a report; what stands behind tabs is not.
+        line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
+        line = line.substr(0, line.find_last_not_of(" \t\r") + 1);
         ++number;
-        if (IsHeader(line) && !lines.empty()) {
+        if ((IsHeader(line) && !lines.empty()) || (hasIdentity && BeginsWith(line, IDENTITY))) {
             finish();
         }
+        hasIdentity = hasIdentity || BeginsWith(line, IDENTITY);
         lines.push_back(line);
     }
     finish();

@@ -105,6 +105,24 @@ TEST(SmartctlJson, WhatSurroundsAReportIsPassedOver) {
     EXPECT_EQ(Models(one + " and more"), std::vector<std::string>{"A"});
 }
 
+TEST(SmartctlJson, ReportsInWhatOtherProgramsWriteAreRead) {
+    const std::string report = R"({"json_format_version": [1, 0], "model_name": "A"})";
+    EXPECT_EQ(Models(R"({"host": "h", "smartctl": )" + report + "}"), std::vector<std::string>{"A"});
+    EXPECT_EQ(Models(R"({"device": "/dev/sda", "smart": )" + report + "}"), std::vector<std::string>{"A"});
+    EXPECT_EQ(Models(R"({"serial_number": "1", "smart": )" + report + "}"), std::vector<std::string>{"A"})
+        << "the report outweighs what stands beside it";
+    EXPECT_EQ(ReasonOf(R"({"vendor": "A", "product": "B", "class": "disk"})"), "no report of smartctl");
+    EXPECT_EQ(Models(R"([{"model_name": "A",}, {"model_name": "B"},])"),
+              (std::vector<std::string>{"A", "B"}));
+}
+
+TEST(SmartctlJson, OfAListThatBreaksOffWholeReportsAreRead) {
+    const ReadResult result = ReadAll(R"([{"model_name": "A"}, {"model_name": "B"}, {"model_name": "C)");
+    EXPECT_EQ(result.m_Drives.size(), 2U);
+    ASSERT_EQ(result.m_Refusals.size(), 1U);
+    EXPECT_EQ(result.m_Refusals[0].GetReason(), "the report breaks off");
+}
+
 TEST(SmartctlJson, OriginalOutputInTheReportDoesNotDisturb) {
     EXPECT_EQ(Models(R"({"smartctl": {"output": ["=== START OF INFORMATION SECTION ===", "Device Model: Z"]},
                         "model_name": "A"})"),
@@ -172,6 +190,37 @@ TEST(SmartctlJson, RotationTellsTheMedium) {
     EXPECT_EQ(ReadDrive(ATA(R"("trim": {"supported": true})")).GetMedium(), PropertyValue::SSD);
     EXPECT_EQ(ReadDrive(ATA(R"("trim": {"supported": false})")).GetMedium(), 0);
     EXPECT_EQ(ReadDrive(NVMe("A")).GetMedium(), PropertyValue::SSD);
+    EXPECT_EQ(ReadDrive(SCSI(R"("rotation_rate": 0)")).GetMedium(), PropertyValue::SSD);
+    EXPECT_EQ(
+        ReadDrive(R"({"device": {"type": "scsi"}, "scsi_vendor": "QEMU", "scsi_product": "QEMU HARDDISK",
+                            "rotation_rate": 0})")
+            .GetMedium(),
+        0)
+        << "of a volume, 0 is no rate";
+}
+
+TEST(SmartctlJson, DisksThatReportNoRateAreKnownByWhatOnlyDisksCount) {
+    const auto drive = [](int id, int raw, const std::string& members = "") {
+        return ReadDrive(ATA(members + R"("ata_smart_attributes": {"table": [{"id": )" + std::to_string(id) +
+                             R"(, "raw": {"value": )" + std::to_string(raw) + "}}]}"));
+    };
+    EXPECT_EQ(drive(7, 1).GetMedium(), PropertyValue::HDD);
+    EXPECT_EQ(drive(7, 1).GetRPM(), 7200U) << "by the rule for the model";
+    EXPECT_FALSE(drive(7, 1).IsRPMReported());
+    EXPECT_EQ(drive(3, 4000).GetMedium(), PropertyValue::HDD);
+    EXPECT_EQ(drive(7, 0).GetMedium(), 0) << "solid-state drives have it as 0";
+    EXPECT_EQ(drive(9, 1).GetMedium(), 0);
+    EXPECT_EQ(drive(7, 1, R"("rotation_rate": 0, )").GetMedium(), PropertyValue::SSD);
+}
+
+TEST(SmartctlJson, BlocksAreOfTheSizesThatDrivesHave) {
+    const auto size = [](const std::string& bytes) {
+        return ReadDrive(ATA(R"("logical_block_size": )" + bytes)).GetBlockSize();
+    };
+    EXPECT_EQ(size("520"), 520U);
+    EXPECT_EQ(size("65536"), 65536U);
+    EXPECT_EQ(size("65537"), 0U);
+    EXPECT_EQ(size("-1"), 0U);
 }
 
 TEST(SmartctlJson, VendorsThatTheSplitDoesNotKnowAreFound) {
@@ -198,6 +247,8 @@ TEST(SmartctlJson, SCSINamesVendorAndProductApart) {
     EXPECT_EQ(drive.GetTransport(), PropertyValue::SAS);
     EXPECT_EQ(drive.GetCorrectedSerialNumber(), "Z4020VRY0000C000BZXB") << "only ATA drives need it";
     EXPECT_EQ(ReadDrive(SCSI(R"("scsi_transport_protocol": {"value": 0})")).GetTransport(), 0);
+    EXPECT_EQ(ReadDrive(SCSI(R"x("scsi_transport_protocol": {"name": "SAS (SPL-4)"})x")).GetTransport(),
+              PropertyValue::SAS);
 }
 
 TEST(SmartctlJson, VolumesSayWhatTheyAre) {
@@ -223,6 +274,20 @@ TEST(SmartctlJson, RawValuesOfFiftySixBitsAreRead) {
              "raw": {"value": 66743901486457345, "string": "122817h+23m+10.123s"}}]})"));
     EXPECT_TRUE(drive.GetNotes().empty());
     EXPECT_EQ(Figure(drive, HealthFigure::POWER_ON_HOURS), "8811 [3/9]");
+}
+
+TEST(SmartctlJson, RawValuesBeyondTheirBitsArePassedOver) {
+    const auto hours = [](const std::string& raw) {
+        return Figure(
+            ReadDrive(ATA(R"("ata_smart_attributes": {"table": [{"id": 194, "name": "Temperature_Celsius",
+                                       "raw": {"value": )" +
+                          raw + "}}]}")),
+            HealthFigure::TEMPERATURE);
+    };
+    EXPECT_EQ(hours("72057594037927711"), "31 [3/194]") << "56 bits";
+    EXPECT_EQ(hours("72057594037927967"), "unknown");
+    EXPECT_EQ(hours("9223372036854775807"), "unknown");
+    EXPECT_EQ(hours("-1"), "unknown");
 }
 
 TEST(SmartctlJson, TextsThatHoldAllOfARawValueOutweighACutNumber) {
@@ -258,6 +323,49 @@ TEST(SmartctlJson, OneOddFigureCostsNoDrive) {
     EXPECT_EQ(drive.GetNotes(),
               std::vector<std::string>{"power_on_time.hours is no whole number and passed over"});
     EXPECT_EQ(Figure(drive, HealthFigure::POWER_CYCLES), "5 [10/0]");
+}
+
+TEST(SmartctlJson, WhatNoJsonCanHoldCostsNoDrive) {
+    const auto hours = [](const std::string& value) {
+        return Figure(ReadDrive(ATA(R"("power_cycle_count": 5, "power_on_time": {"hours": )" + value + "}")),
+                      HealthFigure::POWER_ON_HOURS);
+    };
+    for (const char* odd : {"012", "1.", "1e400", "-1e999", "+5", ".5", "1.2.3"}) {
+        EXPECT_EQ(hours(odd), "unknown") << odd;
+    }
+    const auto serial = [](const std::string& text) {
+        return ReadDrive(R"({"serial_number": ")" + text + R"(", "model_name": "A"})").GetSerialNumber();
+    };
+    EXPECT_EQ(serial(R"(x\ud83d\ude00)"), "x\xF0\x9F\x98\x80");
+    EXPECT_EQ(serial(R"(x\ud800y)"), "x\xEF\xBF\xBDy") << "half of a pair";
+    EXPECT_EQ(serial(R"(\u00e9\u12g4\q)"), "\xC3\xA9/u12g4/q");
+    EXPECT_EQ(serial("x\ty\x01"), "x y ");
+    EXPECT_EQ(serial(std::string("x\0y", 3)), "x y");
+    const CDriveReport drive =
+        ReadDrive(ATA(R"("power_cycle_count": 5, "x": 1e999, "serial_number": "0.1.2")"));
+    EXPECT_EQ(drive.GetSerialNumber(), "0.1.2") << "texts stay";
+    EXPECT_EQ(Figure(drive, HealthFigure::POWER_CYCLES), "5 [10/0]");
+    EXPECT_EQ(drive.GetNotes()[0], "numbers or texts that no JSON can hold are passed over");
+}
+
+TEST(SmartctlJson, NumbersThatMayBeRoundedAreReadFromTheirTexts) {
+    const auto capacity = [](const std::string& members) {
+        return ReadDrive(ATA(R"("user_capacity": {)" + members + "}")).GetCapacity();
+    };
+    EXPECT_EQ(capacity(R"("bytes": 9007199254740992, "bytes_s": "9007199254740993")"), 9007199254740993U);
+    EXPECT_EQ(capacity(R"("bytes": 9.007199254740992e15, "bytes_s": "9007199254740993")"), 9007199254740993U);
+    EXPECT_EQ(capacity(R"("bytes_s": "512")"), 512U);
+    EXPECT_EQ(capacity(R"("bytes": 512, "bytes_s": "513")"), 512U) << "exact as a number";
+    EXPECT_EQ(capacity(R"("bytes": 9007199254740992, "bytes_s": "x")"), 9007199254740992U);
+    EXPECT_EQ(
+        Figure(ReadDrive(NVMe("A", R"("power_cycles": 5, "power_cycles_s": "5", "power_cycles_le": [5])")),
+               HealthFigure::POWER_CYCLES),
+        "5 [4/2]");
+}
+
+TEST(SmartctlJson, NamesThatAreNumbersAreRead) {
+    EXPECT_EQ(ReadDrive(R"({"model_name": 2105, "serial_number": 12345678901234567890})").GetSerialNumber(),
+              "12345678901234567890");
 }
 
 TEST(SmartctlJson, BytesThatAreNoUTF8Stay) {
@@ -365,9 +473,31 @@ TEST(SmartctlJson, TemperatureOfTheEnvironmentPageIsRead) {
         Figure(ReadDrive(SCSI(R"("scsi_environmental_reports": {"temperature_1": {"current": "unknown"}})")),
                HealthFigure::TEMPERATURE),
         "unknown");
-    EXPECT_EQ(Figure(ReadDrive(SCSI(R"("temperature": {"current": 0, "drive_trip": 0})")),
+    const CDriveReport drive = ReadDrive(SCSI(
+        R"("scsi_environmental_reports": {"temperature_1": {"parameter_code": 0, "current": -1, "lifetime_maximum": 72}})"));
+    EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE), "-1 [6/269]");
+    EXPECT_EQ(Figure(drive, HealthFigure::HIGHEST_TEMPERATURE), "72 [6/269]");
+}
+
+TEST(SmartctlJson, WhatStandsForNoTemperatureIsUnknown) {
+    const CDriveReport scsi =
+        ReadDrive(SCSI(R"("temperature": {"current": 0}, "scsi_temperature": {"drive_trip": 0})"));
+    EXPECT_EQ(Figure(scsi, HealthFigure::TEMPERATURE), "unknown") << "printed for drives without the page";
+    EXPECT_EQ(Figure(scsi, HealthFigure::TEMPERATURE_LIMIT), "unknown");
+    EXPECT_EQ(Figure(ReadDrive(ATA(R"("temperature": {"current": 20, "op_limit_max": 127})")),
                      HealthFigure::TEMPERATURE_LIMIT),
-              "unknown");
+              "unknown")
+        << "the highest number is no limit";
+    EXPECT_EQ(
+        Figure(ReadDrive(ATA(R"("temperature": {"op_limit_max": 126})")), HealthFigure::TEMPERATURE_LIMIT),
+        "126 [10/0]");
+}
+
+TEST(SmartctlJson, LimitsOfNVMeDrivesAreRead) {
+    const CDriveReport drive = ReadDrive(R"({"device": {"protocol": "NVMe"}, "model_name": "A",
+                      "nvme_composite_temperature_threshold": {"warning": 77, "critical": 80}})");
+    EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE_LIMIT), "77 [5/0]");
+    EXPECT_EQ(Figure(drive, HealthFigure::CRITICAL_TEMPERATURE), "80 [5/0]");
 }
 
 TEST(SmartctlJson, StatisticsAndLogsOfDisksAreRead) {
@@ -422,6 +552,47 @@ TEST(SmartctlJson, FailedSelfTestsCountUntilOnePasses) {
         {"self_test_code": {"string": "Extended"}, "self_test_result": {"string": "Completed: failed segments"}}]}})"),
             HealthFigure::FAILED_SELF_TESTS),
         "1 [4/6]");
+}
+
+TEST(SmartctlJson, SelfTestsEndInTheWordsOfSmartctl) {
+    struct Words {
+        const char* m_Protocol;
+        const char* m_Words;
+        std::int64_t m_Failed;
+    };
+    // RELEASE_7_5.
+    constexpr Words WORDS[] = {
+        {"ATA", "Completed without error", 0},       {"ATA", "Aborted by host", 0},
+        {"ATA", "Interrupted (host reset)", 0},      {"ATA", "Fatal or unknown error", 1},
+        {"ATA", "Completed: unknown failure", 1},    {"ATA", "Completed: electrical failure", 1},
+        {"ATA", "Completed: servo/seek failure", 1}, {"ATA", "Completed: read failure", 1},
+        {"ATA", "Completed: handling damage??", 1},  {"ATA", "Self-test routine in progress", 0},
+        {"ATA", "Unknown status (0x9)", 0},          {"NVMe", "Completed without error", 0},
+        {"NVMe", "Aborted: Self-test command", 0},   {"NVMe", "Aborted: Controller Reset", 0},
+        {"NVMe", "Aborted: Namespace removed", 0},   {"NVMe", "Aborted: Format NVM command", 0},
+        {"NVMe", "Fatal or unknown test error", 1},  {"NVMe", "Completed: unknown failed segment", 1},
+        {"NVMe", "Completed: failed segments", 1},   {"NVMe", "Aborted: unknown reason", 0},
+        {"NVMe", "Aborted: sanitize operation", 0},  {"NVMe", "Unknown result (0xa)", 0},
+        {"SCSI", "Completed                ", 0},    {"SCSI", "Aborted (by user command)", 0},
+        {"SCSI", "Aborted (device reset ?) ", 0},    {"SCSI", "Unknown error, incomplete", 1},
+        {"SCSI", "Completed, segment failed", 1},    {"SCSI", "Failed in first segment  ", 1},
+        {"SCSI", "Failed in second segment ", 1},    {"SCSI", "Failed in segment -->    ", 1},
+        {"SCSI", "Reserved(8)              ", 0},    {"SCSI", "Self test in progress ...", 0},
+    };
+    for (const Words& row : WORDS) {
+        const std::string protocol = row.m_Protocol;
+        const std::string result = R"({"string": ")" + std::string(row.m_Words) + "\"}";
+        const std::string log =
+            protocol == "ATA"
+                ? R"("ata_smart_self_test_log": {"standard": {"table": [{"status": )" + result + "}]}}"
+            : protocol == "NVMe"
+                ? R"("nvme_self_test_log": {"table": [{"self_test_result": )" + result + "}]}"
+                : R"("scsi_self_test_0": {"result": )" + result + "}";
+        const CDriveReport drive =
+            ReadDrive(R"({"model_name": "A", "device": {"protocol": ")" + protocol + "\"}, " + log + "}");
+        EXPECT_EQ(drive.GetHealth().GetFigure(HealthFigure::FAILED_SELF_TESTS).GetValue(), row.m_Failed)
+            << row.m_Words;
+    }
 }
 
 TEST(SmartctlJson, CopiesHoldEverything) {

@@ -87,6 +87,8 @@ TEST(SmartctlRefusal, NamesTextsWithoutADrive) {
               "a drive in standby, which was not woken");
     EXPECT_EQ(ReasonOf(header + "Smartctl open device: /dev/sda failed: Permission denied\n"),
               "permission denied: smartctl needs the rights of root");
+    EXPECT_EQ(ReasonOf(header + "Smartctl open device: /dev/sda failed: INQUIRY failed\n"),
+              "smartctl says: Smartctl open device: /dev/sda failed: INQUIRY failed");
     EXPECT_EQ(ReasonOf("/dev/sda -d sat # /dev/sda [SAT], ATA device\n"),
               "a list of devices from --scan, which says nothing of them");
 }

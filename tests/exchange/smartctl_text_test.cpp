@@ -77,6 +77,29 @@ TEST(SmartctlText, SeveralReportsAreRead) {
     EXPECT_TRUE(result.m_Refusals.empty());
 }
 
+TEST(SmartctlText, ReportsWithoutTheirFirstLinesAreToldApart) {
+    const std::string section = "=== START OF INFORMATION SECTION ===\n";
+    const ReadResult result = ReadAll(section + "Device Model: A\n" + section + "Model Number: B\n");
+    ASSERT_EQ(result.m_Drives.size(), 2U);
+    EXPECT_EQ(result.m_Drives[0].GetModel(), "A");
+    EXPECT_EQ(result.m_Drives[1].GetModel(), "B");
+}
+
+TEST(SmartctlText, IndentedReportsAreRead) {
+    const CDriveReport drive = ReadDrive("  Device Model:     A\n    User Capacity:    512 bytes\n");
+    EXPECT_EQ(drive.GetModel(), "A");
+    EXPECT_EQ(drive.GetCapacity(), 512U);
+}
+
+TEST(SmartctlText, TheVendorsLogBehindTabsIsPassedOver) {
+    const CDriveReport drive =
+        ReadDrive(ATA_IDENTITY +
+                  "Current Temperature:                    39 Celsius\n"
+                  "\t\tSerial Number: ZZ\n\t\tSpecified Max Operating Temperature: 90\n");
+    EXPECT_EQ(drive.GetSerialNumber(), "ZA12345678");
+    EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE_LIMIT), "unknown");
+}
+
 TEST(SmartctlText, SeparatorsOfAnyLanguageAreRead) {
     for (const char* capacity :
          {"1000204886016", "1,000,204,886,016", "1.000.204.886.016", "1 000 204 886 016", "1'000'204'886'016",
@@ -171,6 +194,15 @@ TEST(SmartctlText, ATALogsAreRead) {
     EXPECT_EQ(Figure(drive, HealthFigure::BYTES_WRITTEN), "23387136 [1/1]");
     EXPECT_EQ(Figure(drive, HealthFigure::WEAR), "unknown");
     EXPECT_EQ(Figure(drive, HealthFigure::PENDING_SECTORS), "0 [2/12]");
+    EXPECT_EQ(Figure(ReadDrive(ATA_IDENTITY + "Specified Max Operating Temperature:    70 Celsius\n"),
+                     HealthFigure::TEMPERATURE_LIMIT),
+              "70 [2/224]");
+    EXPECT_EQ(Figure(ReadDrive(ATA_IDENTITY +
+                               "Pending Defects log (GP Log 0x0c)\nIndex                LBA    Hours\n"
+                               "    0                 123       45\n    1                 124        -\n"
+                               "... (3 entries not shown)\n"),
+                     HealthFigure::PENDING_SECTORS),
+              "5 [2/12]");
     const CDriveReport other = ReadDrive(
         ATA_IDENTITY +
         "SMART overall-health self-assessment test result: UNKNOWN!\n"
@@ -179,6 +211,17 @@ TEST(SmartctlText, ATALogsAreRead) {
     EXPECT_EQ(Figure(other, HealthFigure::VERDICT), "unknown");
     EXPECT_EQ(Figure(other, HealthFigure::LOGGED_ERRORS), "0 [2/1]");
     EXPECT_EQ(Figure(other, HealthFigure::FAILED_SELF_TESTS), "0 [2/6]");
+}
+
+TEST(SmartctlText, BlankLinesDoNotEndTheStatistics) {
+    const CDriveReport drive =
+        ReadDrive(ATA_IDENTITY +
+                  "Page  Offset Size        Value Flags Description\n0x01  0x010  4            1139  ---  "
+                  "Power-on Hours\n\n"
+                  "0x04  =====  =               =  ===  == General Errors Statistics (rev 1) ==\n"
+                  "0x04  0x008  4               3  ---  Number of Reported Uncorrectable Errors\n");
+    EXPECT_EQ(Figure(drive, HealthFigure::POWER_ON_HOURS), "1139 [1/1]");
+    EXPECT_EQ(Figure(drive, HealthFigure::MEDIA_ERRORS), "3 [1/4]");
 }
 
 TEST(SmartctlText, SCSIReportIsRead) {
@@ -219,9 +262,18 @@ TEST(SmartctlText, SCSIReportIsRead) {
     EXPECT_EQ(Figure(ReadDrive(HEADER + "Product: X\nSMART Health Status: WARNING [asc=b, ascq=1]\n"),
                      HealthFigure::VERDICT),
               "2 [6/47]");
+    const CDriveReport environment = ReadDrive(HEADER +
+                                               "Product: X\n  Current temperature = 34\n  Lifetime maximum "
+                                               "temperature = 72\n  Current temperature = 50\n");
+    EXPECT_EQ(Figure(environment, HealthFigure::TEMPERATURE), "34 [6/269]")
+        << "the first place is the drive's";
+    EXPECT_EQ(Figure(environment, HealthFigure::HIGHEST_TEMPERATURE), "72 [6/269]");
+    EXPECT_EQ(Figure(ReadDrive(HEADER + "Product: X\nCurrent Drive Temperature:     0 C\n"),
+                     HealthFigure::TEMPERATURE),
+              "unknown");
     EXPECT_EQ(
-        Figure(ReadDrive(HEADER + "Product: X\n  Current temperature = 34\n"), HealthFigure::TEMPERATURE),
-        "34 [6/269]");
+        Figure(ReadDrive(HEADER + "Product: X\nSS Media used endurance indicator: 4%\n"), HealthFigure::WEAR),
+        "4 [6/17]");
 }
 
 TEST(SmartctlText, NVMeReportIsRead) {
@@ -267,4 +319,16 @@ TEST(SmartctlText, NVMeReportIsRead) {
     EXPECT_EQ(Figure(drive, HealthFigure::MEDIA_ERRORS), "0 [4/2]");
     EXPECT_EQ(Figure(drive, HealthFigure::LOGGED_ERRORS), "1 [4/2]");
     EXPECT_EQ(Figure(drive, HealthFigure::FAILED_SELF_TESTS), "1 [4/6]");
+}
+
+TEST(SmartctlText, CapacityOfAnNVMeDriveIsThatOfItsNamespace) {
+    const auto capacity = [](const std::string& lines) {
+        return ReadDrive(HEADER + "Model Number: A\n" + lines).GetCapacity();
+    };
+    EXPECT_EQ(capacity("Total NVM Capacity: 2,000 [2.00 KB]\n"), 2000U);
+    EXPECT_EQ(capacity("Total NVM Capacity: 2,000 [2.00 KB]\nNamespace 1 Size/Capacity: 1,024 [1.02 KB]\n"),
+              1024U);
+    EXPECT_EQ(capacity("Namespace 12 Size: 1,024 [1.02 KB]\nNamespace 12 Capacity: 512\n"), 1024U);
+    EXPECT_EQ(ReadDrive(HEADER + "Model Number: A\nNamespace 2 Formatted LBA Size: 4096\n").GetBlockSize(),
+              4096U);
 }

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+// What stands in a JSON document that was parsed with numbers as texts.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "json_parser.h"
+
+namespace PI {
+
+/// A text, a number as it is written, "true" or "false"; empty for anything else.
+std::string_view TextOf(const JsonValue& value);
+
+/// A member by its name and what follows it; of several with the same name the last. Null where there is
+/// none.
+const JsonValue* Member(const JsonValue& object, std::string_view name, std::string_view suffix = {});
+
+/// What is reached through members with dots between their names.
+const JsonValue* At(const JsonValue& object, std::string_view path, std::string_view suffix = {});
+
+std::string_view TextAt(const JsonValue& object, std::string_view path, std::string_view suffix = {});
+
+/// A whole number, however it is written. Beyond 64 bits it is the largest.
+std::optional<std::int64_t> ToWholeNumber(std::string_view text);
+
+/// Elements of a list; none where there is none.
+template <class Visit>
+void ForEach(const JsonValue* list, Visit visit) {
+    if (list != nullptr && list->IsArray()) {
+        for (const JsonValue& element : list->GetArray()) {
+            visit(element);
+        }
+    }
+}
+
+/// Adds a note for every name that an object has more than once.
+void FindDuplicates(const JsonValue& value, std::vector<std::string>& notes);
+
+/// Makes what a parser refuses into what it takes, up to where the next document may begin: a number that is
+/// none becomes a null or an empty text, an escape that is none another character. Lengths stay.
+/// @return whether there was any
+bool MendJson(std::string& text, std::size_t start);
+
+}  // namespace PI
