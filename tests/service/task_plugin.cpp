@@ -16,7 +16,6 @@ namespace Value = PI::PropertyValue;
 
 constexpr std::uint64_t DRIVE = 7;
 constexpr std::uint64_t TWIN = 8;
-constexpr const char* SLOW = "slow";
 
 PI::CObject MakeDrive(std::uint64_t id) {
     PI::CObject drive(id, PHYSICAL_DRIVE);
@@ -83,7 +82,7 @@ int PluginExecute(std::uint64_t objectID, const PI::COperation& operation,
         task.m_TaskValue2 = percent;
         task.m_TaskValue4 = (100 - percent) * 1000;
         bool goOn = report(task);
-        while (type == SLOW && goOn && percent == 50) {
+        while (type == "slow" && goOn && percent == 50) {
             usleep(1000);
             --task.m_TaskValue4;  // the host prints no line for this
             goOn = report(task);
