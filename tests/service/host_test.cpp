@@ -452,7 +452,8 @@ TEST(Host, LimitsOfIsolatedPlugins) {
     setenv("FAULT", "objects loop", 1);
     const Outcome loop = RunHost({plugins.Path(), "--isolate", "--time-limit", "500"});
     setenv("FAULT", "objects leak", 1);
-    const Outcome leak = RunHost({plugins.Path(), "--isolate", "--memory-limit", "64"});
+    const Outcome leak =
+        RunHost({plugins.Path(), "--isolate", "--memory-limit", "64", "--time-limit", "3000"});
     unsetenv("FAULT");
     EXPECT_THAT(loop.m_Errors, testing::HasSubstr(": no answer within 500 ms; "));
     EXPECT_THAT(leak.m_Output, testing::HasSubstr("Internal error of plug-in fault: PluginGetObjects: "));

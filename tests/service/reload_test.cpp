@@ -15,14 +15,7 @@
 #include <vector>
 
 #include "plugin.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-#define WITH_SANITIZER 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define WITH_SANITIZER 1
-#endif
-#endif
+#include "support/sanitizer.h"
 
 namespace {
 
@@ -31,7 +24,7 @@ constexpr int WARM_UP_ROUNDS = 200;  // in which the loader and the allocator re
 
 // What the allocator takes for one byte. Freed blocks that it keeps at hand count as handed out and make the
 // figures vary by a few kilobytes, so half of what one block lost in each round comes to is the limit.
-[[maybe_unused]] constexpr std::size_t SMALLEST_BLOCK = 32;
+constexpr std::size_t SMALLEST_BLOCK = 32;
 
 const std::filesystem::path MDRAID = std::filesystem::path(PLUGIN_FOLDER) / "mdraid.so";
 const std::filesystem::path SMARTCTL = std::filesystem::path(PLUGIN_FOLDER) / "smartctl.so";
@@ -105,10 +98,10 @@ TEST(Plugins, LoadAndUnloadAThousandTimesWithoutALeak) {
     RecordProperty("bytes_after", std::to_string(bytesAfter));
     RecordProperty("pages_before", std::to_string(pagesBefore));
     RecordProperty("pages_after", std::to_string(pagesAfter));
-#ifndef WITH_SANITIZER
-    EXPECT_LT(bytesAfter, bytesBefore + (ROUNDS - WARM_UP_ROUNDS) * SMALLEST_BLOCK / 2);
-    EXPECT_LE(pagesAfter, pagesBefore + 64);
-#endif
+    if (!PI::Test::WITH_SANITIZER) {
+        EXPECT_LT(bytesAfter, bytesBefore + (ROUNDS - WARM_UP_ROUNDS) * SMALLEST_BLOCK / 2);
+        EXPECT_LE(pagesAfter, pagesBefore + 64);
+    }
 }
 
 }  // namespace
