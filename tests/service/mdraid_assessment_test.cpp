@@ -352,6 +352,16 @@ TEST(Members, SlotOfSysGoesFirst) {
         ElementsAre("OPERATIONAL slot 1", "OPERATIONAL slot 0"));
 }
 
+TEST(Members, DriveThatIsGoneHasFailedBeforeTheKernelNotices) {
+    SysfsArray sysfs;
+    sysfs.m_Members["sdb"].m_Slot = 1;
+    sysfs.m_Members["sdb"].m_IsGone = true;
+    sysfs.m_Members["sda"].m_Slot = 0;
+    EXPECT_THAT(
+        Members(Assess(Parse("md0 : broken raid0 sdb[1] sda[0]\n      64 blocks 512k chunks\n"), sysfs)),
+        ElementsAre("FAILED gone", "OPERATIONAL slot 0"));
+}
+
 TEST(Members, FlagsHaveTheirRoles) {
     EXPECT_THAT(Members(Assess(Parse("md0 : active raid1 f[6](J) e[5](R) d[4](S) c[3](F) b[1](W) a[0]\n"
                                      "      64 blocks [2/2] [UU]\n"),

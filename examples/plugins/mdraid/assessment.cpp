@@ -113,8 +113,11 @@ MemberAssessment AssessMember(const Array& array, const Member& member, const Sy
     const std::optional<std::uint32_t> slot = FindSlot(array, member, sysfs);
     const std::string slotText = slot.has_value() ? "slot " + std::to_string(*slot) : "";
     MemberAssessment result;
+    const auto found = sysfs.m_Members.find(member.m_Name);
     if (member.m_Faulty) {
         result = {Value::FAILED, "failed"};
+    } else if (found != sysfs.m_Members.end() && found->second.m_IsGone) {
+        result = {Value::FAILED, "gone"};
     } else if (member.m_Journal) {
         result = {Value::JOURNALING, "journal"};
     } else if (array.m_State == ArrayState::INACTIVE) {

@@ -103,6 +103,8 @@ SysfsArray ReadSysfsArray(const fs::path& root, const std::string& name) {
         member.m_SizeKiB = ReadNumber<std::uint64_t>(entry->path() / "size");
         member.m_Errors = ReadNumber<std::uint64_t>(entry->path() / "errors");
         member.m_Kind = ReadKind(entry->path() / "block");
+        std::error_code missing;
+        member.m_IsGone = !fs::exists(entry->path() / "block", missing);
     }
     return array;
 }

@@ -24,6 +24,7 @@ struct SysfsMember {
     std::optional<std::uint64_t> m_SizeKiB;  ///< what the array uses of it
     std::optional<std::uint64_t> m_Errors;   ///< read errors that were corrected
     DriveKind m_Kind;
+    bool m_IsGone = false;  ///< the machine has the drive no more; the kernel notices with the next access
 };
 
 /// A drive that nothing uses.
