@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# shellcheck shell=dash
+# shellcheck shell=dash disable=SC2154 # $debug_drive comes from common.sh
 # Runs in the guest: raw pages of its drives as DRIVE.PAGE.bin, beside them DRIVE.smartctl.json and .txt on the same
 # drive in the same state. absent.tsv lists what a drive or its driver refused, with the reason; drives.tsv the drives.
 
@@ -17,10 +17,7 @@ must() {
   local size=$1 file
   shift
   for file in "$@"; do
-    if [ "$(stat -c %s "$file")" != "$size" ]; then
-      echo "$file does not have $size bytes"
-      exit 1
-    fi
+    [ "$(stat -c %s "$file")" = "$size" ] || die "$file does not have $size bytes"
   done
 }
 
@@ -29,10 +26,7 @@ ask_smartctl() {
   local status=0
   smartctl --json=c -x "$2" >"$1.smartctl.json" || status=$?
   smartctl -x "$2" >"$1.smartctl.txt" || status=$((status | $?))
-  if [ $((status & 3)) -ne 0 ]; then
-    echo "smartctl cannot read $1"
-    exit 1
-  fi
+  [ $((status & 3)) = 0 ] || die "smartctl cannot read $1"
 }
 
 # answer BYTES NODE CDB...: what a command answers, up to so many bytes.
@@ -50,8 +44,9 @@ sense() {
   shift
   sg_raw --verbose "$@" >/tmp/sense 2>&1 || true
   sed -n '/Raw sense data/,/^$/p' /tmp/sense | sed -n 's/^  *\([0-9a-f][0-9a-f] .*\)/\1/p' >/tmp/hex
-  sg_decode_sense --file=/tmp/hex --write="sense.$name.bin" >"sense.$name.txt"
-  [ -s "sense.$name.bin" ]
+  sg_decode_sense --file=/tmp/hex --write="sense.$name.bin" >/dev/null # newer ones print nothing beside it
+  sg_decode_sense --file=/tmp/hex >"sense.$name.txt"
+  [ -s "sense.$name.bin" ] && [ -s "sense.$name.txt" ]
 }
 
 read_nvme() {
@@ -96,14 +91,6 @@ read_scsi() {
   ask_smartctl "$1" "$2"
 }
 
-# The node of the drive with this product name.
-node_of() {
-  local model
-  model=$(grep -l "^$1" /sys/block/sd*/device/model)
-  model=${model#/sys/block/}
-  echo "/dev/${model%%/*}"
-}
-
 : >absent.tsv
 cat >drives.tsv <<DRIVES
 nvme0	QEMU's NVMe drive, 24 MB written and 40 MB read
@@ -120,9 +107,8 @@ read_sata sata1 "$(node_of TESTSSD)"
 read_scsi scsi0 "$(node_of 'QEMU HARDDISK')"
 
 DEBUG=/sys/bus/pseudo/drivers/scsi_debug
-modprobe scsi_debug dev_size_mb=64 opts=2 medium_error_start=0x1234 medium_error_count=10
-sleep 1
-node=$(node_of scsi_debug)
+add_debug_drive
+node=$debug_drive
 read_scsi scsi1 "$node"
 must 16 scsi1.log_0d.bin
 must 11 scsi1.log_2f.bin
@@ -138,8 +124,6 @@ for format in fixed descriptor; do
 done
 echo 0 >$DEBUG/dsense
 
-# MODE SELECT of the page 1Ch, with its bit TEST.
-printf '\0\0\0\0\034\012\014\006\0\0\0\0\0\0\0\0' >/tmp/exceptions
-sg_raw --send=16 --infile=/tmp/exceptions "$node" 15 10 00 00 10 00 2>/dev/null
+predict_failure
 sense unit_attention.fixed "$node" 00 00 00 00 00 00
 read_scsi scsi2 "$node"

@@ -1,66 +1,9 @@
 # SPDX-License-Identifier: Apache-2.0
-# shellcheck shell=dash
+# shellcheck shell=dash disable=SC2154 # $base comes from common.sh
 # Runs in the guest: records rebuilds, resyncs and checks of md arrays, a file each. Its first line says what happens,
 # the second names the columns, then comes about a sample a second. Position, total, finish and speed are those of
 # /proc/mdstat, the finish in steps of a tenth of a minute; sync_completed is the checkpoint of that name, in sectors. "-"
 # is what the kernel does not say at that moment. The last line, "done", has the time at which nothing was left to do.
-#
-# The disks are slices of one disk, slowed by dm-delay: each access takes so many milliseconds, which zone by zone may
-# be more. Their first and last megabyte are not slowed, so that the metadata is written at once.
-
-# on_disk SERIAL [SECTOR]: the slices that follow are cut from this disk of QEMU.
-on_disk() {
-  base=$(grep -lx "$1" /sys/block/vd*/serial)
-  base=${base#/sys/block/}
-  base=/dev/${base%/serial}
-  base_end=${2:-0}
-}
-
-# slices NAME COUNT MIB DELAY...: /dev/mapper/NAME1 to NAMEn, with a zone for each delay.
-slices() {
-  local name=$1 count=$2 number table zone=$((($3 - 2) * 2048 / ($# - 3)))
-  shift 3
-  for number in $(seq "$count"); do
-    table=$(
-      start=0
-      stretch() {
-        echo "$start $1 delay $base $((base_end + start)) $2"
-        start=$((start + $1))
-      }
-      stretch 2048 0
-      for delay in "$@"; do stretch "$zone" "$delay"; done
-      stretch 2048 0
-    )
-    echo "$table" | DM_DISABLE_UDEV=1 dmsetup create "$name$number"
-    base_end=$((base_end + 4096 + zone * $#))
-  done
-}
-
-# zones DELAY RATIO: delays of sixteen zones of which the last is as fast as RATIO of the first.
-zones() { awk -v delay="$1" -v ratio="$2" 'BEGIN { for (i = 0; i < 16; i++) print int(delay / (1 - (1 - ratio) * i / 15)) }'; }
-
-# array MD LEVEL NAME COUNT MIB [OPTION...]: of the slices NAME1 to NAMEn. MISSING=LIST leaves these numbers out.
-array() {
-  local md=$1 level=$2 name=$3 count=$4 mib=$5 number members=''
-  shift 5
-  for number in $(seq "$count"); do
-    case " ${MISSING-} " in
-      *" $number "*) members="$members missing" ;;
-      *) members="$members /dev/mapper/$name$number" ;;
-    esac
-  done
-  # shellcheck disable=SC2086 # several words
-  mdadm --create "/dev/$md" --quiet --run --level="$level" --raid-devices="$count" --metadata=1.2 --data-offset=1M \
-    --size="$((mib - 3))M" "$@" $members
-}
-
-# add MD SLICE: as a replacement.
-add() { mdadm --quiet "/dev/$1" --add "/dev/mapper/$2"; }
-
-# set_md MD ATTRIBUTE VALUE
-set_md() { echo "$3" >"/sys/block/$1/md/$2"; }
-
-now() { cut -d ' ' -f 1 /proc/uptime; }
 
 # wait_until SECONDS after $started
 wait_until() { sleep "$(awk -v end="$1" -v start="$started" '{ left = end - ($1 - start); print (left > 0 ? left : 0) }' /proc/uptime)"; }
