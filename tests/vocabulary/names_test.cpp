@@ -5,79 +5,28 @@
 
 #include <climits>
 #include <string>
-#include <vector>
 
 #include "vocabulary/expected_names.h"
 
 namespace {
 
-/// Numbers without a gap, with the names at both ends.
-struct NumberRun {
-    int m_First;
-    const char* m_FirstName;
-    int m_Last;
-    const char* m_LastName;
-};
-
 struct Vocabulary {
     const char* m_Name;
     const std::string& (*m_ToString)(int);
     const char* m_ExpectedNames;
-    std::size_t m_Count;
-    std::vector<NumberRun> m_Runs;
 };
 
 void PrintTo(const Vocabulary& vocabulary, std::ostream* stream) {
     *stream << vocabulary.m_Name;
 }
 
-// clang-format off
-const std::vector<Vocabulary> vocabularies = {
-    {"ErrorCode", PI::ErrorCodeToString, "error_codes.tsv", 176, {
-        {0, "SUCCESS", 0, "SUCCESS"},
-        {20000, "GENERAL", 20166, "SSD_ONLY"},
-        {20168, "INVALID_INPUT_CHARACTER", 20175, "UNAUTHORIZED"},
-    }},
-    {"PropertyID", PI::PropertyIDToString, "property_ids.tsv", 661, {
-        {0, "FRAME_START", 3, "SEPARATOR_END"},
-        {29900, "RUI_PROPERTIES", 29908, "STRIPE_SIZE"},
-        {29999, "DUMMY", 30527, "SOCKET"},
-        {30529, "TASK_SPEED", 30545, "SSD_OPO"},
-        {30547, "SIGNED_LONG_PARAM", 30564, "ENCRYPTION_MODE"},
-        {35000, "ADDR_00", 35050, "DOMAIN"},
-        {35100, "HEADING_ALL", 35125, "HEADING_COMMENT"},
-        {35127, "HEADING_PROPERTY", 35128, "HEADING_VALUE"},
-        {35200, "BADBLOCK_LOG", 35203, "SENSE_LOG"},
-        {2147483647, "UNSPECIFIED", 2147483647, "UNSPECIFIED"},
-    }},
-    {"PropertyValue", PI::PropertyValueToString, "property_values.tsv", 670, {
-        {0, "", 1, "UNDEFINED"},
-        {40000, "ENABLED", 40373, "NOT_SECURED"},
-        {40375, "RAID0_SSC", 40381, "TRANSPARENT"},
-        {40383, "BGI_PAUSED", 40502, "VERIFYINGFIXING"},
-        {40507, "MEDIUM_HIGH", 40540, "SSD_WEAR_INFORMATION_SUPPORTED"},
-        {40542, "RPI_CAPABLE", 40584, "FAILED_DUE_TO_PSA"},
-        {40586, "PREDICTIVE_FAILURE", 40675, "CONTROLLER_BASED_ENCRYPTION"},
-    }},
-    {"OperationID", PI::OperationIDToString, "operation_ids.tsv", 164, {
-        {1, "UNDEFINED", 1, "UNDEFINED"},
-        {50000, "CREATE_LOGICAL_DRIVE", 50040, "CANCEL_VERIFYFIX"},
-        {50042, "RESET_ERROR_COUNTERS", 50101, "GET_COLLECTION_FOR_COPY_BACK"},
-        {50103, "CREATE_TASK", 50115, "TEST_LDAP_CONNECTION"},
-        {50117, "PAUSE_COPY_BACK", 50118, "CONTINUE_COPY_BACK"},
-        {50121, "ENABLE_SSD_CACHING", 50166, "OP_GET_EVENTS_EECD"},
-        {50500, "ADD_SERVER", 50500, "ADD_SERVER"},
-    }},
-    {"EventID", PI::EventIDToString, "event_ids.tsv", 1437, {
-        {1, "UNDEFINED", 5, "TEST_TRAP"},
-        {10000, "UNKNOWN", 10853, "BBU_CANNOT_DO_TRANSPARENT_LEARN"},
-        {10858, "BBU_REPLACEMENT_NEEDED_SOH_NOT_OPTIMAL", 10913, "SAS_PHY_LINK_SPEED_UPDATED"},
-        {10915, "LD_ACCESS_UNBLOCKED", 11112, "EVT_PD_STATE_CHANGE_TO_NORMAL"},
-        {12000, "MICROSEMI_NO_AVAILABLE_EVENT", 12145, "EVT_PD_STATE_CHANGE_MIGRATING_TO_UNK"},
-        {12200, "EVT_MV_CODE_EVT_ERR", 12377, "EVT_PD_STATE_CHANGE_JOURNALING_TO_OFFL"},
-    }},
+constexpr Vocabulary VOCABULARIES[] = {
+    {"ErrorCode", PI::ErrorCodeToString, "error_codes.tsv"},
+    {"PropertyID", PI::PropertyIDToString, "property_ids.tsv"},
+    {"PropertyValue", PI::PropertyValueToString, "property_values.tsv"},
+    {"OperationID", PI::OperationIDToString, "operation_ids.tsv"},
+    {"EventID", PI::EventIDToString, "event_ids.tsv"},
 };
-// clang-format on
 
 class Names : public testing::TestWithParam<Vocabulary> {
 protected:
@@ -86,11 +35,11 @@ protected:
     const std::map<int, std::string> m_Expected = PI::Test::ExpectedNames(GetParam().m_ExpectedNames);
 };
 
-INSTANTIATE_TEST_SUITE_P(AllVocabularies, Names, testing::ValuesIn(vocabularies),
+INSTANTIATE_TEST_SUITE_P(AllVocabularies, Names, testing::ValuesIn(VOCABULARIES),
                          [](const auto& instance) { return instance.param.m_Name; });
 
 TEST_P(Names, EveryNumberHasItsName) {
-    ASSERT_EQ(m_Expected.size(), GetParam().m_Count);
+    ASSERT_FALSE(m_Expected.empty());
     for (const auto& [number, name] : m_Expected) {
         EXPECT_EQ(Name(number), name) << number;
     }
@@ -101,25 +50,6 @@ TEST_P(Names, NoOtherNumberFromZeroToSixtyThousandHasAName) {
         const auto expected = m_Expected.find(number);
         ASSERT_EQ(Name(number), expected == m_Expected.end() ? "" : expected->second) << number;
     }
-}
-
-TEST_P(Names, RunsEndWhereTheyEnd) {
-    std::size_t count = 0;
-    for (const NumberRun& run : GetParam().m_Runs) {
-        EXPECT_EQ(Name(run.m_First), run.m_FirstName) << run.m_First;
-        EXPECT_EQ(Name(run.m_Last), run.m_LastName) << run.m_Last;
-        if (run.m_First > 0) {
-            EXPECT_EQ(Name(run.m_First - 1), "") << run.m_First - 1;
-        }
-        if (run.m_Last < INT_MAX) {
-            EXPECT_EQ(Name(run.m_Last + 1), "") << run.m_Last + 1;
-        }
-        for (int number = run.m_First; number < run.m_Last; ++number) {
-            EXPECT_EQ(m_Expected.count(number), 1u) << number;
-        }
-        count += static_cast<std::size_t>(run.m_Last - run.m_First) + 1;
-    }
-    EXPECT_EQ(count, GetParam().m_Count);
 }
 
 TEST_P(Names, SameNumberGivesTheSameString) {
