@@ -25,7 +25,7 @@ namespace DriveProtocol {
 /// Command set that a drive is asked with.
 enum _DRIVE_PROTOCOL : std::int32_t {
     UNKNOWN = 0,  ///< not known
-    ATA = 1,      ///< SATA and parallel ATA drives, also behind a translation to SCSI
+    ATA = 1,      ///< SATA and parallel ATA drives, also if translated to SCSI
     SCSI = 2,     ///< SAS, Fibre Channel and parallel SCSI drives
     NVME = 3,     ///< NVMe drives
 };
@@ -301,10 +301,10 @@ public:
     void TakeSelfTests(const _SELF_TEST_OUTCOME* outcomes, std::size_t count, _FIGURE_SOURCE source,
                        std::uint32_t number) noexcept;
 
-    /// Begins a table of SMART attributes: forgets those taken before, also those of a page.
+    /// Begins a table of SMART attributes: forgets earlier ones, also those of a page.
     void ClearAttributes() noexcept;
 
-    /// A SMART attribute. The first 30 are taken.
+    /// A SMART attribute. Only the first 30 are used.
     ///
     /// @param name      that the program gives it, such as "Wear_Leveling_Count"; null or empty when it gives
     ///                  none. It tells what the attribute means on this model.
@@ -313,7 +313,7 @@ public:
     /// @param worst     lowest normalised value so far, -1 when not given
     /// @param threshold -1 when not given
     /// @param raw       up to 56 bits, lowest byte first on the page
-    /// @return whether it was taken
+    /// @return whether it is used
     bool TakeAttribute(std::uint8_t id, const char* name, std::uint16_t flags, int current, int worst,
                        int threshold, std::uint64_t raw) noexcept;
     /// @}
@@ -321,7 +321,7 @@ public:
     /// @name How the drive is
     /// @{
 
-    /// A figure from everything that was taken. Never throws; allocates nothing.
+    /// A figure from everything read so far. Never throws; allocates nothing.
     CHealthFigure GetFigure(_HEALTH_FIGURE figure) const noexcept;
 
     /// Every figure that the library knows of, unknown ones included, in the order of their numbers.

@@ -89,7 +89,7 @@ private:
 /// Looks a drive's rating up by its model, whatever its protocol: first in the three lists, in their order
 /// and by their rules, then among the additional models.
 ///
-/// The text is taken as the drive prints it, with or without its vendor: "INTEL SSDSC2BB016T7",
+/// The text may be as the drive prints it, with or without its vendor: "INTEL SSDSC2BB016T7",
 /// "Micron_5300_MTFDDAK960TDS", "Dell Ent NVMe CM6 RI 1.92TB". A row is compared with what begins at any
 /// word; letter case, and whether blanks or underscores separate words, never matter. What follows a part
 /// number matters to the models that are compared whole alone: those of SAS and InnoDisk. A rating never goes

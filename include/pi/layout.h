@@ -68,8 +68,8 @@ public:
     /// Reads a logical-drive configuration document (docs/configuration-documents.md).
     ///
     /// Never fails: what is missing or malformed gets 0, or true for IsConfigurable. A document without Units
-    /// gives the unit 0, not UNSPECIFIED as the default constructor does: callers rely on it. The document is
-    /// not changed.
+    /// gives the unit 0, not UNSPECIFIED as the default constructor does, which tells the two apart. The
+    /// document is not changed.
     explicit CLogicalDrive(VELK::XML::xml_document& document);
 
     CLogicalDrive(const CLogicalDrive&) = default;
@@ -82,19 +82,19 @@ public:
     /// logical drives different.
     bool operator==(const CLogicalDrive& other) const;
 
-    std::uint32_t m_ID = 0;                        ///< number of the logical drive
-    std::vector<CProperty> m_Properties;           ///< up to the plug-in
-    std::uint32_t m_Value1 = 0;                    ///< up to the plug-in
-    std::int32_t m_Value2 = -1;                    ///< up to the plug-in
-    std::uint64_t m_Size = 0;                      ///< in m_Units
-    _UNITS m_Units = Units::UNSPECIFIED;           ///< unit of m_Size
-    std::uint64_t m_SpanCount = 0;                 ///< spans of the drive, as the producer counts them
-    std::uint64_t m_SpanSize = 0;                  ///< size of a span, as the producer counts it
-    std::uint32_t m_Value3 = 1;                    ///< up to the plug-in
-    std::uint64_t m_Value4 = 0xFFFFFFFFFFFFFFFF;   ///< up to the plug-in
-    std::vector<CContainer> m_Containers;          ///< the extents that hold the data
-    std::vector<std::uint64_t> m_GlobalHotSpares;  ///< physical drives that stand by for every logical drive
-    std::vector<std::uint64_t> m_DedicatedHotSpares;       ///< physical drives that stand by for this one
+    std::uint32_t m_ID = 0;                           ///< number of the logical drive
+    std::vector<CProperty> m_Properties;              ///< up to the plug-in
+    std::uint32_t m_Value1 = 0;                       ///< up to the plug-in
+    std::int32_t m_Value2 = -1;                       ///< up to the plug-in
+    std::uint64_t m_Size = 0;                         ///< in m_Units
+    _UNITS m_Units = Units::UNSPECIFIED;              ///< unit of m_Size
+    std::uint64_t m_SpanCount = 0;                    ///< spans of the drive, as the producer counts them
+    std::uint64_t m_SpanSize = 0;                     ///< size of a span, as the producer counts it
+    std::uint32_t m_Value3 = 1;                       ///< up to the plug-in
+    std::uint64_t m_Value4 = 0xFFFFFFFFFFFFFFFF;      ///< up to the plug-in
+    std::vector<CContainer> m_Containers;             ///< the extents that hold the data
+    std::vector<std::uint64_t> m_GlobalHotSpares;     ///< physical drives spare for every logical drive
+    std::vector<std::uint64_t> m_DedicatedHotSpares;  ///< physical drives spare for this one
     std::vector<std::uint64_t> m_AssociatedLogicalDrives;  ///< logical drives that belong with this one
 };
 

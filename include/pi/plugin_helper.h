@@ -46,7 +46,7 @@ public:
 
     /// The value of a property in words, the same in every locale: "447.1 GiB", "RAID5", "5 (0 to 10)".
     ///
-    /// Numbers of a choice or of two lists, of which the first is taken, are given by their names as property
+    /// Numbers of a choice or of two lists, of which the first counts, are given by their names as property
     /// values, where they have one. A fraction has one decimal; where m_Attribute2 is one of _UNITS, the
     /// fraction is a capacity in it. A text is given as GetValueString gives it, a yes or no as "yes" or
     /// "no", a document as "(a document)".
@@ -72,7 +72,7 @@ public:
     ///
     /// The states with icons of their own are OPERATIONAL, UNCONFIGURED_FAILED, FAILED, REBUILDING,
     /// REBUILD_PAUSED, GLOBAL_HOTSPARE, DEDICATED_HOTSPARE, OFFLINE, FAILED_MISSING, COPY_BACK, MIGRATING,
-    /// MIGRATION_PAUSED, REBUILD_FAILED and SYSTEM, and with _SMART behind their names AVAILABLE,
+    /// MIGRATION_PAUSED, REBUILD_FAILED and SYSTEM, and with _SMART appended AVAILABLE,
     /// OPERATIONAL, FAILED, REBUILDING, GLOBAL_HOTSPARE, DEDICATED_HOTSPARE, OFFLINE, COPY_BACK, MIGRATING,
     /// REBUILD_FAILED and SYSTEM. Any other number, known or not, looks like AVAILABLE.
     /// @param medium  PropertyValue::SSD, or any other value for a rotating disk
@@ -174,7 +174,7 @@ public:
 
     /// Whether a drive may join the drives of a container.
     ///
-    /// What the permissions and the attribute stand for is the caller's business; the rules are fixed. Traced
+    /// What the permissions and the attribute mean is the caller's business; the rules are fixed. Traced
     /// under category 21.
     /// @param containerType  any number; 0 is compared like the others
     /// @param containerMedia PropertyValue::HDD, PropertyValue::SSD or another medium; 0 is compared too
@@ -213,7 +213,7 @@ public:
     /// Text of an additional sense code and qualifier, as the T10 committee publishes it, in lower case.
     ///
     /// @param text out: empty for an unknown pair; the codes 40h (from qualifier 80h on), 4Dh and 70h count
-    ///             as unknown but have a text all the same, in which the qualifier stands as a character, be
+    ///             as unknown but have a text all the same, in which the qualifier is a character, be
     ///             it a NUL byte
     /// @return SUCCESS, or GENERAL when the pair is unknown
     static int TranslateSenseASC(unsigned char asc, unsigned char ascq, std::string& text);

@@ -240,7 +240,7 @@ public:
     /// ignored.
     ///
     /// Types NONE, UNDEFINED and unknown ones hold no value and are never equal, not even to a copy of
-    /// themselves: callers rely on it.
+    /// themselves; plug-ins in the field count on it.
     bool operator==(const CProperty& other) const;
 
     /// @{
@@ -274,8 +274,8 @@ public:
 
     /// Stores a text without leading and trailing white space, as the global locale classifies it.
     ///
-    /// Where m_Format is 4 (encoded text) only a text that begins with "ENC1(" is taken, unchanged; any other
-    /// is replaced by an empty one, so a plain secret never gets in.
+    /// Where m_Format is 4 (encoded text) only a text that begins with "ENC1(" is accepted, unchanged; any
+    /// other is replaced by an empty one, so a plain secret never gets in.
     int SetValue(const std::string& text);
 
     /// As SetValue(const std::string&).

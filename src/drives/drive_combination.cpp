@@ -44,7 +44,7 @@ bool IsMismatch(_DRIVE_DIFFERENCE difference, unsigned permissions, const Drive&
     const bool bothSSD = container.m_Media == PropertyValue::SSD && drive.m_Media == PropertyValue::SSD;
 
     // What each combination of permissions looks at. It is not symmetric: with the first two set, clearing
-    // the third leaves only the media to be compared. This is meant.
+    // the third leaves only the media to be compared. Fixed: plug-ins in the field know it so.
     bool checkTypes = false;
     bool checkMedia = false;
     switch (permissions & ~PERMIT3) {  // from the right: permit0, permit1, permit2

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// How a figure is decided from what was taken of a drive.
+// How a figure is decided from what was read of a drive.
 #pragma once
 
 #include <algorithm>
@@ -102,7 +102,7 @@ struct Choice {
     void Offer(const Reading& reading) noexcept;
 };
 
-/// Among what was taken as readings; attributes left out.
+/// Among the readings, without attributes.
 Choice ChooseReading(const DriveFacts& facts, _HEALTH_FIGURE figure) noexcept;
 
 /// A choice as a figure.

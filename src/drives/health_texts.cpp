@@ -28,7 +28,7 @@ std::string PageText(std::uint32_t number) {
     return text;
 }
 
-/// 0 stands for all of them.
+/// 0 means all of them.
 std::string AttributeText(std::uint32_t number) {
     if (number == 0) {
         return "SMART attributes";

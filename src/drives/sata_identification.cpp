@@ -32,7 +32,7 @@ std::string VendorOfSingleWord(const std::string& text) {
     if (HasPrefix(text, "STEC")) {
         return "STEC";
     }
-    // The fourth character decides, not the third: this is meant.
+    // The fourth character decides, not the third: names given to drives in the field stay.
     if (HasPrefix(text, "ST") && text.size() > 3 && IsDecimalDigit(text[3])) {
         return "SEAGATE";
     }

@@ -83,7 +83,7 @@ constexpr std::array<std::uint16_t, CODES + 1> FIRST_ROWS = MakeFirstRows();
 const AdditionalSense* FindAdditionalSense(unsigned char asc, unsigned char ascq) {
     const unsigned code = SenseCode(asc, ascq);
     const unsigned first = FIRST_ROWS[asc];
-    // A code has few gaps among its qualifiers, so the row stands where it would without gaps or a little
+    // A code has few gaps among its qualifiers, so the row is where it would be without gaps or a little
     // before.
     unsigned behind = std::min<unsigned>(first + ascq + 1, FIRST_ROWS[asc + 1U]);
     while (behind > first && ADDITIONAL_SENSE[behind - 1].m_Code > code) {
@@ -93,7 +93,7 @@ const AdditionalSense* FindAdditionalSense(unsigned char asc, unsigned char ascq
                                                                          : nullptr;
 }
 
-// Codes that stand for a range: the qualifier goes into the text as the character that it is, not as digits.
+// Codes of a range: the qualifier goes into the text as the character that it is, not as digits.
 // Callers show these texts although the code counts as unknown.
 std::string PatternText(unsigned char asc, unsigned char ascq) {
     const char qualifier = static_cast<char>(ascq);

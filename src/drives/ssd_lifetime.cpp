@@ -32,7 +32,7 @@ CRemainingLifetime::CRemainingLifetime(std::uint64_t powerOnHours, std::uint64_t
         if (hours == 0) {
             return;
         }
-        // Both in units of 2^20 bytes. Shifts and the product below wrap at 64 bits: this is meant.
+        // Both in units of 2^20 bytes. Shifts and the product below wrap at 64 bits; the results are fixed.
         const std::uint64_t written = bytesWritten >> 20;
         const std::uint64_t endurance = enduranceTB << 20;
         const std::uint64_t worn = std::min(written, endurance);

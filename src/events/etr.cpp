@@ -21,7 +21,7 @@ std::uint64_t Widen(std::int32_t percent) {
     return static_cast<std::uint64_t>(static_cast<std::int64_t>(percent));
 }
 
-// What remains at the pace of the elapsed time; truncates before it adds: this is meant.
+// What remains at the pace of the elapsed time; truncates before it adds; the results are fixed.
 std::uint64_t RemainingAtPace(std::uint64_t elapsed, std::uint64_t percent) {
     return 100 * (elapsed / percent + 1) - elapsed;
 }

@@ -19,7 +19,7 @@ constexpr std::size_t PREFIX_LENGTH = 2;
 template <class Resolve>
 void ReadPlaceHolder(const std::string& stored, std::string& text, Resolve&& resolve) {
     const auto hasPrefix = [&](const char* prefix) { return stored.compare(0, PREFIX_LENGTH, prefix) == 0; };
-    // A text placeholder that is empty keeps its prefix here: callers rely on it.
+    // A text placeholder that is empty keeps its prefix here: stored events stay as they are.
     if (stored.size() <= PREFIX_LENGTH) {
         text = stored;
     } else if (hasPrefix(RESOURCE_PREFIX)) {

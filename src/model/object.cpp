@@ -35,7 +35,7 @@ CObject::CObject(unsigned long id, _OBJECT_TYPE type)
 CObject::CObject(const CObject& source) = default;
 CObject::CObject(CObject&& source) noexcept = default;
 
-// The source of an assignment may stand somewhere below the target, so the old operations go last.
+// The source of an assignment may be somewhere below the target, so the old operations go last.
 CObject& CObject::operator=(const CObject& source) {
     std::vector<COperation> operations = source.m_Operations;
     Values(*this) = Values(source);

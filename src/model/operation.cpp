@@ -26,7 +26,7 @@ COperation::COperation() = default;
 COperation::COperation(const COperation& source) = default;
 COperation::COperation(COperation&& source) noexcept = default;
 
-// The source of an assignment may stand somewhere below the target, so the old objects go last.
+// The source of an assignment may be somewhere below the target, so the old objects go last.
 COperation& COperation::operator=(const COperation& source) {
     std::vector<CObject> objects = source.m_ObjectList;
     Values(*this) = Values(source);

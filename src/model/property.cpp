@@ -19,7 +19,7 @@ constexpr std::int32_t FORMAT_ENCODED_TEXT = 4;
 
 constexpr char ENCODED_PREFIX[] = "ENC1(";
 
-// The lower bound is looked at first, so it wins when the bounds are reversed: callers rely on it.
+// The lower bound is looked at first, so it wins if the bounds are reversed.
 int Clamp(int value, int min, int max) {
     if (value < min) {
         return min;

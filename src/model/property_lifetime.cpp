@@ -4,7 +4,7 @@
 
 #include "model/xml_copy.h"
 
-// Making, copying and destroying properties and their data. The data kinds stand here with the property so
+// Making, copying and destroying properties and their data. The data kinds are here with the property so
 // that the compiler can put them into one piece of code: properties are copied often.
 
 namespace PI {

@@ -35,7 +35,7 @@ template <class... Arguments>
         VELKTrace trace(494, "VELK_Trace", category, format);
         static_cast<void>((trace << ... << Traceable(arguments)));
     } catch (...) {
-        // Work is not to fail for want of memory to tell of it.
+        // Work must not fail because allocation for its trace does.
     }
 }
 

@@ -50,8 +50,8 @@ struct Argument {
 };
 
 std::ostream& operator<<(std::ostream& stream, const Argument& argument) {
-    // Numbers are plain digits whatever the process's locale is. The format is not told: it would hand the
-    // locale to a new stream for every argument.
+    // Numbers are plain digits whatever the process's locale is. The format is not given it: it would hand
+    // the locale to a new stream for every argument.
     const std::locale& classic = std::locale::classic();
     if (stream.getloc() != classic) {
         stream.imbue(classic);

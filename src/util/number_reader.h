@@ -8,8 +8,8 @@
 
 namespace PI {
 
-/// Reads numbers. Leading white space and a sign are taken, anything after the number is not; a number that
-/// does not fit is not taken, but a negative one for an unsigned type wraps. One reader serves one thread.
+/// Reads numbers. Leading white space and a sign are accepted, anything after the number is not; a number
+/// that does not fit is refused, but a negative one for an unsigned type wraps. One reader serves one thread.
 class NumberReader {
 public:
     /// @tparam Number std::uint64_t, std::int32_t or bool

@@ -8,7 +8,7 @@
 
 namespace PI {
 
-/// Whether a text fits a pattern: * stands for any characters, ? for one, [abc] and [a-c] for one of those.
+/// Whether a text fits a pattern: * matches any characters, ? for one, [abc] and [a-c] for one of those.
 constexpr bool FitsPattern(std::string_view pattern, std::string_view text) {
     std::size_t at = 0;  // in the pattern
     std::size_t place = 0;

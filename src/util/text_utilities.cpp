@@ -38,12 +38,12 @@ constexpr bool IsOneOf(char character, std::string_view characters) {
     return characters.find(character) != std::string_view::npos;
 }
 
-// The blank is among them: callers rely on it.
+// The blank is among them: the results are fixed.
 constexpr bool IsCopiedToURL(char character) {
     return IsUpper(character) || IsLower(character) || IsDigit(character) || IsOneOf(character, " ()-.:_~");
 }
 
-// Callers rely on these being dropped.
+// These are dropped: the results are fixed.
 constexpr bool IsDroppedFromURL(char character) {
     return IsOneOf(character, "\x01\x16\xBE\xEE");
 }

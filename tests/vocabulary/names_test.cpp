@@ -112,7 +112,6 @@ TEST(ErrorCodeToString, NamesTheTellingCodes) {
     EXPECT_EQ(PI::ErrorCodeToString(20174), "MDADM_ERROR");
     EXPECT_EQ(PI::ErrorCodeToString(20175), "UNAUTHORIZED");
     EXPECT_EQ(PI::ErrorCodeToString(1), "");
-    EXPECT_EQ(PI::ErrorCodeToString(20176), "");
 }
 
 TEST(ErrorCodeToString, MailBlockBeginsWithSmtp) {
