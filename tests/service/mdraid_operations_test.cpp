@@ -193,6 +193,22 @@ TEST_F(MdraidOperations, ACheckThatAnotherHasPausedIsNotComplete) {
     EXPECT_EQ(m_Task.m_TaskText2, "0 sectors differ, ended by another at sector 64");
 }
 
+TEST_F(MdraidOperations, APositionAtTheVeryBeginningIsThatOfTheKernelsFile) {
+    const auto progress = [&](const std::string& position, const std::string& completed) {
+        SetList(MIRROR + "      [>....]  check = 0.0% (" + position + "/64) finish=2.0min speed=1K/sec\n");
+        SetArray("sync_completed", completed);
+        return PI::CPluginHelper::StringifyProperty(
+            *PI::CPluginHelper::FindProperty(Find("md0"), ID::CHECK_PROGRESS));
+    };
+    EXPECT_EQ(progress("1", "96 / 128"), "75.0");
+    EXPECT_EQ(progress("0", "128 / 128"), "100.0");
+    EXPECT_EQ(progress("2", "96 / 128"), "0.0");
+    EXPECT_EQ(progress("1", "none"), "0.0");
+    EXPECT_EQ(progress("1", "2 / 128"), "0.0");
+    EXPECT_EQ(progress("1", "130 / 128"), "0.0");
+    EXPECT_EQ(progress("1", "x / 128"), "0.0");
+}
+
 TEST_F(MdraidOperations, ACheckThatWaitsIsPending) {
     SetList(MIRROR + "      \tresync=DELAYED\n");
     SetArray("sync_action", "idle");
@@ -480,7 +496,7 @@ TEST_F(MdraidCreation, WhatCannotBeMadeIsRefusedBeforeMdadmIsAsked) {
         {ArrayOf(one + one), "object " + driveID + " is no drive that is free, or is named twice"},
         {ArrayOf(one + "<Drive ObjectID='99'/>"), "object 99 is gone"},
         {ArrayOf(one + "<Drive ObjectID='1'/>"), "object 1 is no drive that is free, or is named twice"},
-        {ArrayOf(Drive("sdc", "64")), "drive " + driveID + ": mdadm takes the whole of a drive"},
+        {ArrayOf(Drive("sdc", "64")), "drive " + driveID + ": mdadm begins where a drive begins"},
         {"<LogicalDriveConfiguration><Containers><Container>" + one +
              "</Container></Containers><GlobalHotSpares>" + Drive("sdd") +
              "</GlobalHotSpares></LogicalDriveConfiguration>",
@@ -495,6 +511,57 @@ TEST_F(MdraidCreation, WhatCannotBeMadeIsRefusedBeforeMdadmIsAsked) {
                   "NAME \"" + name + "\" is not of one to 32 letters, digits, \"_\", \"-\" and \".\"");
     }
     EXPECT_FALSE(fs::exists(m_Folder.Path() / "arguments"));
+}
+
+TEST_F(MdraidCreation, APartOfEachDriveIsUsedWhereTheDocumentSaysSo) {
+    const auto sized = [&](const std::string& size, const std::string& units) {
+        return "<ArrayConfiguration Units='" + units + "'><Containers><Container><Drive ObjectID='" +
+               std::to_string(Find("sdc").m_ObjectID) + "' StartAddress='0' UsedSize='" + size + "'/>" +
+               Drive("sdd") + "</Container></Containers></ArrayConfiguration>";
+    };
+    const std::string before =
+        "--create /dev/md/data --metadata=1.2 --level=raid1 --raid-devices=2 --bitmap=internal ";
+    EXPECT_EQ(Create(sized("512", "21002"), Value::RAID1), "");
+    EXPECT_EQ(Arguments(), before + "--size=524288 /dev/sdc /dev/sdd ");
+    for (const std::string size : {"1073741824", "1063004406"}) {  // all of it, and 99 percent
+        EXPECT_EQ(Create(sized(size, "21025"), Value::RAID1), "");
+        EXPECT_EQ(Arguments(), before + "/dev/sdc /dev/sdd ");
+    }
+    EXPECT_EQ(Create(sized("1063004405", "21025"), Value::RAID1), "");
+    EXPECT_EQ(Arguments(), before + "--size=1038090 /dev/sdc /dev/sdd ");
+    for (const std::string units : {"0", "21006", "7"}) {
+        EXPECT_EQ(Create(sized("1", units), Value::RAID1),
+                  "CONFIGURATION has no size in units " + units + " that could be used");
+    }
+    EXPECT_EQ(Create(sized("18446744073709551615", "21027"), Value::RAID1),
+              "CONFIGURATION has no size in units 21027 that could be used");
+}
+
+TEST_F(MdraidCreation, MdadmIsAnsweredWhereItAsksOfSizesAloneAndTheDocumentGivesThem) {
+    const std::string sizes = "mdadm: largest drive (/dev/sdd) exceeds size (1K) by more than 1%\n";
+    const std::string question = "Continue creating array? mdadm: create aborted.\n";
+    const std::string contents = "mdadm: /dev/sdc appears to contain an ext2fs file system\n";
+    const auto ask = [&](const std::string& text) {
+        m_Folder.Write("question", text);
+        SetMdadm("case \"$*\" in *--run) echo made;; *) cat " + m_Folder.Path().string() +
+                 "/question; exit 1;; esac");
+    };
+    const std::string drives = Drive("sdc") + Drive("sdd");
+    std::string sized = ArrayOf(drives);
+    sized.replace(sized.find(" StartAddress"), 1, " UsedSize='1073741824' ");
+    sized.replace(sized.find("Configuration>"), 14, "Configuration Units='21025'>");
+    ask(sizes + question);
+    EXPECT_EQ(
+        Create(ArrayOf(drives), Value::RAID1),
+        "mdadm: largest drive (/dev/sdd) exceeds size (1K) by more than 1%, Continue creating array? mdadm: "
+        "create aborted.");
+    EXPECT_EQ(Create(sized, Value::RAID1), "");
+    EXPECT_EQ(m_Task.m_TaskText2, "made");
+    for (const std::string& text :
+         {sizes + contents + question, contents + sizes + question, contents + question}) {
+        ask(text);
+        EXPECT_NE(Create(sized, Value::RAID1), "") << text;
+    }
 }
 
 TEST_F(MdraidCreation, TheMixingRulesAreKept) {

@@ -44,7 +44,7 @@ TEST(OneLine, JoinsLinesAndCutsWhatIsLong) {
     EXPECT_EQ(OneLine(""), "");
     EXPECT_EQ(OneLine("\n\n"), "");
     EXPECT_EQ(OneLine("a b"), "a b");
-    EXPECT_EQ(OneLine("a\n\nb\n"), "a, b");
+    EXPECT_EQ(OneLine("a\n\n  \n\t b \r\n"), "a, b");
     EXPECT_EQ(OneLine(std::string(200, 'x')), std::string(200, 'x'));
     EXPECT_EQ(OneLine(std::string(201, 'x')), std::string(200, 'x') + "...");
 }

@@ -110,11 +110,29 @@ TEST_F(SmartctlSelfTest, IsStartedAndFollowedToItsEnd) {
     EXPECT_EQ(Told(), "--json --test=short -d sat /dev/sda\n");
 }
 
-TEST_F(SmartctlSelfTest, ThatIsOverAtOnceIsNotReported) {
-    EXPECT_THAT(Execute("long", [](const PI::CTask&) -> bool { throw std::logic_error("reported"); }),
-                IsEmpty());
-    EXPECT_EQ(m_Task.m_TaskText2, "the drive keeps no log of how it ended");
+TEST_F(SmartctlSelfTest, ThatIsOverAtOnceIsKnownByTheLogAlone) {
+    const auto report = [](const PI::CTask&) -> bool { throw std::logic_error("reported"); };
+    EXPECT_THAT(Execute("long", report),
+                ElementsAre("/dev/sda: was not seen testing itself, and keeps no log"));
     EXPECT_EQ(Told(), "--json --test=long -d sat /dev/sda\n");
+    Answer(R"(,"ata_smart_self_test_log":{"standard":{"table":[]}})");
+    EXPECT_THAT(Execute("long", report), IsEmpty());
+    EXPECT_EQ(m_Task.m_TaskText2, "0 failed since the last one that passed");
+}
+
+TEST_F(SmartctlSelfTest, WithoutALogItIsNotKnownHowItEnded) {
+    const PI::CObject drive = Objects().at(1);
+    Answer(Running(IN_PROGRESS_60));
+    std::vector<std::string> errors;
+    PluginExecute(
+        drive.m_ObjectID, drive.m_Operations.at(0),
+        [&](const PI::CTask&) {
+            Answer("");
+            return true;
+        },
+        m_Task, errors);
+    EXPECT_THAT(errors, IsEmpty());
+    EXPECT_EQ(m_Task.m_TaskText2, "the drive keeps no log of how it ended");
 }
 
 TEST_F(SmartctlSelfTest, ThatIsToEndEarlyIsEnded) {

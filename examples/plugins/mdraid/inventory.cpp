@@ -285,6 +285,17 @@ PI::CObject MakeMember(const ArrayReport& report, std::size_t index, std::uint64
     return object;
 }
 
+/// Puts right a position at the very beginning. Linux lists it, wherever it is, in a moment in which more is
+/// done than it has counted as begun (seen on 6.1 with RAID 5).
+void MendPosition(Array& array, const SysfsArray& sysfs) {
+    const std::uint64_t doneKiB = sysfs.m_SyncDone / 2;
+    if (array.m_Sync.has_value() && array.m_Sync->m_DoneKiB <= 1 && doneKiB > 1 &&
+        doneKiB <= array.m_Sync->m_TotalKiB) {
+        array.m_Sync->m_DoneKiB = doneKiB;
+        array.m_Sync->m_PerMille = static_cast<std::uint32_t>(doneKiB * 1000 / array.m_Sync->m_TotalKiB);
+    }
+}
+
 }  // namespace
 
 Inventory ReadInventory(const std::filesystem::path& root, shared::ObjectIDs& ids, Progress& progress,
@@ -329,6 +340,7 @@ Inventory ReadInventory(const std::filesystem::path& root, shared::ObjectIDs& id
         const std::string& name = report.m_Array.m_Name;
         report.m_ObjectID = ids.Get("array " + name);
         report.m_Sysfs = ReadSysfsArray(root, name);
+        MendPosition(report.m_Array, report.m_Sysfs);
         const auto given = names.find(name);
         report.m_GivenName = given == names.end() ? "" : given->second;
         report.m_Title = report.m_GivenName.empty() ? name : name + " (" + report.m_GivenName + ")";

@@ -7,6 +7,7 @@
 #include <pi/plugin_helper.h>
 
 #include <algorithm>
+#include <sstream>
 #include <stdexcept>
 #include <thread>
 
@@ -41,25 +42,34 @@ int ChoiceOf(const PI::CObject& object, PI::_PROPERTY_ID id) {
     return property == nullptr ? 0 : property->m_Data.m_Choice.m_Value;
 }
 
-/// What mdadm says, in one line.
-std::string RunMdadm(const Machine& machine, std::vector<std::string> arguments) {
+/// @param output out: all that mdadm says
+/// @return whether it did what it was told to
+bool TryMdadm(const Machine& machine, std::vector<std::string> arguments, std::string& output) {
     if (machine.m_Mdadm.empty() && machine.m_Root != "/") {
         Refuse("mdadm would work on this machine, not on " + machine.m_Root.string());
     }
     arguments.insert(arguments.begin(), machine.m_Mdadm.empty() ? "mdadm" : machine.m_Mdadm);
-    std::string output;
     std::string error;
     const std::optional<int> status =
         shared::RunProgram(arguments, PATIENCE, output, error, shared::ErrorOutput::TAKE);
-    output = shared::OneLine(output);
-    shared::Trace(arguments[0] + " " + arguments[1] + ": " + (status.has_value() ? output : error));
+    shared::Trace(arguments[0] + " " + arguments[1] + ": " +
+                  (status.has_value() ? shared::OneLine(output) : error));
     if (!status.has_value()) {
         Refuse(error);
     }
-    if (*status != 0) {
-        Refuse(output.empty() ? arguments[0] + ": exit status " + std::to_string(*status) : output);
+    if (*status != 0 && output.empty()) {
+        output = arguments[0] + ": exit status " + std::to_string(*status);
     }
-    return output;
+    return *status == 0;
+}
+
+/// @return what mdadm says, in one line
+std::string RunMdadm(const Machine& machine, const std::vector<std::string>& arguments) {
+    std::string output;
+    if (!TryMdadm(machine, arguments, output)) {
+        Refuse(shared::OneLine(output));
+    }
+    return shared::OneLine(output);
 }
 
 /// What an operation works on: looked at anew, since the service may have asked some time ago.
@@ -101,6 +111,19 @@ public:
         WriteArrayAttribute(m_Machine.m_Root, Report().m_Array.m_Name, attribute, text);
     }
 
+    /// Size of the smallest of these free drives, in bytes.
+    std::uint64_t SmallestFree(const std::vector<const PI::CObject*>& drives) const {
+        std::uint64_t smallest = UINT64_MAX;
+        for (const FreeDrive& free : m_Inventory.m_FreeDrives) {
+            for (const PI::CObject* const drive : drives) {
+                if (drive->m_ObjectID == m_IDs.Get("unused " + free.m_Name) && free.m_SizeBytes != 0) {
+                    smallest = std::min(smallest, free.m_SizeBytes);
+                }
+            }
+        }
+        return smallest;
+    }
+
     const Machine& m_Machine;
     std::vector<PI::CObject> m_Objects;
 
@@ -125,6 +148,14 @@ std::string Device(const PI::CObject& object) {
 
 void EndCheck(const Subject& subject) {
     subject.Write("sync_action", "idle");
+    subject.Write("sync_min", "0");
+}
+
+/// Ends the check that another follows: until that has looked again, sync_min says that the check has not
+/// come to its end.
+void CancelCheck(const Subject& subject) {
+    subject.Write("sync_action", "idle");
+    std::this_thread::sleep_for(2 * subject.m_Machine.m_Interval);
     subject.Write("sync_min", "0");
 }
 
@@ -221,6 +252,7 @@ std::string ManageDrive(const Subject& subject, const char* option) {
 /// What a configuration document asks for.
 struct Layout {
     std::vector<PI::CContainer> m_Containers;
+    PI::_UNITS m_Units = PI::Units::UNSPECIFIED;
     std::vector<std::uint64_t> m_Spares;
 };
 
@@ -228,7 +260,8 @@ Layout ReadLayout(const VELK::XML::xml_document& document) {
     VELK::XML::xml_document copy;
     copy.reset(document);
     if (document.child("ArrayConfiguration")) {
-        return {PI::CArray(copy).m_Containers, {}};
+        const PI::CArray array(copy);
+        return {array.m_Containers, array.m_Units, {}};
     }
     if (!document.child("LogicalDriveConfiguration")) {
         Refuse("CONFIGURATION is no configuration document of an array or a logical drive");
@@ -237,7 +270,20 @@ Layout ReadLayout(const VELK::XML::xml_document& document) {
     if (!drive.m_GlobalHotSpares.empty()) {
         Refuse("software RAID has no global hot spares");
     }
-    return {drive.m_Containers, drive.m_DedicatedHotSpares};
+    return {drive.m_Containers, drive.m_Units, drive.m_DedicatedHotSpares};
+}
+
+std::uint64_t ToBytes(std::uint64_t size, PI::_UNITS units) {
+    constexpr std::pair<PI::_UNITS, unsigned> BITS[] = {
+        {PI::Units::BYTES, 0},      {PI::Units::KILOBYTES, 10}, {PI::Units::MEGABYTES, 20},
+        {PI::Units::GIGABYTES, 30}, {PI::Units::TERABYTES, 40}, {PI::Units::PETABYTES, 50},
+    };
+    for (const auto& [unit, bits] : BITS) {
+        if (unit == units && size <= UINT64_MAX >> bits) {
+            return size << bits;
+        }
+    }
+    Refuse("CONFIGURATION has no size in units " + std::to_string(units) + " that could be used");
 }
 
 /// A name that mdadm takes as it is: "md5" for a number, others become links in /dev/md.
@@ -253,45 +299,90 @@ std::string NewDevice(const std::string& name) {
     return (isNumber ? "/dev/" : "/dev/md/") + name;
 }
 
-std::string CreateArray(const Subject& subject, const PI::COperation& operation) {
-    const Layout layout = ReadLayout(operation.m_Properties.at(0).m_Data.m_XML.m_Document);
-    const int level = operation.m_Properties.at(1).m_Data.m_Choice.m_Value;
-    const bool isRedundant = level != Value::RAID0 && level != Value::CONCAT;
-    std::vector<std::uint64_t> drives;
+/// The smallest part of a drive that the document gives, in bytes; all ones when it gives none.
+std::uint64_t UsedSize(const Layout& layout) {
+    std::uint64_t used = UINT64_MAX;
+    for (const PI::CContainer& container : layout.m_Containers) {
+        for (const PI::CDrive& extent : container.m_Drives) {
+            if (extent.m_UsedSize != 0) {
+                used = std::min(used, ToBytes(extent.m_UsedSize, layout.m_Units));
+            }
+        }
+    }
+    return used;
+}
+
+/// The drives of the document, those of the array first.
+std::vector<const PI::CObject*> FindDrives(const Subject& subject, const Layout& layout) {
+    std::vector<std::uint64_t> ids;
     for (const PI::CContainer& container : layout.m_Containers) {
         for (const PI::CDrive& extent : container.m_Drives) {
             if (extent.m_StartAddress != 0) {
-                Refuse("drive " + std::to_string(extent.m_ObjectID) + ": mdadm takes the whole of a drive");
+                Refuse("drive " + std::to_string(extent.m_ObjectID) + ": mdadm begins where a drive begins");
             }
-            drives.push_back(extent.m_ObjectID);
+            ids.push_back(extent.m_ObjectID);
         }
     }
-    const std::size_t count = drives.size();
+    ids.insert(ids.end(), layout.m_Spares.begin(), layout.m_Spares.end());
+    std::vector<const PI::CObject*> drives;
+    for (const std::uint64_t id : ids) {
+        const PI::CObject& drive = *drives.emplace_back(&subject.Find(id));
+        if (ChoiceOf(drive, ID::STATUS) != Value::AVAILABLE || std::count(ids.begin(), ids.end(), id) != 1) {
+            Refuse("object " + std::to_string(id) + " is no drive that is free, or is named twice");
+        }
+        CheckMix(subject.m_Machine, *drives[0], drive);
+    }
+    return drives;
+}
+
+/// Whether drives of different sizes are all that mdadm asks about. It also asks where it finds contents, and
+/// takes silence for a no.
+bool AsksOfSizesAlone(const std::string& output) {
+    std::istringstream lines(output);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find(" exceeds size (") == std::string::npos && line.find("Continue creating array?") != 0) {
+            return false;
+        }
+    }
+    return !output.empty();
+}
+
+std::string CreateArray(const Subject& subject, const PI::COperation& operation) {
+    const Layout layout = ReadLayout(operation.m_Properties.at(0).m_Data.m_XML.m_Document);
+    const int level = operation.m_Properties.at(1).m_Data.m_Choice.m_Value;
+    const std::vector<const PI::CObject*> drives = FindDrives(subject, layout);
+    const std::size_t count = drives.size() - layout.m_Spares.size();
     if (count == 0 || (layout.m_Containers.size() > 1 && level != Value::RAID10)) {
         Refuse("CONFIGURATION needs drives in one container; only RAID10 takes several, one for each mirror");
     }
-    drives.insert(drives.end(), layout.m_Spares.begin(), layout.m_Spares.end());
     std::vector<std::string> command = {"--create", NewDevice(TextOf(operation.m_Properties, ID::NAME)),
                                         "--metadata=1.2", "--level=" + LevelName(level),
                                         "--raid-devices=" + std::to_string(count)};
-    if (isRedundant) {
-        command.emplace_back(
-            "--bitmap=internal");  // judgement: after a crash only what was written is synchronised
+    if (level != Value::RAID0 && level != Value::CONCAT) {
+        command.emplace_back("--bitmap=internal");  // judgement: a crash then costs no whole synchronisation
     }
     if (!layout.m_Spares.empty()) {
         command.push_back("--spare-devices=" + std::to_string(layout.m_Spares.size()));
     }
-    for (const std::uint64_t id : drives) {
-        const PI::CObject& drive = subject.Find(id);
-        if (ChoiceOf(drive, ID::STATUS) != Value::AVAILABLE ||
-            std::count(drives.begin(), drives.end(), id) != 1) {
-            Refuse("object " + std::to_string(id) + " is no drive that is free, or is named twice");
-        }
-        CheckMix(subject.m_Machine, subject.Find(drives[0]), drive);
-        command.push_back(Device(drive));
+    // Near the size of the smallest drive it means all of it, of which mdadm keeps a little for itself.
+    const std::uint64_t used = UsedSize(layout);
+    const std::uint64_t whole = subject.SmallestFree(drives);
+    if (used < whole - whole / 100) {
+        command.push_back("--size=" + std::to_string(used / 1024));
     }
-    return RunMdadm(subject.m_Machine,
-                    command);  // which asks where a drive has contents, and takes silence for a no
+    for (const PI::CObject* const drive : drives) {
+        command.push_back(Device(*drive));
+    }
+    std::string output;
+    bool isMade = TryMdadm(subject.m_Machine, command, output);
+    if (!isMade && used != UINT64_MAX && AsksOfSizesAlone(output)) {
+        command.emplace_back("--run");
+        isMade = TryMdadm(subject.m_Machine, command, output);
+    }
+    if (!isMade) {
+        Refuse(shared::OneLine(output));
+    }
+    return shared::OneLine(output);
 }
 
 }  // namespace
@@ -309,7 +400,7 @@ void Execute(const Machine& machine, shared::ObjectIDs& ids, Progress& progress,
         case Operation::START_CHECK:
         case Operation::CONTINUE_CHECK: FollowCheck(subject, report, task); break;
         case Operation::PAUSE_CHECK: PauseCheck(subject, task); break;
-        case Operation::CANCEL_CHECK: EndCheck(subject); break;
+        case Operation::CANCEL_CHECK: CancelCheck(subject); break;
         case Operation::PAUSE_REBUILD: subject.Write("sync_action", "frozen"); break;
         case Operation::CONTINUE_REBUILD: subject.Write("sync_action", "idle"); break;
         case Operation::CREATE_DEDICATED_HOTSPARE:

@@ -32,7 +32,8 @@ std::string ReadAttribute(const fs::path& path) {
 
 template <class Number>
 std::optional<Number> ReadNumber(const fs::path& path) {
-    const std::string text = ReadAttribute(path);
+    const std::string line = ReadAttribute(path);
+    const std::string text = line.substr(0, line.find(" / "));  // of a position that stands before its end
     Number number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (text.empty() || error != std::errc() || end != text.data() + text.size()) {
@@ -85,6 +86,7 @@ SysfsArray ReadSysfsArray(const fs::path& root, const std::string& name) {
     array.m_Level = ReadAttribute(md / "level");
     array.m_State = ReadAttribute(md / "array_state");
     array.m_SyncAction = ReadAttribute(md / "sync_action");
+    array.m_SyncDone = ReadNumber<std::uint64_t>(md / "sync_completed").value_or(0);
     array.m_SyncMin = ReadNumber<std::uint64_t>(md / "sync_min").value_or(0);
     array.m_Mismatches = ReadNumber<std::uint64_t>(md / "mismatch_cnt").value_or(0);
     if (const auto sectors = ReadNumber<std::uint64_t>(block / "size")) {

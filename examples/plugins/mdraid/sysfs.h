@@ -41,6 +41,7 @@ struct SysfsArray {
     std::string m_State;       ///< such as "clean", "readonly", "broken"
     std::string m_SyncAction;  ///< such as "idle", "check", "repair"
     std::optional<std::uint64_t> m_SizeBytes;
+    std::uint64_t m_SyncDone = 0;                  ///< sectors that a synchronisation has certainly done
     std::uint64_t m_SyncMin = 0;                   ///< sector at which the next check begins
     std::uint64_t m_Mismatches = 0;                ///< sectors that the latest check found to differ
     std::map<std::string, SysfsMember> m_Members;  ///< by the names that /proc/mdstat gives

@@ -161,16 +161,18 @@ std::optional<int> RunProgram(const std::vector<std::string>& arguments, std::ch
 
 std::string OneLine(std::string_view text) {
     constexpr std::size_t MOST = 200;
-    std::string line;
-    for (const char character : text) {
-        if (character != '\n') {
-            line += character;
-        } else if (!line.empty() && line.back() != ' ') {
-            line += ", ";
-        }
+    constexpr std::string_view BLANKS = " \t\r";
+    std::string joined;
+    for (std::size_t start = 0; start < text.size() && joined.size() <= MOST;) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        std::string_view line = text.substr(start, end - start);
+        line.remove_prefix(std::min(line.find_first_not_of(BLANKS), line.size()));
+        line = line.substr(0, line.find_last_not_of(BLANKS) + 1);
+        joined += joined.empty() || line.empty() ? "" : ", ";
+        joined += line;
+        start = end + 1;
     }
-    line.erase(std::min(line.find_last_not_of(", ") + 1, line.size()));
-    return line.size() <= MOST ? line : line.substr(0, MOST) + "...";
+    return joined.size() <= MOST ? joined : joined.substr(0, MOST) + "...";
 }
 
 }  // namespace shared

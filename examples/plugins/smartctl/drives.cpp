@@ -147,7 +147,7 @@ void SelfTest(const std::string& program, const Drive& drive, const PI::COperati
     Tell(program, "--test=" + kind, drive);
     task.m_TaskText1 = kind + " self-test of " + drive.m_Source;
     PI::CTimeRemaining time;
-    for (;;) {
+    for (bool isSeen = false;; isSeen = true) {
         std::vector<Drive> found;
         std::vector<std::string> errors;
         Ask(program, "-x", drive.m_Source, drive.m_Type, found, errors);
@@ -157,6 +157,9 @@ void SelfTest(const std::string& program, const Drive& drive, const PI::COperati
         const PI::CDriveReport& now = found[0].m_Report;
         if (!now.IsSelfTesting()) {
             const auto failed = now.GetHealth().GetFigure(PI::HealthFigure::FAILED_SELF_TESTS);
+            if (!isSeen && !failed.HasValue()) {
+                throw std::runtime_error(drive.m_Source + ": was not seen testing itself, and keeps no log");
+            }
             task.m_TaskText2 = failed.HasValue() ? std::to_string(failed.GetValue()) +
                                                        " failed since the last one that passed"
                                                  : "the drive keeps no log of how it ended";
