@@ -82,9 +82,10 @@ public:
     /// What the report says of the drive; valid as long as the report.
     const CDriveHealth& GetHealth() const noexcept;
 
-    /// Whether a self-test ran when the report was made; text reports do not tell. Since 1.1.0.
+    /// Whether a self-test ran when the report was made; text reports do not tell. Since 1.2.0.
     bool IsSelfTesting() const noexcept;
-    /// How far it was, in percent; -1 when none ran or the drive does not say. Of ATA drives in tens.
+    /// How far it was, in percent; -1 when none ran or the drive does not say. Of ATA drives in tens. Since
+    /// 1.2.0.
     int GetSelfTestProgress() const noexcept;
 
     /// What was out of the ordinary in the report, for people, in English: messages and exit status of
