@@ -184,7 +184,8 @@ Json Row(const std::string& kind, const std::vector<ProgressCurve>& curves, Tall
             Replay(curve, way(), way == TimeRemaining, tally);
         }
         row[name] = {{"median", Percent(Quantile(tally.m_Errors, 0.5))},
-                     {"ninetieth", Percent(Quantile(tally.m_Errors, 0.9))}};
+                     {"ninetieth", Percent(Quantile(tally.m_Errors, 0.9))},
+                     {"jump", Percent(Quantile(tally.m_Jumps, 0.5))}};
         return tally;
     };
     measure("mean", Mean);
@@ -193,7 +194,6 @@ Json Row(const std::string& kind, const std::vector<ProgressCurve>& curves, Tall
     measure("CETR", FixedRules);
     const Tally own = measure("CTimeRemaining", TimeRemaining);
     row["inside"] = Percent(static_cast<double>(own.m_Inside) / static_cast<double>(own.m_Ranges));
-    row["jump"] = Percent(Quantile(own.m_Jumps, 0.5));
     all.m_Ranges += own.m_Ranges;
     all.m_Inside += own.m_Inside;
     return row;

@@ -271,7 +271,7 @@ def accuracy_table(measured):
     yield "|---|---|---|---|---|---|---|---|---|"
     for row in measured["rows"]:
         errors = " | ".join(f"{row[way]['median']:.1f} % ({row[way]['ninetieth']:.0f} %)" for way in ways)
-        yield f"| {row['kind']} | {row['curves']} | {errors} | {row['inside']:.0f} % | {row['jump']:.2f} % |"
+        yield f"| {row['kind']} | {row['curves']} | {errors} | {row['inside']:.0f} % | {row['CTimeRemaining']['jump']:.2f} % |"
     yield ""
     yield f"Over all samples of all curves the range holds the truth for {measured['inside']:.1f} percent."
 
