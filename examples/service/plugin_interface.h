@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// clang-format off
 /// @file
 /// What a plug-in exports and how the host of this example reads it.
 ///
@@ -8,20 +9,24 @@
 /// | Field | Meaning |
 /// |---|---|
 /// | CObject::m_ObjectID | unique within the plug-in, the same for the same thing in every call |
-/// | CObject::m_ObjectType | an adapter type, LOGICAL_DRIVE, PHYSICAL_DRIVE, or TASK for what goes on in
-/// hardware | | CObject::m_RelatedIDs1 | what it is part of, of several the first reported; empty for an
-/// adapter | | CObject::m_ObjectValue | icon identifier, 0 for none | | CProperty::m_Attribute1 | help topic,
-/// 1 for none | | CProperty::m_Attribute2 | PI::_UNITS of a FLOAT that is a capacity, otherwise 1 | |
-/// COperation::m_Header1 | operation identifier | | COperation::m_Header2 | help topic, 1 for none | |
-/// COperation::m_Properties | parameters: offered with their defaults, asked for with what the user wants |
+/// | CObject::m_ObjectType | an adapter type, LOGICAL_DRIVE, PHYSICAL_DRIVE, or TASK for what goes on in hardware |
+/// | CObject::m_RelatedIDs1 | what it is part of, of several the first reported; empty for an adapter |
+/// | CObject::m_ObjectValue | icon identifier, 0 for none |
+/// | CProperty::m_Attribute1 | help topic, 1 for none |
+/// | CProperty::m_Attribute2 | PI::_UNITS of a FLOAT that is a capacity, otherwise 1 |
+/// | COperation::m_Header1 | operation identifier |
+/// | COperation::m_Header2 | help topic, 1 for none |
+/// | COperation::m_Properties | parameters: offered with their defaults, asked for with what the user wants |
 /// | CTask::m_RelatedIDs1 | m_ObjectID of the object that the operation is carried out on; by the host |
 /// | CTask::m_TaskValue1 | operation identifier; by the host |
-/// | CTask::m_TaskText1 | what is done, such as "check of md0"; the operation's name until the plug-in says
-/// it | | CTask::m_TaskFlag | whether the progress is known | | CTask::m_TaskValue2 | progress in percent, 0
-/// to 100 | | CTask::m_TaskValue4 | time remaining in milliseconds, all ones while it is not known | |
-/// CTask::m_TaskText2 | result, one line, when it has ended | | CTask::m_TaskStatus | OK while it runs,
-/// PENDING while it waits; in the end COMPLETE, ABORTED or FAILED | | CEvent::m_Handle | m_ObjectID of the
-/// object that the event is about |
+/// | CTask::m_TaskText1 | what is done, such as "check of md0"; the operation's name until the plug-in says it |
+/// | CTask::m_TaskFlag | whether the progress is known |
+/// | CTask::m_TaskValue2 | progress in percent, 0 to 100 |
+/// | CTask::m_TaskValue4 | time remaining in milliseconds, all ones while it is not known |
+/// | CTask::m_TaskText2 | result, one line, when it has ended |
+/// | CTask::m_TaskStatus | OK while it runs, PENDING while it waits; in the end COMPLETE, ABORTED or FAILED |
+/// | CEvent::m_Handle | m_ObjectID of the object that the event is about |
+// clang-format on
 #pragma once
 
 #include <pi/pi.h>
@@ -40,8 +45,9 @@ constexpr int PLUGIN_INTERFACE_VERSION = 1;
 constexpr auto LOGICAL_DRIVE = static_cast<PI::_OBJECT_TYPE>(19901);
 constexpr auto PHYSICAL_DRIVE = static_cast<PI::_OBJECT_TYPE>(19902);
 
-// The host calls from one thread. What is returned must not point into the plug-in: the host keeps it after
-// unloading. No exception may leave these functions.
+// The host calls from one thread, in its own process or in one for this plug-in. What is returned must not
+// point into the plug-in: the host keeps it after unloading. No exception may leave these functions. Adapters
+// are registered (CGlobalAdapterID) within the calls, so that the host can number them across processes.
 extern "C" {
 
 /// How the plug-in was built; called first, and what follows only when it was built as the host's library

@@ -120,17 +120,33 @@ TEST_F(Execution, FailureIsToldWithItsReasons) {
 
 TEST_F(Execution, ASignalAsksToEndEarly) {
     const fs::path output = m_Folder.Path() / "output";
-    const std::string command = "'" HOST "' --allow-changes --execute task:7:START_VERIFY:TYPE=slow " +
-                                m_Folder.Path().string() + " >" + output.string() +
-                                " & child=$!\n"
-                                "until grep -q '50 percent' " +
-                                output.string() + "; do sleep 0.01; done\nkill -TERM $child\nwait $child";
-    EXPECT_EQ(PI::Test::RunProgram({"/bin/sh", "-c", command}, m_Folder.Path()).m_Status, 1);
-    EXPECT_THAT(
-        ReadFile(output),
-        testing::EndsWith("slow verification of 7 as HDD at 30 with <>: 50 percent, 00:00:50 remaining\n"
-                          "slow verification of 7 as HDD at 30 with <>: ABORTED, 50 percent, the drive is "
-                          "as it was\n"));
+    for (const std::string option : {"", "--isolate "}) {
+        const std::string command = "'" HOST "' " + option +
+                                    "--allow-changes --execute task:7:START_VERIFY:TYPE=slow " +
+                                    m_Folder.Path().string() + " >" + output.string() +
+                                    " & child=$!\n"
+                                    "until grep -q '50 percent' " +
+                                    output.string() + "; do sleep 0.01; done\nkill -TERM $child\nwait $child";
+        EXPECT_EQ(PI::Test::RunProgram({"/bin/sh", "-c", command}, m_Folder.Path()).m_Status, 1);
+        EXPECT_THAT(ReadFile(output),
+                    testing::EndsWith(
+                        "slow verification of 7 as HDD at 30 with <>: 50 percent, 00:00:50 remaining\n"
+                        "slow verification of 7 as HDD at 30 with <>: ABORTED, 50 percent, the drive is "
+                        "as it was\n"));
+        fs::remove(output);
+    }
+}
+
+TEST_F(Execution, IsTheSameInAProcessOfItsOwn) {
+    for (const char* const request :
+         {"task:disk:START_VERIFY", "task:7:START_VERIFY:TYPE=fail", "task:7:START_VERIFY:TYPE=silent",
+          "task:7:START_VERIFY:TYPE=throw", "task:9:START_VERIFY"}) {
+        const Outcome within = Execute(request);
+        const Outcome isolated = Run({"--isolate", "--allow-changes", "--execute", request});
+        EXPECT_EQ(isolated.m_Output, within.m_Output);
+        EXPECT_EQ(isolated.m_Errors, within.m_Errors);
+        EXPECT_EQ(isolated.m_Status, within.m_Status);
+    }
 }
 
 TEST_F(Execution, PluginWithoutTheFunctionOffersNothing) {
