@@ -110,7 +110,8 @@ Plugin::~Plugin() {
 }
 
 int Plugin::Configure(const std::string& key, const std::string& value) {
-    return m_Configure(key.c_str(), value.c_str());
+    std::vector<std::string> ignored;
+    return Ask(ignored, [&](auto&) { return m_Configure(key.c_str(), value.c_str()); });
 }
 
 std::vector<PI::CObject> Plugin::GetObjects(std::vector<std::string>& errors) {

@@ -109,7 +109,7 @@ std::string PluginProcess::Kill() {
 }
 
 bool PluginProcess::IsGone() {
-    m_IsGone = m_IsGone || waitpid(m_ID, nullptr, WNOHANG) == m_ID;
+    m_IsGone = m_IsGone || waitpid(m_ID, nullptr, WNOHANG) != 0;  // or nobody waits for children
     return m_IsGone;
 }
 

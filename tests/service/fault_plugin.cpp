@@ -4,6 +4,7 @@
 #include <pi/object_builder.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <string>
@@ -104,6 +105,9 @@ int PluginGetObjects(std::vector<PI::CObject>& objects, std::vector<std::string>
     Builder::AddText(adapter, Builder::Describe(ID::NAME, 1, Type::STRING), name);
     Builder::AddAdapterNumber(adapter, Builder::Describe(ID::ADAPTER_NUMBER, 1, Type::LONG), 500, 0, 0, 0);
     Builder::AddOperation(adapter, PI::OperationID::LOCATE_DEVICE, 1);
+    if (Variable("FAULT") == "print") {
+        std::puts("a line");
+    }
     if (Variable("FAULT") == "error") {
         errors = {" two\nlines\xFF "};
     }

@@ -459,6 +459,15 @@ TEST(Host, LimitsOfIsolatedPlugins) {
     EXPECT_THAT(leak.m_Output, testing::HasSubstr("Internal error of plug-in fault: PluginGetObjects: "));
 }
 
+TEST(Host, WhatAnIsolatedPluginPrintsIsNotTakenForTheHostsOutput) {
+    const PluginFolder plugins({BAD / "fault.so"});
+    setenv("FAULT", "print", 1);
+    const Outcome outcome = RunHost({plugins.Path(), "--isolate"});
+    unsetenv("FAULT");
+    EXPECT_EQ(outcome.m_Errors, "a line\n");
+    EXPECT_THAT(outcome.m_Output, testing::StartsWith("Plug-in fault\n  Adapter 0: not set\n"));
+}
+
 TEST(Host, IsolatedPluginsTraceIntoFilesOfTheirOwn) {
     const TemporaryFolder traces;
     const Outcome outcome = RunHost({PLUGIN_FOLDER, "--isolate", "--set", "mdraid.root=rebuilding", "--set",

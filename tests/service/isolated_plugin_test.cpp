@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <ostream>
@@ -256,6 +257,16 @@ TEST_F(Isolated, FileThatIsNoPluginIsRefusedAsInTheHostsProcess) {
 TEST_F(Isolated, ProgramThatIsMissingIsAnEvent) {
     IsolatedPlugin plugin({"/nowhere/program"}, "no name", m_Limits);
     EXPECT_THAT(TextOfOnlyEvent(plugin), HasSubstr("loading: /nowhere/program: No such file or directory;"));
+}
+
+TEST_F(Isolated, ProcessIsStartedAgainWhereNobodyWaitsForChildren) {
+    SetFault("events abort");
+    m_Limits.m_FirstPause = milliseconds(0);
+    const auto before = std::signal(SIGCHLD, SIG_IGN);
+    IsolatedPlugin plugin = Start();
+    plugin.GetEvents(m_Errors);
+    EXPECT_THAT(GetObjects(plugin), SizeIs(1));
+    std::signal(SIGCHLD, before);
 }
 
 TEST_F(Isolated, NothingIsLeftWhenTheHostIsDone) {
