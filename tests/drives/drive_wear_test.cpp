@@ -306,14 +306,21 @@ CHealthFigure WearOf(const std::string& model, const Page& page) {
 TEST(DriveWear, OfListedModelsIsThatOfCSmartValuesWhereItIsKnown) {
     const std::map<std::string, std::uint8_t> attributes = {
         {"INTEL", 233}, {"SAMSUNG", 177}, {"MICRON", 202}};
+    // Every value for the first model of a vendor, of the others the edges.
+    const std::set<int> edges = {0, 1, 2, 50, 98, 99, 100, 101, 254, 255};
+    std::set<std::string> seen;
     for (std::size_t row = 0; row < SATASSDEndurance.size(); ++row) {
         const auto attribute = attributes.find(SATASSDEndurance[row].m_Vendor);
         if (attribute == attributes.end()) {
             continue;
         }
         const std::string name = SATASSDEndurance[row].m_Model;
+        const bool isFirst = seen.insert(attribute->first).second;
         int known = 0;
         for (int current = 0; current <= 255; ++current) {
+            if (!isFirst && edges.count(current) == 0) {
+                continue;
+            }
             for (const int raw : {0, std::max(100 - current, 0), current, 4546}) {
                 const Page page = SmartData({{attribute->second, static_cast<std::uint8_t>(current),
                                               static_cast<std::uint64_t>(raw)}});
@@ -331,7 +338,7 @@ TEST(DriveWear, OfListedModelsIsThatOfCSmartValuesWhereItIsKnown) {
                 }
             }
         }
-        EXPECT_GE(known, 2 * 98) << name;
+        EXPECT_GE(known, 2 * (isFirst ? 98 : 5)) << name;
     }
 }
 
