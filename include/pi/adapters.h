@@ -36,7 +36,7 @@ public:
     /// The identifier, m_AdapterUniqueID.
     int GetAdapterUniqueID() const;
 
-    /// Sets the identifier and registers it for the host, if it is not registered yet. Where memory runs out,
+    /// Sets the identifier and registers it for the host, if it is not registered yet. If allocation fails,
     /// it does neither.
     void SetAdapterUniqueID(int id);
 

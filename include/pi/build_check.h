@@ -3,9 +3,9 @@
 /// Whether modules that exchange objects were built alike.
 ///
 /// Objects cross the border between a service and its plug-ins as they lie in memory. A module that was
-/// compiled in another mode of the standard library, or for another major version of this library, has them
-/// lie otherwise, and corrupts memory at the first one. So each module holds figures of how it was compiled,
-/// and the service compares those of a plug-in before it calls anything else of it:
+/// compiled in another mode of the standard library, or for another major version of this library, lays them
+/// out differently, and corrupts memory at the first one. So each module holds figures of how it was
+/// compiled, and the service compares those of a plug-in before it calls anything else of it:
 ///
 /// @code
 ///     // in the plug-in, exported
@@ -114,7 +114,7 @@ PI_API std::size_t CompareBuild(const _BUILD_FIGURE* figures, std::size_t count,
 /// CompareBuild as a text; without arguments, of the module that calls.
 ///
 /// @return empty when all agree, otherwise a sentence of at most 255 bytes
-/// @throws std::bad_alloc when memory runs out
+/// @throws std::bad_alloc if allocation fails
 __attribute__((visibility("hidden"))) inline std::string BuildDifference(
     const _BUILD_FIGURE* figures = BUILD_FIGURES, std::size_t count = std::size(BUILD_FIGURES)) {
     char sentence[256];

@@ -37,7 +37,7 @@ public:
     /// Milliseconds of CLOCK_MONOTONIC. Thread-safe.
     static unsigned long NowSteady();
 
-    /// Takes a sample. Where memory runs out, the estimate stays as it is.
+    /// Adds a sample. If allocation fails, the estimate stays as it is.
     ///
     /// @param percent   0 to 100; a negative one is ignored. One at or below an earlier sample drops that and
     ///                  all later ones. From 100 on, an estimate above a minute becomes one minute and

@@ -27,7 +27,7 @@ public:
 
     /// @{
     /// Copies and moves leave out the resolved strings and the scratch string: a new event starts with them
-    /// empty, an assigned one keeps its own. An assignment in which memory runs out leaves part of the old
+    /// empty, an assigned one keeps its own. An assignment whose allocation fails leaves part of the old
     /// and part of the new.
     CEvent(const CEvent& source);
     CEvent(CEvent&& source) noexcept;
@@ -40,7 +40,7 @@ public:
     bool operator==(const CEvent& other) const;
 
     /// @{
-    /// Stores a literal text. Where memory runs out, the placeholder stays as it is.
+    /// Stores a literal text. If allocation fails, the placeholder stays as it is.
     void SetPlaceHolder1(const std::string& text);
     void SetPlaceHolder2(const std::string& text);
     void SetPlaceHolder3(const std::string& text);

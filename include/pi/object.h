@@ -4,7 +4,7 @@
 ///
 /// An object holds operations, and an operation may hold objects, so both are in this header. Both are
 /// values: copies are deep, nothing is shared, the caller serialises access to one of them. An assignment in
-/// which memory runs out leaves part of the old and part of the new, to be assigned to again.
+/// which allocation fails leaves part of the old and part of the new, to be assigned to again.
 #pragma once
 
 #include <pi/event.h>

@@ -10,10 +10,10 @@
 ///
 /// Everything here is compiled into the module that uses it, and decides three fields that the library leaves
 /// to its users: CProperty::m_Attribute1 is the help topic, CProperty::m_Attribute2 the unit of a capacity,
-/// and an operation's headers are its identifier and its help topic. Whoever wants it otherwise fills those
-/// fields itself.
+/// and an operation's headers are its identifier and its help topic. A plug-in that needs them otherwise
+/// fills those fields itself.
 ///
-/// Each function appends to the object and throws std::bad_alloc when memory runs out; the object may then
+/// Each function appends to the object and throws std::bad_alloc if allocation fails; the object may then
 /// hold the property without its value. One thread at a time uses an object.
 #pragma once
 

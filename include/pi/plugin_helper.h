@@ -213,8 +213,8 @@ public:
     /// Text of an additional sense code and qualifier, as the T10 committee publishes it, in lower case.
     ///
     /// @param text out: empty for an unknown pair; the codes 40h (from qualifier 80h on), 4Dh and 70h count
-    ///             as unknown but have a text all the same, in which the qualifier is a character, be
-    ///             it a NUL byte
+    ///             as unknown but have a text all the same, in which the qualifier is a character,
+    ///             possibly NUL
     /// @return SUCCESS, or GENERAL when the pair is unknown
     static int TranslateSenseASC(unsigned char asc, unsigned char ascq, std::string& text);
     /// @}

@@ -184,12 +184,12 @@ public:
 /// than m_Type says reports so with a trace (category 20) and still delivers what that kind holds.
 ///
 /// Setters and getters return ErrorCode::SUCCESS where nothing else is said. They throw only what the
-/// standard library throws when memory runs out. An out-parameter is always written. Parameters may be the
+/// standard library throws if allocation fails. An out-parameter is always written. Parameters may be the
 /// property's own data: they are read before anything is written.
 ///
 /// One thread at a time uses a property.
 ///
-/// Where memory runs out, a setter keeps type, format and value, but a list of texts or a document may hold
+/// If allocation fails, a setter keeps type, format and value, but a list of texts or a document may hold
 /// less than before; an assignment leaves part of the old and part of the new, to be assigned to again.
 class PI_API CProperty {
 public:

@@ -30,7 +30,7 @@ using SenseFormat::_SENSE_FORMAT;
 /// A value without hidden state: it may be copied, and read by several threads. Nothing here throws.
 class PI_API CSense {
 public:
-    /// Says nothing: SenseFormat::NONE.
+    /// No sense data: SenseFormat::NONE.
     CSense() = default;
 
     /// The layout; NONE and VENDOR have no figure but the response code.

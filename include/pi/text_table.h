@@ -46,7 +46,7 @@ public:
     static CTextTable LoadFile(const std::string& path);
 
     /// A table with the texts of this one, and of another those whose numbers this one lacks.
-    /// @throws std::bad_alloc when memory runs out
+    /// @throws std::bad_alloc if allocation fails
     CTextTable WithFallback(const CTextTable& other) const;
 
     /// The text of a number. An empty text counts as none.

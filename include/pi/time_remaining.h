@@ -20,7 +20,7 @@ namespace TimeRemainingState {
 /// What an activity does, as far as its samples tell.
 enum _TIME_REMAINING_STATE : std::int32_t {
     NOT_KNOWN = 1,  ///< fewer than two samples, or nothing has moved yet
-    RUNNING = 2,    ///< it gets on
+    RUNNING = 2,    ///< it progresses
     STALLED = 3,    ///< it has not moved for a minute or more although it should have
     WAITING = 4,    ///< it was said to be delayed, pending or paused
     DONE = 5,       ///< all is done
@@ -41,7 +41,7 @@ public:
     /// Of an activity without samples.
     CTimeRemaining();
 
-    /// Takes a sample.
+    /// Adds a sample.
     ///
     /// A position that goes back, or another total, begins anew. A time that goes back, as after a restart of
     /// the machine, costs only the pace since the sample before.

@@ -51,7 +51,7 @@ public:
     class PI_API CIterator {
     public:
         /// @{
-        /// As the standard library wants to know them.
+        /// What the standard library asks of an iterator.
         using iterator_category = std::input_iterator_tag;
         using value_type = CVocabularyEntry;
         using difference_type = std::ptrdiff_t;

@@ -52,7 +52,7 @@ unsigned long CETR::NowSteady() {
 }
 
 void CETR::Compute(int percent, unsigned long timeStamp) {
-    // First of all, so that where memory runs out the estimate stays as it is.
+    // First of all, so that if allocation fails the estimate stays as it is.
     MakeRoomForOneMore(m_PercentageComplete);
     MakeRoomForOneMore(m_TimeStamps);
 

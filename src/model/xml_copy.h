@@ -7,7 +7,7 @@
 namespace PI {
 
 /// Replaces the target by what its text says of the source: see CXMLData.
-/// @throws std::bad_alloc when memory runs out; the target is valid but may hold less then
+/// @throws std::bad_alloc if allocation fails; the target is valid but may hold less then
 void CopyDocument(const VELK::XML::xml_document& source, VELK::XML::xml_document& target);
 
 /// Whether two documents have the same text.

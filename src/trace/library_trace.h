@@ -39,8 +39,8 @@ template <class... Arguments>
     }
 }
 
-/// Writes a line with its arguments, unless memory runs out. Costs one look at the flag while traces are off,
-/// so hot paths may call it.
+/// Writes a line with its arguments, unless allocation fails. Costs one look at the flag while traces are
+/// off, so hot paths may call it.
 template <class... Arguments>
 void Trace(int category, const char* format, const Arguments&... arguments) noexcept {
     if (VELKTrace::tracesEnabled) {

@@ -14,7 +14,7 @@ public:
     /// Writes the text of a resource; an unknown number empties it.
     static void ResolveString(unsigned int id, std::string& text);
 
-    /// Sets the text of a resource. Where memory runs out, the resource keeps the text it had.
+    /// Sets the text of a resource. If allocation fails, the resource keeps the text it had.
     static void SetString(unsigned int id, const std::string& text);
 
     /// Forgets all texts.
@@ -27,7 +27,7 @@ public:
     /// @endcode
     /// @throws std::runtime_error when the file cannot be read or is larger than 64 mebibytes, and, with line
     ///         and column, when it is not well-formed or holds anything but String elements with a number of
-    ///         their own; std::bad_alloc when memory runs out; no text is changed then
+    ///         their own; std::bad_alloc if allocation fails; no text is changed then
     static void LoadFile(const std::string& path);
 };
 
