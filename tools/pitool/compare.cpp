@@ -162,8 +162,10 @@ Findings Compare(const DriveReports& before, const DriveReports& after) {
 }
 
 std::string ValueText(PI::_HEALTH_FIGURE figure, std::int64_t value) {
-    constexpr const char* VERDICTS[] = {"passed", "failing", "warning"};
-    return figure == Figure::VERDICT ? VERDICTS[value % std::size(VERDICTS)] : std::to_string(value);
+    return figure != Figure::VERDICT ? std::to_string(value)
+           : value == 0              ? "passed"
+           : value == 1              ? "failing"
+                                     : "warning";
 }
 
 /// Such as "good -> replace; reallocated sectors 0 -> 1040; wear 12 -> 15 %".

@@ -114,7 +114,7 @@ std::string ForecastJson(const std::vector<DriveForecast>& drives, const DriveRe
 /// The month in which a drive will have run for so many hours more.
 std::string MonthText(const PI::CWearForecast& forecast, const std::optional<std::uint64_t>& hours) {
     constexpr std::size_t YEAR_AND_MONTH = 7;
-    constexpr std::uint64_t LONGEST = 30 * 8766;  // hours of thirty years, as LifeText
+    constexpr std::uint64_t LONGEST = 262980;  // hours of thirty years, as LifeText
     const auto date = hours && *hours <= LONGEST ? forecast.GetDate(*hours) : std::nullopt;
     return date ? TimeText(*date).substr(0, YEAR_AND_MONTH) : "-";
 }
