@@ -119,9 +119,11 @@ bool Report(service::Worker& plugin, const service::Options& options,
     Print(options.m_PrintJson ? service::ChangesJson(plugin.Name(), printed.m_Objects, objects) +
                                     service::EventsJson(plugin.Name(), events)
                               : ReportText(plugin.Name(), objects, events, printed, languages));
-    if (errors != printed.m_Errors) {
-        for (const std::string& error : errors) {
+    std::vector<std::string>& told = printed.m_Errors;
+    for (const std::string& error : errors) {
+        if (std::find(told.begin(), told.end(), error) == told.end()) {
             Complain(plugin.Name() + ": " + error);
+            told.push_back(error);
         }
     }
     const bool isGood = errors.empty();

@@ -120,6 +120,7 @@ const char* const USAGE =
     "carry out an operation, and 2 when the command line is wrong.\n";
 
 Options ParseOptions(int argc, char** argv) {
+    constexpr const char* SHORT_OPTIONS = ":s:t:d:l:jw::ax:ih";
     static const option LONG_OPTIONS[] = {
         {"set", required_argument, nullptr, 's'},
         {"trace", required_argument, nullptr, 't'},
@@ -140,8 +141,7 @@ Options ParseOptions(int argc, char** argv) {
     options.m_Arguments.assign(argv, argv + argc);
     opterr = 0;
     // NOLINTNEXTLINE(concurrency-mt-unsafe): before any thread starts
-    for (int option = 0;
-         (option = getopt_long(argc, argv, ":s:t:d:l:jw::ax:ih", LONG_OPTIONS, nullptr)) != -1;) {
+    for (int option = 0; (option = getopt_long(argc, argv, SHORT_OPTIONS, LONG_OPTIONS, nullptr)) != -1;) {
         switch (option) {
             case 's': options.m_Settings.push_back(ParseSetting(optarg)); break;
             case 't': {
