@@ -439,10 +439,10 @@ TEST(Host, IsolatedPluginThatFailsIsToldAndTheOthersGoOn) {
     const Outcome outcome = RunHost({plugins.Path(), "--isolate", "--set", "mdraid.root=raid0"});
     unsetenv("FAULT");
     EXPECT_EQ(outcome.m_Status, 1);
-    EXPECT_EQ(
+    EXPECT_THAT(
         outcome.m_Errors,
-        "service: fault: PluginGetObjects: ended by signal 6 (Aborted); it may be started again after 100 "
-        "ms\nservice: fault: waits to be started again\n");
+        testing::StartsWith("service: fault: PluginGetObjects: ended by signal 6 (Aborted); it may be "
+                            "started again after 100 ms\n"));
     EXPECT_THAT(outcome.m_Output,
                 testing::HasSubstr("\n    Description: Internal error of plug-in fault: PluginGetObjects: "
                                    "ended by signal 6 (Aborted); "));
