@@ -2,9 +2,14 @@
 // What holds for both kinds of configuration documents.
 #pragma once
 
+#include <pi/layout_reading.h>
+
 #include <cstddef>
 #include <cstdint>
+#include <string>
+#include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "check.h"
 #include "model/layout_texts.h"
@@ -36,6 +41,27 @@ void CheckCopies(const Record& record) {
     CHECK_TEXT(Test::Describe(moveAssigned), text);
 }
 
+/// Reading with findings gives the same record.
+template <class Record>
+void CheckFindings(const std::uint8_t* data, std::size_t size) {
+    CArray array;
+    CLogicalDrive logicalDrive;
+    std::vector<CLayoutFinding> findings;
+    const _LAYOUT_KIND kind =
+        ReadLayout(reinterpret_cast<const char*>(data), size, array, logicalDrive, findings);
+    CHECK(findings.size() <= MAX_LAYOUT_FINDINGS);
+    CHECK(kind != LayoutKind::NONE || findings.size() == 1);
+    VELK::XML::xml_document document;
+    document.load_buffer(data, size);
+    const std::string text = Test::Describe(Record(document));
+    if (std::is_same_v<Record, CArray> && kind == LayoutKind::ARRAY) {
+        CHECK_TEXT(Test::Describe(array), text);
+    }
+    if (std::is_same_v<Record, CLogicalDrive> && kind == LayoutKind::LOGICAL_DRIVE) {
+        CHECK_TEXT(Test::Describe(logicalDrive), text);
+    }
+}
+
 /// Reads a record from whatever the XML library makes of the input, be it half a document.
 template <class Record>
 void CheckDocument(const std::uint8_t* data, std::size_t size) {
@@ -48,6 +74,7 @@ void CheckDocument(const std::uint8_t* data, std::size_t size) {
         CHECK_TEXT(Test::Describe(Record(document)), Test::Describe(record));
         CheckCopies(record);
     }
+    CheckFindings<Record>(data, size);
 }
 
 }  // namespace PI::Fuzz

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <pi/layout.h>
+#include <pi/layout_reading.h>
 #include <pi/object.h>
 #include <pi/property.h>
 #include <pi/task.h>
