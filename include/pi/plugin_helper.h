@@ -107,6 +107,11 @@ public:
     ///        "resource 70002" where it is a resource without a text. "Placeholders" lists them too.
     static std::vector<std::pair<std::string, std::string>> StringifyEventMessageWith(
         const CEvent& event, const CTextTable& texts, _WITHOUT_TEXT withoutText = WithoutText::UNKNOWN_EVENT);
+
+    /// The same, with a choice what "%2" in the value of a placeholder means: with MarkersInValues::TEXT only
+    /// the markers of the description and none of a value are filled.
+    static std::vector<std::pair<std::string, std::string>> StringifyEventMessageWith(
+        const CEvent& event, const CTextTable& texts, _WITHOUT_TEXT withoutText, _MARKERS_IN_VALUES markers);
     /// @}
 
     /// @name Drives: identification

@@ -42,6 +42,15 @@ enum _WITHOUT_TEXT : std::int32_t {
 }  // namespace WithoutText
 using WithoutText::_WITHOUT_TEXT;
 
+namespace MarkersInValues {
+/// What a marker means that the value of a placeholder holds (CPluginHelper::StringifyEventMessageWith).
+enum _MARKERS_IN_VALUES : std::int32_t {
+    FILLED = 0,  ///< a later placeholder fills it where it is the first of its number
+    TEXT = 1,    ///< nothing: it is part of the text
+};
+}  // namespace MarkersInValues
+using MarkersInValues::_MARKERS_IN_VALUES;
+
 namespace Units {
 /// Unit of a capacity, in steps of 1024. The numbers do not ascend with the magnitude.
 enum _UNITS : std::int32_t {

@@ -9,7 +9,9 @@
 #include <velkx/system_time.h>
 
 #include <cstdio>
+#include <functional>
 #include <iterator>
+#include <map>
 
 #include "events/stored_placeholder.h"
 
@@ -56,6 +58,8 @@ public:
         return text;
     }
 
+    static bool AreMarkersInValuesFilled() { return true; }
+
     const std::string& PlaceHolder(std::size_t index) { return (m_Event.*PLACEHOLDER_GETTERS[index])(); }
 
     static bool DescribeWithoutText(std::string& description, std::string&) {
@@ -70,8 +74,11 @@ private:
 /// The texts of a table. The event is only read.
 class TableTexts {
 public:
-    TableTexts(const CEvent& event, const CTextTable& texts, _WITHOUT_TEXT withoutText)
-        : m_Event(event), m_Texts(texts), m_WithoutText(withoutText) {}
+    TableTexts(const CEvent& event, const CTextTable& texts, _WITHOUT_TEXT withoutText,
+               _MARKERS_IN_VALUES markers)
+        : m_Event(event), m_Texts(texts), m_WithoutText(withoutText), m_Markers(markers) {}
+
+    bool AreMarkersInValuesFilled() const { return m_Markers != MarkersInValues::TEXT; }
 
     std::string Description() const { return Text(m_Event.m_EventID); }
 
@@ -126,6 +133,7 @@ private:
     const CEvent& m_Event;
     const CTextTable& m_Texts;
     const _WITHOUT_TEXT m_WithoutText;
+    const _MARKERS_IN_VALUES m_Markers;
     std::string m_Value;
 };
 
@@ -141,10 +149,11 @@ std::string DescriptionText(const Texts& texts) {
 }
 
 /// Replaces the first marker of each placeholder, one placeholder after the other, so that a value may bring
-/// in a later marker. Appends the values used to a list.
+/// in a later marker; or all of them at last, so that it brings in none. Appends the values used to a list.
 template <class Texts>
 void FillIn(Texts& texts, std::string& description, std::string& used) {
     const std::size_t start = used.size();
+    std::map<std::size_t, std::string, std::greater<>> later;  // from the last place to the first
     try {
         char marker[] = "%1";
         for (std::size_t index = 0; index < PLACEHOLDERS; ++index) {
@@ -152,9 +161,16 @@ void FillIn(Texts& texts, std::string& description, std::string& used) {
             const std::size_t position = description.find(marker);
             if (!value.empty() && position != std::string::npos) {
                 AppendUsed(value, start, used);
-                description.replace(position, sizeof(marker) - 1, value);
+                if (texts.AreMarkersInValuesFilled()) {
+                    description.replace(position, sizeof(marker) - 1, value);
+                } else {
+                    later[position] = value;
+                }
             }
             ++marker[1];
+        }
+        for (const auto& [position, value] : later) {
+            description.replace(position, sizeof(marker) - 1, value);
         }
     } catch (const abi::__forced_unwind&) {
         throw;  // the thread is being cancelled
@@ -200,7 +216,12 @@ Rendered CPluginHelper::StringifyEventMessage(CEvent& event) {
 
 Rendered CPluginHelper::StringifyEventMessageWith(const CEvent& event, const CTextTable& texts,
                                                   _WITHOUT_TEXT withoutText) {
-    return Render(event, TableTexts(event, texts, withoutText));
+    return StringifyEventMessageWith(event, texts, withoutText, MarkersInValues::FILLED);
+}
+
+Rendered CPluginHelper::StringifyEventMessageWith(const CEvent& event, const CTextTable& texts,
+                                                  _WITHOUT_TEXT withoutText, _MARKERS_IN_VALUES markers) {
+    return Render(event, TableTexts(event, texts, withoutText, markers));
 }
 
 }  // namespace PI

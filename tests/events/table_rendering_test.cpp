@@ -74,6 +74,22 @@ TEST(TableRendering, GivesThePairsOfStringifyEventMessage) {
                             Pair("SequenceNumber", "4294967295")));
 }
 
+TEST(TableRendering, MarkersInValuesAreFilledUnlessTheyAreText) {
+    const CTextTable texts = Table("<String id='10057'>%2, %1 and %1</String><String id='70001'>%3</String>");
+    CEvent event = RebuildFailed();
+    event.SetPlaceHolder1("%2 %3 %1");
+    event.SetPlaceHolder2(70001);
+    event.SetPlaceHolder3("c");
+    const auto description = [&](_MARKERS_IN_VALUES markers) {
+        const Rendered rendered =
+            CPluginHelper::StringifyEventMessageWith(event, texts, WithoutText::UNKNOWN_EVENT, markers);
+        return rendered.at(6).second + " " + rendered.at(7).second;
+    };
+    EXPECT_EQ(description(MarkersInValues::FILLED), "[%2 %3 %1, %3, c] c, %2 %3 %1 and %1");
+    EXPECT_EQ(description(MarkersInValues::TEXT), "[%2 %3 %1, %3] %3, %2 %3 %1 and %1");
+    EXPECT_EQ(Told(event, texts), "[%2 %3 %1, %3, c]|c, %2 %3 %1 and %1");
+}
+
 TEST(TableRendering, NamesTheHostOfTheEvent) {
     CEvent event = RebuildFailed();
     event.m_Host = "server";
