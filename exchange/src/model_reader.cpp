@@ -120,54 +120,6 @@ std::string AtByte(std::size_t offset) {
     return "byte " + std::to_string(offset + 1) + ": ";
 }
 
-/// A document whose numbers the standard library reads: the parser rounds long ones wrongly, or is undefined
-/// for them in its own way that rounds correctly.
-class CNumberedDocument : public JsonDocument {
-public:
-    rapidjson::ParseResult Parse(const std::string& text) {
-        constexpr unsigned FLAGS = rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseIterativeFlag;
-        rapidjson::MemoryStream memory(text.data(), text.size());
-        rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> stream(memory);
-        rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonMemory> reader;
-        rapidjson::ParseResult result;
-        const auto parse = [&](JsonDocument&) {
-            result = reader.Parse<FLAGS>(stream, *this);
-            return !result.IsError();
-        };
-        Populate(parse);
-        return result;
-    }
-
-    /// Called by the parser with what is a number by the rules of JSON.
-    bool RawNumber(const char* begin, rapidjson::SizeType length, bool) {
-        const std::string_view text(begin, length);
-        std::uint64_t number = 0;
-        std::int64_t negative = 0;
-        if (NumberOf(text, number)) {
-            return Uint64(number);
-        }
-        if (NumberOf(text, negative)) {
-            return Int64(negative);
-        }
-        double fraction = HUGE_VAL;  // stays for what double precision cannot hold
-        std::from_chars(text.data(), text.data() + text.size(), fraction);
-        return Double(fraction);
-    }
-};
-
-void Parse(const std::string& text, CNumberedDocument& document) {
-    if (text.size() > std::numeric_limits<rapidjson::SizeType>::max()) {
-        throw JsonRefusal{"the text is too long"};
-    }
-    if (const std::size_t zero = text.find('\0'); zero != std::string::npos) {  // the parser would end there
-        throw JsonRefusal{AtByte(zero) + "A zero byte."};
-    }
-    const rapidjson::ParseResult result = document.Parse(text);
-    if (result.IsError()) {
-        throw JsonRefusal{AtByte(result.Offset()) + rapidjson::GetParseError_En(result.Code())};
-    }
-}
-
 /// What a record is before its members are read.
 template <class Record>
 Record Blank() {
@@ -217,7 +169,7 @@ bool Read(const std::string& text, Record& record, std::string& reason) {
     reason.clear();
     try {
         CNumberedDocument document;
-        Parse(text, document);
+        document.ParseWhole(text);
         const JsonPlace root;
         CModelReader reader(document, root);
         CheckHeader(reader, root, RecordName<Record>::VALUE);
@@ -233,6 +185,43 @@ bool Read(const std::string& text, Record& record, std::string& reason) {
 }
 
 }  // namespace
+
+void CNumberedDocument::ParseWhole(const std::string& text) {
+    if (text.size() > std::numeric_limits<rapidjson::SizeType>::max()) {
+        throw JsonRefusal{"the text is too long"};
+    }
+    if (const std::size_t zero = text.find('\0'); zero != std::string::npos) {  // the parser would end there
+        throw JsonRefusal{AtByte(zero) + "A zero byte."};
+    }
+    constexpr unsigned FLAGS = rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseIterativeFlag;
+    rapidjson::MemoryStream memory(text.data(), text.size());
+    rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> stream(memory);
+    rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonMemory> reader;
+    rapidjson::ParseResult result;
+    const auto parse = [&](JsonDocument&) {
+        result = reader.Parse<FLAGS>(stream, *this);
+        return !result.IsError();
+    };
+    Populate(parse);
+    if (result.IsError()) {
+        throw JsonRefusal{AtByte(result.Offset()) + rapidjson::GetParseError_En(result.Code())};
+    }
+}
+
+bool CNumberedDocument::RawNumber(const char* begin, rapidjson::SizeType length, bool) {
+    const std::string_view text(begin, length);
+    std::uint64_t number = 0;
+    std::int64_t negative = 0;
+    if (NumberOf(text, number)) {
+        return Uint64(number);
+    }
+    if (NumberOf(text, negative)) {
+        return Int64(negative);
+    }
+    double fraction = HUGE_VAL;  // stays for what double precision cannot hold
+    std::from_chars(text.data(), text.data() + text.size(), fraction);
+    return Double(fraction);
+}
 
 void JsonPlace::Refuse(const std::string& reason) const {
     std::string pointer;

@@ -18,6 +18,17 @@ struct JsonRefusal {
     std::string m_Reason;
 };
 
+/// A document whose numbers the standard library reads: the parser rounds long ones wrongly, or is undefined
+/// for them in its own way that rounds correctly.
+class CNumberedDocument : public JsonDocument {
+public:
+    /// @throws JsonRefusal for what is no JSON
+    void ParseWhole(const std::string& text);
+
+    /// Called by the parser with what is a number by the rules of JSON.
+    bool RawNumber(const char* begin, rapidjson::SizeType length, bool copied);
+};
+
 /// Where a value is in its document: a list from the inside to the outside, on the stack.
 struct JsonPlace {
     const JsonPlace* m_Outer = nullptr;
@@ -79,7 +90,8 @@ public:
     /// @throws JsonRefusal when a member is there twice
     void End() const;
 
-private:
+    /// @{
+    /// @throws JsonRefusal for a value of another type or out of range
     static void Read(const JsonValue& json, const JsonPlace& place, bool& value);
     static void Read(const JsonValue& json, const JsonPlace& place, std::int32_t& value);
     static void Read(const JsonValue& json, const JsonPlace& place, std::uint32_t& value);
@@ -102,12 +114,6 @@ private:
     }
 
     template <class Type>
-    static Type& Append(std::vector<Type>& values) {
-        return values.emplace_back();
-    }
-    static CObject& Append(std::vector<CObject>& values);
-
-    template <class Type>
     static void Read(const JsonValue& json, const JsonPlace& place, Type& value) {
         if constexpr (std::is_enum_v<Type>) {
             std::int32_t number = 0;
@@ -122,6 +128,14 @@ private:
             reader.End();
         }
     }
+    /// @}
+
+private:
+    template <class Type>
+    static Type& Append(std::vector<Type>& values) {
+        return values.emplace_back();
+    }
+    static CObject& Append(std::vector<CObject>& values);
 
     const JsonValue& m_Object;
     const JsonPlace& m_Place;
