@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The English language file and how it is found.
-
-#include "event_strings.h"
+// The English language file.
 
 #include "drive_events.h"
 
@@ -141,15 +139,5 @@ TEST(EnglishStrings, RenderWithoutLeftOverMarkersWhereObjectAndDetailAreGiven) {
         EXPECT_EQ(pairs[7].second.find('%'), std::string::npos) << pairs[7].second;
         EXPECT_NE(pairs[7].second.find("object"), std::string::npos) << pairs[7].second;
     }
-    CLanguageSupport::Clear();
-}
-
-TEST(DefaultStringsFile, IsTheOneOfTheBuildTree) {
-    EXPECT_EQ(DefaultStringsFile(), PITOOL_BUILT_STRINGS_FILE);
-}
-
-TEST(LoadStrings, RefusesAFileThatCannotBeRead) {
-    EXPECT_FALSE(LoadStrings("/nonexistent/strings.xml"));
-    EXPECT_TRUE(LoadStrings(PITOOL_STRINGS));
     CLanguageSupport::Clear();
 }

@@ -97,8 +97,8 @@ TEST_F(ProgramFaults, AFileOfZerosIsRefused) {
     ExpectRefusal("$PITOOL drive - < zeros", "-: no report of smartctl");
     ExpectRefusal("$PITOOL drive --events --strings zeros $EXAMPLES/drives/wd-disk.json",
                   "zeros:1:1: the root element is not Strings");
-    ExpectRefusal("$PITOOL layout zeros", "zeros:1:1: not well-formed XML: a zero byte; UTF-8 is expected");
-    ExpectRefusal("$PITOOL event < zeros", "standard input: not JSON: wrong at byte 1");
+    ExpectRefusal("$PITOOL layout zeros", "zeros:1:1: no well-formed XML: a zero byte");
+    ExpectRefusal("$PITOOL event < zeros", "standard input: byte 1: A zero byte.");
     ExpectRefusal("$PITOOL event --id 10055 --strings zeros", "zeros:1:1: the root element is not Strings");
     ExpectRefusal("$PITOOL eta < zeros", "standard input: line 1: longer than 4096 bytes");
 }
@@ -108,8 +108,8 @@ TEST_F(ProgramFaults, AnEmptyFileIsRefused) {
     ExpectRefusal("$PITOOL drive empty", "empty: the text is empty (line 1, column 1)");
     ExpectRefusal("$PITOOL drive --events --strings empty $EXAMPLES/drives/wd-disk.json",
                   "empty:1:1: the root element is not Strings");
-    ExpectRefusal("$PITOOL layout empty", "empty:1:1: not well-formed XML: no element found");
-    ExpectRefusal("$PITOOL event < empty", "standard input: empty");
+    ExpectRefusal("$PITOOL layout empty", "empty:1:1: no well-formed XML: No document element found");
+    ExpectRefusal("$PITOOL event < empty", "standard input: byte 1: The document is empty.");
     ExpectRefusal("$PITOOL event --id 10055 --strings empty", "empty:1:1: the root element is not Strings");
 }
 
@@ -215,37 +215,36 @@ TEST_F(ProgramFaults, ADocumentThatReachesOutsideReachesNothing) {
         "pitool: number.xml:2:1: warning: ArrayConfiguration: Size \"&e9;\" is no number, taken as 0\n");
 }
 
-// Where an expanding document is given up is the XML library's decision.
-TEST_F(ProgramFaults, AnExpandingDocumentIsRefused) {
-    for (const char* use :
-         {"<ArrayConfiguration>&e9;</ArrayConfiguration>", "<ArrayConfiguration Size='&e9;'/>"}) {
-        Create("bomb.xml", PI::Test::EntityBomb() + use);
-        const Outcome run = Shell("$PITOOL layout bomb.xml");
-        EXPECT_EQ(run.m_Output, "");
-        EXPECT_EQ(run.m_Errors.rfind("pitool: bomb.xml:1:", 0), 0U) << run.m_Errors;
-        EXPECT_NE(run.m_Errors.find(": not well-formed XML: limit on input amplification"), std::string::npos)
-            << run.m_Errors;
-        EXPECT_EQ(std::count(run.m_Errors.begin(), run.m_Errors.end(), '\n'), 1) << run.m_Errors;
-        EXPECT_EQ(run.m_ExitStatus, 1);
-    }
+TEST_F(ProgramFaults, AnExpandingDocumentDoesNotExpand) {
+    Create("bomb.xml", PI::Test::EntityBomb() +
+                           "\n<ArrayConfiguration Size='&e9;' Units='21025'>&e9;</ArrayConfiguration>");
+    const Outcome run = Shell("$PITOOL layout bomb.xml");
+    EXPECT_EQ(run.m_Output,
+              "array, size 0 (0 bytes), sizes in bytes\n|-- containers: none\n`-- logical drives: none\n");
+    EXPECT_EQ(run.m_Errors,
+              "pitool: bomb.xml:2:1: warning: ArrayConfiguration: Size \"&e9;\" is no number, taken as 0\n");
 }
 
 TEST_F(ProgramFaults, DepthIsRefused) {
     for (const std::size_t levels : {10'000U, 100'000U}) {
         Create("deep.xml", PI::Test::Nested(levels, ""));
-        ExpectRefusal("$PITOOL layout deep.xml", "deep.xml:1:449: nested deeper than 64 levels");
+        ExpectRefusal("$PITOOL layout deep.xml",
+                      "deep.xml:1:1: the root element is \"Level\", neither ArrayConfiguration nor "
+                      "LogicalDriveConfiguration");
         ExpectRefusal("$PITOOL event --id 10055 --strings deep.xml",
                       "deep.xml:1:2: the root element is not Strings");
         Create("lists.json", "{\"a\":" + std::string(levels, '[') + std::string(levels, ']') + "}");
         ExpectRefusal("$PITOOL drive lists.json", "lists.json: no report of smartctl");
-        ExpectRefusal("$PITOOL event < lists.json", "standard input: nested deeper than 3 levels");
+        ExpectRefusal("$PITOOL event < lists.json",
+                      "standard input: the document has an unknown member \"a\"");
         std::string objects;
         for (std::size_t level = 0; level < levels; ++level) {
             objects += "{\"a\":";
         }
         Create("objects.json", objects + "1" + std::string(levels, '}'));
         ExpectRefusal("$PITOOL drive objects.json", "objects.json: no report of smartctl");
-        ExpectRefusal("$PITOOL event < objects.json", "standard input: nested deeper than 3 levels");
+        ExpectRefusal("$PITOOL event < objects.json",
+                      "standard input: the document has an unknown member \"a\"");
     }
 }
 
@@ -253,7 +252,7 @@ TEST_F(ProgramFaults, OtherEncodingsAreReadOrRefused) {
     const std::string text = "<ArrayConfiguration Size='5' Units='21025'/>";
     Create("utf16.xml", PI::Test::Utf16(text, false));
     ExpectRefusal("$PITOOL layout utf16.xml",
-                  "utf16.xml:1:4: not well-formed XML: a zero byte; UTF-8 is expected");
+                  "utf16.xml:1:1: no well-formed XML: UTF-16 or UTF-32 where UTF-8 is expected");
     Create("utf8.xml", text);
     Create("latin1.xml", "<?xml version='1.0' encoding='ISO-8859-1'?><!-- \xE4 -->" + text);
     const Outcome utf8 = Shell("$PITOOL layout - < utf8.xml");
@@ -262,7 +261,4 @@ TEST_F(ProgramFaults, OtherEncodingsAreReadOrRefused) {
     EXPECT_EQ(latin1.m_Output, utf8.m_Output);
     EXPECT_EQ(latin1.m_Errors, "");
     EXPECT_EQ(latin1.m_ExitStatus, 0);
-    Create("bytes.xml", "<!-- \xE4 -->" + text);
-    ExpectRefusal("$PITOOL layout bytes.xml",
-                  "bytes.xml:1:6: not well-formed XML: not well-formed (invalid token)");
 }

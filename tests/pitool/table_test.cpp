@@ -87,6 +87,19 @@ TEST(Table, TheLastColumnMayBeLeftOut) {
     EXPECT_EQ(Shown(table, 17), "A\nleft\n");
 }
 
+TEST(Table, WhatIsLastThenIsCutOrWrapped) {
+    Table table({{nullptr}, {nullptr, Align::LEFT, 1}, {nullptr, Align::LEFT, 2}},
+                Table::LastColumn::WRAPPED);
+    for (const char* text : {"1", "one two three four", "five six seven"}) {
+        table.Add(text);
+    }
+    EXPECT_EQ(Shown(table, 35), "1  one two three four  five six\n                       seven\n");
+    EXPECT_EQ(Shown(table, 34), "1  one two three four\n");
+    EXPECT_EQ(Shown(table, 20), "1  one two three\n   four\n");
+    EXPECT_EQ(Shown(table, 15), "1  one two\n   three four\n");
+    EXPECT_EQ(Shown(table, 14), "1\n");
+}
+
 TEST(Table, AnIndentCounts) {
     Table table({{nullptr}, {nullptr}}, Table::LastColumn::WRAPPED);
     table.Add("key");

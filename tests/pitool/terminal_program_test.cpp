@@ -86,6 +86,8 @@ TEST(Terminal, AnEventFits) {
               "Source          example\n"
               "Timestamp       1615107900000\n"
               "Datetime        03/07/2021 09:05:00\n"
+              "ISO8601         2021-03-\n"
+              "                07T09:05:00+00:00\n"
               "Severity        ERROR\n"
               "Placeholders    [logical drive 0, media\n"
               "                error on drive 1:3]\n"
@@ -96,11 +98,19 @@ TEST(Terminal, AnEventFits) {
 }
 
 TEST(Terminal, NamesAndSenseDataFit) {
-    EXPECT_EQ(Show("pitool name rebuild_not_supported_on_level 30045", 40, PLAIN),
-              "20023  REBUILD_NOT_          error codes\n"
-              "       SUPPORTED_ON_LEVEL\n"
-              "30045  RAID_LEVEL            property\n"
-              "                             identifiers\n");
+    const std::string name = "pitool name rebuild_not_supported_on_level 30045";
+    EXPECT_EQ(Show(name, 80, PLAIN),
+              "20023  REBUILD_NOT_SUPPORTED_ON_LEVEL  error codes           ErrorCode::REBUILD_\n"
+              "                                                             NOT_SUPPORTED_ON_\n"
+              "                                                             LEVEL\n"
+              "30045  RAID_LEVEL                      property identifiers  PropertyID::RAID_\n"
+              "                                                             LEVEL_2\n");
+    EXPECT_EQ(Show(name, 60, PLAIN),
+              "20023  REBUILD_NOT_SUPPORTED_ON_LEVEL  error codes\n"
+              "30045  RAID_LEVEL                      property identifiers\n");
+    EXPECT_EQ(Show(name, 40, PLAIN),
+              "20023  REBUILD_NOT_SUPPORTED_ON_LEVEL\n"
+              "30045  RAID_LEVEL\n");
     EXPECT_EQ(Show("pitool sense --data \"$(cat sense/descriptor-deferred-power-on.txt)\"", 40, PLAIN),
               "format      73h, descriptor, deferred\n"
               "            error: it belongs to an\n"
@@ -126,7 +136,7 @@ TEST(Terminal, NothingIsWiderThanTheTerminal) {
 
 TEST(Terminal, NoWidthLosesALetter) {
     for (const char* command : {"drive --events drives/hot-nvme-ssd.json",
-                                "layout layouts/raid10-logical-drive.xml", "name rebuild", "sense 6 29 00"}) {
+                                "layout layouts/raid10-logical-drive.xml", "sense 6 29 00"}) {
         const std::string pitool = std::string("pitool ") + command;
         const std::string letters = LettersOf(Show(pitool + " | cat", 80, PLAIN));
         for (unsigned short columns = 1; columns < 100; columns = static_cast<unsigned short>(columns + 7)) {

@@ -54,7 +54,7 @@ public:
         if (m_WantEvents) {
             for (PI::CEvent& event : RaiseDriveEvents(drive, object)) {
                 event.m_SequenceNumber = ++m_EventNumber;
-                events.push_back(PI::CPluginHelper::StringifyEventMessage(event));
+                events.push_back(RenderEvent(event));
             }
         }
         if (m_WantJson) {

@@ -3,10 +3,19 @@
 #include "drive_json.h"
 
 #include "drive_object.h"
-#include "event_json.h"
+#include "event.h"
+#include "json_text.h"
 
 namespace pitool {
 namespace {
+
+Json EventPairs(const RenderedEvent& event) {
+    Json pairs = Json::object();
+    for (const auto& [key, value] : event) {
+        pairs[key] = value;
+    }
+    return pairs;
+}
 
 constexpr int FORMAT_VERSION = 1;
 

@@ -57,9 +57,11 @@ std::string Table::Text(const Screen& screen, std::size_t indent) const {
     }
 
     const std::size_t screenWidth = screen.m_Columns != 0 ? screen.m_Columns : SIZE_MAX;
-    std::vector<std::size_t> least = widths;  // the last column may get narrower before one is left out
-    least.back() = std::min(least.back(), LEAST_LAST_COLUMN);
-    while (TotalWidth(shown, least, indent) > screenWidth) {
+    const auto least = [&] {  // the last column may get narrower before one is left out
+        const std::size_t last = widths[shown.back()];
+        return TotalWidth(shown, widths, indent) - last + std::min(last, LEAST_LAST_COLUMN);
+    };
+    while (least() > screenWidth) {
         const auto next = std::max_element(shown.begin(), shown.end(), [&](std::size_t a, std::size_t b) {
             return m_Columns[a].m_LeaveOut < m_Columns[b].m_LeaveOut;
         });

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: Apache-2.0
+// The command sense, from outside.
+
+#include "command_runner.h"
+
+using namespace pitool::test;
+
+namespace {
+
+/// What is printed of data.
+std::string Shown(const std::string& data) {
+    const Outcome run = RunPitool({"sense", "--data", data});
+    EXPECT_EQ(run.m_Errors, "") << data;
+    EXPECT_EQ(run.m_ExitStatus, 0);
+    return run.m_Output;
+}
+
+void ExpectRefusal(const std::string& data, const std::string& reason) {
+    ExpectRun(RunPitool({"sense", "--data", data}), 1, "", "pitool: sense data: " + reason + "\n");
+}
+
+const std::string FIXED = "70 00 03 00 00 00 00 06 00 00 00 00 11 04";
+
+}  // namespace
+
+TEST(SenseCommand, ExplainsCodes) {
+    ExpectRun(RunPitool({"sense", "5", "24", "00"}), 0,
+              "sense key   5h, illegal request\n"
+              "additional  24h 00h, invalid field in cdb\n"
+              "severity    WARNING\n",
+              "");
+    ExpectRun(RunPitool({"sense", "0", "FF", "FF"}), 0,
+              "sense key   0h, no sense\n"
+              "additional  FFh FFh, unknown\n"
+              "severity    INFORMATION\n",
+              "");
+}
+
+TEST(SenseCommand, TakesCodesInTheUsualSpellings) {
+    const std::string expected = RunPitool({"sense", "05", "0x24", "0"}).m_Output;
+    for (const std::vector<std::string>& codes :
+         {std::vector<std::string>{"5", "24", "00"}, {"0x5", "24h", "0h"}, {"5h", "0X24", "00H"}}) {
+        EXPECT_EQ(RunPitool({"sense", codes[0], codes[1], codes[2]}).m_Output, expected);
+    }
+    for (const char* code : {"", "0x", "h", "100", "005", "g", "-1", "+1", " 5", "5 "}) {
+        ExpectRun(RunPitool({"sense", "--", "5", "24", code}), 2, "",
+                  "pitool: ASCQ: \"" + std::string(code) + "\" is no hexadecimal number from 0 to FFh\n");
+    }
+    ExpectRun(RunPitool({"sense", "10", "0", "0"}), 2, "",
+              "pitool: KEY: \"10\" is no hexadecimal number from 0 to 0Fh\n");
+}
+
+TEST(SenseCommand, QualifiersOfPatternedTextsAreDigits) {
+    const auto additional = [](const char* key, const char* asc, const char* ascq) {
+        const std::string text = RunPitool({"sense", key, asc, ascq}).m_Output;
+        const std::size_t begin = text.find("additional  ") + 12;
+        return text.substr(begin, text.find('\n', begin) - begin);
+    };
+    EXPECT_EQ(additional("4", "40", "7F"), "40h 7Fh, unknown");
+    EXPECT_EQ(additional("4", "40", "80"), "40h 80h, diagnostic failure on component 0x80");
+    EXPECT_EQ(additional("B", "4D", "00"), "4Dh 00h, tagged overlapped commands (task tag 0x00)");
+    EXPECT_EQ(additional("B", "4D", "0A"), "4Dh 0Ah, tagged overlapped commands (task tag 0x0A)");
+    EXPECT_EQ(additional("B", "70", "1B"), "70h 1Bh, decompression exception short algorithm id of 0x1B");
+}
+
+TEST(SenseCommand, ExplainsTheSamples) {
+    EXPECT_EQ(Shown(Example("sense/fixed-unrecovered-read.txt")),
+              "format       70h, fixed, current error\n"
+              "sense key    3h, medium error\n"
+              "additional   11h 00h, unrecovered read error\n"
+              "information  1193046, the LBA for a read, write or verify\n"
+              "severity     WARNING\n");
+    EXPECT_EQ(Shown(Example("sense/descriptor-deferred-power-on.txt")),
+              "format      73h, descriptor, deferred error: it belongs to an earlier command\n"
+              "sense key   6h, unit attention\n"
+              "additional  29h 00h, power on, reset, or bus device reset occurred\n"
+              "severity    WARNING\n");
+}
+
+TEST(SenseCommand, TellsEveryFigureOfTheData) {
+    EXPECT_EQ(Shown("f0 00 05 00 01 e2 40 0a 00 00 00 00 24 00 07 cb 00 04"),
+              "format       70h, fixed, current error\n"
+              "sense key    5h, illegal request\n"
+              "additional   24h 00h, invalid field in cdb\n"
+              "information  123456, the LBA for a read, write or verify\n"
+              "field        byte 4 of the command, bit 3\n"
+              "unit         7, the part to replace by the vendor's list\n"
+              "severity     WARNING\n");
+    EXPECT_EQ(Shown("70 00 05 00 00 00 00 0a 00 00 00 00 26 00 00 80 01 00"),
+              "format      70h, fixed, current error\n"
+              "sense key   5h, illegal request\n"
+              "additional  26h 00h, invalid field in parameter list\n"
+              "field       byte 256 of the data sent with the command\n"
+              "severity    WARNING\n");
+    EXPECT_EQ(Shown("72 02 04 04 00 00 00 08 02 06 00 00 80 40 00 00"),
+              "format      72h, descriptor, current error\n"
+              "sense key   2h, not ready\n"
+              "additional  04h 04h, logical unit not ready, format in progress\n"
+              "progress    25.0 percent\n"
+              "severity    WARNING\n");
+}
+
+TEST(SenseCommand, TellsWhatIsNotInTheData) {
+    EXPECT_EQ(Shown(FIXED.substr(0, 3 * 12)),
+              "format      70h, fixed, current error\n"
+              "sense key   3h, medium error\n"
+              "additional  not in the data\n"
+              "severity    WARNING\n");
+    EXPECT_EQ(Shown(FIXED.substr(0, 3 * 13)),
+              "format      70h, fixed, current error\n"
+              "sense key   3h, medium error\n"
+              "additional  11h, the qualifier is not in the data\n"
+              "severity    WARNING\n");
+}
+
+TEST(SenseCommand, SeparatorsOfDataAreFree) {
+    const std::string expected = Shown("72 06 29 00");
+    for (const char* data : {"72,06,29,00", " 0x72 6h 29\n0", "72062900", "7206 2900"}) {
+        EXPECT_EQ(Shown(data), expected) << data;
+    }
+}
+
+TEST(SenseCommand, RefusesDataWithoutAKey) {
+    Shown("70 00 03");
+    ExpectRefusal("70 00", "too short: 2 bytes, without a sense key");
+    ExpectRefusal("70", "too short: 1 byte, without a sense key");
+    Shown("72 05");
+    ExpectRefusal("72", "too short: 1 byte, without a sense key");
+    ExpectRefusal("", "empty");
+    ExpectRefusal(" ,\n", "empty");
+}
+
+TEST(SenseCommand, RefusesDataOfOtherKinds) {
+    const std::string rest(" 00 00 00 00 00 00 00 00 00 00 00 00 00");
+    for (const std::string code : {"00", "6F", "74"}) {
+        ExpectRefusal(code + rest, "response code " + code +
+                                       "h: neither fixed (70h, 71h) nor descriptor (72h, 73h) format");
+    }
+    ExpectRefusal("EF" + rest,
+                  "response code 6Fh: neither fixed (70h, 71h) nor descriptor (72h, 73h) format");
+    ExpectRefusal("7f" + rest, "response code 7Fh: the vendor's own format");
+}
+
+TEST(SenseCommand, RefusesWhatIsNotHexadecimal) {
+    ExpectRefusal("72 05 zz 00", "\"zz\" is no hexadecimal byte");
+    ExpectRefusal("720", "\"720\" is no hexadecimal byte");
+    ExpectRefusal("72 0x0500", "\"0x0500\" is no hexadecimal byte");
+    ExpectRefusal("\x1B[2J", "\"?[2J\" is no hexadecimal byte");
+}
+
+TEST(SenseCommand, PrintsJson) {
+    ExpectRun(
+        RunPitool({"sense", "--json", "--data", "f1 00 05 00 01 e2 40 0a 00 00 00 00 24 00 07 cb 00 04"}), 0,
+        "{\n"
+        "  \"format\": \"pitool sense\",\n"
+        "  \"version\": 1,\n"
+        "  \"response_code\": 113,\n"
+        "  \"layout\": \"fixed\",\n"
+        "  \"deferred\": true,\n"
+        "  \"key\": 5,\n"
+        "  \"key_text\": \"illegal request\",\n"
+        "  \"asc\": 36,\n"
+        "  \"ascq\": 0,\n"
+        "  \"additional_text\": \"invalid field in cdb\",\n"
+        "  \"information\": 123456,\n"
+        "  \"field_pointer\": 4,\n"
+        "  \"field_bit\": 3,\n"
+        "  \"field_in_command\": true,\n"
+        "  \"progress\": null,\n"
+        "  \"field_replaceable_unit\": 7,\n"
+        "  \"severity\": \"WARNING\"\n"
+        "}\n",
+        "");
+    ExpectRun(RunPitool({"sense", "--json", "0", "FF", "FF"}), 0,
+              "{\n"
+              "  \"format\": \"pitool sense\",\n"
+              "  \"version\": 1,\n"
+              "  \"response_code\": null,\n"
+              "  \"layout\": null,\n"
+              "  \"deferred\": null,\n"
+              "  \"key\": 0,\n"
+              "  \"key_text\": \"no sense\",\n"
+              "  \"asc\": 255,\n"
+              "  \"ascq\": 255,\n"
+              "  \"additional_text\": null,\n"
+              "  \"information\": null,\n"
+              "  \"field_pointer\": null,\n"
+              "  \"field_bit\": null,\n"
+              "  \"field_in_command\": null,\n"
+              "  \"progress\": null,\n"
+              "  \"field_replaceable_unit\": null,\n"
+              "  \"severity\": \"INFORMATION\"\n"
+              "}\n",
+              "");
+    EXPECT_NE(RunPitool({"sense", "--json", "--data", "72 02 04 04 00 00 00 08 02 06 00 00 80 40 00 00"})
+                  .m_Output.find("\"progress\": 16384,\n"),
+              std::string::npos);
+    EXPECT_NE(RunPitool({"sense", "--json", "--data", "70 00 02"})
+                  .m_Output.find("\"asc\": null,\n  \"ascq\": null,\n  \"additional_text\": null,\n"),
+              std::string::npos);
+}
+
+TEST(SenseCommand, BadUsageExitsWith2) {
+    ExpectRun(RunPitool({"sense"}), 2, "",
+              "pitool: sense needs KEY ASC ASCQ or --data; see pitool sense --help\n");
+    EXPECT_EQ(RunPitool({"sense", "1", "2"}).m_ExitStatus, 2);
+    EXPECT_EQ(RunPitool({"sense", "1", "2", "3", "4"}).m_ExitStatus, 2);
+    EXPECT_EQ(RunPitool({"sense", "1", "2", "3", "--data", "70"}).m_ExitStatus, 2);
+}
