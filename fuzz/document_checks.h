@@ -4,6 +4,7 @@
 
 #include <pi/layout_reading.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -51,6 +52,12 @@ void CheckFindings(const std::uint8_t* data, std::size_t size) {
         ReadLayout(reinterpret_cast<const char*>(data), size, array, logicalDrive, findings);
     CHECK(findings.size() <= MAX_LAYOUT_FINDINGS);
     CHECK(kind != LayoutKind::NONE || findings.size() == 1);
+    const auto lines = static_cast<std::uint64_t>(1 + std::count(data, data + size, '\n'));
+    for (const CLayoutFinding& finding : findings) {
+        CHECK(!finding.GetText().empty());
+        CHECK(finding.GetLine() >= 1 && finding.GetLine() <= lines);
+        CHECK(finding.GetColumn() >= 1 && finding.GetColumn() <= size + 1);
+    }
     VELK::XML::xml_document document;
     document.load_buffer(data, size);
     const std::string text = Test::Describe(Record(document));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Records read from JSON: refused with a reason and without a trace, or read, and then the same after another
 // trip.
+#include <pi/exchange/event_json.h>
 #include <pi/exchange/model_json.h>
 
 #include <cstdint>
@@ -35,10 +36,21 @@ void Check(const char* name, const std::string& text) {
     CHECK_TEXT(ToJson(again), written);
 }
 
+/// An event that somebody wrote by hand.
+void CheckEvent(const std::string& text) {
+    CEvent event;
+    const std::string before = ToJson(event);
+    std::string reason;
+    const bool isRead = ReadEvent(text, event, reason);
+    CHECK(isRead == reason.empty());
+    CHECK(isRead || ToJson(event) == before);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
+    CheckEvent(text);
     Check<CProperty>("property", text);
     Check<CObject>("object", text);
     Check<COperation>("operation", text);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <libxml/parser.h>
 #include <libxml/xmlschemas.h>
+#include <pi/layout_reading.h>
 #include <pi/types.h>
 #include <unistd.h>
 #include <velkx/language_support.h>
@@ -17,8 +18,6 @@
 #include <stdexcept>
 #include <string>
 #include <vector>
-
-#include "layout_document.h"
 
 namespace {
 
@@ -91,11 +90,13 @@ const Schema& Documents() {
     return schema;
 }
 
-/// Whether pitool reads the document without a warning.
+/// Whether the document is read without a finding.
 bool IsReadAsWritten(const std::string& text) {
-    pitool::LayoutDocument document;
-    pitool::PlacedMessage problem;
-    return pitool::ReadLayout(text, document, problem) && document.m_Warnings.m_Kept.empty();
+    PI::CArray array;
+    PI::CLogicalDrive logicalDrive;
+    std::vector<PI::CLayoutFinding> findings;
+    PI::ReadLayout(text.data(), text.size(), array, logicalDrive, findings);
+    return findings.empty();
 }
 
 TEST(DocumentSchema, AcceptsTheSamplesThatAreReadAsWritten) {
@@ -171,10 +172,9 @@ TEST(DocumentSchema, NumbersAreThoseOf64Bits) {
     for (const std::string& number : numbers) {
         const std::string text = Replaced(ARRAY, R"(Size="5")", "Size=\"" + number + "\"");
         EXPECT_EQ(Documents().Reasons(text), Texts());
-        pitool::LayoutDocument document;
-        pitool::PlacedMessage problem;
-        EXPECT_TRUE(pitool::ReadLayout(text, document, problem));
-        EXPECT_EQ(std::to_string(std::get<PI::CArray>(document.m_Layout).m_Size), number);
+        VELK::XML::xml_document document;
+        document.load_string(text.c_str());
+        EXPECT_EQ(std::to_string(PI::CArray(document).m_Size), number);
     }
     for (const std::string& number : others) {
         const std::string text = Replaced(ARRAY, R"(Size="5")", "Size=\"" + number + "\"");
