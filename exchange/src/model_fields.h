@@ -320,24 +320,6 @@ void Fields(Archive& archive, In<Archive, CTask>& task) {
     archive.Named("task_status", "task_status_name", task.m_TaskStatus, PropertyValueName);
 }
 
-/// What a document says that it holds.
-template <class Record>
-struct RecordName;
-// clang-format off
-template <> struct RecordName<CProperty> { static constexpr const char* VALUE = "property"; };
-template <> struct RecordName<CObject> { static constexpr const char* VALUE = "object"; };
-template <> struct RecordName<COperation> { static constexpr const char* VALUE = "operation"; };
-template <> struct RecordName<CTask> { static constexpr const char* VALUE = "task"; };
-template <> struct RecordName<CEvent> { static constexpr const char* VALUE = "event"; };
-template <> struct RecordName<CDrive> { static constexpr const char* VALUE = "drive"; };
-template <> struct RecordName<CContainer> { static constexpr const char* VALUE = "container"; };
-template <> struct RecordName<CLogicalDrive> { static constexpr const char* VALUE = "logical_drive"; };
-template <> struct RecordName<CArray> { static constexpr const char* VALUE = "array"; };
-template <> struct RecordName<CLevel> { static constexpr const char* VALUE = "level"; };
-template <> struct RecordName<CPartition> { static constexpr const char* VALUE = "partition"; };
-template <> struct RecordName<CMigration> { static constexpr const char* VALUE = "migration"; };
-// clang-format on
-
 /// The version of the shape that is written and read.
 constexpr std::int32_t MODEL_VERSION = 1;
 

@@ -165,14 +165,14 @@ void CheckHeader(CModelReader& reader, const JsonPlace& root, const char* expect
 }
 
 template <class Record>
-bool Read(const std::string& text, Record& record, std::string& reason) {
+bool Read(const std::string& text, const char* name, Record& record, std::string& reason) {
     reason.clear();
     try {
         CNumberedDocument document;
         document.ParseWhole(text);
         const JsonPlace root;
         CModelReader reader(document, root);
-        CheckHeader(reader, root, RecordName<Record>::VALUE);
+        CheckHeader(reader, root, name);
         Record read = Blank<Record>();
         Fields(reader, read);
         reader.End();
@@ -354,52 +354,11 @@ CObject& CModelReader::Append(std::vector<CObject>& values) {
     return values.emplace_back(BLANK_OBJECT);
 }
 
-bool FromJson(const std::string& text, CProperty& property, std::string& reason) {
-    return Read(text, property, reason);
-}
-
-bool FromJson(const std::string& text, CObject& object, std::string& reason) {
-    return Read(text, object, reason);
-}
-
-bool FromJson(const std::string& text, COperation& operation, std::string& reason) {
-    return Read(text, operation, reason);
-}
-
-bool FromJson(const std::string& text, CTask& task, std::string& reason) {
-    return Read(text, task, reason);
-}
-
-bool FromJson(const std::string& text, CEvent& event, std::string& reason) {
-    return Read(text, event, reason);
-}
-
-bool FromJson(const std::string& text, CDrive& drive, std::string& reason) {
-    return Read(text, drive, reason);
-}
-
-bool FromJson(const std::string& text, CContainer& container, std::string& reason) {
-    return Read(text, container, reason);
-}
-
-bool FromJson(const std::string& text, CLogicalDrive& logicalDrive, std::string& reason) {
-    return Read(text, logicalDrive, reason);
-}
-
-bool FromJson(const std::string& text, CArray& array, std::string& reason) {
-    return Read(text, array, reason);
-}
-
-bool FromJson(const std::string& text, CLevel& level, std::string& reason) {
-    return Read(text, level, reason);
-}
-
-bool FromJson(const std::string& text, CPartition& partition, std::string& reason) {
-    return Read(text, partition, reason);
-}
-
-bool FromJson(const std::string& text, CMigration& migration, std::string& reason) {
-    return Read(text, migration, reason);
-}
+#define PI_RECORD(Record, name)                                                   \
+    bool FromJson(const std::string& text, Record& record, std::string& reason) { \
+        return Read(text, name, record, reason);                                  \
+    }
+#include "model_records.def"
+#undef PI_RECORD
 
 }  // namespace PI

@@ -45,9 +45,9 @@ std::size_t WriteDecimal(float value, char (&text)[32]) {
 }
 
 template <class Record>
-std::string Write(const Record& record) {
+std::string Write(const Record& record, const char* name) {
     CModelWriter writer;
-    writer.Begin(RecordName<Record>::VALUE);
+    writer.Begin(name);
     Fields(writer, record);
     return writer.End();
 }
@@ -132,52 +132,11 @@ void CModelWriter::Value(const VELK::XML::xml_document& document) {
     Value(TextOfXml(document));
 }
 
-std::string ToJson(const CProperty& property) {
-    return Write(property);
-}
-
-std::string ToJson(const CObject& object) {
-    return Write(object);
-}
-
-std::string ToJson(const COperation& operation) {
-    return Write(operation);
-}
-
-std::string ToJson(const CTask& task) {
-    return Write(task);
-}
-
-std::string ToJson(const CEvent& event) {
-    return Write(event);
-}
-
-std::string ToJson(const CDrive& drive) {
-    return Write(drive);
-}
-
-std::string ToJson(const CContainer& container) {
-    return Write(container);
-}
-
-std::string ToJson(const CLogicalDrive& logicalDrive) {
-    return Write(logicalDrive);
-}
-
-std::string ToJson(const CArray& array) {
-    return Write(array);
-}
-
-std::string ToJson(const CLevel& level) {
-    return Write(level);
-}
-
-std::string ToJson(const CPartition& partition) {
-    return Write(partition);
-}
-
-std::string ToJson(const CMigration& migration) {
-    return Write(migration);
-}
+#define PI_RECORD(Record, name)                \
+    std::string ToJson(const Record& record) { \
+        return Write(record, name);            \
+    }
+#include "model_records.def"
+#undef PI_RECORD
 
 }  // namespace PI

@@ -6,19 +6,15 @@
 #include <pi/vocabulary.h>
 #include <pi/vocabulary_lists.h>
 
-#include <cstddef>
+#include <algorithm>
 #include <limits>
+#include <optional>
 
 #include <pi/vocabulary/undefine_macros.h>
 
 namespace PI {
 
 namespace {
-
-struct NameRow {
-    std::int32_t m_Number;
-    const char* m_Name;
-};
 
 constexpr NameRow PROPERTY_TYPES[] = {
     {PropertyType::NONE, "NONE"},
@@ -87,70 +83,33 @@ constexpr NameRow FIGURE_SOURCES[] = {
     {FigureSource::PROGRAM, "PROGRAM"},
 };
 
-template <std::size_t COUNT>
-const char* NameIn(const NameRow (&rows)[COUNT], std::int64_t number) {
-    for (const NameRow& row : rows) {
-        if (row.m_Number == number) {
-            return row.m_Name;
-        }
-    }
-    return "";
+}  // namespace
+
+const char* RowNames::operator()(std::int64_t number) const {
+    const NameRow* row = std::find_if(m_Rows, m_Rows + m_Count,
+                                      [number](const NameRow& other) { return other.m_Number == number; });
+    return row != m_Rows + m_Count ? row->m_Name : "";
 }
 
-const char* NameIn(const CVocabulary& vocabulary, std::int64_t number) {
+const char* VocabularyNames::operator()(std::int64_t number) const {
     using Limits = std::numeric_limits<int>;
-    if (number < Limits::min() || number > Limits::max()) {
-        return "";
-    }
-    const auto entry = vocabulary.Find(static_cast<int>(number));
+    const bool fits = number >= Limits::min() && number <= Limits::max();
+    const auto entry = fits ? m_Find().Find(static_cast<int>(number)) : std::nullopt;
     return entry ? entry->Name() : "";
 }
 
-}  // namespace
+const RowNames PropertyTypeName(PROPERTY_TYPES);
+const RowNames ObjectTypeName(OBJECT_TYPES);
+const RowNames UnitsName(UNITS);
+const RowNames FigureStateName(FIGURE_STATES);
+const RowNames FigureUnitName(FIGURE_UNITS);
+const RowNames FigureDirectionName(FIGURE_DIRECTIONS);
+const RowNames FigureSourceName(FIGURE_SOURCES);
 
-const char* PropertyIDName(std::int64_t number) {
-    return NameIn(Vocabulary::PropertyIDs(), number);
-}
-
-const char* PropertyValueName(std::int64_t number) {
-    return NameIn(Vocabulary::PropertyValues(), number);
-}
-
-const char* OperationIDName(std::int64_t number) {
-    return NameIn(Vocabulary::OperationIDs(), number);
-}
-
-const char* EventIDName(std::int64_t number) {
-    return NameIn(Vocabulary::EventIDs(), number);
-}
-
-const char* PropertyTypeName(std::int64_t number) {
-    return NameIn(PROPERTY_TYPES, number);
-}
-
-const char* ObjectTypeName(std::int64_t number) {
-    return NameIn(OBJECT_TYPES, number);
-}
-
-const char* UnitsName(std::int64_t number) {
-    return NameIn(UNITS, number);
-}
-
-const char* FigureStateName(std::int64_t number) {
-    return NameIn(FIGURE_STATES, number);
-}
-
-const char* FigureUnitName(std::int64_t number) {
-    return NameIn(FIGURE_UNITS, number);
-}
-
-const char* FigureDirectionName(std::int64_t number) {
-    return NameIn(FIGURE_DIRECTIONS, number);
-}
-
-const char* FigureSourceName(std::int64_t number) {
-    return NameIn(FIGURE_SOURCES, number);
-}
+const VocabularyNames PropertyIDName{Vocabulary::PropertyIDs};
+const VocabularyNames PropertyValueName{Vocabulary::PropertyValues};
+const VocabularyNames OperationIDName{Vocabulary::OperationIDs};
+const VocabularyNames EventIDName{Vocabulary::EventIDs};
 
 const char* SeverityName(std::int64_t number) {
     return SeverityToString(static_cast<int>(number)).c_str();

@@ -49,6 +49,26 @@ void SetProtocol(ReportIdentity& identity, std::int64_t protocol) {
     identity.m_Interface = protocol == SAS ? "SAS" : identity.m_Interface;
 }
 
+void SetATASelfTest(ReportIdentity& identity, std::int64_t status) {
+    // ACS: the high half is 15 while a test runs, the low half the tenths that remain of it.
+    const int tenths = static_cast<int>(status & 0xF);
+    identity.m_IsSelfTesting = status >> 4 == 15;
+    identity.m_SelfTestProgress = identity.m_IsSelfTesting && tenths <= 10 ? 100 - tenths * 10 : -1;
+}
+
+void SetNVMeSelfTest(ReportIdentity& identity, std::int64_t operation) {
+    identity.m_IsSelfTesting = operation != 0;
+}
+
+void SetSelfTestProgress(ReportIdentity& identity, std::int64_t percent) {
+    identity.m_SelfTestProgress = identity.m_IsSelfTesting && percent <= 100 ? static_cast<int>(percent) : -1;
+}
+
+void SetSCSISelfTest(ReportIdentity& identity, std::int64_t result) {
+    constexpr std::int64_t RUNNING = 15;  // SPC-5, self-test results
+    identity.m_IsSelfTesting = result == RUNNING;
+}
+
 bool BeginsWith(const std::string& text, std::string_view begin) {
     return text.compare(0, begin.size(), begin) == 0;
 }
@@ -120,6 +140,10 @@ const IdentityRow IDENTITY_ROWS[] = {
     {ANY, "scsi_transport_protocol.value", nullptr, nullptr, SetProtocol},
     {ANY, "local_time.time_t", nullptr, nullptr, SetTime},
     {ANY, nullptr, "Local Time is:", &ReportIdentity::m_LocalTime, nullptr},
+    {ANY, "ata_smart_data.self_test.status.value", "Self-test execution status:      (", nullptr, SetATASelfTest},
+    {ANY, "nvme_self_test_log.current_self_test_operation.value", nullptr, nullptr, SetNVMeSelfTest},
+    {ANY, "nvme_self_test_log.current_self_test_completion_percent", nullptr, nullptr, SetSelfTestProgress},
+    {ANY, "scsi_self_test_0.result.value", nullptr, nullptr, SetSCSISelfTest},
 };
 // clang-format on
 const std::size_t IDENTITY_ROW_COUNT = std::size(IDENTITY_ROWS);

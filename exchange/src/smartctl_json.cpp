@@ -104,27 +104,7 @@ private:
                 identity.m_Interface = "SATA";
             }
         }
-        ReadRunningTest(identity);
         return identity;
-    }
-
-    void ReadRunningTest(ReportIdentity& identity) {
-        // ACS: the high half of the status is 15 while a test runs, the low half the tenths that remain of
-        // it.
-        constexpr int RUNNING = 15;
-        const int ata = Small(m_Document, "ata_smart_data.self_test.status.value");
-        const int tenths = ata & 0xF;
-        if (ata >> 4 == RUNNING) {
-            identity.m_IsSelfTesting = true;
-            identity.m_SelfTestProgress = tenths <= 10 ? 100 - tenths * 10 : -1;
-        } else if (Small(m_Document, "nvme_self_test_log.current_self_test_operation.value") != 0) {
-            const int percent =
-                Small(m_Document, "nvme_self_test_log.current_self_test_completion_percent", -1);
-            identity.m_IsSelfTesting = true;
-            identity.m_SelfTestProgress = percent <= 100 ? percent : -1;
-        } else {
-            identity.m_IsSelfTesting = Small(m_Document, "scsi_self_test_0.result.value") == RUNNING;
-        }
     }
 
     void ReadFigures(ReportBuilder& builder) {

@@ -150,6 +150,7 @@ public:
     static ReportIdentity Identify(const Lines& lines) {
         ReportIdentity identity;
         for (const std::string_view line : lines) {
+            ReadRunningTest(line, identity);
             for (std::size_t i = 0; i < IDENTITY_ROW_COUNT; ++i) {
                 const IdentityRow& row = IDENTITY_ROWS[i];
                 const auto rest = row.m_Label != nullptr ? After(line, row.m_Label) : std::nullopt;
@@ -171,6 +172,19 @@ public:
     }
 
 private:
+    /// Of SCSI and NVMe drives.
+    static void ReadRunningTest(std::string_view line, ReportIdentity& identity) {
+        constexpr std::string_view PROGRESS = " self-test in progress (";
+        const std::size_t progress = line.find(PROGRESS);
+        if (progress != std::string_view::npos) {
+            const std::int64_t percent = ReadNumber(line.substr(progress + PROGRESS.size())).value_or(-1);
+            identity.m_IsSelfTesting = true;
+            identity.m_SelfTestProgress = percent >= 0 && percent <= 100 ? static_cast<int>(percent) : -1;
+        } else if (Has(line, "Self test in progress ...")) {
+            identity.m_IsSelfTesting = true;
+        }
+    }
+
     /// The next line, when it is one of a table; it is taken then.
     template <class IsRow>
     std::optional<std::string_view> TakeRow(IsRow isRow) {

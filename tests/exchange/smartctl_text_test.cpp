@@ -332,3 +332,17 @@ TEST(SmartctlText, CapacityOfAnNVMeDriveIsThatOfItsNamespace) {
     EXPECT_EQ(ReadDrive(HEADER + "Model Number: A\nNamespace 2 Formatted LBA Size: 4096\n").GetBlockSize(),
               4096U);
 }
+
+TEST(SmartctlText, ASelfTestThatRunsIsReadWithItsProgress) {
+    const auto progress = [](const std::string& lines) {
+        const CDriveReport drive = ReadDrive(HEADER + lines);
+        return drive.IsSelfTesting() ? drive.GetSelfTestProgress() : -2;
+    };
+    const std::string ata = "Device Model: A\nSelf-test execution status:      ";
+    EXPECT_EQ(progress(ata + "( 249)\tSelf-test routine in progress...\n"), 10);
+    EXPECT_EQ(progress(ata + "(   0)\tThe previous self-test routine completed\n"), -2);
+    EXPECT_EQ(progress("Model Number: A\nSelf-test status: Short self-test in progress (23% completed)\n"),
+              23);
+    EXPECT_EQ(progress("Model Number: A\nSelf-test status: No self-test in progress\n"), -2);
+    EXPECT_EQ(progress("Product: A\n# 1  Background short  Self test in progress ...   -     NOW\n"), -1);
+}

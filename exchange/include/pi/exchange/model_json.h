@@ -36,18 +36,18 @@ PI_API std::string ToJson(const CDriveHealth& health);
 ///
 /// The type of the argument decides: a task that is passed as a CObject is written as an object.
 /// @throws std::bad_alloc if allocation fails; std::length_error for a text of 4 GiB and more
-PI_API std::string ToJson(const CProperty& property);
-PI_API std::string ToJson(const CObject& object);
-PI_API std::string ToJson(const COperation& operation);
-PI_API std::string ToJson(const CTask& task);
-PI_API std::string ToJson(const CEvent& event);
-PI_API std::string ToJson(const CDrive& drive);
-PI_API std::string ToJson(const CContainer& container);
-PI_API std::string ToJson(const CLogicalDrive& logicalDrive);
-PI_API std::string ToJson(const CArray& array);
-PI_API std::string ToJson(const CLevel& level);
-PI_API std::string ToJson(const CPartition& partition);
-PI_API std::string ToJson(const CMigration& migration);
+PI_API std::string ToJson(const CProperty& record);
+PI_API std::string ToJson(const CObject& record);
+PI_API std::string ToJson(const COperation& record);
+PI_API std::string ToJson(const CTask& record);
+PI_API std::string ToJson(const CEvent& record);
+PI_API std::string ToJson(const CDrive& record);
+PI_API std::string ToJson(const CContainer& record);
+PI_API std::string ToJson(const CLogicalDrive& record);
+PI_API std::string ToJson(const CArray& record);
+PI_API std::string ToJson(const CLevel& record);
+PI_API std::string ToJson(const CPartition& record);
+PI_API std::string ToJson(const CMigration& record);
 /// @}
 
 /// @{
@@ -62,18 +62,18 @@ PI_API std::string ToJson(const CMigration& migration);
 ///               "/properties/0/id is a text where a number belongs"; empty when it was not
 /// @return whether the record was read; if not, it is unchanged
 /// @throws std::bad_alloc if allocation fails; the record is unchanged then
-PI_API bool FromJson(const std::string& text, CProperty& property, std::string& reason);
-PI_API bool FromJson(const std::string& text, CObject& object, std::string& reason);
-PI_API bool FromJson(const std::string& text, COperation& operation, std::string& reason);
-PI_API bool FromJson(const std::string& text, CTask& task, std::string& reason);
-PI_API bool FromJson(const std::string& text, CEvent& event, std::string& reason);
-PI_API bool FromJson(const std::string& text, CDrive& drive, std::string& reason);
-PI_API bool FromJson(const std::string& text, CContainer& container, std::string& reason);
-PI_API bool FromJson(const std::string& text, CLogicalDrive& logicalDrive, std::string& reason);
-PI_API bool FromJson(const std::string& text, CArray& array, std::string& reason);
-PI_API bool FromJson(const std::string& text, CLevel& level, std::string& reason);
-PI_API bool FromJson(const std::string& text, CPartition& partition, std::string& reason);
-PI_API bool FromJson(const std::string& text, CMigration& migration, std::string& reason);
+PI_API bool FromJson(const std::string& text, CProperty& record, std::string& reason);
+PI_API bool FromJson(const std::string& text, CObject& record, std::string& reason);
+PI_API bool FromJson(const std::string& text, COperation& record, std::string& reason);
+PI_API bool FromJson(const std::string& text, CTask& record, std::string& reason);
+PI_API bool FromJson(const std::string& text, CEvent& record, std::string& reason);
+PI_API bool FromJson(const std::string& text, CDrive& record, std::string& reason);
+PI_API bool FromJson(const std::string& text, CContainer& record, std::string& reason);
+PI_API bool FromJson(const std::string& text, CLogicalDrive& record, std::string& reason);
+PI_API bool FromJson(const std::string& text, CArray& record, std::string& reason);
+PI_API bool FromJson(const std::string& text, CLevel& record, std::string& reason);
+PI_API bool FromJson(const std::string& text, CPartition& record, std::string& reason);
+PI_API bool FromJson(const std::string& text, CMigration& record, std::string& reason);
 /// @}
 
 /// @}

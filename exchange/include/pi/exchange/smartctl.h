@@ -58,7 +58,10 @@ public:
     std::uint64_t GetCapacity() const noexcept;   ///< bytes; 0 when unknown
     std::uint32_t GetBlockSize() const noexcept;  ///< bytes of a logical block; 0 when unknown
     int GetTransport() const noexcept;  ///< PropertyValue::SATA, SAS or NVME; 0 when unknown or another
-    int GetMedium() const noexcept;     ///< PropertyValue::HDD or SSD; 0 when the report does not tell
+
+    /// PropertyValue::HDD or SSD; 0 when the report does not tell. Of ATA drives that report no rotation rate
+    /// those that count times of spinning up or errors of seeking are disks (judgement).
+    int GetMedium() const noexcept;
 
     /// Rotations per minute: as the drive reports it, else by the rule of CPluginHelper::GetSATARPM where the
     /// report shows an ATA disk; 0 when unknown.
@@ -82,7 +85,7 @@ public:
     /// What the report says of the drive; valid as long as the report.
     const CDriveHealth& GetHealth() const noexcept;
 
-    /// Whether a self-test ran when the report was made; text reports do not tell. Since 1.2.0.
+    /// Whether a self-test ran when the report was made. Since 1.2.0.
     bool IsSelfTesting() const noexcept;
     /// How far it was, in percent; -1 when none ran or the drive does not say. Of ATA drives in tens. Since
     /// 1.2.0.
@@ -133,8 +136,7 @@ private:
 /// Every report gives either a drive or a refusal, each in their order; a text without any gives one refusal.
 ///
 /// @param text     readable up to length; need not end with a zero. Text compressed with gzip may unpack to
-/// 64
-///                 MiB at most, else it is refused.
+///                 64 MiB at most, else it is refused.
 /// @param drives   what was read is appended
 /// @param refusals what gives no drive is appended
 /// @throws std::bad_alloc if allocation fails, with drives and refusals unchanged. Thread-safe.
