@@ -23,19 +23,40 @@ void FindDuplicates(const JsonValue& value, std::string_view path, unsigned dept
     if (!value.IsObject()) {
         return;
     }
-    std::set<std::string_view> seen;
-    for (auto member = value.MemberBegin(); member != value.MemberEnd(); ++member) {
-        const std::string_view name = TextOf(member->name);
-        const auto isSame = [name](const auto& other) { return TextOf(other.name) == name; };
-        if (value.MemberCount() > FEW ? !seen.insert(name).second
-                                      : std::any_of(value.MemberBegin(), member, isSame)) {
+    std::set<std::string_view> many;
+    std::string_view few[FEW];
+    std::size_t count = 0;
+    for (const auto& member : value.GetObject()) {
+        const std::string_view name = TextOf(member.name);
+        if (count < FEW ? std::find(few, few + count, name) != few + count : !many.insert(name).second) {
             notes.push_back("\"" + std::string(name) + "\" occurs more than once" +
                             (path.empty() ? "" : " in ") + std::string(path) + "; the last one counts");
+        } else if (count < FEW) {
+            few[count++] = name;
+            if (count == FEW) {
+                many.insert(few, few + FEW);
+            }
         }
-        if (member->value.IsObject() || member->value.IsArray()) {
-            FindDuplicates(member->value, name, depth + 1, notes);
+        if (member.value.IsObject() || member.value.IsArray()) {
+            FindDuplicates(member.value, name, depth + 1, notes);
         }
     }
+}
+
+template <class Number>
+std::optional<Number> FromText(std::string_view text) {
+    Number number = 0;
+    const std::from_chars_result read = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isNumber = read.ec == std::errc() && read.ptr == text.data() + text.size();
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+std::optional<std::int64_t> WholeOf(double number) {
+    constexpr double TWO_TO_63 = 9223372036854775808.0;
+    if (!std::isfinite(number) || std::trunc(number) != number || number < -TWO_TO_63) {
+        return std::nullopt;
+    }
+    return number < TWO_TO_63 ? static_cast<std::int64_t>(number) : std::numeric_limits<std::int64_t>::max();
 }
 
 }  // namespace
@@ -74,21 +95,14 @@ std::string_view TextAt(const JsonValue& object, std::string_view path, std::str
     return value != nullptr ? TextOf(*value) : std::string_view();
 }
 
-std::optional<std::int64_t> ToWholeNumber(std::string_view text) {
-    const char* const end = text.data() + text.size();
-    std::int64_t number = 0;
-    const std::from_chars_result whole = std::from_chars(text.data(), end, number);
-    if (whole.ec == std::errc() && whole.ptr == end) {
-        return number;
+std::optional<std::int64_t> ToWholeNumber(const JsonValue& value) {
+    if (value.IsInt64()) {
+        return value.GetInt64();
     }
-    double value = 0;
-    const std::from_chars_result read = std::from_chars(text.data(), end, value);
-    constexpr double TWO_TO_63 = 9223372036854775808.0;
-    if (read.ec != std::errc() || read.ptr != end || std::isinf(value) || std::trunc(value) != value ||
-        value < -TWO_TO_63) {
-        return std::nullopt;
-    }
-    return value < TWO_TO_63 ? static_cast<std::int64_t>(value) : std::numeric_limits<std::int64_t>::max();
+    const std::string_view text = TextOf(value);
+    const auto whole = FromText<std::int64_t>(text);
+    return whole ? whole
+                 : WholeOf(value.IsNumber() ? value.GetDouble() : FromText<double>(text).value_or(NAN));
 }
 
 void FindDuplicates(const JsonValue& value, std::vector<std::string>& notes) {

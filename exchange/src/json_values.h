@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What stands in a JSON document that was parsed with numbers as texts.
+// What stands in a JSON document.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,7 @@
 
 namespace PI {
 
-/// A text, a number as it is written, "true" or "false"; empty for anything else.
+/// A text, "true" or "false"; empty for anything else.
 std::string_view TextOf(const JsonValue& value);
 
 /// A member by its name and what follows it; of several with the same name the last. Null where there is
@@ -24,8 +24,8 @@ const JsonValue* At(const JsonValue& object, std::string_view path, std::string_
 
 std::string_view TextAt(const JsonValue& object, std::string_view path, std::string_view suffix = {});
 
-/// A whole number, however it is written. Beyond 64 bits it is the largest.
-std::optional<std::int64_t> ToWholeNumber(std::string_view text);
+/// A whole number, however it is written, also in quotes. Beyond 64 bits it is the largest.
+std::optional<std::int64_t> ToWholeNumber(const JsonValue& value);
 
 /// Elements of a list; none where there is none.
 template <class Visit>

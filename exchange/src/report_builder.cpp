@@ -159,8 +159,8 @@ void ReportBuilder::Gigabytes(bool isWritten, std::string_view text) {
 
 CDriveReport ReportBuilder::Take() {
     ReportIdentity& identity = m_Facts->m_Identity;
-    const bool hasWear = Health().GetFigure(HealthFigure::WEAR).HasValue();
-    if (identity.m_Medium == 0 && identity.m_Protocol == DriveProtocol::SCSI && hasWear) {
+    if (identity.m_Medium == 0 && identity.m_Protocol == DriveProtocol::SCSI &&
+        Health().GetFigure(HealthFigure::WEAR).HasValue()) {
         identity.m_Medium = PropertyValue::SSD;
     } else if (identity.m_Medium == 0 && identity.m_Protocol == DriveProtocol::ATA && m_HasSpindle) {
         identity.ShowDisk();

@@ -51,16 +51,17 @@ public:
     }
 
 private:
-    /// A whole number; from KEY_s where KEY is missing, or has digits enough to have been rounded on its way.
+    /// A whole number; from KEY_s where KEY is missing, or is large enough to have been rounded on its way.
     std::optional<std::int64_t> Number(const JsonValue& object, std::string_view path) {
-        constexpr std::size_t EXACT_DIGITS = 15;
+        constexpr std::int64_t LARGEST_EXACT = std::int64_t{1} << 53;
         const JsonValue* value = At(object, path);
-        const std::string_view text = value != nullptr ? TextOf(*value) : std::string_view();
-        std::optional<std::int64_t> number;
-        if (text.empty() || text.size() > EXACT_DIGITS) {
-            number = ToWholeNumber(TextAt(object, path, "_s"));
+        std::optional<std::int64_t> number = value != nullptr ? ToWholeNumber(*value) : std::nullopt;
+        if (!number || *number >= LARGEST_EXACT) {
+            const JsonValue* text = At(object, path, "_s");
+            const auto exact = text != nullptr ? ToWholeNumber(*text) : std::nullopt;
+            number = exact ? exact : number;
         }
-        number = number ? number : ToWholeNumber(text);
+        const std::string_view text = value != nullptr ? TextOf(*value) : std::string_view();
         if (!number && value != nullptr && !value->IsNull() && text != "unknown" && text != "not_available") {
             m_Notes.push_back(std::string(path) + " is no whole number and passed over");
         }
@@ -263,8 +264,7 @@ bool VisitReports(const JsonValue& value, unsigned depth, const std::vector<std:
 /// @return where the document ends
 std::size_t Parse(const std::string& text, std::size_t start, JsonDocument& document) {
     rapidjson::StringStream stream(text.c_str() + start);
-    document.ParseStream<JSON_FLAGS | rapidjson::kParseNumbersAsStringsFlag |
-                         rapidjson::kParseTrailingCommasFlag>(stream);
+    document.ParseStream<JSON_FLAGS | rapidjson::kParseTrailingCommasFlag>(stream);
     return start + stream.Tell();
 }
 

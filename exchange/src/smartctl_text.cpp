@@ -224,16 +224,14 @@ private:
         }
         const auto status = After(line, "SMART Health Status:");
         if (status) {
+            // The text of the drive may hold such codes, too; those in brackets behind it are smartctl's.
             const auto codeAfter = [&](std::string_view label) {
-                const std::size_t place = std::min(status->find(label), status->size() - label.size());
-                std::string_view code = status->substr(place + label.size());
-                const std::string hex = "0x" + std::string(code.substr(0, 2));
-                code = hex;
-                return TakeSmall(code, 0);
+                const std::size_t place = status->rfind(label);
+                std::string code = "0x";
+                code += place != std::string_view::npos ? status->substr(place + label.size(), 2) : "0";
+                return static_cast<int>(ReadNumber(code).value_or(0));
             };
-            const bool hasCode = Has(*status, "asc=") && Has(*status, "ascq=");
-            m_Builder.Verdict(Trimmed(*status) == "OK", hasCode ? codeAfter("asc=") : 0,
-                              hasCode ? codeAfter("ascq=") : 0);
+            m_Builder.Verdict(Trimmed(*status) == "OK", codeAfter("asc="), codeAfter("ascq="));
         }
         return status.has_value();
     }

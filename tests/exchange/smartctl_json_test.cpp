@@ -364,11 +364,6 @@ TEST(SmartctlJson, NumbersThatMayBeRoundedAreReadFromTheirTexts) {
         "5 [4/2]");
 }
 
-TEST(SmartctlJson, NamesThatAreNumbersAreRead) {
-    EXPECT_EQ(ReadDrive(R"({"model_name": 2105, "serial_number": 12345678901234567890})").GetSerialNumber(),
-              "12345678901234567890");
-}
-
 TEST(SmartctlJson, BytesThatAreNoUTF8Stay) {
     EXPECT_EQ(ReadDrive("{\"model_name\": \"A\xFF\xC3\", \"serial_number\": \"1\"}").GetModel(), "A\xFF\xC3");
 }

@@ -262,6 +262,12 @@ TEST(SmartctlText, SCSIReportIsRead) {
     EXPECT_EQ(Figure(ReadDrive(HEADER + "Product: X\nSMART Health Status: WARNING [asc=b, ascq=1]\n"),
                      HealthFigure::VERDICT),
               "2 [6/47]");
+    EXPECT_EQ(
+        Figure(ReadDrive(HEADER +
+                         "Product: X\nSMART Health Status: FAILURE PREDICTION: ascq=0x5 [asc=5d, ascq=ff]\n"),
+               HealthFigure::VERDICT),
+        "0 [6/47]")
+        << "a test of the warning";
     const CDriveReport environment = ReadDrive(HEADER +
                                                "Product: X\n  Current temperature = 34\n  Lifetime maximum "
                                                "temperature = 72\n  Current temperature = 50\n");
