@@ -34,10 +34,13 @@ using LayoutKind::_LAYOUT_KIND;
 /// characters. A moved-from object may only be assigned to or destroyed.
 class PI_API CLayoutFinding {
 public:
+    /// @{
+    /// Copies refer to the same texts.
     CLayoutFinding(const CLayoutFinding& source) noexcept;
     CLayoutFinding(CLayoutFinding&& source) noexcept;
     CLayoutFinding& operator=(const CLayoutFinding& source) noexcept;
     CLayoutFinding& operator=(CLayoutFinding&& source) noexcept;
+    /// @}
     ~CLayoutFinding();
 
     /// @{
