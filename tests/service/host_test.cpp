@@ -694,6 +694,28 @@ TEST(MdraidPlugin, DeviceFilesAreBelowDev) {
     EXPECT_NE(outcome.m_Output.find("Physical drive 3: ../../../etc/passwd "), std::string::npos);
 }
 
+TEST(MdraidPlugin, CarriesOutWhatTheHostIsAskedForIsolatedOrNot) {
+    for (const bool isIsolated : {false, true}) {
+        const TemporaryFolder root;
+        root.Write(
+            "proc/mdstat",
+            "md0 : active raid1 sdb1[1] sda1[0]\n      64 blocks [2/2] [UU]\n\nunused devices: <none>\n");
+        root.Write("mdadm", "#!/bin/sh\necho \"$*\"\n");
+        fs::permissions(root.Path() / "mdadm", fs::perms::owner_all);
+        const PluginFolder plugins({MDRAID});
+        std::vector<std::string> options = {
+            plugins.Path(), "--set", "mdraid.root=.",           "--set", "mdraid.mdadm=./mdadm",
+            "-a",           "-x",    "mdraid:sda1:MAKE_OFFLINE"};
+        if (isIsolated) {
+            options.emplace_back("--isolate");
+        }
+        const Outcome outcome = RunHost(options, root.Path());
+        EXPECT_EQ(outcome.m_Errors, "");
+        EXPECT_EQ(outcome.m_Output, "MAKE_OFFLINE of sda1: COMPLETE, --manage /dev/md0 --fail /dev/sda1\n");
+        EXPECT_EQ(outcome.m_Status, 0);
+    }
+}
+
 TEST(MdraidPlugin, DoesNotWaitForAPipe) {
     const TemporaryFolder root;
     fs::create_directories(root.Path() / "proc");

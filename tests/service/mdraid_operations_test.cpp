@@ -7,6 +7,7 @@
 #include <pi/plugin_helper.h>
 
 #include <algorithm>
+#include <csignal>
 #include <filesystem>
 #include <functional>
 #include <stdexcept>
@@ -14,6 +15,7 @@
 #include <vector>
 
 #include "inventory.h"
+#include "plugin_interface.h"
 #include "run_program.h"
 
 namespace {
@@ -370,6 +372,13 @@ TEST_F(MdraidOperations, WhatMdadmSaysWhenItFailsIsOneLine) {
               "mdadm would work on this machine, not on " + m_Machine.m_Root.string());
 }
 
+TEST_F(MdraidOperations, WhatMdadmDoesNotTellIsNoSuccess) {
+    const auto before = std::signal(SIGCHLD, SIG_IGN);
+    EXPECT_EQ(Execute("sda1", Operation::MAKE_OFFLINE),
+              m_Machine.m_Mdadm + " does not tell how it ended, but said: mdadm: done");
+    std::signal(SIGCHLD, before);
+}
+
 TEST_F(MdraidOperations, DrivesThatNothingUsesAreFree) {
     AddFreeDrive("sdc", "1");
     EXPECT_EQ(Find("sdc").m_RelatedIDs1, std::vector<std::uint64_t>{1});
@@ -415,6 +424,15 @@ TEST_F(MdraidOperations, ASolidStateDriveIsNotAddedToDisksUnlessThatIsPermitted)
     EXPECT_EQ(Execute("md0", Operation::CREATE_DEDICATED_HOTSPARE, WithDevice("/dev/sdd")), "");
     m_Machine.m_Permissions = "0123";
     EXPECT_EQ(Execute("md0", Operation::CREATE_DEDICATED_HOTSPARE, WithDevice("/dev/sdc")), "");
+}
+
+TEST(MdraidSettings, AreThoseOfThePlugin) {
+    EXPECT_EQ(PluginConfigure("mix", "013"), PI::ErrorCode::SUCCESS);
+    EXPECT_EQ(PluginConfigure("mix", ""), PI::ErrorCode::SUCCESS);
+    EXPECT_EQ(PluginConfigure("mix", "014"), PI::ErrorCode::INVALID_CHARACTER);
+    EXPECT_EQ(PluginConfigure("mdadm", "/sbin/mdadm"), PI::ErrorCode::SUCCESS);
+    EXPECT_EQ(PluginConfigure("root", "/"), PI::ErrorCode::SUCCESS);
+    EXPECT_EQ(PluginConfigure("nonsense", "/"), PI::ErrorCode::INVALID_PARAMETER);
 }
 
 class MdraidCreation : public MdraidOperations {

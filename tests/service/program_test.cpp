@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
 
 namespace {
 
@@ -30,6 +31,15 @@ TEST(Program, OneThatASignalEndsHasNoExitStatus) {
     std::string error;
     EXPECT_EQ(RunProgram({"sh", "-c", "kill -TERM $$"}, PATIENCE, output, error), std::nullopt);
     EXPECT_EQ(error, "sh: ended by signal 15");
+}
+
+TEST(Program, WhereTheHostIgnoresItsChildrenTheExitStatusIsUnknown) {
+    std::string output;
+    std::string error;
+    const auto before = std::signal(SIGCHLD, SIG_IGN);
+    EXPECT_EQ(RunProgram({"sh", "-c", "echo text; exit 4"}, PATIENCE, output, error), -1) << error;
+    std::signal(SIGCHLD, before);
+    EXPECT_EQ(output, "text\n");
 }
 
 TEST(Program, OneThatHangsWithItsOutputClosedIsKilled) {

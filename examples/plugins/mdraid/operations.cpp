@@ -57,6 +57,9 @@ bool TryMdadm(const Machine& machine, std::vector<std::string> arguments, std::s
     if (!status.has_value()) {
         Refuse(error);
     }
+    if (*status < 0) {
+        Refuse(arguments[0] + " does not tell how it ended, but said: " + shared::OneLine(output));
+    }
     if (*status != 0 && output.empty()) {
         output = arguments[0] + ": exit status " + std::to_string(*status);
     }

@@ -36,6 +36,8 @@ const char* PluginName() {
     return shared::IDENTITY.m_Name;
 }
 
+// root: where /proc, /sys and /dev are, "/" for this machine; mdadm: the program; mix: which drives a new
+// array or member may mix (Machine::m_Permissions).
 int PluginConfigure(const char* key, const char* value) {
     const std::string_view name = key;
     std::vector<std::string> errors;
@@ -46,6 +48,9 @@ int PluginConfigure(const char* key, const char* value) {
         return shared::Guard(errors, [&] { state.m_Machine.m_Mdadm = value; });
     }
     if (name == "mix") {
+        if (std::string_view(value).find_first_not_of("0123") != std::string_view::npos) {
+            return PI::ErrorCode::INVALID_CHARACTER;
+        }
         return shared::Guard(errors, [&] { state.m_Machine.m_Permissions = value; });
     }
     return PI::ErrorCode::INVALID_PARAMETER;

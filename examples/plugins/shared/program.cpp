@@ -97,13 +97,19 @@ bool ReadAll(int input, Clock::time_point deadline, std::string& output, std::st
 }
 
 /// Waits for the program to end: it may have closed its output and go on.
-bool Wait(pid_t child, Clock::time_point deadline, int& status, std::string& error) {
-    while (waitpid(child, &status, WNOHANG) == 0) {
+/// @param status out: none in a host that ignores SIGCHLD, where the kernel keeps it to itself
+bool Wait(pid_t child, Clock::time_point deadline, std::optional<int>& status, std::string& error) {
+    int known = 0;
+    pid_t ended = 0;
+    while ((ended = waitpid(child, &known, WNOHANG)) == 0) {
         if (Clock::now() > deadline) {
             error = "no end in time";
             return false;
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    if (ended == child) {
+        status = known;
     }
     return true;
 }
@@ -144,7 +150,7 @@ std::optional<int> RunProgram(const std::vector<std::string>& arguments, std::ch
     const bool spawned = Spawn(arguments, ends[1], errorOutput, child, error);
     close(ends[1]);
     const Clock::time_point deadline = Clock::now() + timeout;
-    int status = 0;
+    std::optional<int> status;
     bool complete =
         spawned && ReadAll(ends[0], deadline, output, error) && Wait(child, deadline, status, error);
     close(ends[0]);
@@ -152,11 +158,14 @@ std::optional<int> RunProgram(const std::vector<std::string>& arguments, std::ch
         kill(child, SIGKILL);
         Wait(child, Clock::time_point::max(), status, output);
         error.insert(0, arguments[0] + ": ");
-    } else if (spawned && !WIFEXITED(status)) {
+    } else if (status.has_value() && WIFSIGNALED(*status)) {
         complete = false;
-        error = arguments[0] + ": ended by signal " + std::to_string(WTERMSIG(status));
+        error = arguments[0] + ": ended by signal " + std::to_string(WTERMSIG(*status));
     }
-    return complete ? std::optional(WEXITSTATUS(status)) : std::nullopt;
+    if (!complete) {
+        return std::nullopt;
+    }
+    return status.has_value() ? WEXITSTATUS(*status) : -1;
 }
 
 std::string OneLine(std::string_view text) {

@@ -25,7 +25,7 @@ enum class ErrorOutput { DROP, TAKE };
 /// @param timeout   after which the program is killed
 /// @param output    out: what it printed, whatever its exit status
 /// @param error     out: why it could not be run or read to the end, when the result is empty
-/// @return its exit status
+/// @return its exit status; -1 where the host ignores SIGCHLD, so that nobody is told
 std::optional<int> RunProgram(const std::vector<std::string>& arguments, std::chrono::milliseconds timeout,
                               std::string& output, std::string& error,
                               ErrorOutput errorOutput = ErrorOutput::DROP);

@@ -37,6 +37,7 @@ const char* PluginName() {
     return shared::IDENTITY.m_Name;
 }
 
+// folder: where reports are, instead of the drives of this machine; program: smartctl's name or path.
 int PluginConfigure(const char* key, const char* value) {
     const std::string_view name = key;
     if (name != "folder" && name != "program") {
