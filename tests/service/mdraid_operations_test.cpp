@@ -183,16 +183,20 @@ TEST_F(MdraidOperations, ACheckThatIsToEndEarlyIsTakenBack) {
 }
 
 TEST_F(MdraidOperations, ACheckThatAnotherHasPausedIsNotComplete) {
+    bool isSeen = false;
     EXPECT_EQ(Execute(
                   "md0", Operation::START_CHECK, [](PI::COperation&) {},
                   [&](const PI::CTask&) {
-                      SetArray("sync_action", "idle");
-                      SetArray("sync_min", "64");
+                      SetArray("sync_action", isSeen ? "idle" : "check");
+                      SetArray("sync_min", isSeen ? "64" : "0");
+                      SetList(Checking("99.9"));
+                      isSeen = true;
                       return true;
                   }),
               "");
     EXPECT_EQ(m_Task.m_TaskStatus, Value::ABORTED);
     EXPECT_EQ(m_Task.m_TaskText2, "0 sectors differ, ended by another at sector 64");
+    EXPECT_FALSE(m_Task.m_TaskFlag);
 }
 
 TEST_F(MdraidOperations, APositionAtTheVeryBeginningIsThatOfTheKernelsFile) {

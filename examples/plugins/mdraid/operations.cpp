@@ -182,6 +182,7 @@ void FollowCheck(Subject& subject, const std::function<bool(const PI::CTask&)>& 
         std::this_thread::sleep_for(subject.m_Machine.m_Interval);
     }
     const SysfsArray& sysfs = subject.Report().m_Sysfs;
+    task.m_TaskFlag = sysfs.m_SyncMin == 0;  // of one that is being ended the kernel lists all as done
     task.m_TaskStatus = sysfs.m_SyncMin == 0 ? Value::OK : Value::ABORTED;
     task.m_TaskText2 =
         std::to_string(sysfs.m_Mismatches) + " sectors differ" +
