@@ -8,7 +8,7 @@ facts() {
   local array
   mkdir "$1"
   (
-    cd /sys/block
+    cd /sys/block || exit
     ls -d ./*/device ./*/holders/* ./*/*/partition 2>/dev/null || true
     grep '' ./*/size ./*/queue/rotational
   ) >"$1/disks"
@@ -37,7 +37,7 @@ step() {
   for drive in nvme0 $(cd /sys/block && echo sd*); do
     smartctl --json=c -x "/dev/$drive" >"$count/$drive.smartctl" || [ $(($? & 3)) = 0 ] || die "$drive cannot be read"
     (
-      cd "/sys/block/$drive/device" 2>/dev/null || cd "/sys/class/nvme/$drive"
+      cd "/sys/block/$drive/device" 2>/dev/null || cd "/sys/class/nvme/$drive" || exit
       grep -s '' model rev firmware_rev serial block/*/queue/rotational
     ) >"$count/$drive.sysfs" || true
   done
@@ -51,12 +51,6 @@ reach() {
     [ $tries -lt 300 ] || die "$md has $1 $value, not $2: $(cat /proc/mdstat)"
     usleep 100000
   done
-}
-
-# act ACTION: which the kernel then reports.
-act() {
-  echo "$1" >"/sys/block/$md/md/sync_action"
-  reach sync_action "$1"
 }
 
 # The speed of everything from now on, in KiB/s: slow enough to be seen, or as fast as it gets.
@@ -76,12 +70,35 @@ stop() {
 
 manage() { mdadm --quiet "/dev/$md" "$@"; }
 
+# execute PLUGIN:OBJECT:OPERATION[:NAME=VALUE]...: through the service.
+execute() {
+  echo "  $1"
+  service --allow-changes --execute "$1" /lib/service || die "$1 is not done"
+}
+
+# create_array MEMBER...: through the service, by a document that names the drives by the identifiers they have now.
+create_array() {
+  local drive
+  service --json /lib/service >/tmp/objects
+  {
+    echo '<ArrayConfiguration><Containers><Container>'
+    for drive in "$@"; do
+      grep '^{"plugin":"mdraid"' /tmp/objects | grep "\"$drive\"" |
+        sed 's/.*"object_id":\([0-9]*\),.*/<Drive ObjectID="\1" StartAddress="0"\/>/'
+    done
+    echo '</Container></Containers></ArrayConfiguration>'
+  } >/tmp/array.xml
+  [ "$(grep -c ObjectID /tmp/array.xml)" = $# ] || die "not each of $* is in the inventory: $(cat /tmp/array.xml)"
+  execute "mdraid:Linux software RAID:CREATE_LOGICAL_DRIVE:CONFIGURATION=/tmp/array.xml:RAID_LEVEL=$kind:NAME=${name:-$md}"
+  [ -z "$name" ] || md=$(cd /sys/block && echo md*)
+}
+
 # create FIRST MEMBER...: an array of level $level, for which the kernel does FIRST, slowly.
 create() {
   local first=$1
   shift
   slowly
-  mdadm --create "${name:-/dev/$md}" --quiet --run --level="$level" --raid-devices=$# "$@"
+  create_array "$@"
   reach sync_action "$first"
   step "$level: created, $first runs"
   finish
@@ -90,18 +107,19 @@ create() {
 
 # lose_and_rebuild FAILING REPLACEMENT
 lose_and_rebuild() {
-  manage --fail "$1"
+  execute "mdraid:${1##*/}:MAKE_OFFLINE"
   reach degraded 1
   step "$level: degraded, ${1##*/} failed"
-  manage --remove "$1"
+  execute "mdraid:${1##*/}:REMOVE_DISK"
   step "$level: degraded, ${1##*/} removed"
   slowly
-  manage --add "$2"
+  execute "mdraid:$md:REPLACE_MISSING:OS_DEVICE=$2"
   reach sync_action recover
   step "$level: ${2##*/} is rebuilt"
-  act frozen
+  execute "mdraid:$md:PAUSE_REBUILD"
+  reach sync_action frozen
   step "$level: the rebuild is frozen"
-  echo idle >"/sys/block/$md/md/sync_action"
+  execute "mdraid:$md:CONTINUE_REBUILD"
   reach sync_action recover
   fast
   reach degraded 0
@@ -112,25 +130,29 @@ lose_and_rebuild() {
 # take_spare SPARE FAILING
 take_spare() {
   mdadm --zero-superblock "$1"
-  manage --add "$1"
+  execute "mdraid:$md:CREATE_DEDICATED_HOTSPARE:OS_DEVICE=$1"
   step "$level: with a spare"
   slowly
-  manage --fail "$2"
+  execute "mdraid:${2##*/}:MAKE_OFFLINE"
   reach sync_action recover
   step "$level: the spare is taken over"
   fast
   reach degraded 0
   finish
   step "$level: the spare has taken over"
-  manage --remove "$2"
+  execute "mdraid:${2##*/}:REMOVE_DISK"
   mdadm --zero-superblock "$2"
 }
 
 check() {
   slowly
-  act check
+  execute "mdraid:$md:START_CHECK" >/tmp/check &
+  reach sync_action check
   step "$level: checked"
-  finish
+  fast
+  wait $! || die "the check is not done: $(cat /tmp/check)"
+  reach sync_action idle
+  cat /tmp/check
 }
 
 # reassemble MEMBER...: read-only, stopped, half assembled, assembled again.
@@ -146,7 +168,7 @@ reassemble() {
   reach array_state inactive
   step "$level: half assembled"
   stop
-  mdadm --quiet --assemble "${name:-/dev/$md}" "$@"
+  mdadm --quiet --assemble "/dev/${name:+md/}${name:-$md}" "$@"
   md=$(cd /sys/block && echo md*)
   reach raid_disks "$disks"
   step "$level: assembled again"
@@ -159,7 +181,7 @@ destroy() {
 }
 
 scenario_raid1() {
-  level=raid1 disks=2
+  level=raid1 kind=RAID1 disks=2
   create resync "$m1" "$m2"
   lose_and_rebuild "$m2" "$m3"
   take_spare "$m2" "$m1"
@@ -169,7 +191,7 @@ scenario_raid1() {
 }
 
 scenario_raid5() {
-  level=raid5 disks=3
+  level=raid5 kind=RAID5 disks=3
   create recover "$m1" "$m2" "$m3"
   lose_and_rebuild "$m2" "$m4"
   take_spare "$m2" "$m1"
@@ -182,7 +204,7 @@ scenario_raid5() {
 }
 
 scenario_raid6() {
-  level=raid6 disks=4
+  level=raid6 kind=RAID6 disks=4
   create resync "$m1" "$m2" "$m3" "$m4"
   manage --fail "$m2"
   reach degraded 1
@@ -192,7 +214,7 @@ scenario_raid6() {
   step "$level: two failed"
   manage --remove "$m2" "$m4"
   slowly
-  act frozen
+  echo frozen >"/sys/block/$md/md/sync_action"
   manage --add "$m5"
   manage --add "$m6"
   echo idle >"/sys/block/$md/md/sync_action"
@@ -209,7 +231,7 @@ scenario_raid6() {
 }
 
 scenario_raid10() {
-  level=raid10 disks=4 md=md127 name=/dev/md/data
+  level=raid10 kind=RAID10 disks=4 name=data
   create resync "$m1" "$m2" "$m3" "$m4"
   lose_and_rebuild "$m2" "$m5"
   take_spare "$m2" "$m4"
@@ -231,7 +253,7 @@ scenario_raid10() {
 # Of levels without redundancy, the last member vanishes in the end.
 without_redundancy() {
   disks=2
-  mdadm --create "/dev/$md" --quiet --run --level="$level" --raid-devices=2 "$m1" "$m2"
+  create_array "$m1" "$m2"
   reach raid_disks 2
   step "$level: created"
   reassemble "$m1" "$m2"
@@ -247,12 +269,12 @@ without_redundancy() {
 }
 
 scenario_raid0() {
-  level=raid0
+  level=raid0 kind=RAID0
   without_redundancy
 }
 
 scenario_linear() {
-  level=linear
+  level=linear kind=CONCAT
   if modprobe linear; then
     without_redundancy
   else
@@ -285,9 +307,15 @@ scenario_waiting() {
   done
 }
 
+# self_test TYPE DRIVE NAME: through the service; NAME is what smartctl calls it.
+self_test() {
+  execute "smartctl:$2:START_VERIFY:TYPE=$1"
+  smartctl --log=selftest "$2" | grep "^# 1 *$3 .* Completed without error" || die "$2 has no $1 self-test in its log"
+}
+
 scenario_drives() {
-  smartctl --test=short "$(node_of TESTDISK)" >/dev/null
-  smartctl --test=long "$(node_of TESTSSD)" >/dev/null
+  self_test short "$(node_of TESTDISK)" Short
+  self_test long "$(node_of TESTSSD)" Extended
   step "drives: after self-tests"
   add_debug_drive
   # These metadata keep no list of bad blocks, which would let it go on.
