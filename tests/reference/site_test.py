@@ -15,11 +15,11 @@ import pages  # noqa: E402
 
 CELL = re.compile(r"<td[^>]*>(?:<a [^>]*>)?([^<]*)(?:</a>)?</td>")
 
-# A constant where it is used, by the names that sources give to its namespace.
+# A constant where it is used, by the names that sources give to its namespace; not where a guide shows a list of names.
 VOCABULARY_OF = {"ID": "property", "PropertyID": "property", "Operation": "operation", "OperationID": "operation",
                  "Event": "event", "EventID": "event"}
-USE = re.compile(rf"\b({'|'.join(VOCABULARY_OF)})::([A-Z][A-Z0-9_]+)\b")
-TYPES = {"STRING", "CHOICE", "BOOL", "LONG", "SIGNED_LONG", "FLOAT"}
+USE = re.compile(rf"(?<!\w  )\b({'|'.join(VOCABULARY_OF)})::([A-Z][A-Z0-9_]+)\b")
+TYPES = {"STRING", "CHOICE", "BOOL", "LONG", "SIGNED_LONG", "FLOAT", "XML"}
 SEVERITIES = {"INFORMATION", "WARNING", "ERROR"}
 
 
