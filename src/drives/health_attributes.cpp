@@ -101,12 +101,15 @@ bool IsBelow(const DriveFacts& facts, const Attribute& attribute) {
     return threshold > 0 && attribute.m_Current >= 0 && attribute.m_Current <= threshold;
 }
 
+bool IsTemperature(const Attribute& attribute) {
+    return attribute.m_ID == TEMPERATURE || attribute.m_ID == AIRFLOW_TEMPERATURE;
+}
+
 /// How hot a drive once was says nothing of how it is.
 bool WasBelow(const DriveFacts& facts, const Attribute& attribute) {
     const int threshold = ThresholdOf(facts, attribute.m_ID);
     return threshold > 0 && attribute.m_Worst >= 0 && attribute.m_Worst <= threshold &&
-           !IsBelow(facts, attribute) && attribute.m_ID != TEMPERATURE &&
-           attribute.m_ID != AIRFLOW_TEMPERATURE;
+           !IsBelow(facts, attribute) && !IsTemperature(attribute);
 }
 
 }  // namespace
@@ -150,7 +153,9 @@ CHealthFigure DecideThresholds(const DriveFacts& facts, _HEALTH_FIGURE figure) n
 bool IsPreFailure(const DriveFacts& facts) noexcept {
     const auto* end = facts.m_Attributes.begin() + facts.m_AttributeCount;
     return std::any_of(facts.m_Attributes.begin(), end, [&facts](const Attribute& attribute) {
-        return (attribute.m_Flags & PRE_FAILURE_FLAG) != 0 && IsBelow(facts, attribute);
+        // Heat passes (judgement), and makers have set thresholds above every temperature.
+        return (attribute.m_Flags & PRE_FAILURE_FLAG) != 0 && IsBelow(facts, attribute) &&
+               !IsTemperature(attribute);
     });
 }
 

@@ -109,13 +109,27 @@ CHealthFigure DecideMediaErrors(const DriveFacts& facts) {
     return CHealthFigureMaker(HealthFigure::MEDIA_ERRORS).Set(FigureState::KNOWN, sum).Made();
 }
 
-/// 0 may be the temperature of a drive, but not for all its life.
+/// 0 may be the temperature of a drive, but not for all its life; and as an attribute it is what drives
+/// without a sensor leave there, some with 0 and 100 for the lowest and the highest one (judgement: no drive
+/// survives 100 degrees).
 CHealthFigure DecideTemperature(const DriveFacts& facts) {
-    const CHealthFigure figure =
-        Plain(HealthFigure::TEMPERATURE, ChooseWithAttributes(facts, HealthFigure::TEMPERATURE));
+    constexpr std::int64_t NOT_CREDIBLE = 100;
+    const Choice now = ChooseWithAttributes(facts, HealthFigure::TEMPERATURE);
+    const CHealthFigure figure = Plain(HealthFigure::TEMPERATURE, now);
+    if (!figure.HasValue() || figure.GetValue() != 0) {
+        return figure;
+    }
     const Choice highest = ChooseWithAttributes(facts, HealthFigure::HIGHEST_TEMPERATURE);
-    if (figure.HasValue() && figure.GetValue() == 0 && highest.m_HasBest && highest.m_Best.m_Value == 0) {
+    if (highest.m_HasBest && highest.m_Best.m_Value == 0) {
         return CHealthFigureMaker(HealthFigure::TEMPERATURE).Say(FigureReason::NO_SENSOR).Made();
+    }
+    if (figure.GetSource() == FigureSource::ATA_ATTRIBUTE &&
+        (!highest.m_HasBest || highest.m_Best.m_Value >= NOT_CREDIBLE)) {
+        return CHealthFigureMaker(HealthFigure::TEMPERATURE)
+            .Set(FigureState::KNOWN, now.m_Best)
+            .Doubt(FigureReason::MAYBE_NO_SENSOR)
+            .Name(now.m_Best)
+            .Made();
     }
     return figure;
 }

@@ -16,6 +16,7 @@ enum class FigureReason : std::int32_t {
     NOT_REPORTED,         ///< nothing says
     IMPOSSIBLE,           ///< the reading is outside of what the figure can be
     NO_SENSOR,            ///< a temperature that never was above 0
+    MAYBE_NO_SENSOR,      ///< a temperature of 0 without a credible highest one
     ROTATING,             ///< disks do not wear
     NOT_LISTED,           ///< no rating for the model
     RATED_IN_CYCLES,      ///< the list rates the family in erase cycles

@@ -119,6 +119,7 @@ std::string CHealthFigure::GetText() const {
         case FigureReason::NOT_REPORTED: return "not reported";
         case FigureReason::IMPOSSIBLE: return said(0) + ", which cannot be";
         case FigureReason::NO_SENSOR: return "the drive has no sensor: it never reported more than 0";
+        case FigureReason::MAYBE_NO_SENSOR: return said(0) + ", as drives without a sensor do";
         case FigureReason::ROTATING: return "rotating disk";
         case FigureReason::NOT_LISTED: return "not in the endurance list";
         case FigureReason::RATED_IN_CYCLES:

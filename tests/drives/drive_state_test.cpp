@@ -113,6 +113,16 @@ TEST(DriveState, AnAttributeThatAnnouncesAFailureWeighsMore) {
     }
 }
 
+TEST(DriveState, ATemperatureBelowItsThresholdAnnouncesNoFailure) {
+    for (const std::uint8_t id : {std::uint8_t{190}, std::uint8_t{194}}) {
+        CDriveHealth drive = Disk();
+        drive.TakeVerdict(true);
+        Take(drive, ATA_SMART_DATA, SmartData({{id, 18, 18, 43, 0x23}}));
+        Take(drive, ATA_SMART_THRESHOLDS, SmartThresholds({{id, 69}}));
+        EXPECT_EQ(Reasons(drive), "look at it: 1 SMART attribute below its threshold");
+    }
+}
+
 TEST(DriveState, AnAttributeOnceBelowItsThresholdIsLookedAt) {
     CDriveHealth drive = Disk();
     drive.TakeVerdict(true);

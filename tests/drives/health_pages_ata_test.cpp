@@ -154,6 +154,22 @@ TEST(ATAThresholds, HowHotADriveOnceWasDoesNotCount) {
     EXPECT_EQ(drive.GetFigure(Figure::ATTRIBUTES_ONCE_BELOW).GetValue(), 0);
 }
 
+TEST(ATASmartData, ATemperatureOfZeroIsDoubtfulUnlessTheHighestOneIsCredible) {
+    // Byte 0: now; bytes 2 and 4: lowest and highest.
+    for (const auto& [raw, told] :
+         {std::pair{std::uint64_t{0},
+                    "doubtful 0: SMART attribute 194 says 0 degrees Celsius, as drives without a sensor do"},
+          std::pair{std::uint64_t{100} << 32U,
+                    "doubtful 0: SMART attribute 194 says 0 degrees Celsius, as drives without a sensor do"},
+          std::pair{std::uint64_t{99} << 32U, "known 0: SMART attribute 194"},
+          std::pair{std::uint64_t{1} << 32U, "known 0: SMART attribute 194"},
+          std::pair{std::uint64_t{1}, "known 1: SMART attribute 194"}}) {
+        CDriveHealth drive = Disk();
+        Take(drive, ATA_SMART_DATA, SmartData({{194, 100, raw}}));
+        EXPECT_EQ(Told(drive, Figure::TEMPERATURE), told) << raw;
+    }
+}
+
 TEST(ATAThresholds, AreUnknownWithoutEitherPage) {
     CDriveHealth drive = Disk();
     Take(drive, ATA_SMART_DATA, SmartData({{1, 1, 0}}));
