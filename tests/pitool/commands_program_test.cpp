@@ -20,15 +20,16 @@ using namespace pitool::test;
 
 TEST(DriveCommand, ShowsTheEventsBehindTheSheet) {
     const Outcome sheet = RunPitool({"drive", "drives/hot-nvme-ssd.json"});
-    ExpectRun(
-        RunPitool({"drive", "--events", "drives/hot-nvme-ssd.json"}), 0,
-        sheet.m_Output +
-            "\nevents\n"
-            "  WARNING      11090  Wear of drive SSDPE2KE016T8 (serial number PHLN000000201P6AGN) is above "
-            "its threshold: 93 percent used, threshold 90. Plan its replacement\n"
-            "  WARNING      11021  Temperature of drive SSDPE2KE016T8 (serial number PHLN000000201P6AGN) is "
-            "too high: 74 degrees Celsius, limit 70. Check its cooling\n",
-        "");
+    ExpectRun(RunPitool({"drive", "--events", "drives/hot-nvme-ssd.json"}), 0,
+              sheet.m_Output +
+                  "\nevents\n"
+                  "  WARNING      11090  Wear of drive INTEL SSDPE2KE016T8 (serial number "
+                  "PHLN000000201P6AGN, /dev/nvme1) is above "
+                  "its threshold: 93 percent used, threshold 90. Plan its replacement\n"
+                  "  WARNING      11021  Temperature of drive INTEL SSDPE2KE016T8 (serial number "
+                  "PHLN000000201P6AGN, /dev/nvme1) is "
+                  "too high: 74 degrees Celsius, limit 70. Check its cooling\n",
+              "");
     const Outcome sound = RunPitool({"drive", "drives/wd-disk.json"});
     ExpectRun(RunPitool({"drive", "--events", "drives/wd-disk.json"}), 0, sound.m_Output + "\nno events\n",
               "");
@@ -42,7 +43,8 @@ TEST(DriveCommand, ShowsTheEventsBehindTheTableWorstFirst) {
     ASSERT_EQ(run.m_Output.substr(0, table.m_Output.size()), table.m_Output);
     const std::string events = run.m_Output.substr(table.m_Output.size());
     const std::string worst =
-        "\nevents\n  ERROR        10045  Drive HUS724040ALA640 (serial number PN2334PIT00009) ";
+        "\nevents\n  ERROR        10045  Drive HGST HUS724040ALA640 (serial number PN2334PIT00009, "
+        "/dev/sdi) ";
     EXPECT_EQ(events.substr(0, worst.size()), worst);
     EXPECT_EQ(std::count(events.begin(), events.end(), '\n'), 5);
     EXPECT_EQ(run.m_ExitStatus, 0);

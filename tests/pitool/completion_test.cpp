@@ -133,7 +133,8 @@ TEST(Completion, OffersTheOtherSpellingToThoseWhoHaveBegunWithIt) {
 
 TEST(Completion, LeavesOutOptionsThatWereGiven) {
     EXPECT_EQ(Completions({"drive", "--json", "--colour", "never", "--"}),
-              (Words{"--events", "--help", "--strings"}));
+              (Words{"--by-model", "--check", "--events", "--format", "--help", "--limit", "--output",
+                     "--sort", "--state", "--strings"}));
     EXPECT_EQ(Completions({"event", "--resource2", "5", "--resource"}),
               (Words{"--resource1", "--resource3", "--resource4", "--resource5", "--resource6"}));
     EXPECT_EQ(Completions({"drive", "--", "--"}), Words{});
@@ -164,6 +165,10 @@ TEST(Completion, OffersTheValuesOfOptions) {
               (Words{"property-identifiers", "property-values"}));
     EXPECT_EQ(Completions({"name", "--list", "\"property i"}), Words{"property identifiers"});
     EXPECT_EQ(Completions({"event", "--host", ""}), Words{});
+    EXPECT_EQ(Completions({"drive", "--format", ""}), (Words{"csv", "html", "json", "prometheus", "text"}));
+    EXPECT_EQ(Completions({"drive", "--sort", "s"}), (Words{"serial", "size", "state"}));
+    EXPECT_EQ(Completions({"drive", "--state", "f"}), Words{"failed"});
+    EXPECT_EQ(Completions({"drive", "--limit", ""}), Words{});
 }
 
 TEST(Completion, OffersNamesInAnyCase) {

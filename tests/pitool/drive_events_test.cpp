@@ -2,12 +2,13 @@
 
 #include "drive_events.h"
 
-#include "drive_object.h"
 #include "sample_reports.h"
 
 #include <velk/clock.h>
 
 #include <gtest/gtest.h>
+
+#include <unistd.h>
 
 using namespace pitool;
 using namespace pitool::test;
@@ -17,8 +18,7 @@ namespace ID = PI::EventID;
 namespace {
 
 std::vector<PI::CEvent> Raise(const Json& report) {
-    const DriveAssessment drive = Assess(report);
-    return RaiseDriveEvents(drive, MakeDriveObject(7, drive));
+    return RaiseDriveEvents(SummaryOf(report), 7);
 }
 
 /// Identifiers of the events.
@@ -67,7 +67,10 @@ TEST(RaiseDriveEvents, ASmartFailureIsAnError) {
     EXPECT_EQ(events[0].m_Handle, 7U);
     EXPECT_EQ(events[0].m_Source, "pitool");
     EXPECT_GE(events[0].m_TimeStamp, before);
-    EXPECT_EQ(events[0].GetPlaceHolder1(), "MODEL (serial number S1)");
+    char host[256] = "";
+    ASSERT_EQ(gethostname(host, sizeof host), 0);
+    EXPECT_EQ(events[0].m_Host, host);
+    EXPECT_EQ(events[0].GetPlaceHolder1(), "MODEL (serial number S1, /dev/sdx)");
     EXPECT_EQ(events[0].GetPlaceHolder2(), "its self-assessment failed");
 }
 
@@ -77,7 +80,10 @@ TEST(RaiseDriveEvents, WearBeyond90PercentIsAWarning) {
     EXPECT_EQ(IDs(WornTo(255)), Numbers{}) << "doubtful: more than 254, or invalid";
     std::vector<PI::CEvent> events = Raise(WornTo(254));
     EXPECT_EQ(events[0].m_Severity, PI::Severity::WARNING);
-    EXPECT_EQ(events[0].GetPlaceHolder1(), "SSDPE2KE016T8 (sample.json)") << "no serial number";
+    EXPECT_EQ(events[0].GetPlaceHolder1(), "INTEL SSDPE2KE016T8 (/dev/sdx)") << "no serial number";
+    Json bare = WornTo(91);
+    bare["device"].erase("name");
+    EXPECT_EQ(Raise(bare)[0].GetPlaceHolder1(), "INTEL SSDPE2KE016T8 (sample.json)");
     EXPECT_EQ(events[0].GetPlaceHolder2(), "254 percent used, threshold 90");
 }
 

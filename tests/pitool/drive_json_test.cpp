@@ -11,96 +11,24 @@ using namespace pitool::test;
 
 namespace {
 
-std::string Document(const std::vector<std::string>& drives,
-                     const std::vector<std::pair<std::string, std::string>>& errors) {
-    std::vector<const std::string*> pointers;
-    for (const std::string& drive : drives) {
-        pointers.push_back(&drive);
-    }
-    std::string text;
-    EXPECT_TRUE(WriteDriveDocument(pointers, errors, {1, 2, 3, 4, 5}, [&](std::string_view piece) {
-        text += piece;
-        return true;
-    }));
-    return text;
+std::string Text(const Json& report, const std::vector<RenderedEvent>* events = nullptr,
+                 const char* file = "sample.json") {
+    const PI::CDriveReport drive = ReportOf(report);
+    return DriveJson(Summarize(file, drive), drive, DecidedHealth(drive.GetHealth()), events);
+}
+
+Json Read(const Json& report) {
+    return Json::parse(Text(report));
 }
 
 }  // namespace
-
-TEST(DriveDocument, HasItsShapeWithoutDrivesToo) {
-    EXPECT_EQ(Document({}, {}), R"({
-  "format": "pitool drive",
-  "version": 1,
-  "drives": [],
-  "errors": [],
-  "summary": {
-    "drives": 1,
-    "failing": 2,
-    "worn": 3,
-    "unknown_lifetime": 4,
-    "refused": 5
-  }
-}
-)");
-}
-
-TEST(DriveDocument, KeepsTheOrderGiven) {
-    EXPECT_EQ(Document({R"({"b":1,"a":[2]})", "{}"}, {{"f", "r"}, {"g", "s"}}), R"({
-  "format": "pitool drive",
-  "version": 1,
-  "drives": [
-    {
-      "b": 1,
-      "a": [
-        2
-      ]
-    },
-    {}
-  ],
-  "errors": [
-    {
-      "file": "f",
-      "reason": "r"
-    },
-    {
-      "file": "g",
-      "reason": "s"
-    }
-  ],
-  "summary": {
-    "drives": 1,
-    "failing": 2,
-    "worn": 3,
-    "unknown_lifetime": 4,
-    "refused": 5
-  }
-}
-)");
-}
-
-TEST(DriveDocument, LaysOutTextsAndEmptyListsAsTheyAre) {
-    const std::string drive = R"({"a{[,:\\\"]}":"x\\","b":{},"c":[],"d":[{}],"e":-1})";
-    const std::string text = Document({drive}, {});
-    EXPECT_EQ(Json::parse(text)["drives"][0], Json::parse(drive));
-    EXPECT_EQ(text, Json::parse(text).dump(2) + "\n") << "just as the JSON library lays it out";
-}
-
-TEST(DriveDocument, StopsAtTheFirstPieceThatCannotBeWritten) {
-    const std::string drive = "{}";
-    for (int refused = 1; refused <= 8; ++refused) {
-        int pieces = 0;
-        EXPECT_FALSE(WriteDriveDocument({&drive}, {{"f", "r"}}, {},
-                                        [&](std::string_view) { return ++pieces < refused; }));
-        EXPECT_EQ(pieces, refused);
-    }
-}
 
 TEST(DriveJson, UnknownFiguresAreNullWithAReason) {
     for (const char* protocol : {"ATA", "NVMe", "SCSI"}) {
         Json report = AtaReport("SAMPLE");
         report["device"]["protocol"] = protocol;
         report["rotation_rate"] = 0;
-        const Json json = Json::parse(DriveJson(Assess(report)));
+        const Json json = Read(report);
         for (const char* group : {"properties", "figures"}) {
             for (const auto& [name, figure] : json[group].items()) {
                 EXPECT_EQ(figure.size(), 9U) << name;
@@ -120,7 +48,7 @@ TEST(DriveJson, ADoubtfulFigureHasBothValueAndReason) {
     report["device"]["protocol"] = "NVMe";
     report["smart_status"]["passed"] = true;
     report["nvme_smart_health_information_log"]["percentage_used"] = 255;
-    const Json json = Json::parse(DriveJson(Assess(report)));
+    const Json json = Read(report);
     const Json& wear = json["properties"]["RATED_ENDURANCE_PERCENT"];
     EXPECT_EQ(wear["state"], "doubtful");
     EXPECT_EQ(wear["value"], 255);
@@ -134,7 +62,7 @@ TEST(DriveJson, ADoubtfulFigureHasBothValueAndReason) {
 TEST(DriveJson, SaysTheStateWithItsReasonsInOrder) {
     Json report = SolidStateReport("SAMPLE", 5, {Attribute(197, 100, 8), Attribute(198, 100, 120)});
     report["smart_status"]["passed"] = true;
-    const Json json = Json::parse(DriveJson(Assess(report)));
+    const Json json = Read(report);
     EXPECT_EQ(json["state"], "replace it");
     EXPECT_EQ(
         json["reasons"],
@@ -148,12 +76,59 @@ TEST(DriveJson, SaysTheStateWithItsReasonsInOrder) {
 
 TEST(DriveJson, IsAsciiWhateverTheDriveSays) {
     Json report = AtaReport("A\xC2\x9B\xE2\x80\xAE");
-    DriveAssessment drive = Assess(report);
-    drive.m_File = "bad\xFF.json";
-    const std::string text = DriveJson(drive);
+    const std::string text = Text(report, nullptr, "bad\xFF.json");
     for (const char c : text) {
         EXPECT_GE(c, ' ');
     }
     EXPECT_EQ(Json::parse(text)["file"], "bad\xEF\xBF\xBD.json");
     EXPECT_EQ(Json::parse(text)["properties"]["PRODUCT"]["value"], "A\xC2\x9B\xE2\x80\xAE");
+}
+
+TEST(DriveJson, SaysModelAndSerialNumberAsReportedAndTheTime) {
+    Json report = AtaReport("WDC WD20EFRX-68EUZN0");
+    EXPECT_TRUE(Read(report)["serial_number"].is_null());
+    EXPECT_TRUE(Read(report)["time"].is_null());
+    report["serial_number"] = "WD-WCC4M0000001";
+    report["local_time"]["time_t"] = 1700000000;
+    const Json json = Read(report);
+    EXPECT_EQ(json["model"], "WDC WD20EFRX-68EUZN0");
+    EXPECT_EQ(json["serial_number"], "WD-WCC4M0000001");
+    EXPECT_EQ(json["time"], "2023-11-14T22:13:20Z");
+}
+
+TEST(DriveJson, TheForecastHasItsRangeOrAReason) {
+    Json report = AtaReport("SAMPLE");
+    report["device"]["protocol"] = "NVMe";
+    report["nvme_smart_health_information_log"] = {{"percentage_used", 50}, {"power_on_hours", 20000}};
+    const Json forecast = Read(report)["forecast"];
+    EXPECT_LT(forecast["low"], forecast["hours_to_worn"]);
+    EXPECT_LT(forecast["hours_to_worn"], forecast["high"]);
+    EXPECT_EQ(forecast["basis"], "age");
+    EXPECT_TRUE(forecast["reason"].is_null());
+    EXPECT_TRUE(Read(report)["forecast_time"]["worn"].is_null());
+    report["local_time"]["time_t"] = 1700000000;
+    const Json time = Read(report)["forecast_time"];
+    EXPECT_LT(time["low"].get<std::string>(), time["worn"].get<std::string>());
+    EXPECT_LT(time["worn"].get<std::string>(), time["high"].get<std::string>());
+    EXPECT_EQ(Read(AtaReport("ST380815AS"))["forecast"]["reason"], "rotating disk");
+    EXPECT_TRUE(Read(AtaReport("ST380815AS"))["forecast"]["hours_to_worn"].is_null());
+}
+
+TEST(DriveJson, OffersTheOperationsThatSuitTheDrive) {
+    using Names = std::vector<std::string>;
+    Json report = AtaReport("MODEL");
+    EXPECT_EQ(Read(report)["operations"], (Names{"LOCATE_DEVICE", "DISK_INFORMATION", "START_VERIFY"}));
+    report["smart_status"]["passed"] = false;
+    EXPECT_EQ(Read(report)["operations"], (Names{"LOCATE_DEVICE", "DISK_INFORMATION", "MAKE_OFFLINE"}));
+    report["device"]["protocol"] = "SCSI";
+    report["scsi_transport_protocol"]["value"] = 6;
+    EXPECT_EQ(Read(report)["operations"],
+              (Names{"LOCATE_DEVICE", "DISK_INFORMATION", "SENSE_LOG", "MAKE_OFFLINE"}));
+}
+
+TEST(DriveJson, HasEventsWhereTheyAreWanted) {
+    const std::vector<RenderedEvent> events = {{{"EventID", "10045"}, {"Host", "h"}}};
+    EXPECT_TRUE(Read(AtaReport("MODEL"))["events"].is_null());
+    EXPECT_EQ(Json::parse(Text(AtaReport("MODEL"), &events))["events"],
+              (Json::array({{{"EventID", "10045"}, {"Host", "h"}}})));
 }

@@ -17,10 +17,7 @@ using test::AtaReport;
 using test::Attribute;
 using test::Json;
 using test::SolidStateReport;
-
-DriveSummary SummaryOf(const Json& json, const char* file = "sample.json") {
-    return Summarize(file, test::ReportOf(json));
-}
+using test::SummaryOf;
 
 /// A disk with a passed verdict and so many sectors of each kind.
 Json Disk(std::uint64_t reallocated, std::uint64_t pending) {
@@ -110,6 +107,29 @@ TEST(DriveSummary, ForecastRestsOnTheOneReading) {
     EXPECT_FALSE(drive.GetReading().GetDate().has_value());
 }
 
+TEST(DriveSummary, IsWornOnlyWhereTheWearIsKnown) {
+    EXPECT_FALSE(SummaryOf(Nvme(89)).IsWorn());
+    EXPECT_TRUE(SummaryOf(Nvme(90)).IsWorn());
+    EXPECT_TRUE(SummaryOf(Nvme(254)).IsWorn());
+    EXPECT_FALSE(SummaryOf(Nvme(255)).IsWorn());
+}
+
+TEST(DriveSummary, KeepsADetailForItsOutput) {
+    DriveSummary drive = SummaryOf(Nvme(1));
+    EXPECT_EQ(drive.GetDetail(), "");
+    drive.SetDetail("text");
+    EXPECT_EQ(drive.GetDetail(), "text");
+}
+
+TEST(DriveSummary, TheLowerLimitOfTheTemperatureCounts) {
+    Json report = AtaReport("MODEL");
+    report["temperature"] = {{"current", 50}, {"op_limit_max", 60}};
+    EXPECT_EQ(SummaryOf(report).GetTemperatureLimit().m_Value, 60);
+    EXPECT_FALSE(SummaryOf(report).ExceededLimit().has_value());
+    report["temperature"]["op_limit_max"] = 49;
+    EXPECT_EQ(SummaryOf(report).ExceededLimit(), 49);
+}
+
 TEST(IsWorse, OrdersByStateThenReasonThenItsFigure) {
     // Each line is worse than the next.
     Json failed = Disk(0, 0);
@@ -139,11 +159,12 @@ TEST(IsWorse, OrdersByStateThenReasonThenItsFigure) {
     }
 }
 
-TEST(WeighedReasons, SectorsComeBeforeWear) {
+TEST(DecidedHealth, SectorsComeBeforeWearInTheReasons) {
     Json report = Nvme(95);
     report["nvme_smart_health_information_log"]["media_errors"] = 3;
     const PI::CDriveReport drive = test::ReportOf(report);
-    const std::vector<PI::CHealthReason> reasons = WeighedReasons(drive.GetHealth());
+    const DecidedHealth health(drive.GetHealth());
+    const std::vector<PI::CHealthReason>& reasons = health.GetReasons();
     ASSERT_EQ(reasons.size(), 2U);
     EXPECT_EQ(reasons[0].GetFigure().GetFigure(), Figure::MEDIA_ERRORS);
     EXPECT_EQ(reasons[1].GetFigure().GetFigure(), Figure::WEAR);

@@ -4,136 +4,169 @@
 
 #include "sample_reports.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
 
 using namespace pitool;
 using namespace pitool::test;
 
 namespace {
 
-const DriveRow PLAIN{"a\nm\nSATA SSD\n1.00 gibibytes\n5 hours\nOK\n1 percent\n9 hours\n"};
-
-/// The table of a screen.
-std::string Table(std::size_t columns, bool colors = false) {
-    DriveRow failing{"b\nm\nk\nc\np\nPREDICTIVE_FAILURE\nw\nx\n"};
-    failing.m_Styles[5] = Style::FAILING;
-    failing.m_Styles[7] = Style::FAINT;
-    Screen screen;
-    screen.m_Columns = columns;
-    screen.m_Colors = colors;
-    return DriveTable({&PLAIN, &failing}, screen);
+Json Disk(const std::string& serial, std::uint64_t hours, std::uint64_t pending) {
+    Json report = AtaReport("ST2000NM0033-9ZM175");
+    report["serial_number"] = serial;
+    report["rotation_rate"] = 7200;
+    report["smart_status"]["passed"] = true;
+    report["power_on_time"]["hours"] = hours;
+    report["user_capacity"]["bytes"] = 2000398934016;
+    report["ata_smart_attributes"]["table"] = {Attribute(197, 100, pending)};
+    return report;
 }
 
-using Styles = std::array<Style, DRIVE_COLUMNS>;
+Json Nvme(const std::string& serial, int wear, int temperature) {
+    return {{"device", {{"name", "/dev/nvme0"}, {"protocol", "NVMe"}}},
+            {"model_name", "INTEL SSDPE2KX010T7"},
+            {"serial_number", serial},
+            {"temperature", {{"current", temperature}, {"op_limit_max", 70}}},
+            {"nvme_smart_health_information_log",
+             {{"critical_warning", 0},
+              {"percentage_used", wear},
+              {"power_on_hours", 20000},
+              {"media_errors", 0}}}};
+}
+
+/// Drives of all kinds.
+class DriveTableTest : public testing::Test {
+protected:
+    const std::vector<DriveSummary> m_Drives = {
+        SummaryOf(Nvme("N1", 50, 71), "folder/n1.json"),
+        SummaryOf(Disk("D1", 30000, 3), "folder/d1.json"),
+        SummaryOf(Nvme("N2", 95, 30), "folder/n2.json"),
+        SummaryOf(Disk("D2", 50000, 0), "folder/d2.json"),
+        SummaryOf(AtaReport("QEMU HARDDISK"), "folder/q.json"),
+    };
+
+    DriveList All() const {
+        DriveList list;
+        for (const DriveSummary& drive : m_Drives) {
+            list.push_back(&drive);
+        }
+        return list;
+    }
+
+    /// The files in the order of a key.
+    std::vector<std::string> Sorted(const std::string& key) const {
+        DriveList list = All();
+        SortDrives(key, list);
+        std::vector<std::string> files;
+        for (const DriveSummary* drive : list) {
+            files.push_back(std::string(drive->GetFile()).substr(7, 2));
+        }
+        return files;
+    }
+
+    std::string Shown(std::size_t columns, bool colors = false) const {
+        DriveList list = All();
+        SortDrives("state", list);
+        Screen screen;
+        screen.m_Columns = columns;
+        screen.m_Colors = colors;
+        return DriveTable(list, screen);
+    }
+};
+
+using Files = std::vector<std::string>;
 
 }  // namespace
 
-TEST(DriveTable, ColumnsAreAsWideAsTheirContentsInCharacters) {
-    const DriveRow accented{
-        "\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9"
-        "\nm\nk\nc\np\ns\nw\nx\n"};
+TEST_F(DriveTableTest, HasALineADrive) {
+    EXPECT_EQ(Shown(0),
+              "STATE    MODEL                SERIAL  SIZE    AGE  WEAR  LIFE LEFT           TEMP  ERRORS  "
+              "REASON                                                       FILE\n"
+              "look     ST2000NM0033-9ZM175  D1      2 TB  3.4 y     -  -                      -       3  "
+              "3 pending sectors                                            folder/d1.json\n"
+              "look     INTEL SSDPE2KX010T7  N2         -  2.3 y  95 %  0.1 y (0.1-0.5)  30/70 C       0  "
+              "95 percent worn                                              folder/n2.json\n"
+              "look     INTEL SSDPE2KX010T7  N1         -  2.3 y  50 %  2.1 y (1.1-8.7)  71/70 C       0  "
+              "above its temperature limit: 71 degrees Celsius              folder/n1.json\n"
+              "unknown  QEMU HARDDISK        -          -      -     -  -                      -       -  "
+              "no verdict of the drive, and nothing that speaks against it  folder/q.json\n"
+              "good     ST2000NM0033-9ZM175  D2      2 TB  5.7 y     -  -                      -       0  "
+              "-                                                            folder/d2.json\n");
+}
+
+TEST_F(DriveTableTest, LeavesColumnsOutWhereTheScreenIsTooNarrow) {
+    const auto headings = [this](std::size_t columns) {
+        const std::string table = Shown(columns);
+        return table.substr(0, table.find('\n'));
+    };
     EXPECT_EQ(
-        DriveTable({&PLAIN, &accented}),
-        "DRIVE   MODEL  KIND      CAPACITY        POWER-ON  STATE  WEAR (COUNTS UP)  LIFETIME (COUNTS DOWN)\n"
-        "a       m      SATA SSD  1.00 gibibytes  5 hours   OK     1 percent         9 hours\n"
-        "\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9  m      k         c               p         s      "
-        "w                 x\n");
+        headings(120),
+        "STATE    MODEL                SERIAL  SIZE    AGE  WEAR  LIFE LEFT           TEMP  ERRORS  FILE");
+    EXPECT_EQ(headings(100),
+              "STATE    MODEL                SERIAL  SIZE    AGE  WEAR     TEMP  ERRORS  FILE");
+    EXPECT_EQ(headings(80), "STATE    MODEL                SERIAL  SIZE    AGE  WEAR  ERRORS  FILE");
+    EXPECT_EQ(headings(60), "STATE    MODEL                  AGE  WEAR  FILE");
+    EXPECT_EQ(headings(1), "STATE    FILE");
 }
 
-TEST(DriveTable, DividesCellsOnANarrowTerminal) {
-    EXPECT_EQ(
-        Table(100),
-        "DRIVE  MODEL  KIND      CAPACITY        POWER-ON  STATE               WEAR (COUNTS     LIFETIME\n"
-        "                                                                      UP)              (COUNTS "
-        "DOWN)\n"
-        "a      m      SATA SSD  1.00 gibibytes  5 hours   OK                  1 percent        9 hours\n"
-        "b      m      k         c               p         PREDICTIVE_FAILURE  w                x\n");
+TEST_F(DriveTableTest, OddModelsCostNoColumn) {
+    const DriveSummary drive = SummaryOf(AtaReport("MTFDDAK128MAR-1J1AA  90Y8649 90Y8652IBM"));
+    Screen screen;
+    EXPECT_NE(DriveTable({&drive}, screen).find("90Y8652IBM"), std::string::npos);
+    screen.m_Columns = 200;
+    EXPECT_NE(DriveTable({&drive}, screen).find("MTFDDAK128MAR-1J1AA  90...  "), std::string::npos)
+        << DriveTable({&drive}, screen);
 }
 
-TEST(DriveTable, HasABlankLineBetweenDrivesOfManyLines) {
-    EXPECT_EQ(Table(70),
-              "DRIVE  MODEL  KIND  CAPACITY   POWER-  STATE        WEAR      LIFETIME\n"
-              "                               ON                   (COUNTS   (COUNTS\n"
-              "                                                    UP)       DOWN)\n"
-              "\n"
-              "a      m      SATA  1.00       5       OK           1         9 hours\n"
-              "              SSD   gibibytes  hours                percent\n"
-              "\n"
-              "b      m      k     c          p       PREDICTIVE_  w         x\n"
-              "                                       FAILURE\n"
-              "\n");
+TEST_F(DriveTableTest, WhatIsWornOrHotStandsOut) {
+    const std::string table = Shown(0, true);
+    for (const char* text : {"\x1B[33mlook\x1B[0m", "\x1B[33m95 %\x1B[0m", "\x1B[33m71/70 C\x1B[0m"}) {
+        EXPECT_NE(table.find(text), std::string::npos) << table;
+    }
+    EXPECT_EQ(table.find("\x1B[33m50 %"), std::string::npos);
 }
 
-TEST(DriveTable, IsAListWhereColumnsDoNotFit) {
-    EXPECT_EQ(Table(40),
-              "a\n"
-              "  MODEL                   m\n"
-              "  KIND                    SATA SSD\n"
-              "  CAPACITY                1.00 gibibytes\n"
-              "  POWER-ON                5 hours\n"
-              "  STATE                   OK\n"
-              "  WEAR (COUNTS UP)        1 percent\n"
-              "  LIFETIME (COUNTS DOWN)  9 hours\n"
-              "\n"
-              "b\n"
-              "  MODEL                   m\n"
-              "  KIND                    k\n"
-              "  CAPACITY                c\n"
-              "  POWER-ON                p\n"
-              "  STATE                   PREDICTIVE_\n"
-              "                          FAILURE\n"
-              "  WEAR (COUNTS UP)        w\n"
-              "  LIFETIME (COUNTS DOWN)  x\n"
-              "\n");
+TEST_F(DriveTableTest, DoubtfulFiguresHaveAQuestionMark) {
+    const DriveSummary drive = SummaryOf(Nvme("N", 255, 30));
+    EXPECT_NE(DriveTable({&drive}, {}).find("  255 %?  "), std::string::npos) << DriveTable({&drive}, {});
 }
 
-TEST(DriveTable, ColorsHeadingsStatesAndWhatIsNotKnown) {
-    EXPECT_EQ(
-        Table(120, true),
-        "\x1B[1mDRIVE\x1B[0m  \x1B[1mMODEL\x1B[0m  \x1B[1mKIND\x1B[0m      \x1B[1mCAPACITY\x1B[0m        "
-        "\x1B[1mPOWER-ON\x1B[0m  \x1B[1mSTATE\x1B[0m               \x1B[1mWEAR (COUNTS UP)\x1B[0m  "
-        "\x1B[1mLIFETIME (COUNTS DOWN)\x1B[0m\n"
-        "a      m      SATA SSD  1.00 gibibytes  5 hours   OK                  1 percent         9 hours\n"
-        "b      m      k         c               p         \x1B[1;31mPREDICTIVE_FAILURE\x1B[0m  w            "
-        "     "
-        "\x1B[2mx\x1B[0m\n");
+TEST_F(DriveTableTest, SortsByEveryKey) {
+    EXPECT_EQ(SortKeys(), (std::vector<std::string>{"state", "model", "serial", "size", "age", "wear", "life",
+                                                    "temperature", "errors", "file"}));
+    EXPECT_EQ(Sorted("state"), (Files{"d1", "n2", "n1", "q.", "d2"}));
+    EXPECT_EQ(Sorted("model"), (Files{"n2", "n1", "q.", "d1", "d2"}));
+    EXPECT_EQ(Sorted("serial"), (Files{"d1", "d2", "n1", "n2", "q."}));
+    EXPECT_EQ(Sorted("size"), (Files{"d1", "d2", "n2", "n1", "q."}));
+    EXPECT_EQ(Sorted("age"), (Files{"d2", "d1", "n2", "n1", "q."}));
+    EXPECT_EQ(Sorted("wear"), (Files{"n2", "n1", "d1", "q.", "d2"}));
+    EXPECT_EQ(Sorted("life"), (Files{"n2", "n1", "d1", "q.", "d2"}));
+    EXPECT_EQ(Sorted("temperature"), (Files{"n1", "n2", "d1", "q.", "d2"}));
+    EXPECT_EQ(Sorted("errors"), (Files{"d1", "n2", "n1", "d2", "q."}));
+    EXPECT_EQ(Sorted("file"), (Files{"d1", "d2", "n1", "n2", "q."}));
 }
 
-TEST(MakeDriveRow, ShowsUnknownAndNotApplicableFigures) {
-    Json disk = AtaReport("SAMPLE\x01");
-    const DriveRow row = MakeDriveRow(Assess(disk));
-    EXPECT_EQ(
-        row.m_Text,
-        "sample.json\nSAMPLE?\nATA HDD\nunknown\nunknown\nunknown\n-\nnot applicable (rotating disk)\n");
-    EXPECT_EQ(row.m_Styles, (Styles{Style::PLAIN, Style::PLAIN, Style::PLAIN, Style::FAINT, Style::FAINT,
-                                    Style::FAINT, Style::FAINT, Style::FAINT}));
+TEST_F(DriveTableTest, ModelsAreCounted) {
+    EXPECT_EQ(ModelTable(All(), {}),
+              "FAILED  LOOK  DRIVES  MEDIAN AGE  MEDIAN WEAR  HIGHEST WEAR  MODEL\n"
+              "     -     2       2       2.3 y         50 %          95 %  INTEL SSDPE2KX010T7\n"
+              "     -     1       2       3.4 y            -             -  ST2000NM0033-9ZM175\n"
+              "     -     -       1           -            -             -  QEMU HARDDISK\n");
 }
 
-TEST(MakeDriveRow, TellsWhatALifetimeGoesBy) {
-    Json json = SolidStateReport("INTEL SSDSC2BB480G7", 10000, {Attribute(233, 50, 0)});
-    EXPECT_THAT(MakeDriveRow(Assess(json)).m_Text, testing::EndsWith("\n11914 hours, wear indicator\n"));
-}
-
-TEST(MakeDriveRow, AFailedDriveAndAWornOneStandOut) {
-    Json json = SolidStateReport("INTEL SSDSC2BB480G7", 10000, {Attribute(233, 10, 0)});
-    Styles styles{};
-    styles[3] = Style::FAINT;
-    styles[6] = Style::WARNING;
-    json["smart_status"]["passed"] = true;
-    styles[5] = Style::WARNING;
-    EXPECT_EQ(MakeDriveRow(Assess(json)).m_Styles, styles);
-    json["smart_status"]["passed"] = false;
-    styles[5] = Style::FAILING;
-    EXPECT_EQ(MakeDriveRow(Assess(json)).m_Styles, styles);
-    json["ata_smart_attributes"]["table"] = Json::array({Attribute(233, 11, 0)});
-    styles[6] = Style::PLAIN;
-    EXPECT_EQ(MakeDriveRow(Assess(json)).m_Styles, styles);
-}
-
-TEST(MakeDriveRow, MarksWhatIsDoubtful) {
-    Json json = AtaReport("SAMPLE");
-    json["device"]["protocol"] = "NVMe";
-    json["nvme_smart_health_information_log"]["percentage_used"] = 255;
-    EXPECT_THAT(MakeDriveRow(Assess(json)).m_Text, testing::HasSubstr("\nlook at it\n255 percent?\n"));
+TEST(StateCounts, LeavesOutStatesWithoutDrives) {
+    StateCounts counts;
+    EXPECT_EQ(counts.Text(), "0 drives");
+    counts.Add(PI::DriveState::GOOD);
+    EXPECT_EQ(counts.Text(), "1 drive: 1 good");
+    counts.Add(PI::DriveState::UNKNOWN);
+    counts.Add(PI::DriveState::LOOK);
+    counts.Add(PI::DriveState::REPLACE);
+    counts.Add(PI::DriveState::FAILED);
+    counts.Add(PI::DriveState::FAILED);
+    EXPECT_EQ(counts.Text(), "6 drives: 2 failed, 1 to replace, 1 to look at, 1 unknown, 1 good");
 }

@@ -85,8 +85,9 @@ TEST_F(ProgramFaults, AGigabyteIsRefusedInLittleMemory) {
 }
 
 TEST_F(ProgramFaults, AnEndlessDeviceIsRefused) {
-    ExpectRefusal("$PITOOL drive /dev/zero", "/dev/zero: larger than 64 mebibytes");
-    ExpectRefusal("$PITOOL layout /dev/zero", "/dev/zero: larger than 64 mebibytes");
+    ExpectRefusal("$PITOOL drive /dev/zero", "/dev/zero: a device, no file");
+    ExpectRefusal("$PITOOL drive - < /dev/zero", "-: larger than 64 mebibytes");
+    ExpectRefusal("$PITOOL layout /dev/zero", "/dev/zero: a device, no file");
     ExpectRefusal("$PITOOL event < /dev/zero", "standard input: larger than 64 mebibytes");
     ExpectRefusal("$PITOOL event --id 10055 --strings /dev/zero", "/dev/zero: larger than 64 mebibytes");
 }

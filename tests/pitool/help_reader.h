@@ -51,7 +51,7 @@ inline Words Find(const std::string& text, const char* pattern) {
 
 /// The long options that a help lists.
 inline Words Options(const std::string& command) {
-    return Find(Help(command), "\n  (?:-[a-z],)?(--[a-z0-9]+)");
+    return Find(Help(command), "\n  (?:-[a-z],)?(--[a-z0-9-]+)");
 }
 
 }  // namespace pitool::test

@@ -82,7 +82,7 @@ TEST(Manual, HasEveryCommandAndOptionOfTheHelpAndNoOther) {
     // Where options are described, the first line below a .TP names them; "to" stands for those in between.
     Words described;
     for (const std::string& entry : Find(page, "\n\\.TP\n\\.B[IR]* ([^\n]*)")) {
-        const Words found = Find(entry, "(--[a-z0-9]+)");
+        const Words found = Find(entry, "(--[a-z0-9-]+)");
         described.insert(found.begin(), found.end());
     }
     for (const char* between : {"2", "3", "4", "5"}) {

@@ -2,6 +2,8 @@
 
 #include "print/html.h"
 
+#include "drive_table.h"
+
 #include "drive_samples.h"
 
 #include <gtest/gtest.h>
@@ -18,11 +20,18 @@ namespace {
 
 std::string Page(const std::vector<PI::CDriveReport>& reports,
                  const std::vector<std::pair<std::string, std::string>>& refused = {}) {
-    HtmlPage page;
+    std::vector<DriveSummary> drives;
     for (const PI::CDriveReport& report : reports) {
-        page.Add(Summarize("file.json", report), report);
+        const DecidedHealth health(report.GetHealth());
+        drives.push_back(Summarize("file.json", report, health));
+        drives.back().SetDetail(HtmlSheet(report, health));
     }
-    return page.Text(refused);
+    DriveList list;
+    for (const DriveSummary& drive : drives) {
+        list.push_back(&drive);
+    }
+    SortDrives("state", list);
+    return HtmlText(list, refused);
 }
 
 /// The part of a page between a heading and the next one.

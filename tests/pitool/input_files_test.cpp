@@ -7,8 +7,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <string>
+#include <thread>
+#include <vector>
 
 using namespace pitool;
 namespace fs = std::filesystem;
@@ -31,43 +35,64 @@ protected:
         return path;
     }
 
+    std::vector<std::string> Expand(const std::string& argument) {
+        std::vector<std::string> files;
+        m_Reason = "";
+        ForEachFile(
+            argument, [&files](const std::string& file) { files.push_back(file); },
+            [this](const std::string& folder, const std::string& reason) {
+                m_Reason += folder + ": " + reason;
+            });
+        return files;
+    }
+
     std::string m_Directory;
-    std::vector<std::string> m_Files;
     std::string m_Text;
     std::string m_Reason;
 };
 
 }  // namespace
 
-TEST_F(InputFiles, AFileStandsForItselfWhateverItsName) {
-    const std::string file = Create("report.txt");
-    ASSERT_TRUE(ExpandArgument(file, m_Files, m_Reason));
-    EXPECT_EQ(m_Files, std::vector<std::string>{file});
-    ASSERT_TRUE(ExpandArgument("-", m_Files, m_Reason));
-    EXPECT_EQ(m_Files, std::vector<std::string>{"-"});
-    ASSERT_TRUE(ExpandArgument("missing", m_Files, m_Reason));
-    EXPECT_EQ(m_Files, std::vector<std::string>{"missing"});
+TEST_F(InputFiles, AFileIsTakenWhateverItsName) {
+    for (const std::string& file : {Create("report"), std::string("-"), std::string("missing")}) {
+        EXPECT_EQ(Expand(file), std::vector<std::string>{file});
+    }
 }
 
-TEST_F(InputFiles, ADirectoryStandsForItsJsonFilesInTheOrderOfTheirNames) {
-    const std::string b = Create("b.json");
-    const std::string a = Create("a.json");
-    const std::string capital = Create("Z.json");
-    Create("c.txt");
-    Create("json");
-    fs::create_directory(m_Directory + "/sub.json");
+TEST_F(InputFiles, AFolderStandsForItsReportsAndThoseOfItsFolders) {
+    fs::create_directories(m_Directory + "/c.json/deep");
+    for (const char* name : {"b.json", "a.txt", "Z.json.gz", "d.gz", "c.json/deep/x.json", "c.json/y.txt"}) {
+        Create(name);
+    }
+    for (const char* name : {"e.xml", "json", ".json", ".hidden.json", "c.json/notes"}) {
+        Create(name);
+    }
+    fs::create_directory(m_Directory + "/.git");
+    Create(".git/g.json");
     ASSERT_EQ(mkfifo((m_Directory + "/fifo.json").c_str(), 0600), 0);
-    fs::create_symlink(a, m_Directory + "/link.json");
+    fs::create_symlink("a.txt", m_Directory + "/link.json");
+    fs::create_directory_symlink("..", m_Directory + "/up");
 
-    ASSERT_TRUE(ExpandArgument(m_Directory, m_Files, m_Reason)) << m_Reason;
-
-    EXPECT_EQ(m_Files, (std::vector<std::string>{capital, a, b, m_Directory + "/link.json"}));
+    std::vector<std::string> expected;
+    for (const char* name : {"Z.json.gz", "a.txt", "b.json", "c.json/deep/x.json", "c.json/y.txt", "d.gz"}) {
+        expected.push_back(m_Directory + "/" + name);
+    }
+    EXPECT_EQ(Expand(m_Directory), expected);
+    EXPECT_EQ(m_Reason, "");
 }
 
-TEST_F(InputFiles, ADirectoryWithoutJsonFilesIsRefused) {
-    Create("c.txt");
-    EXPECT_FALSE(ExpandArgument(m_Directory, m_Files, m_Reason));
-    EXPECT_EQ(m_Reason, "no file ending \".json\" in this directory");
+TEST_F(InputFiles, AFolderThatIsNamedByALinkIsRead) {
+    fs::create_directory(m_Directory + "/folder");
+    Create("folder/a.json");
+    fs::create_directory_symlink("folder", m_Directory + "/link");
+    EXPECT_EQ(Expand(m_Directory + "/link"), std::vector<std::string>{m_Directory + "/link/a.json"});
+}
+
+TEST_F(InputFiles, AFolderWithoutReportsIsRefused) {
+    fs::create_directory(m_Directory + "/empty");
+    Create("c.xml");
+    EXPECT_EQ(Expand(m_Directory), std::vector<std::string>{});
+    EXPECT_EQ(m_Reason, m_Directory + R"(: no file ending ".json", ".txt" or ".gz" in this folder)");
 }
 
 TEST_F(InputFiles, ReadsAFileWhole) {
@@ -96,6 +121,33 @@ TEST_F(InputFiles, TakesSixtyFourMebibytesAndRefusesMore) {
     fs::resize_file(file, 64U * 1024U * 1024U + 1);
     EXPECT_FALSE(ReadInput(file, m_Text, m_Reason));
     EXPECT_EQ(m_Reason, "larger than 64 mebibytes");
-    EXPECT_FALSE(ReadInput("/dev/zero", m_Text, m_Reason)) << "endless";
-    EXPECT_EQ(m_Reason, "larger than 64 mebibytes");
+}
+
+TEST_F(InputFiles, ADeviceIsRefused) {
+    for (const char* device : {"/dev/zero", "/dev/null"}) {
+        EXPECT_FALSE(ReadInput(device, m_Text, m_Reason));
+        EXPECT_EQ(m_Reason, "a device, no file");
+    }
+}
+
+TEST_F(InputFiles, APipeThatNothingWritesToIsRefused) {
+    const std::string pipe = m_Directory + "/pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(ReadInput(pipe, m_Text, m_Reason));
+    EXPECT_EQ(m_Reason, "nothing writes to this pipe");
+}
+
+TEST_F(InputFiles, APipeIsReadAsItsWriterGetsOn) {
+    const std::string pipe = m_Directory + "/pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::thread writer([&pipe] {
+        std::ofstream stream(pipe);
+        stream << "one ";
+        stream.flush();
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        stream << "two";
+    });
+    EXPECT_TRUE(ReadInput(pipe, m_Text, m_Reason)) << m_Reason;
+    writer.join();
+    EXPECT_EQ(m_Text, "one two");
 }

@@ -101,9 +101,7 @@ TEST_F(Program, RefusedInputsStandInJsonAndInTheSummary) {
     EXPECT_EQ(json["summary"]["refused"], 1);
     EXPECT_EQ(json["summary"]["drives"], 1);
     const Outcome table = RunPitool({"drive", bad, "wd-disk.json", "samsung-ssd.json"});
-    EXPECT_NE(table.m_Output.find("2 drives: 0 failing, 0 worn to 90 percent or more, 0 of unknown lifetime; "
-                                  "1 input refused\n"),
-              std::string::npos)
+    EXPECT_NE(table.m_Output.find("\n2 drives: 2 good; 1 input refused\n"), std::string::npos)
         << table.m_Output;
     EXPECT_EQ(table.m_ExitStatus, 1);
 }
@@ -117,7 +115,9 @@ TEST_F(Program, WithoutAnyDriveNothingIsPrinted) {
 
 TEST_F(Program, AnEmptyDirectoryIsRefused) {
     const Outcome run = RunPitool({"drive", m_Directory});
-    EXPECT_EQ(run.m_Errors, "pitool: " + m_Directory + ": no file ending \".json\" in this directory\n");
+    EXPECT_EQ(run.m_Errors, "pitool: " + m_Directory +
+                                R"(: no file ending ".json", ".txt" or ".gz" in this folder)"
+                                "\n");
     EXPECT_EQ(run.m_ExitStatus, 1);
 }
 
@@ -133,6 +133,154 @@ TEST_F(Program, BadUsageExitsWith2AndOneLine) {
     EXPECT_EQ(run.m_ExitStatus, 2);
     EXPECT_EQ(RunPitool({}).m_ExitStatus, 2);
     EXPECT_EQ(RunPitool({"drive", "--bad", "wd-disk.json"}).m_ExitStatus, 2);
+}
+
+TEST_F(Program, ChecksAsMonitoringPlugInsDo) {
+    const std::string none = Create("none.json", "{");
+    const std::string unknown =
+        Create("unknown.json", R"({"device":{"protocol":"ATA"},"model_name":"QEMU"})");
+    struct Case {
+        std::vector<std::string> m_Files;
+        int m_Status;
+        const char* m_Begin;
+    };
+    const Case cases[] = {
+        {{"wd-disk.json"}, 0, "DRIVES OK: 1 drive: 1 good | failed=0 replace=0 look=0 unknown=0 good=1\n"},
+        {{"worn-intel-ssd.json", "wd-disk.json"},
+         1,
+         "DRIVES WARNING: 2 drives: 1 to look at, 1 good; INTEL SSDSC2BB240G7 "},
+        {{unknown, "wd-disk.json"}, 3, "DRIVES UNKNOWN: 2 drives: 1 unknown, 1 good; QEMU : no verdict"},
+        {{"worn-intel-ssd.json", unknown}, 1, "DRIVES WARNING: 2 drives: 1 to look at, 1 unknown; INTEL"},
+        {{none, "wd-disk.json"}, 3, "DRIVES UNKNOWN: 1 drive: 1 good; 1 input refused | "},
+        {{none, "worn-intel-ssd.json"}, 1, "DRIVES WARNING: 1 drive: 1 to look at; 1 input refused; INTEL"},
+        {{none}, 3, "DRIVES UNKNOWN: 0 drives; 1 input refused | failed=0 "},
+        {{none, unknown, "worn-intel-ssd.json", "failing-hgst-disk.json"},
+         2,
+         "DRIVES CRITICAL: 3 drives: 1 failed, "},
+    };
+    for (const Case& each : cases) {
+        std::vector<std::string> arguments = {"drive", "--check"};
+        arguments.insert(arguments.end(), each.m_Files.begin(), each.m_Files.end());
+        const Outcome run = RunPitool(arguments);
+        EXPECT_EQ(run.m_Output.rfind(each.m_Begin, 0), 0U) << run.m_Output;
+        EXPECT_EQ(run.m_ExitStatus, each.m_Status) << run.m_Output;
+    }
+    EXPECT_EQ(RunPitool({"drive", "--check", "--format", "csv", "worn-intel-ssd.json"}).m_ExitStatus, 1);
+}
+
+TEST_F(Program, CheckListsTheDrivesThatAreNotGood) {
+    const std::string output =
+        RunPitool({"drive", "--check", "wd-disk.json", "worn-intel-ssd.json"}).m_Output;
+    EXPECT_NE(output.find("\nlook   INTEL"), std::string::npos) << output;
+    EXPECT_EQ(output.find("wd-disk.json"), std::string::npos) << output;
+}
+
+TEST_F(Program, WrongUsageOfACheckIsUnknown) {
+    EXPECT_EQ(RunPitool({"drive", "--check"}).m_ExitStatus, 3);
+    EXPECT_EQ(RunPitool({"drive", "--check", "-", "-"}).m_ExitStatus, 3);
+    EXPECT_EQ(RunPitool({"drive", "--bad", "--check", "wd-disk.json"}).m_ExitStatus, 3);
+    EXPECT_EQ(RunPitool({"drive", "--bad", "wd-disk.json"}).m_ExitStatus, 2);
+}
+
+TEST_F(Program, ShowsOnlyTheStatesAskedFor) {
+    const Outcome run = RunPitool({"drive", "--state", "failed,look", "."});
+    EXPECT_NE(run.m_Output.find("\nfailed  HGST"), std::string::npos) << run.m_Output;
+    EXPECT_NE(run.m_Output.find("\nlook    INTEL"), std::string::npos);
+    EXPECT_EQ(run.m_Output.find("\ngood"), std::string::npos);
+    EXPECT_NE(run.m_Output.find("\n12 drives: 1 failed, 2 to look at, 9 good\n"), std::string::npos);
+    EXPECT_EQ(Json::parse(RunPitool({"drive", "--state", "failed", "--json", "."}).m_Output)["drives"].size(),
+              1U);
+    EXPECT_EQ(RunPitool({"drive", "--state", "bad", "."}).m_ExitStatus, 2);
+}
+
+TEST_F(Program, SortsAndLimits) {
+    const Outcome run = RunPitool({"drive", "--sort", "temperature", "--limit", "2", "."});
+    EXPECT_EQ(run.m_Output.find("look   INTEL SSDPE2KE016T8"), run.m_Output.find('\n') + 1) << run.m_Output;
+    EXPECT_NE(run.m_Output.find("\n... and 10 more; --limit 0 shows all\n12 drives: "), std::string::npos);
+    EXPECT_EQ(RunPitool({"drive", "--limit", "0", "."}).m_Output, RunPitool({"drive", "."}).m_Output);
+    const Json json = Json::parse(RunPitool({"drive", "--limit", "2", "--json", "."}).m_Output);
+    EXPECT_EQ(json["drives"].size(), 2U);
+    EXPECT_EQ(json["summary"]["drives"], 12);
+    EXPECT_EQ(RunPitool({"drive", "--limit", "-1", "."}).m_ExitStatus, 2);
+    EXPECT_EQ(RunPitool({"drive", "--sort", "colour", "."}).m_ExitStatus, 2);
+}
+
+TEST_F(Program, CountsByModel) {
+    const Outcome run = RunPitool({"drive", "--by-model", "."});
+    EXPECT_EQ(run.m_Output.find("     1     -       1       5.9 y            -             -  HGST"),
+              run.m_Output.find('\n') + 1)
+        << run.m_Output;
+    EXPECT_EQ(RunPitool({"drive", "--by-model", "--json", "."}).m_ExitStatus, 2);
+}
+
+TEST_F(Program, CsvHasALineADrive) {
+    const Outcome run = RunPitool({"drive", "--format", "csv", "."});
+    EXPECT_EQ(run.m_Output.rfind("state,reason,model,", 0), 0U);
+    EXPECT_EQ(run.m_Output.find("\r\nfailed,"), run.m_Output.find('\r'));
+    std::size_t lines = 0;
+    for (std::size_t at = 0; (at = run.m_Output.find("\r\n", at)) != std::string::npos; at += 2) {
+        ++lines;
+    }
+    EXPECT_EQ(lines, 13U);
+}
+
+TEST_F(Program, FormatJsonIsJson) {
+    EXPECT_EQ(RunPitool({"drive", "--format", "json", "."}).m_Output,
+              RunPitool({"drive", "--json", "."}).m_Output);
+    EXPECT_EQ(RunPitool({"drive", "--format", "yaml", "."}).m_ExitStatus, 2);
+    EXPECT_EQ(RunPitool({"drive", "--json", "--format", "csv", "."}).m_ExitStatus, 2);
+}
+
+TEST_F(Program, ReadsFoldersBelowAndCompressedReports) {
+    fs::create_directories(m_Directory + "/host/deep");
+    fs::copy(std::string(PITOOL_EXAMPLES) + "/wd-disk.json", m_Directory + "/host/deep/a.json");
+    fs::copy(std::string(PITOOL_EXAMPLES) + "/samsung-ssd.json", m_Directory + "/b.json");
+    ASSERT_EQ(RunProgram("/bin/gzip", m_Directory, {"b.json"}).m_ExitStatus, 0);
+    const Json json = Json::parse(RunPitool({"drive", "--json", m_Directory}).m_Output);
+    ASSERT_EQ(json["drives"].size(), 2U);
+    EXPECT_EQ(json["drives"][0]["file"], m_Directory + "/host/deep/a.json");
+    EXPECT_EQ(json["drives"][1]["file"], m_Directory + "/b.json.gz");
+}
+
+TEST_F(Program, OutputReplacesTheFileWhenItIsWhole) {
+    const std::string file = Create("out.json", "before");
+    fs::permissions(file, fs::perms(0640));
+    const Outcome run = RunPitool({"drive", "--json", "--output", file, "."});
+    EXPECT_EQ(run.m_Output + run.m_Errors, "");
+    EXPECT_EQ(run.m_ExitStatus, 0);
+    EXPECT_EQ(ReadFile(file), RunPitool({"drive", "--json", "."}).m_Output);
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms(0640));
+    EXPECT_EQ(std::distance(fs::directory_iterator(m_Directory), fs::directory_iterator()), 1)
+        << "nothing beside it";
+}
+
+TEST_F(Program, OutputMayBeANewFileOrALinkToOne) {
+    const std::string file = m_Directory + "/new.csv";
+    EXPECT_EQ(RunPitool({"drive", "--format", "csv", "--output", file, "wd-disk.json"}).m_ExitStatus, 0);
+    const std::string expected = ReadFile(file);
+    const std::string target = Create("target", "");
+    fs::create_symlink("target", m_Directory + "/link");
+    EXPECT_EQ(RunPitool({"drive", "--format", "csv", "--output", m_Directory + "/link", "wd-disk.json"})
+                  .m_ExitStatus,
+              0);
+    EXPECT_EQ(ReadFile(target), expected);
+    EXPECT_TRUE(fs::is_symlink(m_Directory + "/link"));
+}
+
+TEST_F(Program, OutputThatCannotBeWrittenIsNamedBeforeAnythingIsRead) {
+    for (const auto& [file, reason] : {std::pair<std::string, std::string>{"/dev/null", "no regular file"},
+                                       {m_Directory, "no regular file"},
+                                       {m_Directory + "/no/file", "No such file or directory"}}) {
+        const Outcome run = RunPitool({"drive", "--output", file, "missing.json"});
+        EXPECT_EQ(run.m_Errors, "pitool: " + file + ": " + reason + "\n");
+        EXPECT_EQ(run.m_ExitStatus, 1);
+    }
+}
+
+TEST_F(Program, RefusedInputsDoNotKeepTheOutputBack) {
+    const std::string file = m_Directory + "/out";
+    EXPECT_EQ(RunPitool({"drive", "--output", file, "missing.json", "wd-disk.json"}).m_ExitStatus, 1);
+    EXPECT_EQ(ReadFile(file), Expected("wd-disk.txt"));
 }
 
 TEST_F(Program, AWordThatIsNoCommandIsNamed) {

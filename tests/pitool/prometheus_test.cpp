@@ -19,7 +19,11 @@ std::string Text(const std::vector<PI::CDriveReport>& reports) {
     for (const PI::CDriveReport& report : reports) {
         drives.push_back(Summarize("file", report));
     }
-    return PrometheusText(drives);
+    std::vector<const DriveSummary*> list;
+    for (const DriveSummary& drive : drives) {
+        list.push_back(&drive);
+    }
+    return PrometheusText(list);
 }
 
 constexpr const char* LABELS = R"({model="INTEL SSDSC2BB480G7",serial="S1",device="/dev/sda"} )";

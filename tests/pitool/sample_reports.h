@@ -2,7 +2,7 @@
 // Reports to start a test from, and ways to change them.
 #pragma once
 
-#include "drive_assessment.h"
+#include "drive_summary.h"
 
 #include <pi/exchange/smartctl.h>
 
@@ -51,9 +51,8 @@ inline PI::CDriveReport ReportOf(const Json& json) {
     return drives[0];
 }
 
-/// Assesses the one drive of a report.
-inline DriveAssessment Assess(const Json& json) {
-    return AssessDrive("sample.json", ReportOf(json));
+inline DriveSummary SummaryOf(const Json& json, const char* file = "sample.json") {
+    return Summarize(file, ReportOf(json));
 }
 
 inline std::string ReadFile(const std::string& path) {

@@ -64,10 +64,34 @@ TEST(Table, LeavesOutColumnsWhereTheLastOneWouldHaveLessThan12) {
               "STATE   MODEL  REMARK\n"
               "good    A-1    nothing t...\n"
               "failed  B      replace\n");
+}
+
+TEST(Table, ShowsALesserColumnWhereABetterOneDoesNotFit) {
     EXPECT_EQ(Shown(Drives(), 26),
+              "STATE    AGE  REMARK\n"
+              "good     3 y  nothing t...\n"
+              "failed  12 y  replace\n");
+    EXPECT_EQ(Shown(Drives(), 25),
               "STATE   REMARK\n"
               "good    nothing to act on\n"
               "failed  replace\n");
+}
+
+TEST(Table, CutsNamesOfFilesInFront) {
+    Table table({{"STATE"}, {"FILE"}}, Table::LastColumn::CUT_IN_FRONT);
+    table.Add("good");
+    table.Add("folder/of/reports/host.json");
+    EXPECT_EQ(Shown(table, 34), "STATE  FILE\ngood   folder/of/reports/host.json\n");
+    EXPECT_EQ(Shown(table, 33), "STATE  FILE\ngood   ...er/of/reports/host.json\n");
+    EXPECT_EQ(Shown(table, 1), "STATE  FILE\ngood   ...reports/host.json\n");
+}
+
+TEST(Table, CutsCellsOfColumnsWithAWidestWidthOnAScreenOnly) {
+    Table table({{"A", Align::LEFT, 0, 6}, {"B"}});
+    table.Add("1234567");
+    table.Add("b");
+    EXPECT_EQ(Shown(table, 0), "A        B\n1234567  b\n");
+    EXPECT_EQ(Shown(table, 80), "A       B\n123...  b\n");
 }
 
 TEST(Table, IsWiderThanAScreenThatIsTooNarrowForTheColumnsThatStay) {

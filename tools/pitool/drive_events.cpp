@@ -2,35 +2,46 @@
 
 #include "drive_events.h"
 
+#include "print/text.h"
+
 #include <velk/clock.h>
 
+#include <unistd.h>
+
+#include <optional>
 #include <string>
 
 namespace pitool {
 namespace {
 
-namespace ID = PI::PropertyID;
+namespace Figure = PI::HealthFigure;
 
-std::string KnownText(const DriveAssessment& drive, PI::_PROPERTY_ID id) {
-    const Figure& figure = FindFigure(drive, id);
-    return figure.IsKnown() ? FigureValueText(figure) : "";
+std::string HostName() {
+    char name[256] = "";
+    return gethostname(name, sizeof name - 1) == 0 ? name : "";
 }
 
-/// What people look for on the drive's label; without a serial number, where the report came from.
-std::string DriveName(const DriveAssessment& drive) {
-    const std::string serial = KnownText(drive, ID::SERIAL_NUMBER);
-    return KnownText(drive, ID::PRODUCT) +
-           (serial.empty() ? " (" + drive.m_File + ")" : " (serial number " + serial + ")");
+/// What people look for: the model, the number on the drive's label, the device of the host; where a report
+/// does not say, where it came from.
+std::string DriveName(const DriveSummary& drive) {
+    std::string details =
+        drive.GetSerial().empty() ? "" : "serial number " + PrintableText(drive.GetSerial());
+    if (!drive.GetDevice().empty()) {
+        details += (details.empty() ? "" : ", ") + PrintableText(drive.GetDevice());
+    }
+    return PrintableText(drive.GetModel()) + " (" +
+           (details.empty() ? PrintableText(drive.GetFile()) : details) + ")";
 }
 
-PI::CEvent MakeDriveEvent(PI::_EVENT_ID id, PI::_SEVERITY severity, const DriveAssessment& drive,
-                          const PI::CObject& object, const std::string& detail) {
+PI::CEvent MakeDriveEvent(PI::_EVENT_ID id, PI::_SEVERITY severity, const DriveSummary& drive,
+                          std::uint64_t handle, const std::string& detail) {
     PI::CEvent event;
-    event.m_Handle = object.m_ObjectID;
+    event.m_Handle = handle;
     event.m_EventID = static_cast<std::uint32_t>(id);
     event.m_Severity = severity;
     event.m_TimeStamp = VELK::now();
     event.m_Source = "pitool";
+    event.m_Host = HostName();
     event.SetPlaceHolder1(DriveName(drive));
     event.SetPlaceHolder2(detail);
     return event;
@@ -38,22 +49,22 @@ PI::CEvent MakeDriveEvent(PI::_EVENT_ID id, PI::_SEVERITY severity, const DriveA
 
 }  // namespace
 
-std::vector<PI::CEvent> RaiseDriveEvents(const DriveAssessment& drive, const PI::CObject& object) {
+std::vector<PI::CEvent> RaiseDriveEvents(const DriveSummary& drive, std::uint64_t handle) {
     std::vector<PI::CEvent> events;
-    if (drive.m_Failing) {
-        events.push_back(MakeDriveEvent(PI::EventID::SMART_ERROR, PI::Severity::ERROR, drive, object,
+    if (drive.IsFailing()) {
+        events.push_back(MakeDriveEvent(PI::EventID::SMART_ERROR, PI::Severity::ERROR, drive, handle,
                                         "its self-assessment failed"));
     }
-    if (IsWorn(drive) && drive.m_Wear.GetValue() != static_cast<std::int64_t>(WORN_PERCENT)) {
-        events.push_back(MakeDriveEvent(PI::EventID::PD_WEAR_LEVEL_COUNT_ABOVE_THRESHOLD,
-                                        PI::Severity::WARNING, drive, object,
-                                        std::to_string(drive.m_Wear.GetValue()) +
-                                            " percent used, threshold " + std::to_string(WORN_PERCENT)));
+    const std::int64_t wear = drive.GetFigure(Figure::WEAR).m_Value;
+    if (drive.IsWorn() && wear > WORN_PERCENT) {
+        events.push_back(MakeDriveEvent(
+            PI::EventID::PD_WEAR_LEVEL_COUNT_ABOVE_THRESHOLD, PI::Severity::WARNING, drive, handle,
+            std::to_string(wear) + " percent used, threshold " + std::to_string(WORN_PERCENT)));
     }
-    if (const std::optional<long> limit = ExceededLimit(drive)) {
-        events.push_back(
-            MakeDriveEvent(PI::EventID::PD_TEMP_HIGH, PI::Severity::WARNING, drive, object,
-                           KnownText(drive, ID::TEMPERATURE) + ", limit " + std::to_string(*limit)));
+    if (const std::optional<std::int64_t> limit = drive.ExceededLimit()) {
+        events.push_back(MakeDriveEvent(PI::EventID::PD_TEMP_HIGH, PI::Severity::WARNING, drive, handle,
+                                        std::to_string(drive.GetFigure(Figure::TEMPERATURE).m_Value) +
+                                            " degrees Celsius, limit " + std::to_string(*limit)));
     }
     return events;
 }

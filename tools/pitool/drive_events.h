@@ -3,13 +3,12 @@
 /// The events that a drive's state raises.
 #pragma once
 
-#include "drive_assessment.h"
-#include "event_text.h"
+#include "drive_summary.h"
 
 #include <pi/event.h>
-#include <pi/object.h>
 #include <pi/vocabulary.h>
 
+#include <cstdint>
 #include <vector>
 
 namespace pitool {
@@ -21,8 +20,8 @@ constexpr PI::_EVENT_ID DRIVE_EVENTS[] = {
     PI::EventID::PD_TEMP_HIGH,                         ///< hotter than the limit that the drive states
 };
 
-/// Raises the events of a drive, in the order above, with the present time; the object's identifier is their
-/// handle.
-std::vector<PI::CEvent> RaiseDriveEvents(const DriveAssessment& drive, const PI::CObject& object);
+/// Raises the events of a drive, in the order above, with the present time and this host's name.
+/// @param handle of the drive
+std::vector<PI::CEvent> RaiseDriveEvents(const DriveSummary& drive, std::uint64_t handle);
 
 }  // namespace pitool

@@ -2,188 +2,178 @@
 
 #include "drive_json.h"
 
-#include "drive_object.h"
-#include "event.h"
-#include "json_text.h"
+#include "drive_figures.h"
+#include "print/json.h"
+
+#include <pi/vocabulary.h>
+
+#include <charconv>
+#include <cstdint>
+#include <optional>
+#include <string_view>
 
 namespace pitool {
 namespace {
 
-Json EventPairs(const RenderedEvent& event) {
-    Json pairs = Json::object();
-    for (const auto& [key, value] : event) {
-        pairs[key] = value;
-    }
-    return pairs;
-}
-
-constexpr int FORMAT_VERSION = 1;
-
-/// ASCII only, so no text of a drive can steer a terminal; bytes that are not UTF-8 become U+FFFD.
-std::string Dump(const Json& json) {
-    return json.dump(-1, ' ', true, Json::error_handler_t::replace);
-}
-
-Json TextOrNull(const std::string& text) {
-    return text.empty() ? Json(nullptr) : Json(text);
-}
+namespace Operation = PI::OperationID;
 
 template <class Value>
-Json ValueOrNull(const std::optional<Value>& value) {
-    return value ? Json(*value) : Json(nullptr);
+void AddOptional(const std::optional<Value>& value, JsonWriter& json) {
+    value ? json.Number(*value) : json.Null();
 }
 
-Json FigureValue(const PI::CProperty& property) {
-    switch (property.m_Type) {
-        case PI::PropertyType::STRING: return property.m_Data.m_String.m_Value;
-        case PI::PropertyType::CHOICE: return PI::PropertyValueToString(property.m_Data.m_Choice.m_Value);
-        case PI::PropertyType::LONG: return property.m_Data.m_Long.m_Value;
-        case PI::PropertyType::SIGNED_LONG: return property.m_Data.m_SignedLong.m_Value;
-        default: return nullptr;
-    }
+void AddTextOrNull(std::string_view text, std::string& json) {
+    text.empty() ? static_cast<void>(json += "null") : AddJsonText(text, json);
 }
 
-Json FigureJson(const Figure& figure) {
-    const PI::_PROPERTY_ID id = figure.m_Property.m_ID;
-    return {
-        {"id", id != NO_PROPERTY ? Json(static_cast<int>(id)) : Json(nullptr)},
-        {"value", FigureValue(figure.m_Property)},
-        {"unit", TextOrNull(UnitText(figure.m_Unit))},
-        {"text", TextOrNull(FigureValueText(figure))},
-        {"counts", TextOrNull(DirectionText(figure.m_Direction))},
-        {"source", TextOrNull(figure.m_Source)},
-        {"applicable", figure.m_Applicable},
-        {"state", StateText(figure)},
-        {"reason", TextOrNull(figure.m_Reason)},
-    };
+void AddNumber(std::int64_t number, std::string& json) {
+    char digits[24];
+    json.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
 }
 
-Json FiguresJson(const std::vector<Figure>& figures) {
-    Json json = Json::object();
-    for (const Figure& figure : figures) {
-        json[figure.m_Name] = FigureJson(figure);
-    }
-    return json;
+/// A figure as an object. Its names are most of the document, so they are written as they are.
+void AddFigure(const DriveFigure& figure, std::string& json) {
+    json += R"({"id":)";
+    figure.m_ID != 0 ? AddNumber(figure.m_ID, json) : static_cast<void>(json += "null");
+    json += R"(,"value":)";
+    figure.m_Number ? AddNumber(*figure.m_Number, json) : AddTextOrNull(figure.m_Text, json);
+    json += R"(,"unit":)";
+    AddTextOrNull(figure.m_Unit, json);
+    json += R"(,"text":)";
+    AddTextOrNull(figure.ValueText(), json);
+    json += R"(,"counts":)";
+    AddTextOrNull(figure.m_Counts, json);
+    json += R"(,"source":)";
+    AddTextOrNull(figure.m_Source, json);
+    json += figure.m_Applicable ? R"(,"applicable":true,"state":")" : R"(,"applicable":false,"state":")";
+    json += figure.StateText();
+    json += R"(","reason":)";
+    AddTextOrNull(figure.m_Reason, json);
+    json += '}';
 }
 
-Json ReasonsJson(const std::vector<PI::CHealthReason>& reasons) {
-    Json list = Json::array();
-    for (const PI::CHealthReason& reason : reasons) {
-        list.push_back({{"state", PI::DriveStateToString(reason.GetState())},
-                        {"text", reason.GetText()},
-                        {"figure", PI::HealthFigureToString(reason.GetFigure().GetFigure())}});
-    }
-    return list;
-}
-
-Json EventsJson(const std::vector<RenderedEvent>& events) {
-    Json list = Json::array();
-    for (const RenderedEvent& event : events) {
-        list.push_back(EventPairs(event));
-    }
-    return list;
-}
-
-Json LifetimeJson(const Lifetime& lifetime) {
-    return {
-        {"remaining_hours", ValueOrNull(lifetime.m_RemainingHours.m_Value)},
-        {"counts", "down"},
-        {"basis", TextOrNull(lifetime.m_Basis)},
-        {"limit", TextOrNull(lifetime.m_Limit)},
-        {"applicable", lifetime.m_Applicable},
-        {"reason", TextOrNull(lifetime.m_RemainingHours.m_Reason)},
-    };
-}
-
-/// Lays compact JSON text out over lines; the first begins where the text is put, at a depth in steps of two
-/// columns. Reading thousands of drives back to print them would cost as much as reading them at first.
-std::string LayOut(std::string_view compact, std::size_t depth) {
+void AddFigures(const std::vector<DriveFigure>& figures, JsonWriter& json) {
     std::string text;
-    const auto newLine = [&] { text.append(1, '\n').append(2 * depth, ' '); };
-    bool inString = false;
-    for (std::size_t i = 0; i < compact.size(); ++i) {
-        const char c = compact[i];
-        const bool empty = i + 1 < compact.size() && (compact[i + 1] == '}' || compact[i + 1] == ']');
-        if (inString || c == '"') {
-            text += c;
-            if (c == '\\') {
-                text += compact[++i];
-            }
-            inString = inString != (c == '"');
-        } else if ((c == '{' || c == '[') && empty) {
-            text += {c, compact[++i]};
-        } else if (c == '{' || c == '[') {
-            text += c;
-            ++depth;
-            newLine();
-        } else if (c == '}' || c == ']') {
-            --depth;
-            newLine();
-            text += c;
-        } else if (c == ',') {
-            text += c;
-            newLine();
-        } else {
-            text += c;
-            text.append(c == ':' ? 1 : 0, ' ');
-        }
+    json.BeginObject();
+    for (const DriveFigure& figure : figures) {
+        text.clear();
+        AddFigure(figure, text);
+        json.Name(figure.m_Name).Raw(text);
     }
-    return text;
+    json.EndObject();
 }
 
-/// Writes a list of values as member of the document.
-/// @param compactText makes the compact JSON text of a value
-template <class Values, class CompactText>
-bool WriteList(const char* name, const Values& values, const Writer& write, CompactText compactText) {
-    if (!write(std::string("  \"") + name + "\": [")) {
-        return false;
+void AddLifetime(const Lifetime& lifetime, JsonWriter& json) {
+    json.BeginObject();
+    json.Name("remaining_hours");
+    AddOptional(lifetime.m_Hours, json);
+    json.Name("counts").Text("down");
+    json.Name("basis").TextOrNull(lifetime.m_Basis);
+    json.Name("applicable").Bool(lifetime.m_Applicable);
+    json.Name("limit").TextOrNull(lifetime.m_Limit);
+    json.Name("reason").TextOrNull(lifetime.m_Reason);
+    json.EndObject();
+}
+
+void AddReasons(const std::vector<PI::CHealthReason>& reasons, JsonWriter& json) {
+    json.BeginList();
+    for (const PI::CHealthReason& reason : reasons) {
+        json.BeginObject();
+        json.Name("state").Text(PI::DriveStateToString(reason.GetState()));
+        json.Name("text").Text(reason.GetText());
+        json.Name("figure").Text(PI::HealthFigureToString(reason.GetFigure().GetFigure()));
+        json.EndObject();
     }
-    const char* separator = "\n    ";
-    for (const auto& value : values) {
-        if (!write(separator + LayOut(compactText(value), 2))) {
-            return false;
-        }
-        separator = ",\n    ";
+    json.EndList();
+}
+
+/// When a drive will have run for so many hours more.
+void AddTime(const char* name, const PI::CWearForecast& forecast, const std::optional<std::uint64_t>& hours,
+             JsonWriter& json) {
+    const std::optional<std::int64_t> time = hours ? forecast.GetDate(*hours) : std::nullopt;
+    json.Name(name).TextOrNull(time ? TimeText(*time) : "");
+}
+
+/// The operations that one would offer on a drive: one that fails is no longer put to the test but taken out.
+void AddOperations(bool isSas, bool isFailing, JsonWriter& json) {
+    json.BeginList();
+    json.Text(PI::OperationIDToString(Operation::LOCATE_DEVICE));
+    json.Text(PI::OperationIDToString(Operation::DISK_INFORMATION));
+    if (isSas) {
+        json.Text(PI::OperationIDToString(Operation::SENSE_LOG));
     }
-    return write(values.empty() ? "],\n" : "\n  ],\n");
+    json.Text(PI::OperationIDToString(isFailing ? Operation::MAKE_OFFLINE : Operation::START_VERIFY));
+    json.EndList();
 }
 
 }  // namespace
 
-std::string DriveJson(const DriveAssessment& drive, const std::vector<RenderedEvent>* events) {
-    const Json json = {
-        {"file", drive.m_File},
-        {"kind", drive.m_Kind},
-        {"state", PI::DriveStateToString(drive.m_State)},
-        {"reasons", ReasonsJson(drive.m_Reasons)},
-        {"notes", drive.m_Notes},
-        {"failing", drive.m_Failing},
-        {"worn", IsWorn(drive)},
-        {"lifetime", LifetimeJson(drive.m_Lifetime)},
-        {"properties", FiguresJson(drive.m_Figures)},
-        {"figures", FiguresJson(drive.m_OtherFigures)},
-        {"operations", OperationNames(drive)},
-        {"events", events != nullptr ? EventsJson(*events) : Json(nullptr)},
-    };
-    return Dump(json);
+std::string DriveJson(const DriveSummary& drive, const PI::CDriveReport& report, const DecidedHealth& health,
+                      const std::vector<RenderedEvent>* events) {
+    constexpr int DEPTH = 2;  // of the document's list
+    const DriveFigures figures = FiguresOf(drive, report, health);
+    constexpr std::size_t USUAL_LENGTH = 12288;
+    std::string text;
+    text.reserve(USUAL_LENGTH);
+    JsonWriter json(text, DEPTH + 1);
+    json.BeginObject();
+    json.Name("file").Text(drive.GetFile());
+    json.Name("model").TextOrNull(drive.GetModel());
+    json.Name("serial_number").TextOrNull(drive.GetSerial());
+    json.Name("time").TextOrNull(TimeText(drive.GetTime()));
+    json.Name("kind").Text(drive.GetKind());
+    json.Name("state").Text(PI::DriveStateToString(drive.GetState()));
+    json.Name("reasons");
+    AddReasons(health.GetReasons(), json);
+    json.Name("notes").BeginList();
+    for (const std::string& note : report.GetNotes()) {
+        json.Text(note);
+    }
+    json.EndList();
+    json.Name("failing").Bool(drive.IsFailing());
+    json.Name("worn").Bool(drive.IsWorn());
+    json.Name("forecast");
+    const PI::CWearForecast forecast = drive.GetForecast();
+    AddForecast(forecast, drive.IsSolidState(), json);
+    json.Name("forecast_time").BeginObject();
+    AddTime("worn", forecast, forecast.GetHours(), json);
+    AddTime("low", forecast, forecast.GetLow(), json);
+    AddTime("high", forecast, forecast.GetHigh(), json);
+    json.EndObject();
+    json.Name("lifetime");
+    AddLifetime(figures.m_Lifetime, json);
+    json.Name("properties");
+    AddFigures(figures.m_Properties, json);
+    json.Name("figures");
+    AddFigures(figures.m_Others, json);
+    json.Name("operations");
+    AddOperations(report.GetTransport() == PI::PropertyValue::SAS, drive.IsFailing(), json);
+    json.Name("events");
+    if (events == nullptr) {
+        json.Null();
+    } else {
+        json.BeginList();
+        for (const RenderedEvent& event : *events) {
+            AddEvent(event, json);
+        }
+        json.EndList();
+    }
+    json.EndObject();
+    text.shrink_to_fit();
+    return text;
 }
 
-bool WriteDriveDocument(const std::vector<const std::string*>& drives,
-                        const std::vector<std::pair<std::string, std::string>>& errors,
-                        const DriveCounts& summary, const Writer& write) {
-    const Json counts = {
-        {"drives", summary.m_Drives},   {"failing", summary.m_Failing},
-        {"worn", summary.m_Worn},       {"unknown_lifetime", summary.m_UnknownLifetime},
-        {"refused", summary.m_Refused},
-    };
-    const auto driveText = [](const std::string* drive) -> const std::string& { return *drive; };
-    const auto errorText = [](const auto& error) {
-        return Dump({{"file", error.first}, {"reason", error.second}});
-    };
-    return write("{\n  \"format\": \"pitool drive\",\n  \"version\": " + std::to_string(FORMAT_VERSION) +
-                 ",\n") &&
-           WriteList("drives", drives, write, driveText) && WriteList("errors", errors, write, errorText) &&
-           write("  \"summary\": " + LayOut(Dump(counts), 1) + "\n}\n");
+void AddForecast(const PI::CWearForecast& forecast, bool isSolidState, JsonWriter& json) {
+    json.BeginObject();
+    json.Name("hours_to_worn");
+    AddOptional(forecast.GetHours(), json);
+    json.Name("low");
+    AddOptional(forecast.GetLow(), json);
+    json.Name("high");
+    AddOptional(forecast.GetHigh(), json);
+    json.Name("basis").TextOrNull(BasisText(forecast.GetBasis()));
+    json.Name("reason").TextOrNull(isSolidState ? forecast.GetReason() : "rotating disk");
+    json.EndObject();
 }
 
 }  // namespace pitool

@@ -1,34 +1,27 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Drives as JSON, in the shape that docs/pitool-drive-json.md describes.
+/// Drives as JSON, in the shape that docs/pitool-json.md describes.
 #pragma once
 
-#include "drive_assessment.h"
-#include "drive_events.h"
-#include "drive_ranking.h"
+#include "drive_summary.h"
+#include "event.h"
 
-#include <functional>
+#include <pi/exchange/smartctl.h>
+
 #include <string>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 namespace pitool {
 
-/// One drive as a compact JSON object; ASCII only.
+class JsonWriter;
+
+/// One drive as an element of the document's list.
+/// @param drive, health of the report
 /// @param events those of the drive; null when they are not wanted
-std::string DriveJson(const DriveAssessment& drive, const std::vector<RenderedEvent>* events = nullptr);
+std::string DriveJson(const DriveSummary& drive, const PI::CDriveReport& report, const DecidedHealth& health,
+                      const std::vector<RenderedEvent>* events);
 
-/// Takes a piece of output; false when it could not be written.
-using Writer = std::function<bool(std::string_view)>;
-
-/// Writes the whole document, indented, piece by piece: the whole text never stands in memory.
-///
-/// @param drives as DriveJson gives them, in the order wanted
-/// @param errors inputs that were refused, with the reasons
-/// @return false as soon as a piece could not be written
-bool WriteDriveDocument(const std::vector<const std::string*>& drives,
-                        const std::vector<std::pair<std::string, std::string>>& errors,
-                        const DriveCounts& summary, const Writer& write);
+/// Adds a forecast as an object.
+void AddForecast(const PI::CWearForecast& forecast, bool isSolidState, JsonWriter& json);
 
 }  // namespace pitool

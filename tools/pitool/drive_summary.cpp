@@ -20,13 +20,10 @@ namespace Value = PI::PropertyValue;
 constexpr PI::_HEALTH_FIGURE ERRORS[] = {Figure::REALLOCATED_SECTORS, Figure::PENDING_SECTORS,
                                          Figure::UNCORRECTABLE_SECTORS, Figure::MEDIA_ERRORS};
 
-constexpr int STATES_WORST_FIRST[] = {PI::DriveState::FAILED, PI::DriveState::REPLACE, PI::DriveState::LOOK,
-                                      PI::DriveState::UNKNOWN, PI::DriveState::GOOD};
-
 // Reasons for the same state, the weightiest first (judgement). First what the drive says of itself; then
 // data that is lost already; then sectors that were saved; then what can be planned for, reserve before wear,
 // since a drive without reserve stops and a worn one goes on for long; last what is over, or passes.
-constexpr int FIGURES_WEIGHTIEST_FIRST[] = {
+constexpr PI::_HEALTH_FIGURE FIGURES_WEIGHTIEST_FIRST[] = {
     Figure::VERDICT,
     Figure::CRITICAL_WARNING,
     Figure::ATTRIBUTES_BELOW_THRESHOLD,
@@ -41,8 +38,8 @@ constexpr int FIGURES_WEIGHTIEST_FIRST[] = {
     Figure::TEMPERATURE,
 };
 
-template <std::size_t Size>
-std::ptrdiff_t PlaceOf(int wanted, const int (&list)[Size]) {
+template <class Item, std::size_t Size>
+std::ptrdiff_t PlaceOf(Item wanted, const Item (&list)[Size]) {
     return std::find(std::begin(list), std::end(list), wanted) - std::begin(list);
 }
 
@@ -124,6 +121,43 @@ SummaryFigure DriveSummary::GetTemperatureLimit() const {
     return !limit.HasValue() || (critical.HasValue() && critical.m_Value < limit.m_Value) ? critical : limit;
 }
 
+bool DriveSummary::IsFailing() const {
+    return GetFigure(Figure::VERDICT).m_Value == 1;
+}
+
+bool DriveSummary::IsWorn() const {
+    const SummaryFigure wear = GetFigure(Figure::WEAR);
+    return wear.IsKnown() && wear.m_Value >= WORN_PERCENT;
+}
+
+std::optional<std::int64_t> DriveSummary::ExceededLimit() const {
+    const SummaryFigure temperature = GetFigure(Figure::TEMPERATURE);
+    for (const PI::_HEALTH_FIGURE id : {Figure::TEMPERATURE_LIMIT, Figure::CRITICAL_TEMPERATURE}) {
+        const SummaryFigure limit = GetFigure(id);
+        if (temperature.IsKnown() && limit.IsKnown() && temperature.m_Value > limit.m_Value) {
+            return limit.m_Value;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<PI::CRemainingLifetime> DriveSummary::GetLifetime() const {
+    constexpr std::int64_t WORN_OUT = 100;  // the estimate makes no difference above it
+    const SummaryFigure wear = GetFigure(Figure::WEAR);
+    const SummaryFigure written = GetFigure(Figure::BYTES_WRITTEN);
+    const SummaryFigure rated = GetFigure(Figure::RATED_TERABYTES);
+    const SummaryFigure hours = GetFigure(Figure::POWER_ON_HOURS);
+    const bool isTold = wear.IsKnown() || (rated.HasValue() && written.HasValue());
+    if (!m_SolidState || !isTold || !hours.HasValue()) {
+        return std::nullopt;
+    }
+    const PI::CRemainingLifetime lifetime(
+        static_cast<std::uint64_t>(hours.m_Value), static_cast<std::uint64_t>(written.m_Value),
+        wear.IsKnown() ? static_cast<std::uint32_t>(std::min(wear.m_Value, WORN_OUT)) : 0,
+        static_cast<std::uint64_t>(rated.m_Value));
+    return lifetime.IsKnown() ? std::optional(lifetime) : std::nullopt;
+}
+
 PI::CWearReading DriveSummary::GetReading() const {
     PI::CWearReading reading;
     if (const SummaryFigure hours = GetFigure(Figure::POWER_ON_HOURS); hours.IsKnown()) {
@@ -147,17 +181,32 @@ PI::CWearForecast DriveSummary::GetForecast() const {
     return PI::CWearForecast({GetReading()}, rated.IsKnown() ? static_cast<std::uint64_t>(rated.m_Value) : 0);
 }
 
+DecidedHealth::DecidedHealth(const PI::CDriveHealth& health)
+    : m_Figures(health.GetFigures()), m_Reasons(health.GetReasons()) {
+    const auto weight = [](const PI::CHealthReason& reason) {
+        return std::make_pair(PlaceOf(reason.GetState(), STATES_WORST_FIRST),
+                              PlaceOf(reason.GetFigure().GetFigure(), FIGURES_WEIGHTIEST_FIRST));
+    };
+    std::stable_sort(m_Reasons.begin(), m_Reasons.end(),
+                     [&weight](const PI::CHealthReason& left, const PI::CHealthReason& right) {
+                         return weight(left) < weight(right);
+                     });
+}
+
 DriveSummary Summarize(std::string_view file, const PI::CDriveReport& report) {
-    const PI::CDriveHealth& health = report.GetHealth();
+    return Summarize(file, report, DecidedHealth(report.GetHealth()));
+}
+
+DriveSummary Summarize(std::string_view file, const PI::CDriveReport& report, const DecidedHealth& health) {
     const int medium = MediumOf(report);
-    const std::vector<PI::CHealthReason> reasons = WeighedReasons(health);
+    const PI::CHealthReason& weightiest = health.GetReasons().front();
     const std::string kind = KindOf(report, medium);
-    const std::string reason = reasons.front().GetText();
+    const std::string reason = weightiest.GetText();
 
     DriveSummary summary;
     summary.m_SolidState = medium == Value::SSD;
-    summary.m_State = health.GetState();
-    summary.m_ReasonFigure = reasons.front().GetFigure().GetFigure();
+    summary.m_State = weightiest.GetState();
+    summary.m_ReasonFigure = weightiest.GetFigure().GetFigure();
     summary.m_Capacity = report.GetCapacity();
     summary.m_Time = report.GetTime();
     // In the order of TextIndex.
@@ -178,7 +227,7 @@ DriveSummary Summarize(std::string_view file, const PI::CDriveReport& report) {
         if (id == Figure::WEAR && !summary.m_SolidState) {
             continue;
         }
-        const PI::CHealthFigure figure = health.GetFigure(id);
+        const PI::CHealthFigure& figure = health.GetFigure(id);
         summary.m_Values[i] = figure.GetValue();
         summary.m_States[i] = static_cast<std::uint8_t>(figure.GetState());
     }
@@ -187,19 +236,6 @@ DriveSummary Summarize(std::string_view file, const PI::CDriveReport& report) {
 
 bool IsWorse(const DriveSummary& left, const DriveSummary& right) {
     return RankOf(left) < RankOf(right);
-}
-
-std::vector<PI::CHealthReason> WeighedReasons(const PI::CDriveHealth& health) {
-    std::vector<PI::CHealthReason> reasons = health.GetReasons();
-    const auto weight = [](const PI::CHealthReason& reason) {
-        return std::make_pair(PlaceOf(reason.GetState(), STATES_WORST_FIRST),
-                              PlaceOf(reason.GetFigure().GetFigure(), FIGURES_WEIGHTIEST_FIRST));
-    };
-    std::stable_sort(reasons.begin(), reasons.end(),
-                     [&weight](const PI::CHealthReason& left, const PI::CHealthReason& right) {
-                         return weight(left) < weight(right);
-                     });
-    return reasons;
 }
 
 int MediumOf(const PI::CDriveReport& report) {

@@ -5,16 +5,22 @@
 
 #include <pi/drive_health.h>
 #include <pi/exchange/smartctl.h>
+#include <pi/remaining_lifetime.h>
 #include <pi/wear_forecast.h>
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace pitool {
+
+/// Wear, in percent, from which a drive counts as worn.
+constexpr std::int64_t WORN_PERCENT = 90;
 
 /// A figure as lists need it; why it is unknown or doubtful, only the sheet of its drive says.
 struct SummaryFigure {
@@ -24,6 +30,22 @@ struct SummaryFigure {
     bool HasValue() const { return m_State != PI::FigureState::UNKNOWN; }
     bool IsKnown() const { return m_State == PI::FigureState::KNOWN; }
     bool IsDoubtful() const { return m_State == PI::FigureState::DOUBTFUL; }
+};
+
+/// What a report tells of a drive's health, decided once: the library decides anew whenever it is asked.
+class DecidedHealth {
+public:
+    explicit DecidedHealth(const PI::CDriveHealth& health);
+
+    const PI::CHealthFigure& GetFigure(PI::_HEALTH_FIGURE figure) const {
+        return m_Figures.at(static_cast<std::size_t>(figure) - 1);
+    }
+    /// Why the drive is in its state, the weightiest first, as IsWorse weighs them; never empty.
+    const std::vector<PI::CHealthReason>& GetReasons() const { return m_Reasons; }
+
+private:
+    std::vector<PI::CHealthFigure> m_Figures;  ///< in the order of their numbers
+    std::vector<PI::CHealthReason> m_Reasons;
 };
 
 /// What lists say of one drive: a value of some 500 bytes, since those of all drives are kept until the last
@@ -50,6 +72,15 @@ public:
     /// Sectors reallocated, pending and uncorrectable, and media errors: the sum of those that have a value,
     /// doubtful where one of them is.
     SummaryFigure GetErrors() const;
+    /// The drive's own verdict is that it fails; a warning, as of its temperature, is not.
+    bool IsFailing() const;
+    /// The wear is known, not doubtful, and WORN_PERCENT or more.
+    bool IsWorn() const;
+    /// The limit that the drive is hotter than, of those that it states; none where it is not.
+    std::optional<std::int64_t> ExceededLimit() const;
+    /// The prescribed estimate of the lifetime, with a doubtful wear left out as if it were unknown; none for
+    /// rotating disks, new drives, and where the figures are missing.
+    std::optional<PI::CRemainingLifetime> GetLifetime() const;
     /// Of TEMPERATURE_LIMIT and CRITICAL_TEMPERATURE the lower one that has a value.
     SummaryFigure GetTemperatureLimit() const;
     std::uint64_t GetCapacity() const { return m_Capacity; }  ///< bytes; 0 when unknown
@@ -62,8 +93,13 @@ public:
     /// The forecast of this single reading.
     PI::CWearForecast GetForecast() const;
 
+    /// What an output keeps of the report beyond this.
+    const std::string& GetDetail() const { return m_Detail; }
+    void SetDetail(std::string detail) { m_Detail = std::move(detail); }
+
 private:
-    friend DriveSummary Summarize(std::string_view file, const PI::CDriveReport& report);
+    friend DriveSummary Summarize(std::string_view file, const PI::CDriveReport& report,
+                                  const DecidedHealth& health);
 
     enum TextIndex : std::uint8_t { FILE, DEVICE, MODEL, SERIAL, FIRMWARE, KIND, REASON, TEXTS };
     static constexpr std::size_t FIGURES = PI::HealthFigure::UNSAFE_SHUTDOWNS;
@@ -71,6 +107,7 @@ private:
     std::string_view Text(TextIndex index) const;
 
     std::string m_Texts;  ///< one after another: a string each would take three times the memory
+    std::string m_Detail;
     std::array<std::uint32_t, TEXTS> m_Ends{};
     std::array<std::int64_t, FIGURES> m_Values{};
     std::array<std::uint8_t, FIGURES> m_States{};
@@ -81,14 +118,18 @@ private:
     bool m_SolidState = false;
 };
 
+/// The states, in the order in which drives need attention.
+constexpr PI::_DRIVE_STATE STATES_WORST_FIRST[] = {PI::DriveState::FAILED, PI::DriveState::REPLACE,
+                                                   PI::DriveState::LOOK, PI::DriveState::UNKNOWN,
+                                                   PI::DriveState::GOOD};
+
+/// @param health of the report
+DriveSummary Summarize(std::string_view file, const PI::CDriveReport& report, const DecidedHealth& health);
 DriveSummary Summarize(std::string_view file, const PI::CDriveReport& report);
 
 /// Whether a drive needs attention before another. Equal ones stay in the order of their files: sort with
 /// std::stable_sort.
 bool IsWorse(const DriveSummary& left, const DriveSummary& right);
-
-/// Why a drive is in its state, the weightiest first, as IsWorse weighs them.
-std::vector<PI::CHealthReason> WeighedReasons(const PI::CDriveHealth& health);
 
 /// PropertyValue::SSD or HDD. Where the report does not tell, listed models and drives that count wear are
 /// solid-state drives, and others count as rotating disks: those of before 2008 do not say that they rotate.

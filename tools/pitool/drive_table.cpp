@@ -2,134 +2,244 @@
 
 #include "drive_table.h"
 
-#include "drive_sheet.h"
-#include "printable_text.h"
-#include "text_table.h"
-#include "wrapped_text.h"
+#include "by_model.h"
+#include "drive_figures.h"
+#include "print/table.h"
 
-#include <array>
-#include <cstddef>
-#include <string_view>
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <tuple>
 
 namespace pitool {
 namespace {
 
-namespace ID = PI::PropertyID;
+namespace Figure = PI::HealthFigure;
 
-constexpr std::array<std::string_view, DRIVE_COLUMNS> HEADINGS = {
-    "DRIVE", "MODEL", "KIND", "CAPACITY", "POWER-ON", "STATE", "WEAR (COUNTS UP)", "LIFETIME (COUNTS DOWN)"};
+constexpr const char* NOTHING = "-";
+constexpr std::size_t LONGEST_NAME =
+    26;  // of a cell on a screen: most models fit, and odd ones cost no column
 
-/// Short text of a figure: the reason for a missing one is only told where it matters most.
-std::string ShortText(const DriveAssessment& drive, PI::_PROPERTY_ID id) {
-    const Figure& figure = FindFigure(drive, id);
-    if (figure.HasValue()) {
-        return FigureValueText(figure);
-    }
-    return figure.m_Applicable ? "unknown" : "-";
+/// What a cell shows.
+struct Content {
+    std::string m_Text;
+    bool m_Warning = false;
+};
+
+Content TextContent(std::string_view text) {
+    return {PrintableText(text)};
 }
 
-std::string LifetimeText(const DriveAssessment& drive) {
-    const Figure& figure = FindFigure(drive, ID::REMAINING_HOURS);
-    return figure.HasValue() ? FigureValueText(figure) + ", " + drive.m_Lifetime.m_Basis : FigureText(figure);
+std::string Marked(std::string text, const SummaryFigure& figure) {
+    return figure.IsDoubtful() ? text + "?" : text;
 }
 
-std::vector<Cell> HeadingCells() {
-    std::vector<Cell> cells;
-    cells.reserve(DRIVE_COLUMNS);
-    for (const std::string_view heading : HEADINGS) {
-        cells.push_back({heading, Style::HEADING});
-    }
-    return cells;
+Content Reason(const DriveSummary& drive) {
+    const bool isSaid = drive.GetState() != PI::DriveState::GOOD;
+    return isSaid ? TextContent(drive.GetReason()) : Content{NOTHING};
 }
 
-/// The cells of a row in place of those that a list held before: rows are many.
-void Split(const DriveRow& row, std::vector<Cell>& cells) {
-    std::string_view rest = row.m_Text;
-    cells.resize(DRIVE_COLUMNS);
-    for (std::size_t i = 0; i < DRIVE_COLUMNS; ++i) {
-        cells[i] = {rest.substr(0, rest.find('\n')), row.m_Styles[i]};
-        rest.remove_prefix(cells[i].m_Text.size() + 1);
-    }
+Content Age(const DriveSummary& drive) {
+    const SummaryFigure hours = drive.GetFigure(Figure::POWER_ON_HOURS);
+    return {hours.HasValue() ? Marked(AgeText(static_cast<std::uint64_t>(hours.m_Value)), hours) : NOTHING};
 }
 
-/// The lines of a drive in a list: a heading and its cell in each.
-std::array<std::vector<Cell>, DRIVE_COLUMNS - 1> ListLines(const std::vector<Cell>& cells) {
-    std::array<std::vector<Cell>, DRIVE_COLUMNS - 1> lines;
-    for (std::size_t i = 1; i < DRIVE_COLUMNS; ++i) {
-        lines[i - 1] = {{HEADINGS[i]}, cells[i]};
-    }
-    return lines;
+Content Wear(const DriveSummary& drive) {
+    const SummaryFigure wear = drive.GetFigure(Figure::WEAR);
+    return {wear.HasValue() ? Marked(std::to_string(wear.m_Value) + " %", wear) : NOTHING, drive.IsWorn()};
 }
 
-/// The drives one below the other, their files as headings.
-std::string DriveList(const std::vector<const DriveRow*>& rows, const Screen& screen) {
-    constexpr std::size_t INDENT = 2;
-    TextTable table(screen, INDENT);
-    std::vector<Cell> cells;
-    for (const DriveRow* row : rows) {
-        Split(*row, cells);
-        for (const std::vector<Cell>& line : ListLines(cells)) {
-            table.Measure(line);
-        }
-    }
-    table.Fit();
-    std::string list;
-    for (const DriveRow* row : rows) {
-        Split(*row, cells);
-        AddWrapped("", "", cells.front().m_Text, Style::HEADING, screen, list);
-        for (const std::vector<Cell>& line : ListLines(cells)) {
-            table.AddLine(line, list);
-        }
-        list += '\n';
-    }
-    return list;
+Content Life(const DriveSummary& drive) {
+    const PI::CWearForecast forecast = drive.GetForecast();
+    return {LifeText(forecast), forecast.GetState() == PI::WearForecastState::WORN};
 }
+
+Content Temperature(const DriveSummary& drive) {
+    const SummaryFigure now = drive.GetFigure(Figure::TEMPERATURE);
+    const SummaryFigure limit = drive.GetTemperatureLimit();
+    if (!now.HasValue()) {
+        return {NOTHING};
+    }
+    return {Marked(std::to_string(now.m_Value) +
+                       (limit.HasValue() ? "/" + std::to_string(limit.m_Value) : "") + " C",
+                   now),
+            drive.ExceededLimit().has_value()};
+}
+
+Content Errors(const DriveSummary& drive) {
+    const SummaryFigure errors = drive.GetErrors();
+    return {errors.HasValue() ? Marked(std::to_string(errors.m_Value), errors) : NOTHING};
+}
+
+Content Size(const DriveSummary& drive) {
+    const std::string size = SizeText(drive.GetCapacity());
+    return {size.empty() ? NOTHING : size};
+}
+
+/// Ways to put drives in order, each by a number, the smallest first, or by a text.
+using NumberKey = std::optional<double> (*)(const DriveSummary& drive);
+using TextKey = std::string_view (*)(const DriveSummary& drive);
+
+std::optional<double> Largest(const SummaryFigure& figure) {
+    return figure.HasValue() ? std::optional(-static_cast<double>(figure.m_Value)) : std::nullopt;
+}
+
+std::optional<double> LargestSize(const DriveSummary& drive) {
+    return drive.GetCapacity() != 0 ? std::optional(-static_cast<double>(drive.GetCapacity())) : std::nullopt;
+}
+
+std::optional<double> ShortestLife(const DriveSummary& drive) {
+    const PI::CWearForecast forecast = drive.GetForecast();
+    const std::optional<std::uint64_t> hours = forecast.GetHours() ? forecast.GetHours() : forecast.GetLow();
+    return hours ? std::optional(static_cast<double>(*hours)) : std::nullopt;
+}
+
+template <PI::_HEALTH_FIGURE FIGURE>
+std::optional<double> LargestFigure(const DriveSummary& drive) {
+    return Largest(drive.GetFigure(FIGURE));
+}
+
+std::optional<double> MostErrors(const DriveSummary& drive) {
+    return Largest(drive.GetErrors());
+}
+
+/// A column of the table, which is also a way to sort.
+struct DriveColumn {
+    const char* m_Heading;
+    Align m_Align;
+    int m_LeaveOut;  ///< as Column has it
+    Content (*m_Content)(const DriveSummary& drive);
+    const char* m_Key;  ///< null: no way to sort
+    NumberKey m_Number;
+    TextKey m_SortText;
+};
+
+// Left out first is what the sheet of a drive says just as well, last what finds it.
+constexpr DriveColumn COLUMNS[] = {
+    {"STATE", Align::LEFT, 0,
+     [](const DriveSummary& drive) { return TextContent(StateWord(drive.GetState())); }, "state", nullptr,
+     nullptr},
+    {"MODEL", Align::LEFT, 1, [](const DriveSummary& drive) { return TextContent(drive.GetModel()); },
+     "model", nullptr, [](const DriveSummary& drive) { return drive.GetModel(); }},
+    {"SERIAL", Align::LEFT, 4, [](const DriveSummary& drive) { return TextContent(drive.GetSerial()); },
+     "serial", nullptr, [](const DriveSummary& drive) { return drive.GetSerial(); }},
+    {"SIZE", Align::RIGHT, 6, Size, "size", LargestSize, nullptr},
+    {"AGE", Align::RIGHT, 3, Age, "age", LargestFigure<Figure::POWER_ON_HOURS>, nullptr},
+    {"WEAR", Align::RIGHT, 2, Wear, "wear", LargestFigure<Figure::WEAR>, nullptr},
+    {"LIFE LEFT", Align::LEFT, 8, Life, "life", ShortestLife, nullptr},
+    {"TEMP", Align::RIGHT, 7, Temperature, "temperature", LargestFigure<Figure::TEMPERATURE>, nullptr},
+    {"ERRORS", Align::RIGHT, 5, Errors, "errors", MostErrors, nullptr},
+    {"REASON", Align::LEFT, 9, Reason, nullptr, nullptr, nullptr},
+    {"FILE", Align::LEFT, 0, [](const DriveSummary& drive) { return TextContent(drive.GetFile()); }, "file",
+     nullptr, [](const DriveSummary& drive) { return drive.GetFile(); }},
+};
 
 }  // namespace
 
-DriveRow MakeDriveRow(const DriveAssessment& drive) {
-    DriveRow row;
-    std::size_t column = 0;
-    const auto add = [&](const std::string& cell, Style style) {
-        row.m_Text += cell + "\n";
-        row.m_Styles[column++] = style;
-    };
-    const auto addFigure = [&](PI::_PROPERTY_ID id) {
-        add(ShortText(drive, id), FigureStyle(drive, FindFigure(drive, id)));
-    };
-    add(PrintableText(drive.m_File), Style::PLAIN);
-    addFigure(ID::PRODUCT);
-    add(drive.m_Kind, Style::PLAIN);
-    addFigure(ID::PHYSICAL_SIZE);
-    addFigure(ID::POWERON_HOURS);
-    add(PI::DriveStateToString(drive.m_State), StateStyle(drive.m_State));
-    addFigure(ID::RATED_ENDURANCE_PERCENT);
-    add(LifetimeText(drive), FigureStyle(drive, FindFigure(drive, ID::REMAINING_HOURS)));
-    row.m_Text.shrink_to_fit();
-    return row;
+std::vector<std::string> SortKeys() {
+    std::vector<std::string> keys;
+    for (const DriveColumn& column : COLUMNS) {
+        if (column.m_Key != nullptr) {
+            keys.emplace_back(column.m_Key);
+        }
+    }
+    return keys;
 }
 
-std::string DriveTable(const std::vector<const DriveRow*>& rows, const Screen& screen) {
-    TextTable table(screen, 0);
-    const std::vector<Cell> headings = HeadingCells();
-    table.Measure(headings);
-    std::vector<Cell> cells;
-    for (const DriveRow* row : rows) {
-        Split(*row, cells);
-        table.Measure(cells);
+void SortDrives(const std::string& key, DriveList& drives) {
+    std::stable_sort(drives.begin(), drives.end(), [](const DriveSummary* left, const DriveSummary* right) {
+        return IsWorse(*left, *right);
+    });
+    const auto column = std::find_if(std::begin(COLUMNS), std::end(COLUMNS), [&key](const DriveColumn& each) {
+        return each.m_Key != nullptr && key == each.m_Key;
+    });
+    if (column == std::end(COLUMNS) || (column->m_Number == nullptr && column->m_SortText == nullptr)) {
+        return;
     }
-    if (!table.Fit()) {
-        return DriveList(rows, screen);
+    // What is unknown last, then the number, then the text.
+    std::vector<std::tuple<bool, double, std::string_view, const DriveSummary*>> keyed;
+    keyed.reserve(drives.size());
+    for (const DriveSummary* drive : drives) {
+        const std::string_view text = column->m_SortText != nullptr ? column->m_SortText(*drive) : "";
+        const std::optional<double> number =
+            column->m_Number != nullptr ? column->m_Number(*drive) : std::nullopt;
+        keyed.emplace_back(!number && text.empty(), number.value_or(0), text, drive);
     }
-    std::string text;
-    table.AddLine(headings, text);
-    text += table.IsTall() ? "\n" : "";
-    for (const DriveRow* row : rows) {
-        Split(*row, cells);
-        table.AddLine(cells, text);
-        text += table.IsTall() ? "\n" : "";
+    const auto rank = [](const auto& item) {
+        return std::tie(std::get<0>(item), std::get<1>(item), std::get<2>(item));
+    };
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [&rank](const auto& left, const auto& right) { return rank(left) < rank(right); });
+    std::transform(keyed.begin(), keyed.end(), drives.begin(),
+                   [](const auto& item) { return std::get<3>(item); });
+}
+
+void StateCounts::Add(PI::_DRIVE_STATE state) {
+    ++m_Drives;
+    ++m_InState[state];
+}
+
+std::string StateCounts::Text() const {
+    constexpr std::pair<PI::_DRIVE_STATE, const char*> WORDS[] = {
+        {PI::DriveState::FAILED, " failed"},   {PI::DriveState::REPLACE, " to replace"},
+        {PI::DriveState::LOOK, " to look at"}, {PI::DriveState::UNKNOWN, " unknown"},
+        {PI::DriveState::GOOD, " good"},
+    };
+    std::string text = std::to_string(m_Drives) + (m_Drives == 1 ? " drive" : " drives");
+    const char* separator = ": ";
+    for (const auto& [state, words] : WORDS) {
+        if (m_InState[state] != 0) {
+            text += separator + std::to_string(m_InState[state]) + words;
+            separator = ", ";
+        }
     }
     return text;
+}
+
+std::string DriveTable(const DriveList& drives, const Screen& screen) {
+    std::vector<Column> columns;
+    for (const DriveColumn& column : COLUMNS) {
+        columns.push_back({column.m_Heading, column.m_Align, column.m_LeaveOut,
+                           column.m_SortText != nullptr ? LONGEST_NAME : 0});
+    }
+    Table table(std::move(columns), Table::LastColumn::CUT_IN_FRONT);
+    for (const DriveSummary* drive : drives) {
+        for (const DriveColumn& column : COLUMNS) {
+            const Content content = column.m_Content(*drive);
+            const Style style = &column == std::begin(COLUMNS) ? StateStyle(drive->GetState())
+                                : content.m_Warning            ? Style::WARNING
+                                : content.m_Text == NOTHING    ? Style::FAINT
+                                                               : Style::PLAIN;
+            table.Add(content.m_Text.empty() ? NOTHING : content.m_Text, style);
+        }
+    }
+    return table.Text(screen);
+}
+
+std::string ModelTable(const DriveList& drives, const Screen& screen) {
+    Table table({{"FAILED", Align::RIGHT},
+                 {"LOOK", Align::RIGHT, 4},
+                 {"DRIVES", Align::RIGHT},
+                 {"MEDIAN AGE", Align::RIGHT, 1},
+                 {"MEDIAN WEAR", Align::RIGHT, 2},
+                 {"HIGHEST WEAR", Align::RIGHT, 3},
+                 {"MODEL"}});
+    const auto addCount = [&table](std::size_t count, Style style) {
+        table.Add(count != 0 ? std::to_string(count) : NOTHING, count != 0 ? style : Style::FAINT);
+    };
+    const auto addPercent = [&table](const std::optional<std::int64_t>& wear) {
+        table.Add(wear ? std::to_string(*wear) + " %" : NOTHING, wear ? Style::PLAIN : Style::FAINT);
+    };
+    for (const ModelCounts& model : CountByModel(drives)) {
+        addCount(model.m_Failed, Style::FAILING);
+        addCount(model.m_Look, Style::WARNING);
+        addCount(model.m_Drives, Style::PLAIN);
+        table.Add(model.m_MedianHours ? AgeText(static_cast<std::uint64_t>(*model.m_MedianHours)) : NOTHING);
+        addPercent(model.m_MedianWear);
+        addPercent(model.m_HighestWear);
+        table.Add(model.m_Model.empty() ? NOTHING : PrintableText(model.m_Model));
+    }
+    return table.Text(screen);
 }
 
 }  // namespace pitool

@@ -1,32 +1,41 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Several drives as a table.
+/// Many drives for people: a line each, or a line a model.
 #pragma once
 
-#include "drive_assessment.h"
-#include "print/style.h"
+#include "drive_summary.h"
 #include "print/terminal.h"
 
-#include <array>
 #include <cstddef>
 #include <string>
 #include <vector>
 
 namespace pitool {
 
-constexpr std::size_t DRIVE_COLUMNS = 8;
+using DriveList = std::vector<const DriveSummary*>;
 
-/// The cells of a line. One text takes a fraction of the memory of a list, and those of all drives are kept
-/// until the last one is read.
-struct DriveRow {
-    std::string m_Text;                           ///< printable, a line feed behind each cell
-    std::array<Style, DRIVE_COLUMNS> m_Styles{};  ///< of the cells
+/// Names that SortDrives knows.
+std::vector<std::string> SortKeys();
+
+/// Puts drives in order: by "state" the worst first; by a text as its characters; by a number the largest
+/// first, by life left the shortest. What is unknown comes last; what is equal, the worst first.
+/// @param key one of SortKeys
+void SortDrives(const std::string& key, DriveList& drives);
+
+/// How many drives there are in each state.
+struct StateCounts {
+    std::size_t m_Drives = 0;
+    std::size_t m_InState[PI::DriveState::FAILED + 1] = {};
+
+    void Add(PI::_DRIVE_STATE state);
+    /// "5 drives: 1 failed, 4 good".
+    std::string Text() const;
 };
 
-DriveRow MakeDriveRow(const DriveAssessment& drive);
+/// Headings and a line each, in the order given.
+std::string DriveTable(const DriveList& drives, const Screen& screen);
 
-/// The headings and the rows in the order given, in columns as wide as their contents or as the screen
-/// allows. Where that is too narrow for columns, each drive is a list of its own.
-std::string DriveTable(const std::vector<const DriveRow*>& rows, const Screen& screen = {});
+/// Headings and a line a model.
+std::string ModelTable(const DriveList& drives, const Screen& screen);
 
 }  // namespace pitool

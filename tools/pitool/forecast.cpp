@@ -2,7 +2,9 @@
 
 #include "commands.h"
 
+#include "drive_figures.h"
 #include "drive_identity.h"
+#include "drive_json.h"
 #include "print/json.h"
 #include "print/output.h"
 #include "print/table.h"
@@ -62,16 +64,6 @@ bool IsWornEarlier(const DriveForecast& left, const DriveForecast& right) {
     return rank(left) < rank(right);
 }
 
-const char* BasisText(PI::_WEAR_FORECAST_BASIS basis) {
-    switch (basis) {
-        case PI::WearForecastBasis::AGE: return "age";
-        case PI::WearForecastBasis::RECENT: return "recent pace";
-        case PI::WearForecastBasis::BYTES_WRITTEN: return "bytes written";
-        case PI::WearForecastBasis::NONE: break;
-    }
-    return "";
-}
-
 template <class Value>
 void AddNumber(JsonWriter& json, const char* name, const std::optional<Value>& value) {
     json.Name(name);
@@ -96,13 +88,8 @@ std::string ForecastJson(const std::vector<DriveForecast>& drives, const DriveRe
         json.Name("readings").Number(std::uint64_t{drive.m_Readings});
         AddFigure(json, "wear", drive.m_Drive.GetFigure(Figure::WEAR));
         AddFigure(json, "hours", drive.m_Drive.GetFigure(Figure::POWER_ON_HOURS));
-        json.Name("forecast").BeginObject();
-        AddNumber(json, "hours_to_worn", drive.m_Forecast.GetHours());
-        AddNumber(json, "low", drive.m_Forecast.GetLow());
-        AddNumber(json, "high", drive.m_Forecast.GetHigh());
-        json.Name("basis").TextOrNull(BasisText(drive.m_Forecast.GetBasis()));
-        json.Name("reason").TextOrNull(drive.Reason());
-        json.EndObject();
+        json.Name("forecast");
+        AddForecast(drive.m_Forecast, drive.m_Drive.IsSolidState(), json);
         json.EndObject();
     }
     json.EndList();

@@ -2,14 +2,22 @@
 
 #include "input_files.h"
 
+#include "print/output.h"
+
 #include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <iterator>
+#include <string_view>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 namespace pitool {
 namespace {
@@ -17,71 +25,125 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t READ_STEP = std::size_t{256} * 1024;
+constexpr int PATIENCE_MS = 5000;  // judgement: long enough for a writer that starts at the same time
 
-bool ReadDescriptor(int descriptor, std::string& text, std::string& reason) {
-    std::size_t length = 0;
-    for (;;) {
+/// Whether there is something to read, or its end, before the time is over.
+bool IsReady(int descriptor, int milliseconds) {
+    pollfd wait = {descriptor, POLLIN, 0};
+    return poll(&wait, 1, milliseconds) != 0;
+}
+
+/// @param size of a regular file; 0 where it is none, or not known
+/// @param file for a warning
+bool ReadDescriptor(int descriptor, std::size_t size, const std::string& file, std::string& text,
+                    std::string& reason) {
+    bool isLate = size == 0 && !IsReady(descriptor, PATIENCE_MS);
+    const auto warn = [&] { ReportFileWarning(file, "nothing to read yet, still waiting"); };
+    if (isLate && file == STANDARD_INPUT) {
+        warn();
+    }
+    text.resize(size != 0 ? std::min(size, MAX_INPUT_SIZE + 1) : READ_STEP);
+    for (std::size_t length = 0;;) {
         if (length == text.size()) {
-            text.resize(std::min(std::max(length * 2, READ_STEP), MAX_INPUT_SIZE + 1));
+            text.resize(std::min(length * 2, MAX_INPUT_SIZE + 1));
         }
         const ssize_t count = read(descriptor, text.data() + length, text.size() - length);
-        if (count < 0 && errno == EINTR) {
+        if (count < 0 && (errno == EINTR || errno == EAGAIN)) {
+            if (std::exchange(isLate, false)) {
+                warn();
+            }
+            IsReady(descriptor, -1);
             continue;
         }
         if (count < 0) {
             reason = std::strerror(errno);
             return false;
         }
+        if (count == 0 && isLate && file != STANDARD_INPUT) {
+            reason = "nothing writes to this pipe";
+            return false;
+        }
+        isLate = false;
         length += static_cast<std::size_t>(count);
         if (length > MAX_INPUT_SIZE) {
             reason = "larger than 64 mebibytes";
             return false;
         }
-        if (count == 0) {
+        if (count == 0 || length == size) {
             text.resize(length);
             return true;
         }
     }
 }
 
-}  // namespace
+bool IsReport(const std::string& name) {
+    constexpr std::string_view ENDINGS[] = {".json", ".txt", ".gz"};
+    return std::any_of(std::begin(ENDINGS), std::end(ENDINGS), [&name](std::string_view ending) {
+        return name.size() > ending.size() &&
+               name.compare(name.size() - ending.size(), ending.size(), ending) == 0;
+    });
+}
 
-bool ExpandArgument(const std::string& argument, std::vector<std::string>& files, std::string& reason) {
-    files.clear();
+/// @return whether something was found, or refused
+bool WalkFolder(const fs::path& folder, const std::function<void(const std::string& file)>& take,
+                const std::function<void(const std::string& folder, const std::string& reason)>& refuse) {
+    std::vector<std::pair<std::string, bool>> entries;  // name, and whether it is a folder
     std::error_code error;
-    if (argument == STANDARD_INPUT || !fs::is_directory(argument, error)) {
-        files.push_back(argument);
-        return true;
-    }
-    fs::directory_iterator entry(argument, error);
+    fs::directory_iterator entry(folder, error);
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
         std::error_code ignored;
-        if (entry->path().extension() == ".json" && entry->is_regular_file(ignored)) {
-            files.push_back(entry->path().string());
+        const fs::file_type type = entry->symlink_status(ignored).type();
+        const std::string name = entry->path().filename().string();
+        if (name.front() != '.' &&
+            (type == fs::file_type::directory || (type == fs::file_type::regular && IsReport(name)))) {
+            entries.emplace_back(name, type == fs::file_type::directory);
         }
     }
     if (error) {
-        reason = error.message();
-        return false;
+        refuse(folder.string(), error.message());
+        return true;
     }
-    if (files.empty()) {
-        reason = "no file ending \".json\" in this directory";
-        return false;
+    std::sort(entries.begin(), entries.end());
+    bool isAny = false;
+    for (const auto& [name, isFolder] : entries) {
+        if (isFolder) {
+            isAny = WalkFolder(folder / name, take, refuse) || isAny;
+        } else {
+            take((folder / name).string());
+            isAny = true;
+        }
     }
-    std::sort(files.begin(), files.end());
-    return true;
+    return isAny;
+}
+
+}  // namespace
+
+void ForEachFile(const std::string& argument, const std::function<void(const std::string& file)>& take,
+                 const std::function<void(const std::string& folder, const std::string& reason)>& refuse) {
+    std::error_code error;
+    if (argument == STANDARD_INPUT || !fs::is_directory(argument, error)) {
+        take(argument);
+    } else if (!WalkFolder(argument, take, refuse)) {
+        refuse(argument, "no file ending \".json\", \".txt\" or \".gz\" in this folder");
+    }
 }
 
 bool ReadInput(const std::string& file, std::string& text, std::string& reason) {
     if (file == STANDARD_INPUT) {
-        return ReadDescriptor(STDIN_FILENO, text, reason);
+        return ReadDescriptor(STDIN_FILENO, 0, file, text, reason);
     }
-    const int descriptor = open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    struct stat status = {};
+    if (stat(file.c_str(), &status) == 0 && (S_ISBLK(status.st_mode) || S_ISCHR(status.st_mode))) {
+        reason = "a device, no file";
+        return false;
+    }
+    const int descriptor = open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0) {
         reason = std::strerror(errno);
         return false;
     }
-    const bool done = ReadDescriptor(descriptor, text, reason);
+    const auto size = static_cast<std::size_t>(S_ISREG(status.st_mode) ? status.st_size : 0);
+    const bool done = ReadDescriptor(descriptor, size, file, text, reason);
     close(descriptor);
     return done;
 }

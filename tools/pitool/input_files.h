@@ -4,8 +4,8 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
-#include <vector>
 
 namespace pitool {
 
@@ -15,15 +15,17 @@ constexpr std::size_t MAX_INPUT_SIZE = std::size_t{64} * 1024 * 1024;
 /// The argument that stands for standard input.
 constexpr const char* STANDARD_INPUT = "-";
 
-/// Files that an argument stands for: itself, or for a directory the files ending ".json" directly in it, in
-/// the order of their names.
-///
-/// @param files  out
-/// @param reason out: why the argument is refused, when the result is false
-bool ExpandArgument(const std::string& argument, std::vector<std::string>& files, std::string& reason);
+/// Takes the files that an argument stands for: itself; or for a folder the files in it and in its folders
+/// that end in ".json", ".txt" or ".gz", in the order of their names. Below a folder, links are not followed
+/// and names that begin with a dot are passed over.
+/// @param refuse called with a folder that cannot be read or holds no such file, and why
+void ForEachFile(const std::string& argument, const std::function<void(const std::string& file)>& take,
+                 const std::function<void(const std::string& folder, const std::string& reason)>& refuse);
 
 /// Reads a file, or standard input for "-", whole.
 ///
+/// Devices are refused, and a named pipe that nothing writes to. Where a pipe gives nothing for some seconds,
+/// a warning says so, once.
 /// @param text   out; its memory is used again
 /// @param reason out: why the file is refused, when the result is false
 bool ReadInput(const std::string& file, std::string& text, std::string& reason);

@@ -16,7 +16,6 @@ namespace {
 
 namespace Health = PI::HealthFigure;
 
-constexpr std::size_t SHEETS_OF_ALL = 500;  // with more drives, good ones have no sheet
 constexpr std::size_t FIRST_TO_ACT_ON = 20;
 
 // Colours have a contrast of 4.5 and more on their ground, light and dark.
@@ -99,26 +98,6 @@ std::string Words(const char* name) {
         words += *name == '_' ? ' ' : static_cast<char>(std::tolower(static_cast<unsigned char>(*name)));
     }
     return words;
-}
-
-std::string Sheet(const PI::CDriveReport& report) {
-    const PI::CDriveHealth& health = report.GetHealth();
-    std::string html = "<ul>";
-    for (const PI::CHealthReason& reason : WeighedReasons(health)) {
-        html += "<li>" + Escaped(reason.GetText());
-    }
-    for (const std::string& note : report.GetNotes()) {
-        html += "<li class=u>" + Escaped(note);
-    }
-    html += "</ul><table>";
-    for (const PI::CHealthFigure& figure : health.GetFigures()) {
-        if (figure.HasValue()) {
-            html += "<tr><td>" + Words(PI::HealthFigureToString(figure.GetFigure())) + "<td class=n>" +
-                    ValueText(figure) + (figure.GetState() == PI::FigureState::DOUBTFUL ? "?" : "") + "<td>" +
-                    Escaped(figure.GetText());
-        }
-    }
-    return html + "</table>";
 }
 
 // Classes of the style above; narrow screens do not show the wide ones.
@@ -214,26 +193,27 @@ std::string Counts(const std::vector<const DriveSummary*>& drives) {
 
 }  // namespace
 
-void HtmlPage::Add(const DriveSummary& drive, const PI::CDriveReport& report) {
-    const bool hasSheet = !IsGood(drive) || m_Entries.size() < SHEETS_OF_ALL;
-    m_Entries.push_back({drive, hasSheet ? Sheet(report) : ""});
-    if (m_Entries.size() == SHEETS_OF_ALL + 1) {
-        for (Entry& entry : m_Entries) {
-            if (IsGood(entry.m_Drive)) {
-                entry.m_Sheet = std::string();
-            }
+std::string HtmlSheet(const PI::CDriveReport& report, const DecidedHealth& health) {
+    std::string html = "<ul>";
+    for (const PI::CHealthReason& reason : health.GetReasons()) {
+        html += "<li>" + Escaped(reason.GetText());
+    }
+    for (const std::string& note : report.GetNotes()) {
+        html += "<li class=u>" + Escaped(note);
+    }
+    html += "</ul><table>";
+    for (const PI::CHealthFigure& figure : report.GetHealth().GetFigures()) {
+        if (figure.HasValue()) {
+            html += "<tr><td>" + Words(PI::HealthFigureToString(figure.GetFigure())) + "<td class=n>" +
+                    ValueText(figure) + (figure.GetState() == PI::FigureState::DOUBTFUL ? "?" : "") + "<td>" +
+                    Escaped(figure.GetText());
         }
     }
+    return html + "</table>";
 }
 
-std::string HtmlPage::Text(const std::vector<std::pair<std::string, std::string>>& refused) {
-    std::stable_sort(m_Entries.begin(), m_Entries.end(), [](const Entry& left, const Entry& right) {
-        return IsWorse(left.m_Drive, right.m_Drive);
-    });
-    std::vector<const DriveSummary*> drives;
-    for (const Entry& entry : m_Entries) {
-        drives.push_back(&entry.m_Drive);
-    }
+std::string HtmlText(const std::vector<const DriveSummary*>& drives,
+                     const std::vector<std::pair<std::string, std::string>>& refused) {
     std::string html =
         "<!DOCTYPE html>\n<html lang=en><head><meta charset=utf-8><title>Drives</title>"
         "<meta name=viewport content=\"width=device-width,initial-scale=1\"><style>" +
@@ -268,13 +248,15 @@ std::string HtmlPage::Text(const std::vector<std::pair<std::string, std::string>
     html += "\n<h2>All drives, the worst first</h2><div class=scroll><table><tr>" + std::string(ROW_HEADINGS);
     std::string sheets;
     std::size_t number = 0;
-    for (const Entry& entry : m_Entries) {
-        const std::string anchor = entry.m_Sheet.empty() ? "" : "d" + std::to_string(++number);
-        html += Row(entry.m_Drive, anchor) + "\n";
-        if (!anchor.empty()) {
-            sheets += "<details id=" + anchor + "><summary>" + Escaped(entry.m_Drive.GetModel()) + " " +
-                      Escaped(entry.m_Drive.GetSerial()) + " <small>" + Escaped(entry.m_Drive.GetFile()) +
-                      "</small></summary>" + entry.m_Sheet + "</details>\n";
+    for (const DriveSummary* drive : drives) {
+        const bool hasSheet =
+            !drive->GetDetail().empty() && (!IsGood(*drive) || drives.size() <= HTML_SHEETS_OF_ALL);
+        const std::string anchor = hasSheet ? "d" + std::to_string(++number) : "";
+        html += Row(*drive, anchor) + "\n";
+        if (hasSheet) {
+            sheets += "<details id=" + anchor + "><summary>" + Escaped(drive->GetModel()) + " " +
+                      Escaped(drive->GetSerial()) + " <small>" + Escaped(drive->GetFile()) +
+                      "</small></summary>" + drive->GetDetail() + "</details>\n";
         }
     }
     html += "</table></div>";

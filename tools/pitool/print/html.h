@@ -7,27 +7,23 @@
 
 #include <pi/exchange/smartctl.h>
 
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace pitool {
 
-/// Collects drives and prints the page: what to act on first, pictures of wear, models, all drives, and a
-/// sheet of each; with more than 500 drives only of those that are not good.
-class HtmlPage {
-public:
-    void Add(const DriveSummary& drive, const PI::CDriveReport& report);
+/// With more drives, good ones have no sheet.
+constexpr std::size_t HTML_SHEETS_OF_ALL = 500;
 
-    /// @param refused inputs that gave no drive, and why
-    std::string Text(const std::vector<std::pair<std::string, std::string>>& refused);
+/// The sheet of a drive, as a part of the page.
+std::string HtmlSheet(const PI::CDriveReport& report, const DecidedHealth& health);
 
-private:
-    struct Entry {
-        DriveSummary m_Drive;
-        std::string m_Sheet;  ///< HTML; empty: the drive has none
-    };
-    std::vector<Entry> m_Entries;
-};
+/// The page: what to act on first, pictures of wear, models, all drives, and the sheets.
+/// @param drives  in the order shown; their details are their sheets, empty where they have none
+/// @param refused inputs that gave no drive, and why
+std::string HtmlText(const std::vector<const DriveSummary*>& drives,
+                     const std::vector<std::pair<std::string, std::string>>& refused);
 
 }  // namespace pitool

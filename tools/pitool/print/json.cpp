@@ -6,7 +6,6 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 namespace pitool {
 namespace {
@@ -20,9 +19,11 @@ void AddNumber(Value value, std::string& text) {
 }
 
 void AddEscape(std::uint32_t unit, std::string& text) {
-    char escape[8];
-    std::snprintf(escape, sizeof escape, "\\u%04x", unit);
-    text += escape;
+    constexpr const char* DIGITS = "0123456789abcdef";
+    text += "\\u";
+    for (int shift = 12; shift >= 0; shift -= 4) {
+        text += DIGITS[unit >> shift & 0xF];
+    }
 }
 
 void AddCharacter(std::uint32_t codePoint, std::string& text) {
@@ -35,34 +36,43 @@ void AddCharacter(std::uint32_t codePoint, std::string& text) {
     }
 }
 
-void AddQuoted(std::string_view value, std::string& text) {
+bool IsPlain(char byte) {
+    return byte >= ' ' && byte < '\x7F' && byte != '"' && byte != '\\';
+}
+
+}  // namespace
+
+void AddJsonText(std::string_view value, std::string& text) {
     text += '"';
     while (!value.empty()) {
-        const char byte = value.front();
-        std::size_t length = 1;
-        switch (byte) {
+        std::size_t length = 0;
+        while (length < value.size() && IsPlain(value[length])) {
+            ++length;
+        }
+        text.append(value, 0, length);
+        value.remove_prefix(length);
+        if (value.empty()) {
+            break;
+        }
+        length = 1;
+        switch (value.front()) {
             case '"': text += "\\\""; break;
             case '\\': text += "\\\\"; break;
             case '\n': text += "\\n"; break;
             case '\t': text += "\\t"; break;
-            default:
-                if (byte >= ' ' && byte < '\x7F') {
-                    text += byte;
-                } else {
-                    std::uint32_t codePoint = 0;
-                    length = DecodeCharacter(value, codePoint);
-                    constexpr std::uint32_t REPLACEMENT = 0xFFFD;
-                    const bool isSurrogate = codePoint >= 0xD800 && codePoint <= 0xDFFF;
-                    AddCharacter(length == 0 || isSurrogate ? REPLACEMENT : codePoint, text);
-                    length = length == 0 ? 1 : length;
-                }
+            default: {
+                std::uint32_t codePoint = 0;
+                length = DecodeCharacter(value, codePoint);
+                constexpr std::uint32_t REPLACEMENT = 0xFFFD;
+                const bool isSurrogate = codePoint >= 0xD800 && codePoint <= 0xDFFF;
+                AddCharacter(length == 0 || isSurrogate ? REPLACEMENT : codePoint, text);
+                length = length == 0 ? 1 : length;
+            }
         }
         value.remove_prefix(length);
     }
     text += '"';
 }
-
-}  // namespace
 
 void JsonWriter::Break() {
     if (m_Depth <= LEVELS_WITH_LINES) {
@@ -99,7 +109,7 @@ void JsonWriter::End(char bracket) {
 
 JsonWriter& JsonWriter::Name(std::string_view name) {
     Separate();
-    AddQuoted(name, m_Text);
+    AddJsonText(name, m_Text);
     m_Text += m_Depth <= LEVELS_WITH_LINES ? ": " : ":";
     m_HasName = true;
     return *this;
@@ -107,7 +117,7 @@ JsonWriter& JsonWriter::Name(std::string_view name) {
 
 void JsonWriter::Text(std::string_view value) {
     Separate();
-    AddQuoted(value, m_Text);
+    AddJsonText(value, m_Text);
 }
 
 void JsonWriter::TextOrNull(std::string_view value) {

@@ -10,6 +10,9 @@
 
 namespace pitool {
 
+/// Adds a text in quotation marks, as JsonWriter writes it.
+void AddJsonText(std::string_view value, std::string& json);
+
 /// Writes one JSON document into a text. ASCII: other characters are escaped, bytes that are no UTF-8 become
 /// U+FFFD. The two outermost levels have a line for each member or element, deeper ones are on one line.
 ///

@@ -5,6 +5,7 @@
 
 #include "print/terminal.h"
 
+#include <string>
 #include <string_view>
 
 namespace pitool {
@@ -18,7 +19,24 @@ void UseColors(WhenColor when);
 /// What a text for standard output is laid out for.
 Screen OutputScreen();
 
-/// Writes all of a text to standard output.
+/// Lets WriteOutput write to a file instead of standard output: to a new one beside it, which CloseOutput
+/// renames, so that a reader finds the old content or all of the new.
+///
+/// A link is followed. What exists and is no regular file is refused.
+/// @return false when it cannot be created; standard error says why
+bool OpenOutput(const std::string& file);
+
+/// Puts the file in place, with the mode of the one that was there before. Without OpenOutput it does
+/// nothing.
+/// @param isWhole false: something could not be written, and the old file stays
+/// @return false when the file could not be put in place; standard error says why
+bool CloseOutput(bool isWhole);
+
+/// Shows on standard error, if it is a terminal, how far the work is; the next message or output replaces it.
+/// @param text empty: nothing
+void ShowProgress(std::string_view text);
+
+/// Writes all of a text to standard output, or to the file of OpenOutput.
 ///
 /// @return false when it could not be written whole; then it has said so on standard error, once, unless the
 ///         reader just went away

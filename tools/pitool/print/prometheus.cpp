@@ -136,11 +136,11 @@ std::string Labels(const DriveSummary& drive) {
 
 }  // namespace
 
-std::string PrometheusText(const std::vector<DriveSummary>& drives) {
+std::string PrometheusText(const std::vector<const DriveSummary*>& drives) {
     std::map<std::string, const DriveSummary*> series;
-    for (const DriveSummary& drive : drives) {
-        const DriveSummary*& newest = series[Labels(drive)];
-        newest = newest == nullptr || newest->GetTime() <= drive.GetTime() ? &drive : newest;
+    for (const DriveSummary* drive : drives) {
+        const DriveSummary*& newest = series[Labels(*drive)];
+        newest = newest == nullptr || newest->GetTime() <= drive->GetTime() ? drive : newest;
     }
     std::string text;
     AddHeading("pi_drive_info", "gauge", "What the drive is; always 1.", text);

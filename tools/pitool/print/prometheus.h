@@ -14,6 +14,6 @@ namespace pitool {
 /// one the newest counts, since a series may be there only once.
 ///
 /// Only what is known is printed: an alert must not rest on a doubtful figure.
-std::string PrometheusText(const std::vector<DriveSummary>& drives);
+std::string PrometheusText(const std::vector<const DriveSummary*>& drives);
 
 }  // namespace pitool

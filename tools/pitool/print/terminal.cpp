@@ -39,6 +39,7 @@ Screen ChooseScreen(const ScreenFacts& facts, WhenColor when) {
         screen.m_Columns =
             facts.m_TerminalColumns != 0 ? facts.m_TerminalColumns : ColumnsFromText(facts.m_Columns);
     }
+    screen.m_Rows = facts.m_Terminal ? facts.m_TerminalRows : 0;
     if (facts.m_Terminal && screen.m_Columns == 0) {
         screen.m_Columns = USUAL;
     }
@@ -51,6 +52,7 @@ Screen ScreenOf(int descriptor, WhenColor when) {
     winsize size{};
     if (facts.m_Terminal && ioctl(descriptor, TIOCGWINSZ, &size) == 0) {
         facts.m_TerminalColumns = size.ws_col;
+        facts.m_TerminalRows = size.ws_row;
     }
     facts.m_Columns = std::getenv("COLUMNS");
     facts.m_Term = std::getenv("TERM");

@@ -18,12 +18,14 @@ enum class WhenColor {
 struct Screen {
     std::size_t m_Columns = 0;  ///< width that the lines have to fit; 0: any
     bool m_Colors = false;
+    std::size_t m_Rows = 0;  ///< height of a terminal; 0: any
 };
 
 /// What decides on a screen. Pointers are null for variables that are not set.
 struct ScreenFacts {
     bool m_Terminal = false;
     std::size_t m_TerminalColumns = 0;  ///< as the terminal tells; 0: it does not
+    std::size_t m_TerminalRows = 0;     ///< likewise
     const char* m_Columns = nullptr;    ///< COLUMNS
     const char* m_Term = nullptr;       ///< TERM
     const char* m_NoColor = nullptr;    ///< NO_COLOR

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "print/csv.h"
+
+#include "print/text.h"
+
+#include <optional>
+#include <utility>
+
+namespace pitool {
+namespace {
+
+namespace Figure = PI::HealthFigure;
+
+constexpr std::pair<const char*, PI::_HEALTH_FIGURE> FIGURES[] = {
+    {"power_on_hours", Figure::POWER_ON_HOURS},
+    {"wear_percent", Figure::WEAR},
+    {"spare_percent", Figure::SPARE},
+    {"bytes_written", Figure::BYTES_WRITTEN},
+    {"rated_terabytes", Figure::RATED_TERABYTES},
+    {"temperature_celsius", Figure::TEMPERATURE},
+    {"temperature_limit_celsius", Figure::TEMPERATURE_LIMIT},
+    {"critical_temperature_celsius", Figure::CRITICAL_TEMPERATURE},
+    {"reallocated_sectors", Figure::REALLOCATED_SECTORS},
+    {"pending_sectors", Figure::PENDING_SECTORS},
+    {"uncorrectable_sectors", Figure::UNCORRECTABLE_SECTORS},
+    {"media_errors", Figure::MEDIA_ERRORS},
+    {"interface_errors", Figure::INTERFACE_ERRORS},
+    {"failed_self_tests", Figure::FAILED_SELF_TESTS},
+};
+
+std::string Cell(std::string_view value) {
+    std::string text = PrintableText(value);
+    if (text.size() > 1 && std::string_view("=+-@").find(text.front()) != std::string_view::npos) {
+        text.insert(0, 1, '\'');
+    }
+    if (text.find_first_of("\",") == std::string::npos) {
+        return text;
+    }
+    std::string quoted = "\"";
+    for (const char c : text) {
+        quoted.append(c == '"' ? 2 : 1, c);
+    }
+    return quoted + '"';
+}
+
+std::string Number(const std::optional<std::uint64_t>& number) {
+    return number ? std::to_string(*number) : "";
+}
+
+constexpr const char* LINE_END = "\r\n";
+
+}  // namespace
+
+std::string CsvHeader() {
+    std::string line = "state,reason,model,serial_number,firmware,kind,device,file,time,capacity_bytes,";
+    for (const auto& [name, figure] : FIGURES) {
+        line.append(name).append(",");
+    }
+    return line.append("hours_to_worn,hours_to_worn_low,hours_to_worn_high,doubtful").append(LINE_END);
+}
+
+std::string CsvLine(const DriveSummary& drive) {
+    std::string line = StateWord(drive.GetState());
+    for (const std::string_view text :
+         {drive.GetReason(), drive.GetModel(), drive.GetSerial(), drive.GetFirmware(), drive.GetKind(),
+          drive.GetDevice(), drive.GetFile()}) {
+        line += "," + Cell(text);
+    }
+    line += "," + TimeText(drive.GetTime()) + ",";
+    line += drive.GetCapacity() != 0 ? std::to_string(drive.GetCapacity()) : "";
+    std::string doubtful;
+    for (const auto& [name, id] : FIGURES) {
+        const SummaryFigure figure = drive.GetFigure(id);
+        line += figure.HasValue() ? "," + std::to_string(figure.m_Value) : ",";
+        if (figure.IsDoubtful()) {
+            doubtful += (doubtful.empty() ? "" : " ") + std::string(name);
+        }
+    }
+    const PI::CWearForecast forecast = drive.GetForecast();
+    for (const auto& hours : {forecast.GetHours(), forecast.GetLow(), forecast.GetHigh()}) {
+        line += "," + Number(hours);
+    }
+    return line + "," + doubtful + LINE_END;
+}
+
+}  // namespace pitool

@@ -1,4 +1,0 @@
-// SPDX-License-Identifier: Apache-2.0
-#pragma once
-
-#include "print/text.h"
