@@ -64,6 +64,17 @@ TEST(NVMeHealthLog, ReservedPercentagesOfSpareAreUnknown) {
     EXPECT_EQ(drive.GetFigure(Figure::SPARE_THRESHOLD).GetValue(), 100);
 }
 
+TEST(NVMeHealthLog, ThresholdOfSpareMayBeZero) {
+    NVMeHealth health;
+    health.m_Spare = 1;
+    health.m_SpareThreshold = 0;
+    CDriveHealth drive = NVMe();
+    Take(drive, NVME_HEALTH_LOG, HealthLog(health));
+    EXPECT_EQ(drive.GetFigure(Figure::SPARE_THRESHOLD).GetState(), PI::FigureState::KNOWN);
+    EXPECT_EQ(drive.GetFigure(Figure::SPARE_THRESHOLD).GetValue(), 0);
+    EXPECT_EQ(drive.GetFigure(Figure::SPARE).GetValue(), 1);
+}
+
 TEST(NVMeHealthLog, EachWarningBitHasItsMeaning) {
     struct {
         std::uint8_t m_Bits;
