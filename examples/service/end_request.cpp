@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <ctime>
 #include <system_error>
 
 namespace service {
@@ -22,12 +23,20 @@ void ListenForEnd() {
         throw std::system_error(errno, std::generic_category(), "eventfd");
     }
     struct sigaction ask = {};
-    ask.sa_handler = [](int) {
+    // Some send a signal twice at once, to the process and to its group; only a later one means now.
+    ask.sa_handler = [](int signal) {
+        static volatile std::time_t asked = 0;
+        const std::time_t now = std::time(nullptr);
+        asked = asked == 0 ? now : asked;
+        if (now - asked > 1) {
+            std::signal(signal, SIG_DFL);
+            std::raise(signal);
+        }
         const int error = errno;
         eventfd_write(endRequest, 1);
         errno = error;
     };
-    ask.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
+    ask.sa_flags = SA_RESTART;
     sigaction(SIGINT, &ask, nullptr);
     sigaction(SIGTERM, &ask, nullptr);
 }

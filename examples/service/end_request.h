@@ -7,7 +7,8 @@
 
 namespace service {
 
-/// From now on the first SIGINT or SIGTERM only asks to end; a second one ends the host.
+/// From now on the first SIGINT or SIGTERM only asks to end; one that comes
+/// two seconds later or more ends the host.
 void ListenForEnd();
 
 bool IsEndAsked();

@@ -87,6 +87,10 @@ void ReportBuilder::NoteExitStatus(int status) {
             Note("exit status of smartctl: " + std::string(bit.m_Meaning));
         }
     }
+    constexpr int FAILING = 1 << 3;
+    if ((status & FAILING) != 0 && !Health().GetFigure(HealthFigure::VERDICT).HasValue()) {
+        Verdict(false, 0, 0);
+    }
 }
 
 void ReportBuilder::Verdict(bool passed, int sense, int qualifier) {

@@ -134,11 +134,11 @@ CHealthFigure DecideTemperature(const DriveFacts& facts) {
     return figure;
 }
 
-/// NVMe drives give no verdict but the bits of a warning. Of other verdicts one of a failure counts: a SCSI
-/// page may hold none while sense data does.
+/// NVMe drives give no verdict but the bits of a warning. Where none is set, and of other drives, a verdict
+/// of a failure counts: a SCSI page may hold none while sense data does.
 CHealthFigure DecideVerdict(const DriveFacts& facts) {
     const Choice warning = ChooseReading(facts, HealthFigure::CRITICAL_WARNING);
-    if (!warning.m_HasBest) {
+    if (!warning.m_HasBest || warning.m_Best.m_Value == 0) {
         constexpr std::int64_t FAILING = 1;
         Choice failing;
         for (std::size_t i = 0; i < facts.m_ReadingCount; ++i) {
@@ -147,8 +147,10 @@ CHealthFigure DecideVerdict(const DriveFacts& facts) {
                 failing.Offer(reading);
             }
         }
-        return Plain(HealthFigure::VERDICT,
-                     failing.m_HasBest ? failing : ChooseReading(facts, HealthFigure::VERDICT));
+        if (failing.m_HasBest || !warning.m_HasBest) {
+            return Plain(HealthFigure::VERDICT,
+                         failing.m_HasBest ? failing : ChooseReading(facts, HealthFigure::VERDICT));
+        }
     }
     Reading verdict = warning.m_Best;
     verdict.m_Value = verdict.m_Value == 0 ? 0 : (verdict.m_Value & NVME_FAILURE_BITS) != 0 ? 1 : 2;

@@ -60,7 +60,7 @@ void Add(Findings& findings, _DRIVE_STATE state, _HEALTH_FIGURE figure, Statemen
 /// The drive's own words. @return whether there are any
 bool JudgeVerdict(const DriveFacts& facts, Findings& findings) {
     const CHealthFigure warning = DecideFigure(facts, HealthFigure::CRITICAL_WARNING);
-    if (warning.HasValue()) {
+    if (warning.HasValue() && warning.GetValue() != 0) {
         for (const WarningBit& bit : WARNING_BITS) {
             if ((warning.GetValue() & bit.m_Bit) != 0) {
                 Add(findings, bit.m_State, HealthFigure::CRITICAL_WARNING, bit.m_Statement);

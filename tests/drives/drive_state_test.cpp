@@ -15,6 +15,23 @@ struct Row {
     _DRIVE_STATE m_State;
 };
 
+TEST(DriveState, AnNvmeDriveWithoutWarningsFailsByAVerdictThatSaysSo) {
+    for (const std::int64_t verdict : {0, 1}) {
+        CDriveHealth drive(DriveProtocol::NVME, "NOBODY KNOWS IT");
+        drive.TakeFigure(Figure::CRITICAL_WARNING, 0, FigureSource::NVME_LOG, 2);
+        drive.TakeFigure(Figure::VERDICT, verdict);
+        EXPECT_EQ(drive.GetState(), verdict == 0 ? DriveState::GOOD : DriveState::FAILED);
+        EXPECT_EQ(drive.GetFigure(Figure::VERDICT).GetValue(), verdict);
+    }
+}
+
+TEST(DriveState, AnNvmeDriveThatIsHotIsNotFailing) {
+    CDriveHealth drive(DriveProtocol::NVME, "NOBODY KNOWS IT");
+    drive.TakeFigure(Figure::CRITICAL_WARNING, 2, FigureSource::NVME_LOG, 2);
+    drive.TakeFigure(Figure::VERDICT, 1);
+    EXPECT_EQ(drive.GetState(), DriveState::LOOK);
+}
+
 TEST(DriveState, ThresholdsAreReachedWithTheirValue) {
     constexpr int HDD = PropertyValue::HDD;
     constexpr int SSD = PropertyValue::SSD;

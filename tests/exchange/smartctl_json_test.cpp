@@ -385,6 +385,20 @@ TEST(SmartctlJson, OfAKeyThatOccursTwiceTheLastCounts) {
                                         "\"name\" occurs more than once in device; the last one counts"}));
 }
 
+TEST(SmartctlJson, ExitStatusOfAFailingDriveIsAVerdictWhereThereIsNone) {
+    const auto state = [](const char* members) {
+        return ReadDrive(
+                   std::string(
+                       R"({"model_name": "A", "device": {"protocol": "ATA"}, "smartctl": {"exit_status": )") +
+                   members + "}")
+            .GetHealth()
+            .GetState();
+    };
+    EXPECT_EQ(state("8}"), DriveState::FAILED);
+    EXPECT_EQ(state("4}"), DriveState::UNKNOWN);
+    EXPECT_EQ(state(R"(8}, "smart_status": {"passed": true})"), DriveState::GOOD);
+}
+
 TEST(SmartctlJson, ExitStatusIsNotedBitByBit) {
     for (unsigned bit = 0; bit < 8; ++bit) {
         const CDriveReport drive = ReadDrive(R"({"model_name": "A", "smartctl": {"exit_status": )" +

@@ -152,10 +152,10 @@ TEST_F(DriveTableTest, SortsByEveryKey) {
 
 TEST_F(DriveTableTest, ModelsAreCounted) {
     EXPECT_EQ(ModelTable(All(), {}),
-              "FAILED  LOOK  DRIVES  MEDIAN AGE  MEDIAN WEAR  HIGHEST WEAR  MODEL\n"
-              "     -     2       2       2.3 y         50 %          95 %  INTEL SSDPE2KX010T7\n"
-              "     -     1       2       3.4 y            -             -  ST2000NM0033-9ZM175\n"
-              "     -     -       1           -            -             -  QEMU HARDDISK\n");
+              "FAILED  REPLACE  LOOK  DRIVES  MEDIAN AGE  MEDIAN WEAR  HIGHEST WEAR  MODEL\n"
+              "     -        -     2       2       2.3 y         50 %          95 %  INTEL SSDPE2KX010T7\n"
+              "     -        -     1       2       3.4 y            -             -  ST2000NM0033-9ZM175\n"
+              "     -        -     -       1           -            -             -  QEMU HARDDISK\n");
 }
 
 TEST(StateCounts, LeavesOutStatesWithoutDrives) {

@@ -167,10 +167,10 @@ TEST(Html, ModelsWithFailedDrivesComeFirst) {
     const std::string models =
         Section(Page({GoodReport("S1", Wear(3)), GoodReport("S2", Wear(7)), FailedReport("S3")}), "By model");
     EXPECT_LT(models.find("Disk"), models.find("INTEL"));
-    EXPECT_NE(
-        models.find("INTEL SSDSC2BB480G7<td class=n>2<td class=n>0<td class=\"n w\">0<td class=\"n w\">1.0 y"
-                    "<td class=n>3 %<td class=\"n w\">7 %"),
-        std::string::npos)
+    EXPECT_NE(models.find("INTEL SSDSC2BB480G7<td class=n>2<td class=n>0<td class=n>0<td class=\"n w\">0<td "
+                          "class=\"n w\">1.0 y"
+                          "<td class=n>3 %<td class=\"n w\">7 %"),
+              std::string::npos)
         << models;
 }
 

@@ -168,6 +168,25 @@ TEST_F(Program, ChecksAsMonitoringPlugInsDo) {
     EXPECT_EQ(RunPitool({"drive", "--check", "--format", "csv", "worn-intel-ssd.json"}).m_ExitStatus, 1);
 }
 
+TEST_F(Program, CheckLeavesNoDriveOutOfWhatProgramsRead) {
+    const std::string lines = RunPitool({"drive", "--check", "--format", "csv", "wd-disk.json"}).m_Output;
+    EXPECT_NE(lines.find("WD1500HLFS"), std::string::npos) << lines;
+}
+
+TEST_F(Program, LimitKeepsNoDriveFromTheCountsOfModels) {
+    EXPECT_EQ(RunPitool({"drive", "--by-model", "--limit", "1", "."}).m_Output,
+              RunPitool({"drive", "--by-model", "."}).m_Output);
+    EXPECT_EQ(RunPitool({"drive", "--limit", "-1", "."}).m_Errors,
+              "pitool: --limit: \"-1\" is no whole number from 0; see pitool drive --help\n");
+}
+
+TEST_F(Program, WithoutAnyDriveAFileOfMetricsStaysAsItWas) {
+    const std::string file = testing::TempDir() + "/pitool-metrics.prom";
+    std::ofstream(file) << "before";
+    EXPECT_EQ(RunPitool({"drive", "--format", "prometheus", "--output", file, "/nowhere"}).m_ExitStatus, 1);
+    EXPECT_EQ(ReadFile(file), "before");
+}
+
 TEST_F(Program, CheckListsTheDrivesThatAreNotGood) {
     const std::string output =
         RunPitool({"drive", "--check", "wd-disk.json", "worn-intel-ssd.json"}).m_Output;
@@ -207,7 +226,7 @@ TEST_F(Program, SortsAndLimits) {
 
 TEST_F(Program, CountsByModel) {
     const Outcome run = RunPitool({"drive", "--by-model", "."});
-    EXPECT_EQ(run.m_Output.find("     1     -       1       5.9 y            -             -  HGST"),
+    EXPECT_EQ(run.m_Output.find("     1        -     -       1       5.9 y            -             -  HGST"),
               run.m_Output.find('\n') + 1)
         << run.m_Output;
     EXPECT_EQ(RunPitool({"drive", "--by-model", "--json", "."}).m_ExitStatus, 2);

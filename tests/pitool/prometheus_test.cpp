@@ -23,7 +23,7 @@ std::string Text(const std::vector<PI::CDriveReport>& reports) {
     for (const DriveSummary& drive : drives) {
         list.push_back(&drive);
     }
-    return PrometheusText(list);
+    return PrometheusText(list, 3);
 }
 
 constexpr const char* LABELS = R"({model="INTEL SSDSC2BB480G7",serial="S1",device="/dev/sda"} )";
@@ -82,7 +82,8 @@ TEST(Prometheus, FamiliesKeepTheirNamesAndTypes) {
                                                "pi_drive_temperature_limit_celsius gauge",
                                                "pi_drive_verdict gauge",
                                                "pi_drive_wear_ratio gauge",
-                                               "pi_drive_written_bytes_total counter"}));
+                                               "pi_drive_written_bytes_total counter",
+                                               "pi_inputs_refused gauge"}));
 }
 
 TEST(Prometheus, WhatIsUnknownHasNoSeries) {
@@ -112,9 +113,19 @@ TEST(Prometheus, OfSeveralReportsOfADriveTheNewestCounts) {
     EXPECT_EQ(Text({GoodReport("S1")}).find("# left out"), std::string::npos);
 }
 
-TEST(Prometheus, OfReportsOfTheSameTimeTheLastCounts) {
-    const std::string text = Text({GoodReport("S1", Wear(3)), GoodReport("S1", Wear(4))});
+TEST(Prometheus, OfReportsOfTheSameTimeTheFirstCounts) {
+    const std::string text = Text({GoodReport("S1", Wear(4)), GoodReport("S1", Wear(3))});
     EXPECT_NE(text.find(Series("pi_drive_wear_ratio", "0.04")), std::string::npos) << text;
+}
+
+TEST(Prometheus, OfReportsThatMayBeOfSeveralDrivesTheWorstCounts) {
+    const std::string text = Text(
+        {GoodReport("--", Wear(4)), GoodReport("--", Wear(3) + R"(,"local_time":{"time_t":1700000000})")});
+    EXPECT_NE(text.find(R"(serial="--",device="/dev/sda"} 0.04)"), std::string::npos) << text;
+}
+
+TEST(Prometheus, RefusedInputsAreCounted) {
+    EXPECT_NE(Text({}).find("\npi_inputs_refused 3\n"), std::string::npos);
 }
 
 TEST(Prometheus, LabelsAreEscapedAndOneLine) {

@@ -39,7 +39,8 @@ std::vector<ModelCounts> CountByModel(const std::vector<const DriveSummary*>& dr
     for (const DriveSummary* drive : drives) {
         Model& model = models[drive->GetModel()];
         model.m_Counts.m_Drives += 1;
-        model.m_Counts.m_Failed += drive->GetState() >= PI::DriveState::REPLACE ? 1 : 0;
+        model.m_Counts.m_Failed += drive->GetState() == PI::DriveState::FAILED ? 1 : 0;
+        model.m_Counts.m_Replace += drive->GetState() == PI::DriveState::REPLACE ? 1 : 0;
         model.m_Counts.m_Look += drive->GetState() == PI::DriveState::LOOK ? 1 : 0;
         AddKnown(drive->GetFigure(PI::HealthFigure::POWER_ON_HOURS), model.m_Hours);
         AddKnown(drive->GetFigure(PI::HealthFigure::WEAR), model.m_Wear);
@@ -55,7 +56,8 @@ std::vector<ModelCounts> CountByModel(const std::vector<const DriveSummary*>& dr
         counts.push_back(std::move(model.m_Counts));
     }
     std::stable_sort(counts.begin(), counts.end(), [](const ModelCounts& left, const ModelCounts& right) {
-        return std::tie(left.m_Failed, left.m_Drives) > std::tie(right.m_Failed, right.m_Drives);
+        return std::tie(left.m_Failed, left.m_Replace, left.m_Drives) >
+               std::tie(right.m_Failed, right.m_Replace, right.m_Drives);
     });
     return counts;
 }

@@ -16,8 +16,9 @@ namespace pitool {
 struct ModelCounts {
     std::string m_Model;  ///< as reported
     std::size_t m_Drives = 0;
-    std::size_t m_Failed = 0;  ///< failed, or to be replaced
-    std::size_t m_Look = 0;    ///< to be looked at
+    std::size_t m_Failed = 0;
+    std::size_t m_Replace = 0;  ///< to be replaced
+    std::size_t m_Look = 0;     ///< to be looked at
     std::optional<std::int64_t> m_MedianHours;
     std::optional<std::int64_t> m_MedianWear;
     std::optional<std::int64_t> m_HighestWear;

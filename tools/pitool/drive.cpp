@@ -250,7 +250,7 @@ bool WriteCsv(const Result& result) {
 }
 
 bool WritePrometheus(const Result& result) {
-    return WriteOutput(PrometheusText(result.m_Shown));
+    return WriteOutput(PrometheusText(result.m_Shown, result.m_Refusals.size()));
 }
 
 std::string HtmlDetail(const DriveSummary& drive, const Source& source) {
@@ -271,9 +271,10 @@ constexpr Format FORMATS[] = {
 /// Chooses and orders the drives to show.
 DriveList Select(const DriveList& all, const Options& options) {
     DriveList shown;
-    std::copy_if(all.begin(), all.end(), std::back_inserter(shown), [&options](const DriveSummary* drive) {
+    const bool leavesOutGood = options.m_Check && options.m_Format == "text";
+    std::copy_if(all.begin(), all.end(), std::back_inserter(shown), [&](const DriveSummary* drive) {
         const bool isAsked = options.m_States.empty()
-                                 ? !options.m_Check || drive->GetState() != PI::DriveState::GOOD
+                                 ? !leavesOutGood || drive->GetState() != PI::DriveState::GOOD
                                  : std::count(options.m_States.begin(), options.m_States.end(),
                                               StateWord(drive->GetState())) != 0;
         return isAsked;
@@ -328,10 +329,13 @@ ExitStatus RunDrive(const Options& options) {
     }
     result.m_Shown = Select(result.m_All, options);
     result.m_Matching = result.m_Shown.size();
-    if (options.m_Limit.value_or(0) != 0) {
+    if (options.m_Limit.value_or(0) != 0 && !options.m_ByModel) {
         result.m_Shown.resize(std::min(result.m_Matching, *options.m_Limit));
     }
-    const bool isWritten = CloseOutput(format.m_Write(result));
+    // What was not read must not take the place of what was, before.
+    const bool hasReport = options.m_Output.empty() || !result.m_All.empty() || result.m_Refusals.empty() ||
+                           options.m_Check || options.m_Format == "json" || options.m_Format == "html";
+    const bool isWritten = CloseOutput(hasReport && format.m_Write(result));
     if (options.m_Check) {
         return static_cast<ExitStatus>(isWritten ? StatusOf(result) : CHECK_UNKNOWN);
     }
@@ -381,7 +385,10 @@ void AddDrive(CLI::App& app, Action& action) {
         ->check(isOneOf(states));
     command->add_option("--limit", options->m_Limit, "Show N drives at most; 0: all")
         ->option_text("N")
-        ->check(CLI::NonNegativeNumber);
+        ->check([](const std::string& text) {
+            const bool isNumber = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+            return isNumber ? std::string() : Quoted(text) + " is no whole number from 0";
+        });
     CLI::Option* byModel =
         command->add_flag("--by-model", options->m_ByModel, "Show a line a model")->option_text(" ");
     CLI::Option* events =

@@ -218,6 +218,7 @@ std::string DriveTable(const DriveList& drives, const Screen& screen) {
 
 std::string ModelTable(const DriveList& drives, const Screen& screen) {
     Table table({{"FAILED", Align::RIGHT},
+                 {"REPLACE", Align::RIGHT},
                  {"LOOK", Align::RIGHT, 4},
                  {"DRIVES", Align::RIGHT},
                  {"MEDIAN AGE", Align::RIGHT, 1},
@@ -232,6 +233,7 @@ std::string ModelTable(const DriveList& drives, const Screen& screen) {
     };
     for (const ModelCounts& model : CountByModel(drives)) {
         addCount(model.m_Failed, Style::FAILING);
+        addCount(model.m_Replace, Style::FAILING);
         addCount(model.m_Look, Style::WARNING);
         addCount(model.m_Drives, Style::PLAIN);
         table.Add(model.m_MedianHours ? AgeText(static_cast<std::uint64_t>(*model.m_MedianHours)) : NOTHING);

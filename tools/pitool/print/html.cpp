@@ -32,7 +32,7 @@ th{font-weight:600;color:var(--faint)}.n{text-align:right;white-space:nowrap}
 .plots{display:flex;flex-wrap:wrap;gap:1rem}figure{margin:0;flex:1 1 340px}svg{width:100%;height:auto;display:block}
 svg text{font-size:12px;fill:var(--faint)}svg .a{stroke:var(--line);fill:none}svg .p{fill:none;stroke-width:7;stroke-linecap:round}
 svg .bad{stroke:var(--bad)}svg .look{stroke:var(--look);stroke-linecap:square;stroke-width:6}svg .good{stroke:var(--good);stroke-width:4}
-details{border-bottom:1px solid var(--line);padding:.25rem 0}summary{cursor:pointer}td:last-child,.d{overflow-wrap:anywhere}a{color:inherit}
+details{border-bottom:1px solid var(--line);padding:.25rem 0}summary{cursor:pointer;overflow-wrap:anywhere}td:last-child,.d{overflow-wrap:anywhere}a{color:inherit}
 @media(max-width:640px){.w{display:none}.d{width:45%}}
 @media print{body{max-width:none;padding:0;font-size:10pt}tr,details,figure{break-inside:avoid}}
 )";
@@ -135,7 +135,7 @@ std::string Row(const DriveSummary& drive, const std::string& link) {
 
 std::string ModelRows(const std::vector<const DriveSummary*>& drives) {
     std::string html =
-        "<tr><th>Model<th class=n>Drives<th class=n>Failed, replace<th class=\"n w\">Look"
+        "<tr><th>Model<th class=n>Drives<th class=n>Failed<th class=n>Replace<th class=\"n w\">Look"
         "<th class=\"n w\">Median age<th class=n>Median wear<th class=\"n w\">Highest wear";
     for (const ModelCounts& model : CountByModel(drives)) {
         html += "<tr><td>" + Escaped(model.m_Model);
@@ -144,6 +144,7 @@ std::string ModelRows(const std::vector<const DriveSummary*>& drives) {
         };
         AddCell(NUMBER, std::to_string(model.m_Drives), html);
         AddCell(NUMBER, std::to_string(model.m_Failed), html);
+        AddCell(NUMBER, std::to_string(model.m_Replace), html);
         AddCell(WIDE_NUMBER, std::to_string(model.m_Look), html);
         AddCell(WIDE_NUMBER,
                 model.m_MedianHours ? AgeText(static_cast<std::uint64_t>(*model.m_MedianHours)) : "-", html);

@@ -2,6 +2,7 @@
 
 #include "print/prometheus.h"
 
+#include "drive_identity.h"
 #include "print/text.h"
 
 #include <charconv>
@@ -136,13 +137,18 @@ std::string Labels(const DriveSummary& drive) {
 
 }  // namespace
 
-std::string PrometheusText(const std::vector<const DriveSummary*>& drives) {
+std::string PrometheusText(const std::vector<const DriveSummary*>& drives, std::size_t refused) {
     std::map<std::string, const DriveSummary*> series;
     for (const DriveSummary* drive : drives) {
-        const DriveSummary*& newest = series[Labels(*drive)];
-        newest = newest == nullptr || newest->GetTime() <= drive->GetTime() ? drive : newest;
+        const DriveSummary*& kept = series[Labels(*drive)];
+        const bool isNewer =
+            kept == nullptr || (IdentifiesDrive(drive->GetSerial()) && kept->GetTime() < drive->GetTime());
+        // Of reports that may be of several drives the worst counts, the first here.
+        kept = isNewer ? drive : kept;
     }
     std::string text;
+    AddHeading("pi_inputs_refused", "gauge", "Inputs that gave no drive.", text);
+    text += "pi_inputs_refused " + std::to_string(refused) + "\n";
     AddHeading("pi_drive_info", "gauge", "What the drive is; always 1.", text);
     for (const auto& [labels, drive] : series) {
         std::string info = labels;
@@ -163,7 +169,7 @@ std::string PrometheusText(const std::vector<const DriveSummary*>& drives) {
     }
     if (series.size() != drives.size()) {
         text += "# left out: " + std::to_string(drives.size() - series.size()) +
-                " reports with model, serial number and device of a newer one\n";
+                " reports with model, serial number and device of another one\n";
     }
     return text;
 }
