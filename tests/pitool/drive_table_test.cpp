@@ -22,7 +22,7 @@ Json Disk(const std::string& serial, std::uint64_t hours, std::uint64_t pending)
     report["smart_status"]["passed"] = true;
     report["power_on_time"]["hours"] = hours;
     report["user_capacity"]["bytes"] = 2000398934016;
-    report["ata_smart_attributes"]["table"] = {Attribute(197, 100, pending)};
+    report["ata_smart_attributes"]["table"] = Json::array({Attribute(197, 100, pending)});
     return report;
 }
 
