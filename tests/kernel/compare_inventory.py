@@ -242,7 +242,8 @@ def compare_drive(tally, ours, report, sysfs):
     if scsi and rate == 0 and sysfs["rotational"] != "0":
         rate = None  # smartctl also writes 0 where a SCSI drive reports nothing
     temperature = report.get("temperature", reports.get("temperature_1", {})).get("current")
-    if temperature == 0 and report.get("scsi_temperature", {}).get("drive_trip") == 0:
+    trip = report.get("scsi_temperature", report.get("temperature", {})).get("drive_trip")  # before 7.4 there
+    if temperature == 0 and trip == 0:
         temperature = None  # likewise
     verdict = report.get("smart_status", {})
     passed = verdict.get("passed")
