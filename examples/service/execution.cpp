@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
 #include <stdexcept>
 #include <utility>
 
@@ -104,6 +105,9 @@ bool SetParameter(PI::CProperty& parameter, const std::string& text) {
             return ToNumber(text, number) && parameter.SetValue(number) == PI::ErrorCode::SUCCESS;
         }
         case PI::PropertyType::XML: {
+            if (!std::filesystem::is_regular_file(text)) {  // a pipe would be waited for
+                Refuse(text + ": there is no such file");
+            }
             VELK::XML::xml_document document;
             if (const auto parsed = document.load_file(text.c_str()); !parsed) {
                 Refuse(text + ": " + parsed.description());
@@ -134,15 +138,19 @@ void SetParameters(PI::COperation& operation, const Request& request) {
 }  // namespace
 
 bool Execute(Worker& plugin, const Request& request, const std::function<bool(const PI::CTask&)>& report) {
-    std::vector<std::string> ignored;  // what else is wrong with the hardware is told with the inventory
-    auto [objectID, operation] = Find(plugin.GetObjects(ignored), request);
+    std::vector<std::string> errors;
+    const std::vector<PI::CObject> objects = plugin.GetObjects(errors);
+    if (objects.empty() && !errors.empty()) {
+        Refuse(Names(errors, [](const std::string& error) { return error; }));
+    }
+    auto [objectID, operation] = Find(objects, request);
+    errors.clear();  // what else is wrong with the hardware is told with the inventory
     SetParameters(operation, request);
 
     PI::CTask task;
     task.m_RelatedIDs1 = {objectID};
     task.m_TaskValue1 = operation.m_Header1;
     task.m_TaskText1 = request.m_Operation + " of " + request.m_Object;
-    std::vector<std::string> errors;
     const bool isDone =
         plugin.Execute(objectID, operation, report, task, errors) == PI::ErrorCode::SUCCESS && errors.empty();
     if (!isDone) {

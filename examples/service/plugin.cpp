@@ -98,7 +98,11 @@ Plugin::Plugin(const std::filesystem::path& file) {
         Find("PluginGetObjects", m_GetObjects);
         Find("PluginGetEvents", m_GetEvents);
         m_Execute = reinterpret_cast<decltype(PluginExecute)*>(dlsym(m_Handle, "PluginExecute"));
-        m_Name = name();
+        const char* const text = name();
+        if (text == nullptr || *text == '\0') {
+            throw std::runtime_error("has no name");
+        }
+        m_Name = text;
     } catch (...) {
         dlclose(m_Handle);
         throw;

@@ -22,8 +22,8 @@ bool Read(std::ifstream& stream, std::uintmax_t offset, Record* records, std::si
 }
 
 /// The header of this program.
-ElfW(Ehdr) OwnHeader() {
-    ElfW(Ehdr) header = {};
+Elf64_Ehdr OwnHeader() {
+    Elf64_Ehdr header = {};
     std::ifstream program("/proc/self/exe", std::ios::binary);
     Read(program, 0, &header, 1);
     return header;
@@ -38,11 +38,11 @@ void RequireSharedObject(const std::filesystem::path& file) {
         throw std::runtime_error(error ? error.message() : "is no file");
     }
     std::ifstream stream(file, std::ios::binary);
-    ElfW(Ehdr) header = {};
+    Elf64_Ehdr header = {};
     if (!Read(stream, 0, &header, 1) || std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0) {
         throw std::runtime_error("is no shared library");
     }
-    const ElfW(Ehdr) own = OwnHeader();
+    const Elf64_Ehdr own = OwnHeader();
     // Class and order of bytes, then the machine.
     if (std::memcmp(header.e_ident, own.e_ident, EI_VERSION) != 0 || header.e_machine != own.e_machine) {
         throw std::runtime_error("is made for another kind of machine");
@@ -50,10 +50,10 @@ void RequireSharedObject(const std::filesystem::path& file) {
     if (header.e_type != ET_DYN) {
         throw std::runtime_error("is no shared library");
     }
-    std::vector<ElfW(Phdr)> segments(header.e_phnum);
+    std::vector<Elf64_Phdr> segments(header.e_phnum);
     const std::uintmax_t size = std::filesystem::file_size(file);
     bool isWhole = Read(stream, header.e_phoff, segments.data(), segments.size());
-    for (const ElfW(Phdr) & segment : segments) {
+    for (const Elf64_Phdr& segment : segments) {
         isWhole = isWhole && segment.p_offset <= size && segment.p_filesz <= size - segment.p_offset;
     }
     if (!isWhole) {

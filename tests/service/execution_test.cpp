@@ -92,7 +92,8 @@ TEST_F(Execution, WhatIsNotOfferedIsRefused) {
         {"task:7:START_VERIFY:MEDIA_TYPE=", "task: MEDIA_TYPE cannot be \"\""},
         {"task:7:START_VERIFY:CHECK_RATE=-1", "task: CHECK_RATE cannot be \"-1\""},
         {"task:7:START_VERIFY:CHECK_RATE=", "task: CHECK_RATE cannot be \"\""},
-        {"task:7:START_VERIFY:CONFIGURATION=nowhere.xml", "task: nowhere.xml: File was not found"},
+        {"task:7:START_VERIFY:CONFIGURATION=nowhere.xml", "task: nowhere.xml: there is no such file"},
+        {"task:7:START_VERIFY:CONFIGURATION=/dev/null", "task: /dev/null: there is no such file"},
         {"task:7:START_VERIFY:CONFIGURATION=broken.xml", "task: broken.xml: Error parsing start element tag"},
         {"task:7:START_VERIFY:ALARM_CONTROL=1", "task: parameters of this kind cannot be given here"},
     };

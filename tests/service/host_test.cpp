@@ -255,6 +255,13 @@ TEST(Host, WithoutSmartctlThereAreNoDrivesAndOneTrace) {
     EXPECT_FALSE(fs::exists(traces.Path() / "trace-276.log"));
 }
 
+TEST(Host, AListOfDrivesThatFailsIsAnError) {
+    const PluginFolder plugins({SMARTCTL});
+    const Outcome outcome = RunHost({plugins.Path(), "--set", "smartctl.program=/dev/null"});
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_EQ(outcome.m_Errors, "service: smartctl: /dev/null: Permission denied\n");
+}
+
 TEST(Host, DriveThatCannotBeReadDoesNotHideTheOthers) {
     const TemporaryFolder drives;
     drives.Write("a.json", "{\"device\":");

@@ -58,7 +58,12 @@ bool Spawn(const std::vector<std::string>& arguments, int output, ErrorOutput er
         argv.push_back(text.data());
     }
     argv.push_back(nullptr);
-    const int result = posix_spawnp(&child, argv[0], actions.Get(), nullptr, argv.data(), environ);
+    // A process group of its own: Ctrl+C asks the service to end, and no program in the midst of its work.
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+    const int result = posix_spawnp(&child, argv[0], actions.Get(), &attributes, argv.data(), environ);
+    posix_spawnattr_destroy(&attributes);
     if (result != 0) {
         error = arguments[0] + ": " + Message(result);
     }

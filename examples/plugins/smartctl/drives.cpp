@@ -6,7 +6,9 @@
 #include <pi/time_remaining.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
+#include <cstring>
 #include <filesystem>
 #include <sstream>
 #include <stdexcept>
@@ -112,6 +114,9 @@ std::vector<Drive> ReadMachine(const std::string& program, std::vector<std::stri
     // A SATA drive that has not been opened is listed as a SCSI one.
     if (!shared::RunProgram({program, "--scan-open"}, PATIENCE, text, reason)) {
         shared::Trace("no drives: " + reason);
+        if (reason != program + ": " + std::strerror(ENOENT)) {
+            errors.push_back(reason);
+        }
         return drives;
     }
     // Such as "/dev/sda -d sat # /dev/sda [SAT], ATA device"; behind "# " when it cannot be opened.
