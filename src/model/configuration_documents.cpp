@@ -50,7 +50,10 @@ public:
         const std::optional<Value> number = m_Numbers.Read<Value>(attribute.value());
         const Value value = number.value_or(fallback);
         if (m_Findings != nullptr) {
-            CheckNumber(node, attribute, name, number.has_value(), value);
+            const bool mayBeNegative = std::is_unsigned_v<Value> && value != 0;
+            CheckNumber(node, attribute, name,
+                        number.has_value() ? nullptr : Wrong(attribute, std::is_same_v<Value, bool>),
+                        mayBeNegative, std::to_string(value));
         }
         return value;
     }
@@ -117,28 +120,32 @@ private:
         }
     }
 
-    template <class Value>
-    void CheckNumber(const xml_node& node, const xml_attribute& attribute, const char* name, bool isRead,
-                     Value value) {
+    /// Why an attribute is no number of its kind.
+    static const char* Wrong(const xml_attribute& attribute, bool isFlag) {
+        return !attribute                         ? " is missing"
+               : *attribute.value() == '\0'       ? " is empty"
+               : isFlag                           ? " is neither 0 nor 1"
+               : IsWholeNumber(attribute.value()) ? " is out of range"
+                                                  : " is no number";
+    }
+
+    /// @param wrong   null: the number was read
+    /// @param assumed what the record has
+    void CheckNumber(const xml_node& node, const xml_attribute& attribute, const char* name,
+                     const char* wrong, bool mayBeNegative, const std::string& assumed) {
         const std::string text = attribute.value();
-        const auto add = [&](const std::string& what, const std::string& assumed) {
-            m_Findings->Add(node, name, name + what, assumed);
-        };
+        const std::string quoted = text.empty() ? "" : " " + QuotedValue(text);
         for (xml_attribute other = attribute.next_attribute(); other; other = other.next_attribute()) {
             if (std::strcmp(other.name(), name) == 0) {
-                add(" is there twice", QuotedValue(text));
+                m_Findings->Add(node, name, name + std::string(" is there twice"), QuotedValue(text));
                 break;
             }
         }
-        if (!isRead) {
-            add(!attribute                    ? " is missing"
-                : text.empty()                ? " is empty"
-                : std::is_same_v<Value, bool> ? " " + QuotedValue(text) + " is neither 0 nor 1"
-                : IsWholeNumber(text)         ? " " + QuotedValue(text) + " is out of range"
-                                              : " " + QuotedValue(text) + " is no number",
-                std::to_string(value));
-        } else if (std::is_unsigned_v<Value> && value != 0 && text.find('-') != std::string::npos) {
-            add(" " + QuotedValue(text) + " is negative", std::to_string(value));
+        if (wrong == nullptr && mayBeNegative && text.find('-') != std::string::npos) {
+            wrong = " is negative";
+        }
+        if (wrong != nullptr) {
+            m_Findings->Add(node, name, name + quoted + wrong, assumed);
         }
     }
 
