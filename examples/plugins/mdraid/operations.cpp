@@ -138,7 +138,7 @@ private:
 };
 
 std::string Device(const PI::CObject& object) {
-    const std::string device = TextOf(object.m_Properties, ID::OS_DEVICE);
+    std::string device = TextOf(object.m_Properties, ID::OS_DEVICE);
     if (device.empty()) {
         Refuse(TextOf(object.m_Properties, ID::NAME) + " has no file below /dev");
     }
@@ -222,7 +222,7 @@ std::string DeviceOf(const Machine& machine, const std::string& text) {
     std::error_code error;
     const fs::path folder = fs::weakly_canonical(machine.m_Root / "dev", error);
     const fs::path path = fs::weakly_canonical(folder / name, error).lexically_relative(folder);
-    const std::string device = name.empty() || name[0] == '/' || error ? "" : DeviceFile(path);
+    std::string device = name.empty() || name[0] == '/' || error ? "" : DeviceFile(path);
     if (device.empty() || DeviceFile(name).empty()) {
         Refuse("\"" + text + "\" is no device below /dev");
     }

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <filesystem>
 #include <sstream>
 #include <stdexcept>
@@ -114,7 +113,7 @@ std::vector<Drive> ReadMachine(const std::string& program, std::vector<std::stri
     // A SATA drive that has not been opened is listed as a SCSI one.
     if (!shared::RunProgram({program, "--scan-open"}, PATIENCE, text, reason)) {
         shared::Trace("no drives: " + reason);
-        if (reason != program + ": " + std::strerror(ENOENT)) {
+        if (reason != program + ": " + std::generic_category().message(ENOENT)) {
             errors.push_back(reason);
         }
         return drives;
