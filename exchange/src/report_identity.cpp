@@ -15,11 +15,14 @@ namespace PI {
 namespace {
 
 void SetCapacity(ReportIdentity& identity, std::int64_t bytes) {
-    identity.m_Capacity = static_cast<std::uint64_t>(bytes);
+    constexpr std::int64_t MOST = std::int64_t{1} << 60;  // judgement: no drive holds more
+    identity.m_Capacity = bytes <= MOST ? static_cast<std::uint64_t>(bytes) : 0;
 }
 
 void SetCapacityOfAll(ReportIdentity& identity, std::int64_t bytes) {
-    identity.m_Capacity = identity.m_Capacity != 0 ? identity.m_Capacity : static_cast<std::uint64_t>(bytes);
+    if (identity.m_Capacity == 0) {
+        SetCapacity(identity, bytes);
+    }
 }
 
 void SetBlockSize(ReportIdentity& identity, std::int64_t bytes) {

@@ -385,6 +385,15 @@ TEST(SmartctlJson, OfAKeyThatOccursTwiceTheLastCounts) {
                                         "\"name\" occurs more than once in device; the last one counts"}));
 }
 
+TEST(SmartctlJson, CapacityThatNoDriveHasIsUnknown) {
+    const auto capacity = [](const std::string& bytes) {
+        return ReadDrive(R"({"model_name": "A", "user_capacity": {"bytes": )" + bytes + "}}").GetCapacity();
+    };
+    EXPECT_EQ(capacity("1152921504606846976"), 1152921504606846976U);
+    EXPECT_EQ(capacity("1152921504606846977"), 0U);
+    EXPECT_EQ(capacity("18446744073709551615"), 0U);
+}
+
 TEST(SmartctlJson, ExitStatusOfAFailingDriveIsAVerdictWhereThereIsNone) {
     const auto state = [](const char* members) {
         return ReadDrive(
