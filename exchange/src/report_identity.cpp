@@ -26,7 +26,7 @@ void SetCapacityOfAll(ReportIdentity& identity, std::int64_t bytes) {
 }
 
 void SetBlockSize(ReportIdentity& identity, std::int64_t bytes) {
-    constexpr std::int64_t MOST = 64 * 1024;  // judgement: no drive has larger ones
+    constexpr std::int64_t MOST = std::int64_t{64} * 1024;  // judgement: no drive has larger ones
     identity.m_BlockSize = bytes <= MOST ? static_cast<std::uint32_t>(bytes) : 0;
 }
 
