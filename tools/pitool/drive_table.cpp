@@ -30,7 +30,7 @@ Content TextContent(std::string_view text) {
     return {PrintableText(text)};
 }
 
-std::string Marked(std::string text, const SummaryFigure& figure) {
+std::string Marked(const std::string& text, const SummaryFigure& figure) {
     return figure.IsDoubtful() ? text + "?" : text;
 }
 

@@ -64,7 +64,7 @@ const char* ClassOf(PI::_DRIVE_STATE state) {
     return "u";
 }
 
-std::string Marked(std::string text, const SummaryFigure& figure) {
+std::string Marked(const std::string& text, const SummaryFigure& figure) {
     return !figure.HasValue() ? "-" : figure.IsDoubtful() ? text + "?" : text;
 }
 

@@ -77,7 +77,7 @@ void AddJsonText(std::string_view value, std::string& text) {
 void JsonWriter::Break() {
     if (m_Depth <= LEVELS_WITH_LINES) {
         m_Text += '\n';
-        m_Text.append(static_cast<std::size_t>(2 * m_Depth), ' ');
+        m_Text.append(2 * static_cast<std::size_t>(m_Depth), ' ');
     }
 }
 

@@ -11,7 +11,7 @@
 namespace pitool {
 
 /// Adds a text in quotation marks, as JsonWriter writes it.
-void AddJsonText(std::string_view value, std::string& json);
+void AddJsonText(std::string_view value, std::string& text);
 
 /// Writes one JSON document into a text. ASCII: other characters are escaped, bytes that are no UTF-8 become
 /// U+FFFD. The two outermost levels have a line for each member or element, deeper ones are on one line.

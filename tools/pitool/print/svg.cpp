@@ -37,6 +37,7 @@ Class ClassOf(PI::_DRIVE_STATE state) {
 /// An axis from 0 in steps that are easily read.
 struct Axis {
     double m_Step;
+    int m_Steps;
     double m_End;
 };
 
@@ -45,10 +46,11 @@ Axis MakeAxis(double largest) {
     constexpr double MOST_STEPS = 6;
     for (const double step : STEPS) {
         if (largest <= step * MOST_STEPS) {
-            return {step, step * std::max(1.0, std::ceil(largest / step))};
+            const int steps = std::max(1, static_cast<int>(std::ceil(largest / step)));
+            return {step, steps, step * steps};
         }
     }
-    return {largest, largest};
+    return {largest, 1, largest};
 }
 
 int Scaled(double value, const Axis& axis, int from, int to) {
@@ -73,13 +75,15 @@ std::string Plot(const std::vector<Point>& points, const char* title, const char
                       "\" role=img aria-label=\"" + title + ", " + std::to_string(points.size()) +
                       " drives\">";
     std::string lines;
-    for (double tick = 0; tick <= y.m_End; tick += y.m_Step) {
+    for (int step = 0; step <= y.m_Steps; ++step) {
+        const double tick = step * y.m_Step;
         const int place = Scaled(tick, y, HEIGHT - BOTTOM, TOP);
         lines +=
             "M" + std::to_string(LEFT) + " " + std::to_string(place) + "H" + std::to_string(WIDTH - RIGHT);
         svg += Label(LEFT - 6, place + 4, "end", std::to_string(std::lround(tick)) + "%");
     }
-    for (double tick = 0; tick <= x.m_End; tick += x.m_Step) {
+    for (int step = 0; step <= x.m_Steps; ++step) {
+        const double tick = step * x.m_Step;
         svg += Label(Scaled(tick, x, LEFT, WIDTH - RIGHT), HEIGHT - BOTTOM + 16, "middle",
                      std::to_string(std::lround(tick)));
     }

@@ -69,6 +69,9 @@ std::string_view Table::CellText(std::size_t cell) const {
 std::string Table::Text(const Screen& screen, std::size_t indent) const {
     const std::size_t leastOfLast = LeastWidth(m_LastColumn);
     const std::size_t count = m_Columns.size();
+    if (count == 0) {
+        return "";
+    }
     const bool hasHeadings = m_Columns.front().m_Heading != nullptr;
     std::vector<std::size_t> widths(count);
     for (std::size_t i = 0; i < count; ++i) {
