@@ -113,14 +113,15 @@ TEST(Prometheus, OfSeveralReportsOfADriveTheNewestCounts) {
     EXPECT_EQ(Text({GoodReport("S1")}).find("# left out"), std::string::npos);
 }
 
-TEST(Prometheus, OfReportsOfTheSameTimeTheFirstCounts) {
-    const std::string text = Text({GoodReport("S1", Wear(4)), GoodReport("S1", Wear(3))});
-    EXPECT_NE(text.find(Series("pi_drive_wear_ratio", "0.04")), std::string::npos) << text;
+TEST(Prometheus, OfReportsOfTheSameTimeTheWorstCounts) {
+    const std::string text =
+        Text({GoodReport("S1", Wear(93)), GoodReport("S1", Wear(97)), GoodReport("S1", Wear(95))});
+    EXPECT_NE(text.find(Series("pi_drive_wear_ratio", "0.97")), std::string::npos) << text;
 }
 
 TEST(Prometheus, OfReportsThatMayBeOfSeveralDrivesTheWorstCounts) {
-    const std::string text = Text(
-        {GoodReport("--", Wear(4)), GoodReport("--", Wear(3) + R"(,"local_time":{"time_t":1700000000})")});
+    const std::string text = Text({GoodReport("--"), GoodReport("--", Wear(4)),
+                                   GoodReport("--", Wear(3) + R"(,"local_time":{"time_t":1700000000})")});
     EXPECT_NE(text.find(R"(serial="--",device="/dev/sda"} 0.04)"), std::string::npos) << text;
 }
 

@@ -141,10 +141,12 @@ std::string PrometheusText(const std::vector<const DriveSummary*>& drives, std::
     std::map<std::string, const DriveSummary*> series;
     for (const DriveSummary* drive : drives) {
         const DriveSummary*& kept = series[Labels(*drive)];
-        const bool isNewer =
-            kept == nullptr || (IdentifiesDrive(drive->GetSerial()) && kept->GetTime() < drive->GetTime());
-        // Of reports that may be of several drives the worst counts, the first here.
-        kept = isNewer ? drive : kept;
+        // Without a serial number that identifies it, a later report may be of another drive.
+        const bool hasOrder =
+            kept != nullptr && IdentifiesDrive(drive->GetSerial()) && kept->GetTime() != drive->GetTime();
+        const bool isTaken =
+            kept == nullptr || (hasOrder ? kept->GetTime() < drive->GetTime() : IsWorse(*drive, *kept));
+        kept = isTaken ? drive : kept;
     }
     std::string text;
     AddHeading("pi_inputs_refused", "gauge", "Inputs that gave no drive.", text);

@@ -11,11 +11,10 @@
 namespace pitool {
 
 /// A series for each drive and family. A drive is its model, serial number and device; of several reports of
-/// one the newest counts, since a series may be there only once. Where the serial number identifies no drive,
-/// the worst counts.
+/// one the newest counts, since a series may be there only once; of those of one time the worst. Where the
+/// serial number identifies no drive, the worst counts.
 ///
 /// Only what is known is printed: an alert must not rest on a doubtful figure.
-/// @param drives  the worst first
 /// @param refused how many inputs gave no drive
 std::string PrometheusText(const std::vector<const DriveSummary*>& drives, std::size_t refused);
 
