@@ -15,55 +15,59 @@ namespace PI {
 /// @addtogroup utilities
 /// @{
 
-/// Gives an adapter an identifier made from where it sits, and a number: its place among the host's adapters,
-/// in the order in which they were registered.
+/// Gives an adapter an identifier computed from its location, and a number: its index among the adapters of
+/// its host, in the order of registration.
 ///
-/// Made from PCI addresses, identifiers collide: the 8,192 places of 256 buses with 32 devices in a domain,
-/// passed as domain, bus, device and function 0, make 602 of them. Where adapters have serial numbers, make
-/// the identifier from that and register it with SetAdapterUniqueID; the example of @ref utilities does so.
+/// Identifiers computed from PCI addresses collide: the 8,192 addresses of a domain with 256 buses of 32
+/// devices, passed as domain, bus, device and function 0, give only 602 identifiers. If adapters have serial
+/// numbers, compute the identifier from those and register it with SetAdapterUniqueID, as the example in @ref
+/// utilities does.
 ///
-/// The lists are one for the process and are never cleared, so numbers stay. Different places can make the
-/// same identifier; such adapters share a number. Asking may add an empty list for a new host.
+/// All modules of the process share the lists, which are never cleared, so that numbers do not change.
+/// Adapters whose locations give the same identifier share a number. Asking for a number may add an empty
+/// list for a new host.
 ///
-/// Threads: any number of them may register adapters and ask for numbers at once, each with adapters of its
+/// Threads: any number of threads may register adapters and ask for numbers at once, each with objects of its
 /// own.
 class PI_API CGlobalAdapterID {
 public:
     /// Identifiers by host, in the order of registration. Read and change it directly only while no other
-    /// thread registers or asks.
+    /// thread registers adapters or asks for numbers.
     static std::map<std::string, std::vector<int>> AllHostsAdaptersUniqueIDs;
 
     /// The identifier, m_AdapterUniqueID.
     int GetAdapterUniqueID() const;
 
-    /// Sets the identifier and registers it for the host, if it is not registered yet. If allocation fails,
-    /// it does neither.
+    /// Sets the identifier and registers it for the host, if it is not registered yet.
+    /// @throws std::bad_alloc if allocation fails; the identifier is then neither set nor registered
     void SetAdapterUniqueID(int id);
 
-    /// The adapter's place among its host's, from 0; 0xFFFFFFFF when its identifier is not registered.
+    /// Index of the adapter among those of its host, from 0; 0xFFFFFFFF if its identifier is not registered.
+    /// @throws std::bad_alloc if allocation fails
     unsigned int GetGlobalAdapterNumber() const;
 
-    /// Makes an identifier, a + 2b + 3c + 4d + 2 in wrapping 32-bit arithmetic, and registers it for the
+    /// Computes an identifier, a + 2b + 3c + 4d + 2 in wrapping 32-bit arithmetic, and registers it for the
     /// host.
-    /// @return the identifier, new or not
+    /// @return the identifier, whether it was registered before or not
+    /// @throws std::bad_alloc if allocation fails
     static int GenerateUniqueAdapterNumber(int a, int b, int c, int d, std::string host);
 
-    /// Never registers an adapter that has no identifier yet, so a fresh one is numbered with the static form
-    /// and SetAdapterUniqueID.
+    /// Computes an identifier from m_IDPart1 to m_IDPart4 in the same way, and sets and registers it, but
+    /// only if both it and the present identifier are above 1 as unsigned numbers.
     ///
-    /// Makes an identifier from m_IDPart1 to 4 in the same way, sets and registers it; only when both it and
-    /// the present identifier are above 1 as unsigned numbers, so an adapter without an identifier keeps
-    /// none.
+    /// So it never gives an adapter its first identifier: use the static function and SetAdapterUniqueID for
+    /// that.
+    /// @throws std::bad_alloc if allocation fails
     void GenerateUniqueAdapterNumber();
 
     /// @{
-    /// Where the adapter sits, set by the plug-in.
+    /// Location of the adapter, set by the plug-in.
     std::int32_t m_IDPart1 = 0;
     std::int32_t m_IDPart2 = 0;
     std::int32_t m_IDPart3 = 0;
     std::int32_t m_IDPart4 = 0;
     /// @}
-    std::int32_t m_AdapterUniqueID = 0;  ///< 0 and 1: the adapter has no identifier
+    std::int32_t m_AdapterUniqueID = 0;  ///< 0 or 1: the adapter has no identifier
     std::string m_HostName;              ///< the host that the adapter belongs to
 };
 

@@ -2,10 +2,10 @@
 /// @file
 /// Whether modules that exchange objects were built alike.
 ///
-/// Objects cross the border between a service and its plug-ins as they lie in memory. A module that was
-/// compiled in another mode of the standard library, or for another major version of this library, lays them
-/// out differently, and corrupts memory at the first one. So each module holds figures of how it was
-/// compiled, and the service compares those of a plug-in before it calls anything else of it:
+/// A service and its plug-ins exchange objects as they are laid out in memory. A module that was compiled in
+/// another mode of the standard library, or for another major version of this library, lays them out
+/// differently, and corrupts memory with the first one. So each module contains figures that say how it was
+/// compiled, and the service compares those of a plug-in before it calls anything else in it:
 ///
 /// @code
 ///     // in the plug-in, exported
@@ -20,12 +20,12 @@
 ///     const std::string difference = PI::BuildDifference(figures, count);
 /// @endcode
 ///
-/// The service compares, not the plug-in: one of another major version may have brought a library of its own.
-/// The figures are of C types only, so that they cross where nothing else may.
+/// The service compares, not the plug-in, which may have loaded a libpi of another major version. The figures
+/// use C types only, so that they can be exchanged when nothing else can.
 ///
-/// A module whose functions bear other names, as with another std::string, mostly lacks them in the library;
-/// then dlopen fails with RTLD_NOW and says which. What a module does while it is being loaded, in the
-/// constructors of its static objects, comes before any check.
+/// A module that was compiled with another std::string calls functions under other names, which the library
+/// mostly does not have; dlopen with RTLD_NOW then fails and names one of them. What a module does while it
+/// is being loaded, in the constructors of its static objects, happens before any check.
 #pragma once
 
 #include <pi/adapters.h>
@@ -59,19 +59,20 @@ namespace PI {
 /// @addtogroup utilities
 /// @{
 
-/// How a module was compiled, in one respect. This structure is the same in every release: what is new is a
-/// figure of another name.
+/// One figure that says how a module was compiled. This structure is the same in every release: releases add
+/// figures with new names.
 struct _BUILD_FIGURE {
     const char* m_Name;     ///< such as "sizeof(PI::CObject)"; static text of the module
-    std::uint64_t m_Value;  ///< a size or place in bytes, or what the macro of that name is
+    std::uint64_t m_Value;  ///< a size or offset in bytes, or the value of the macro of that name
 };
 
 #pragma GCC diagnostic push
-// The place of a member in a class with virtual functions is the compilers' own, and it is what is compared.
+// The offset of a member in a class with virtual functions is up to the compiler: that is what is compared.
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
 /// How the module that includes this header was compiled: the major version, the modes of the standard
-/// library, then size, alignment and last member of each type that crosses (pi/build_figures.def).
+/// library, then size, alignment and the offset of the last member of each type that modules exchange
+/// (pi/build_figures.def).
 ///
 /// Hidden, so that each module has its own.
 __attribute__((visibility("hidden"))) inline constexpr _BUILD_FIGURE BUILD_FIGURES[] = {
@@ -99,19 +100,20 @@ __attribute__((visibility("hidden"))) inline constexpr _BUILD_FIGURE BUILD_FIGUR
 
 /// Compares the figures of a module with those of the loaded library.
 ///
-/// Figures that the library does not know are passed over, and so are those that the module does not have,
-/// all but PI_VERSION_MAJOR: a newer module and an older one are judged by what both know.
-/// @param figures  of the module
+/// Figures that the library does not know are ignored, and so are those that the module lacks, except
+/// PI_VERSION_MAJOR: modules older and newer than the library are compared by what both know.
+/// @param figures  of the module; may be null when count is 0
 /// @param count    of figures
 /// @param sentence out: empty when all agree, otherwise the first difference, such as "the module was built
 ///                 with sizeof(std::vector<int>) = 48, libpi 1.0.0 with 24"; ends with a NUL byte, cut where
 ///                 it is too long
-/// @param capacity of the sentence in bytes; 0 when only the result counts, and the sentence may be null then
+/// @param capacity of the sentence in bytes; 0 when only the result is needed, and the sentence may be null
+///                 then
 /// @return length of the whole sentence, 0 when all agree; thread-safe
 PI_API std::size_t CompareBuild(const _BUILD_FIGURE* figures, std::size_t count, char* sentence,
                                 std::size_t capacity) noexcept;
 
-/// CompareBuild as a text; without arguments, of the module that calls.
+/// CompareBuild as a text; without arguments, for the calling module.
 ///
 /// @return empty when all agree, otherwise a sentence of at most 255 bytes
 /// @throws std::bad_alloc if allocation fails

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Configuration files of the service, as an empty shell.
+/// Configuration files of the service: an empty shell.
 #pragma once
 
 #include <pi/types.h>
@@ -20,8 +20,8 @@ public:
     std::string m_Value;  ///< its value as text
 };
 
-/// Present for plug-ins that name it: every member does nothing, leaves its arguments alone, and the reading
-/// and writing ones return 0.
+/// Kept for plug-ins that use it. No member does anything or changes its arguments; the ones that read and
+/// write return 0. Nothing throws. Thread-safe.
 class PI_API CConfigFile {
 public:
     /// Does nothing.

@@ -34,27 +34,29 @@ struct _IDE_SMART_DATA {
 static_assert(sizeof(_IDE_SMART_ATTRIBUTE) == 12 && sizeof(_IDE_SMART_DATA) == 512);
 static_assert(std::is_trivially_copyable_v<_IDE_SMART_DATA>);
 
-/// What the remaining lifetime of a SATA solid-state drive is computed from, read from the drive's SMART
+/// The figures from which the remaining lifetime of a SATA solid-state drive is computed, read from its SMART
 /// page.
 ///
-/// Supported are the models of SATASSDEndurance. One object serves one drive and one thread at a time.
+/// The models of SATASSDEndurance are supported. One object is for one drive, and used by one thread at a
+/// time.
 class PI_API CSmartValues {
 public:
     /// Looks the model up; nothing else about the drive is known yet.
     ///
-    /// @param vendor kept when the model is unknown; a known model brings its own
+    /// @param vendor used if the model is not listed; a listed model has its own
     /// @param model  as CPluginHelper::SplitSATAModelName gives it
+    /// @throws std::bad_alloc if allocation fails
     CSmartValues(const std::string& vendor, const std::string& model);
 
     /// Whether the model is in the list.
     bool IsSupported();
 
-    /// Reads the figures from a page: what the page does not hold keeps its value, and of two attributes with
-    /// the same number the later one counts.
+    /// Reads the figures from a page. A figure that the page does not hold keeps its value; of two attributes
+    /// with the same number the later one counts.
     ///
-    /// For InnoDisk the rated endurance becomes 0 afterwards, so that ComputeRemainingLifeTime goes by the
-    /// wear; further calls still reckon with the rated one.
-    /// @return IsSupported(); when false nothing is read or changed
+    /// For InnoDisk, m_Endurance is 0 afterwards, so that ComputeRemainingLifeTime uses the wear; later calls
+    /// of Evaluate still use the rated endurance.
+    /// @return IsSupported(); if false, nothing is read or changed
     bool Evaluate(_IDE_SMART_DATA& data);
 
     std::uint64_t m_Endurance = 0;       ///< terabytes that may be written; 0 when unsupported

@@ -3,8 +3,9 @@
 /// Records that describe how drives make up arrays and logical drives.
 ///
 /// Plain values: copies are deep, nothing is shared, the caller serialises access to one record. Sizes and
-/// addresses are in the unit that their producer chose; identifiers are those of managed objects. Fields
-/// named m_Value, m_Flag and m_Text are given their meaning by the plug-ins that fill them.
+/// addresses are in the unit that their producer chose; identifiers are those of managed objects. What fields
+/// named m_Value, m_Flag and m_Text mean is up to the plug-ins that fill them. Copies throw std::bad_alloc if
+/// allocation fails.
 #pragma once
 
 #include <pi/property.h>
@@ -30,18 +31,18 @@ public:
     CDrive& operator=(CDrive&&) noexcept = default;
     virtual ~CDrive();
 
-    /// An extent is identified by its drive and start address alone; nothing else is compared.
+    /// Compares drive and start address, which identify an extent, and nothing else.
     bool operator==(const CDrive& other) const;
     /// Orders by drive, then by start address.
     bool operator<(const CDrive& other) const;
 
     std::uint64_t m_ObjectID = 0;         ///< the physical drive
     std::uint64_t m_StartAddress = 0;     ///< where the extent begins on the drive
-    std::uint64_t m_UsedSize = 0;         ///< how much of the drive it takes
+    std::uint64_t m_UsedSize = 0;         ///< how much of the drive it uses
     std::vector<CProperty> m_Properties;  ///< up to the plug-in
     std::uint64_t m_LogicalDrive = 0;     ///< the logical drive that uses the extent
     std::uint64_t m_LogicalOwner = 0;     ///< the logical object that owns it
-    bool m_IsConfigurable = true;         ///< whether the extent may be configured anew
+    bool m_IsConfigurable = true;         ///< whether the extent may be reconfigured
 };
 
 /// A group of drive extents.
@@ -54,7 +55,7 @@ public:
     CContainer& operator=(CContainer&&) noexcept = default;
     virtual ~CContainer();
 
-    /// Compares the drives in their order, so only their identifiers and start addresses.
+    /// Compares the drives in their order, by CDrive::operator==.
     bool operator==(const CContainer& other) const;
 
     std::vector<CDrive> m_Drives;  ///< in the order that the producer gives them
@@ -95,7 +96,7 @@ public:
     std::vector<CContainer> m_Containers;             ///< the extents that hold the data
     std::vector<std::uint64_t> m_GlobalHotSpares;     ///< physical drives spare for every logical drive
     std::vector<std::uint64_t> m_DedicatedHotSpares;  ///< physical drives spare for this one
-    std::vector<std::uint64_t> m_AssociatedLogicalDrives;  ///< logical drives that belong with this one
+    std::vector<std::uint64_t> m_AssociatedLogicalDrives;  ///< logical drives that belong to this one
 };
 
 /// A disk array.
@@ -103,7 +104,7 @@ class PI_API CArray {
 public:
     CArray() = default;
 
-    /// Reads an array configuration document; otherwise as CLogicalDrive(VELK::XML::xml_document&).
+    /// Reads an array configuration document; otherwise like CLogicalDrive(VELK::XML::xml_document&).
     explicit CArray(VELK::XML::xml_document& document);
 
     CArray(const CArray&) = default;

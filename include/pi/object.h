@@ -3,8 +3,9 @@
 /// Managed objects and the operations offered on them.
 ///
 /// An object holds operations, and an operation may hold objects, so both are in this header. Both are
-/// values: copies are deep, nothing is shared, the caller serialises access to one of them. An assignment in
-/// which allocation fails leaves part of the old and part of the new, to be assigned to again.
+/// values: copies are deep, nothing is shared, the caller serialises access to one of them. If allocation
+/// fails, std::bad_alloc is thrown; an assignment then leaves part of the old and part of the new value:
+/// assign again.
 #pragma once
 
 #include <pi/event.h>
@@ -24,8 +25,8 @@ class COperation;
 
 /// What a plug-in reports to the service: an adapter, a drive, a logical drive, a battery.
 ///
-/// Threads: any number of them may make objects at once, and copy the same one; each new object has an
-/// identifier of its own.
+/// Threads: any number of threads may create objects at once, and copy the same one; each new object has a
+/// unique identifier.
 class PI_API CObject {
 public:
     /// Takes the next unique identifier.
@@ -34,7 +35,7 @@ public:
     CObject(unsigned long id, _OBJECT_TYPE type);
 
     /// @{
-    /// A copy is the same object: it carries the unique identifier. So does a moved one.
+    /// A copy is the same object: it has the same unique identifier. So does a moved one.
     CObject(const CObject& source);
     CObject(CObject&& source) noexcept;
     CObject& operator=(const CObject& source);
@@ -46,8 +47,8 @@ public:
     /// whatever they hold.
     bool operator==(const CObject& other) const;
 
-    /// The unique identifier that the next new object takes; 0 at load. Read and set it directly only while
-    /// no other thread makes objects; making one takes its identifier atomically.
+    /// The unique identifier that the next new object takes; 0 when the library is loaded. A new object takes
+    /// it atomically; read and set it directly only while no other thread creates objects.
     static std::uint64_t m_UniqueIDCounter;
 
     std::uint64_t m_ObjectID = 0;                       ///< identifier, up to the plug-in
@@ -59,14 +60,14 @@ public:
     std::uint64_t m_ObjectValue = 0;
     bool m_ObjectFlag = false;
     /// @}
-    std::vector<CProperty> m_Properties;   ///< what is known about the object
-    std::vector<COperation> m_Operations;  ///< what may be done with it
+    std::vector<CProperty> m_Properties;   ///< the properties of the object
+    std::vector<COperation> m_Operations;  ///< the operations that it offers
     std::uint64_t m_UniqueID;              ///< taken from m_UniqueIDCounter
 };
 
-/// An action offered on an object, or asked for, with all its parameters.
+/// An operation that an object offers, or that is requested, with all its parameters.
 ///
-/// What the headers, parameters and the flag mean is up to the plug-ins and the service.
+/// The meaning of the headers, parameters and the flag is up to the plug-ins and the service.
 class PI_API COperation {
 public:
     /// An operation without parameters.
@@ -80,8 +81,8 @@ public:
     /// @}
     virtual ~COperation();
 
-    /// Compares every field, the elements of the lists by their own operator== with what that leaves out. An
-    /// operation that holds a property without a value is never equal, not even to itself.
+    /// Compares every field; the elements of the lists by their own operator==, which may leave fields out.
+    /// An operation that holds a property without a value is never equal, not even to itself.
     bool operator==(const COperation& other) const;
 
     /// @{
@@ -91,7 +92,7 @@ public:
     std::uint32_t m_Header3 = 1;
     /// @}
     /// @{
-    /// Parameters of this kind, as many as the operation takes.
+    /// Parameters of each kind, as many as the operation has.
     std::vector<CProperty> m_Properties;
     std::vector<CLogicalDrive> m_LogicalDriveList;
     std::vector<CDrive> m_DriveList;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Builds objects in one line a property.
+/// Builds objects with one line for each property.
 ///
 /// @code
 ///     namespace Builder = PI::ObjectBuilder;
@@ -8,10 +8,10 @@
 ///     Builder::AddCapacity(object, SIZE, bytes);
 /// @endcode
 ///
-/// Everything here is compiled into the module that uses it, and decides three fields that the library leaves
-/// to its users: CProperty::m_Attribute1 is the help topic, CProperty::m_Attribute2 the unit of a capacity,
-/// and an operation's headers are its identifier and its help topic. A plug-in that needs them otherwise
-/// fills those fields itself.
+/// Everything here is compiled into the module that uses it. It gives a meaning to fields that the library
+/// leaves to its users: CProperty::m_Attribute1 is the help topic, CProperty::m_Attribute2 the unit of a
+/// capacity, and an operation's headers are its identifier and its help topic. A plug-in that uses these
+/// fields differently fills them itself.
 ///
 /// Each function appends to the object and throws std::bad_alloc if allocation fails; the object may then
 /// hold the property without its value. One thread at a time uses an object.
@@ -28,10 +28,11 @@ namespace PI {
 /// @addtogroup objects
 /// @{
 
-/// Functions that fill objects, in a namespace of their own so that they meet no function of a plug-in.
+/// Functions that fill objects, in a namespace of their own so that they do not clash with a plug-in's
+/// functions.
 namespace ObjectBuilder {
 
-/// A row of a plug-in's table of properties; what it does not name is as in a new property.
+/// A row of a plug-in's table of properties; all other fields are as in a new property. Does not throw.
 /// @param helpTopic number for CPluginHelper::GetHelpPath, 1 for none
 constexpr _PROPERTY_DESCRIPTION Describe(_PROPERTY_ID id, int helpTopic, _PROPERTY_TYPE type) {
     // In the order of the fields: m_Attribute1 is the third.
@@ -46,7 +47,7 @@ inline CProperty& AddProperty(CObject& object, const _PROPERTY_DESCRIPTION& desc
     return property;
 }
 
-/// Adds a text, without the white space around it (CProperty::SetValue).
+/// Adds a text without leading and trailing white space (CProperty::SetValue).
 inline void AddText(CObject& object, const _PROPERTY_DESCRIPTION& description, const std::string& text) {
     AddProperty(object, description).SetValue(text);
 }
@@ -61,12 +62,13 @@ inline void AddFraction(CObject& object, const _PROPERTY_DESCRIPTION& descriptio
     AddProperty(object, description).SetValue(number);
 }
 
-/// Adds a named state. It cannot be changed, so it is the only choice.
+/// Adds a named state. It is the only choice, so that it cannot be changed.
 inline void AddState(CObject& object, const _PROPERTY_DESCRIPTION& description, _PROPERTY_VALUE state) {
     AddProperty(object, description).SetValue(state, {state});
 }
 
-/// Adds a capacity as a fractional number, scaled to the unit that suits it, which goes to m_Attribute2.
+/// Adds a capacity as a fractional number, in the unit of CPluginHelper::ConvertBytesToOtherUnit, which is
+/// stored in m_Attribute2.
 inline void AddCapacity(CObject& object, const _PROPERTY_DESCRIPTION& description, unsigned long bytes) {
     float value = 0;
     _UNITS unit = Units::BYTES;
@@ -84,8 +86,8 @@ inline void AddOperation(CObject& object, _OPERATION_ID id, int helpTopic) {
     operation.m_Header2 = static_cast<unsigned>(helpTopic);
 }
 
-/// Registers an adapter of this machine by where it sits (CGlobalAdapterID::GenerateUniqueAdapterNumber,
-/// whose rules for threads hold) and adds its number among the adapters of all plug-ins.
+/// Registers an adapter of this machine by its location (CGlobalAdapterID::GenerateUniqueAdapterNumber, whose
+/// rules for threads apply) and adds its number among the adapters of all plug-ins.
 inline void AddAdapterNumber(CObject& adapter, const _PROPERTY_DESCRIPTION& description, int a, int b, int c,
                              int d) {
     CGlobalAdapterID place;  // its host name is empty: this machine

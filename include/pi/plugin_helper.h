@@ -23,10 +23,10 @@ class CProperty;
 class CTextTable;
 struct _PROPERTY_DESCRIPTION;
 
-/// Everything that is a plain function, gathered under one name.
+/// All plain functions of the library, under one name.
 ///
-/// All functions are stateless and thread-safe, and throw only what the standard library throws when memory
-/// runs out, unless they say otherwise. Results of type int are error codes (pi/vocabulary.h).
+/// All functions are stateless and thread-safe, and throw only what the standard library throws if allocation
+/// fails, unless they say otherwise. Results of type int are error codes (pi/vocabulary.h).
 class PI_API CPluginHelper {
 public:
     /// Functions only.
@@ -41,18 +41,18 @@ public:
     /// The first property of an object that has an identifier, or null. It belongs to the object and is valid
     /// until the object's list of properties is changed.
     static CProperty* FindProperty(CObject& object, _PROPERTY_ID id);
-    /// The same of an object that may not be changed.
+    /// The same for a constant object.
     static const CProperty* FindProperty(const CObject& object, _PROPERTY_ID id);
 
     /// The value of a property in words, the same in every locale: "447.1 GiB", "RAID5", "5 (0 to 10)".
     ///
-    /// Numbers of a choice or of two lists, of which the first counts, are given by their names as property
-    /// values, where they have one. A fraction has one decimal; where m_Attribute2 is one of _UNITS, the
-    /// fraction is a capacity in it. A text is given as GetValueString gives it, a yes or no as "yes" or
-    /// "no", a document as "(a document)".
+    /// A choice, and the first list of two, are given by their names as property values, or as numbers where
+    /// there is no name. A fraction has one decimal; if m_Attribute2 is one of _UNITS, the fraction is a
+    /// capacity in that unit. A text is given as by GetValueString, a yes or no as "yes" or "no", a document
+    /// as "(a document)".
     ///
     /// Nothing is traced.
-    /// @param unit follows a number, after a blank; a capacity has its own
+    /// @param unit follows a number, after a blank; a capacity has its own unit
     /// @return "(no value)" for a property without a value or of an unknown type
     static std::string StringifyProperty(const CProperty& property, const std::string& unit = std::string());
     /// @}
@@ -74,12 +74,12 @@ public:
     /// REBUILD_PAUSED, GLOBAL_HOTSPARE, DEDICATED_HOTSPARE, OFFLINE, FAILED_MISSING, COPY_BACK, MIGRATING,
     /// MIGRATION_PAUSED, REBUILD_FAILED and SYSTEM, and with _SMART appended AVAILABLE,
     /// OPERATIONAL, FAILED, REBUILDING, GLOBAL_HOTSPARE, DEDICATED_HOTSPARE, OFFLINE, COPY_BACK, MIGRATING,
-    /// REBUILD_FAILED and SYSTEM. Any other number, known or not, looks like AVAILABLE.
+    /// REBUILD_FAILED and SYSTEM. Any other number, known or not, gets the icon of AVAILABLE.
     /// @param medium  PropertyValue::SSD, or any other value for a rotating disk
     /// @param aura    highlighted
-    /// @param foreign belongs to a configuration from elsewhere
+    /// @param foreign belongs to a foreign configuration
     /// @param power   PropertyValue::STOPPED, or any other value for a running drive
-    /// @return an icon for GetIconPath; a plain drive icon where there is none of its own
+    /// @return an icon for GetIconPath; a plain drive icon if there is no icon for the combination
     static int GetPDStatusIcon(int state, int medium, bool aura, bool foreign, int power);
     /// @}
 
@@ -90,26 +90,27 @@ public:
     /// "Placeholders", "Description", "SequenceNumber", in this order.
     ///
     /// The description is the language resource whose number is the event's identifier, with the first %1 to
-    /// %6 replaced by the placeholders in turn; without one it reads "Unknown Event" and "Placeholders" is
-    /// left out, as where its look-up throws. What is thrown while it is filled in, if allocation fails too,
-    /// is absorbed as well: it reads "Unknown Event" then, and "Placeholders" holds those used so far. The
-    /// event's resolved placeholders are written.
+    /// %6 replaced by the placeholders in turn. If there is none, or looking it up throws, it is "Unknown
+    /// Event", and "Placeholders" is left out. If filling it in throws, even std::bad_alloc, the exception is
+    /// absorbed: the description is "Unknown Event", and "Placeholders" holds those used so far. The resolved
+    /// placeholders of the event are written.
     static std::vector<std::pair<std::string, std::string>> StringifyEventMessage(CEvent& event);
 
-    /// Renders an event as StringifyEventMessage does, in the language of a table (pi/text_table.h).
+    /// Renders an event like StringifyEventMessage, in the language of a table (pi/text_table.h).
     ///
-    /// Descriptions and resources of placeholders are those of the table; the texts of the process are not
-    /// looked at. The event is only read: threads may render one event at once, each in its own language.
+    /// Descriptions and resources of placeholders are taken from the table, not from the texts of the
+    /// process. The event is only read: several threads may render one event at once, each in its own
+    /// language.
     ///
-    /// @param withoutText how an event without a description reads. With NAME_AND_PLACEHOLDERS it is
-    ///        described by its name (pi/vocabulary.h; "Event 70001" where the number has none), followed by
-    ///        all placeholders that are not empty, each as it would be put in for its marker, or as
-    ///        "resource 70002" where it is a resource without a text. "Placeholders" lists them too.
+    /// @param withoutText how an event without a description is rendered. With NAME_AND_PLACEHOLDERS the
+    ///        description is its name (pi/vocabulary.h; "Event 70001" if the number has none), followed by
+    ///        all placeholders that are not empty, each as it would replace its marker, or as "resource
+    ///        70002" if it is a resource without a text. "Placeholders" lists them too.
     static std::vector<std::pair<std::string, std::string>> StringifyEventMessageWith(
         const CEvent& event, const CTextTable& texts, _WITHOUT_TEXT withoutText = WithoutText::UNKNOWN_EVENT);
 
-    /// The same, with a choice what "%2" in the value of a placeholder means: with MarkersInValues::TEXT only
-    /// the markers of the description and none of a value are filled.
+    /// The same, with a choice of what "%2" in the value of a placeholder means: with MarkersInValues::TEXT
+    /// only the markers of the description are replaced.
     static std::vector<std::pair<std::string, std::string>> StringifyEventMessageWith(
         const CEvent& event, const CTextTable& texts, _WITHOUT_TEXT withoutText, _MARKERS_IN_VALUES markers);
     /// @}
@@ -119,14 +120,14 @@ public:
 
     /// Splits the model text of a SATA drive (ATA IDENTIFY DEVICE, words 27 to 46) into vendor and model.
     ///
-    /// @param vendor out: "--" when the text does not tell
+    /// @param vendor out: "--" if the text does not say
     /// @param model  out: the bare model name
     /// @return 0 always
     static int SplitSATAModelName(const std::string& modelText, std::string& vendor, std::string& model);
 
-    /// Removes what some vendors put around their serial numbers ("WD-", "JA1000", Seagate's suffix).
+    /// Removes what some vendors add to their serial numbers ("WD-", "JA1000", Seagate's suffix).
     /// @param vendor compared without regard to case
-    /// @param serial changed in place where a rule applies
+    /// @param serial changed in place if a rule applies
     static void CorrectSerialNumber(const std::string& vendor, const std::string& model, std::string& serial);
 
     /// Whether a vendor text is that of a hypervisor's virtual disk: "VMware" exactly, or the bytes CEh FAh.
@@ -140,14 +141,14 @@ public:
     /// them.
     ///
     /// @param vendor compared without regard to case
-    /// @param rpm    out: rotations per minute; 7200 for every drive that no rule names
+    /// @param rpm    out: rotations per minute; 7200 for every drive that no rule covers
     /// @return 0 always
-    /// @throws std::out_of_range, with rpm set to 7200, for Hitachi and HGST models of less than three
+    /// @throws std::out_of_range, with rpm set to 7200, for Hitachi and HGST models of fewer than three
     /// characters
     static int GetSATARPM(const std::string& vendor, const std::string& model, unsigned long& rpm);
 
-    /// The rounded figure, in thousands of rotations per minute, that users are shown: 4.2, 5.4, 7.2, 10, 15
-    /// or 20.
+    /// The rounded speed that users are shown, in thousands of rotations per minute: 4.2, 5.4, 7.2, 10, 15 or
+    /// 20.
     /// @return 0 always
     static int RoundRPM(unsigned long rpm, float& thousands);
     /// @}
@@ -161,8 +162,8 @@ public:
 
     /// Estimates how long a solid-state drive will serve, within a span of five years (43829 hours).
     ///
-    /// The wear in percent counts where it is known; otherwise the amount written against the rated
-    /// endurance. CRemainingLifetime (pi/remaining_lifetime.h) says which of them it was.
+    /// The estimate uses the wear in percent if it is known, otherwise the amount written compared with the
+    /// rated endurance. CRemainingLifetime (pi/remaining_lifetime.h) says which of them was used.
     /// @param powerOnHours   hours the drive has been powered
     /// @param bytesWritten   bytes; 0 when unknown
     /// @param percentUsed    wear in percent; 0 when unknown, above 100 counts as 100
@@ -179,9 +180,9 @@ public:
 
     /// Whether a drive may join the drives of a container.
     ///
-    /// What the permissions and the attribute mean is the caller's business; the rules are fixed. Traced
-    /// under category 21.
-    /// @param containerType  any number; 0 is compared like the others
+    /// What the permissions and the attribute mean is up to the caller; the rules are fixed. Traces are of
+    /// category 21.
+    /// @param containerType  any number; 0 is compared like any other
     /// @param containerMedia PropertyValue::HDD, PropertyValue::SSD or another medium; 0 is compared too
     /// @param driveType      0 when unknown: nothing is checked then
     /// @param driveMedia     0 when unknown: nothing is checked then
@@ -192,8 +193,8 @@ public:
                                                 bool driveAttribute);
 
     /// Every reason for which ValidatePhysicalDriveCombination refuses a drive, in the order in which it
-    /// looks at them, so that the first has its code; none where it returns SUCCESS. Takes the same
-    /// parameters. Nothing is traced.
+    /// checks them, so that the first has its code; none if it returns SUCCESS. The parameters are the same.
+    /// Nothing is traced.
     static std::vector<CDriveMismatch> ExplainPhysicalDriveCombination(bool permit0, bool permit1,
                                                                        bool permit2, bool permit3,
                                                                        int containerType, int containerMedia,
@@ -218,8 +219,7 @@ public:
     /// Text of an additional sense code and qualifier, as the T10 committee publishes it, in lower case.
     ///
     /// @param text out: empty for an unknown pair; the codes 40h (from qualifier 80h on), 4Dh and 70h count
-    ///             as unknown but have a text all the same, in which the qualifier is a character,
-    ///             possibly NUL
+    ///             as unknown but still have a text, in which the qualifier is a character, possibly NUL
     /// @return SUCCESS, or GENERAL when the pair is unknown
     static int TranslateSenseASC(unsigned char asc, unsigned char ascq, std::string& text);
     /// @}
@@ -231,12 +231,13 @@ public:
     /// 01h, 16h, BEh and EEh are dropped.
     static std::string stringurlencode(const std::string& in);
 
-    /// Removes what an XML element name cannot hold of a resource text: blanks and #()./:<=>.
+    /// Removes from a resource text what an XML element name cannot contain: blanks and #()./:<=>.
     /// @param out may be the same string as in
     /// @return 0 always
     static int GenXMLNodeConformantString(const std::string& in, std::string& out);
 
-    /// Whether a text is that of a language resource, without regard to case as the global locale knows it.
+    /// Whether a text equals that of a language resource, without regard to case as the global locale defines
+    /// it.
     /// @param conformant compares with the resource text as GenXMLNodeConformantString gives it
     /// @throws whatever the language support throws
     static bool MatchNLS(const std::string& text, int id, bool conformant);

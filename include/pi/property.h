@@ -62,7 +62,7 @@ public:
     virtual ~CStringData();
 
     std::string m_Value;        ///< the text
-    std::int64_t m_Extra1 = 0;  ///< left to its users: stored, copied and compared only
+    std::int64_t m_Extra1 = 0;  ///< for its users: only stored, copied and compared
     std::int64_t m_Extra2 = 0;  ///< as m_Extra1
 };
 
@@ -179,18 +179,18 @@ public:
 
 /// One typed value of a managed object: a capacity, a name, the choices of a setting, a range.
 ///
-/// A property holds data of all eleven kinds at once; m_Type says which of them counts. A setter writes one
-/// kind and makes it the one that counts, the others keep what they hold. A getter that asks for another kind
-/// than m_Type says reports so with a trace (category 20) and still delivers what that kind holds.
+/// A property holds data of all eleven kinds at once; m_Type says which of them is valid. A setter writes one
+/// kind and makes it the valid one; the others keep their data. A getter for a kind other than m_Type writes
+/// a trace (category 20) and still returns the data of the kind that was asked for.
 ///
-/// Setters and getters return ErrorCode::SUCCESS where nothing else is said. They throw only what the
-/// standard library throws if allocation fails. An out-parameter is always written. Parameters may be the
-/// property's own data: they are read before anything is written.
+/// Setters and getters return ErrorCode::SUCCESS unless stated otherwise. They throw only what the standard
+/// library throws if allocation fails. Out-parameters are always written. Parameters may be the property's
+/// own data: they are read before anything is written.
 ///
 /// One thread at a time uses a property.
 ///
 /// If allocation fails, a setter keeps type, format and value, but a list of texts or a document may hold
-/// less than before; an assignment leaves part of the old and part of the new, to be assigned to again.
+/// less than before; an assignment leaves part of the old and part of the new value: assign again.
 class PI_API CProperty {
 public:
     /// Data of every kind, whatever m_Type says.
@@ -202,17 +202,17 @@ public:
         _DATA& operator=(_DATA&&) noexcept = default;
         ~_DATA();
 
-        CChoiceData m_Choice;            ///< counts for PropertyType::CHOICE
-        CRangeData m_Range;              ///< counts for PropertyType::RANGE
-        CStringData m_String;            ///< counts for PropertyType::STRING
-        CBoolData m_Bool;                ///< counts for PropertyType::BOOL
-        CLongData m_Long;                ///< counts for PropertyType::LONG
-        CSignedLongData m_SignedLong;    ///< counts for PropertyType::SIGNED_LONG
-        CMultiValueData m_MultiValue;    ///< counts for PropertyType::MULTI_VALUE
-        CFloatData m_Float;              ///< counts for PropertyType::FLOAT
-        CMultiLongData m_MultiLong;      ///< counts for PropertyType::MULTI_LONG
-        CXMLData m_XML;                  ///< counts for PropertyType::XML
-        CMultiStringData m_MultiString;  ///< counts for PropertyType::MULTI_STRING
+        CChoiceData m_Choice;            ///< for PropertyType::CHOICE
+        CRangeData m_Range;              ///< for PropertyType::RANGE
+        CStringData m_String;            ///< for PropertyType::STRING
+        CBoolData m_Bool;                ///< for PropertyType::BOOL
+        CLongData m_Long;                ///< for PropertyType::LONG
+        CSignedLongData m_SignedLong;    ///< for PropertyType::SIGNED_LONG
+        CMultiValueData m_MultiValue;    ///< for PropertyType::MULTI_VALUE
+        CFloatData m_Float;              ///< for PropertyType::FLOAT
+        CMultiLongData m_MultiLong;      ///< for PropertyType::MULTI_LONG
+        CXMLData m_XML;                  ///< for PropertyType::XML
+        CMultiStringData m_MultiString;  ///< for PropertyType::MULTI_STRING
     };
 
     /// A property without identity, type and value.
@@ -236,11 +236,11 @@ public:
 
     virtual ~CProperty();
 
-    /// Compares the descriptive fields, then the data of the kind that m_Type names; the other kinds are
+    /// Compares the descriptive fields, then the data of the kind that m_Type says; the other kinds are
     /// ignored.
     ///
-    /// Types NONE, UNDEFINED and unknown ones hold no value and are never equal, not even to a copy of
-    /// themselves; plug-ins in the field count on it.
+    /// A property of type NONE, UNDEFINED or an unknown type has no value and equals nothing, not even a copy
+    /// of itself.
     bool operator==(const CProperty& other) const;
 
     /// @{
@@ -251,12 +251,12 @@ public:
     int SetValue(float value);
     /// @}
 
-    /// Stores a value brought into [min, max], and the bounds and the step as given. The lower bound is
-    /// looked at first: with min above max, a value below min becomes min.
+    /// Stores a value, limited to [min, max], and the bounds and the step as given. The lower bound is
+    /// checked first: if min is above max, a value below min becomes min.
     int SetValue(int value, int min, int max, unsigned int step);
 
-    /// Stores a choice and the choices allowed; whether the one is among the others is not checked.
-    /// @return ErrorCode::INVALID_PARAMETER, with nothing changed, when there are no choices
+    /// Stores a choice and the allowed choices. Whether it is one of them is not checked.
+    /// @return ErrorCode::INVALID_PARAMETER if there are no choices; nothing is changed then
     int SetValue(int value, const std::vector<int>& choices);
 
     /// Stores copies of both lists.
@@ -265,8 +265,7 @@ public:
     int SetValue(std::vector<unsigned long>& values);
 
     /// Stores a list of texts and which of them are selected.
-    /// @param mask selects the elements that make up the text of the value: bit (i mod 32) stands for element
-    /// i
+    /// @param mask selects the elements that make up the text of the value: bit (i mod 32) for element i
     int SetValue(const std::vector<std::string>& values, unsigned int mask);
 
     /// Stores a copy of a document, as CXMLData describes it.
@@ -274,17 +273,17 @@ public:
 
     /// Stores a text without leading and trailing white space, as the global locale classifies it.
     ///
-    /// Where m_Format is 4 (encoded text) only a text that begins with "ENC1(" is accepted, unchanged; any
-    /// other is replaced by an empty one, so a plain secret never gets in.
+    /// If m_Format is 4 (encoded text), only a text that begins with "ENC1(" is accepted, unchanged; any
+    /// other is replaced by an empty one, so that a plain secret is never stored.
     int SetValue(const std::string& text);
 
     /// As SetValue(const std::string&).
-    /// @throws std::logic_error when text is null
+    /// @throws std::logic_error if text is null
     int SetValue(const char* text);
 
     /// @{
-    /// Does not compile: null is no text, and a pointer that is none to characters is no bool. NULL is
-    /// a number to compilers and stores 0 (g++ warns); nullptr is refused.
+    /// Does not compile: null is not a text, and a pointer to anything but characters would convert to bool.
+    /// To compilers NULL is a number and stores 0 (g++ warns).
     int SetValue(std::nullptr_t) = delete;
     template <class Type, class = std::enable_if_t<!std::is_same_v<std::remove_const_t<Type>, char>>>
     int SetValue(Type* pointer) = delete;
@@ -292,20 +291,20 @@ public:
     int SetValue(Type Class::*pointer) = delete;
     /// @}
 
-    /// The selected choice. Traced when there are no choices.
+    /// The selected choice. Traced if there are no choices.
     int GetValueChoice(int& value) const;
     /// @{
-    /// The selected choice and the choices allowed. Traced when there are none.
+    /// The selected choice and the allowed choices. Traced if there are none.
     int GetValue(int& value, std::vector<int>& choices);
     int GetValue(int& value, std::vector<int>& choices) const;
     /// @}
 
-    /// The value as stored. Traced when the step is 0.
+    /// The value as stored. Traced if the step is 0.
     int GetValueRange(int& value) const;
-    /// The value brought into the bounds, the lower one first.
+    /// The value limited to the bounds, the lower one first.
     int GetValueRangeNormalized(int& value) const;
     /// @{
-    /// The value as stored, the bounds and the step. Traced when the step is 0.
+    /// The value as stored, the bounds and the step. Traced if the step is 0.
     int GetValue(int& value, int& min, int& max, unsigned int& step);
     int GetValue(int& value, int& min, int& max, unsigned int& step) const;
     /// @}
@@ -323,12 +322,12 @@ public:
     /// @}
 
     /// @{
-    /// Both lists. Traced when either is empty.
+    /// Both lists. Traced if either is empty.
     int GetValue(std::vector<int>& values, std::vector<int>& values2);
     int GetValue(std::vector<int>& values, std::vector<int>& values2) const;
     /// @}
     /// @{
-    /// The list. Traced when it is empty, unless allowEmpty.
+    /// The list. Traced if it is empty, unless allowEmpty.
     int GetValue(std::vector<unsigned long>& values, bool allowEmpty);
     int GetValue(std::vector<unsigned long>& values, bool allowEmpty) const;
     /// @}
@@ -339,10 +338,10 @@ public:
     int GetValue(VELK::XML::xml_document& document) const;
     /// @}
 
-    /// The list itself, valid as long as the property is not changed. Traced when it is empty.
+    /// The list itself, valid as long as the property is not changed. Traced if it is empty.
     const std::vector<std::string>& GetValueMultiString(unsigned int& mask) const;
     /// @{
-    /// A copy of the list, and which texts of it are selected. Traced when it is empty.
+    /// A copy of the list, and which of its texts are selected. Traced if it is empty.
     int GetValue(std::vector<std::string>& values, unsigned int& mask);
     int GetValue(std::vector<std::string>& values, unsigned int& mask) const;
     /// @}
@@ -352,7 +351,7 @@ public:
     int GetValue(std::vector<std::string>& values) const;
     /// @}
 
-    /// The text; of a list of texts, the selected ones joined by ", ", where an empty one adds nothing.
+    /// The text; for a list of texts, the selected ones that are not empty, joined by ", ".
     int GetValueString(std::string& text) const;
     /// @{
     /// As GetValueString.
@@ -361,7 +360,7 @@ public:
     /// @}
     /// @{
     /// The text as GetValueString gives it, returned.
-    /// @param error takes the code of the call; may be null
+    /// @param error out: the result of the call; may be null
     std::string GetValue(_ERROR_CODE* error);
     std::string GetValue(_ERROR_CODE* error) const;
     /// @}
@@ -369,25 +368,25 @@ public:
     _PROPERTY_ID m_ID = PropertyID::UNDEFINED;  ///< which property of its object this is
     std::int32_t m_SecondaryID = 1;             ///< set together with m_ID
     /// @{
-    /// Descriptive: stored, copied and compared only; its meaning is up to the plug-ins and the service.
+    /// Descriptive: only stored, copied and compared; the meaning is up to the plug-ins and the service.
     std::int32_t m_Attribute1 = 1;
     std::int32_t m_Attribute2 = 1;
     std::int32_t m_Attribute3 = -1;
     std::int32_t m_Attribute4 = 1;
     /// @}
     std::int32_t m_Attribute5 = 1;                    ///< as m_Attribute1, but not set from a description
-    _PROPERTY_TYPE m_Type = PropertyType::UNDEFINED;  ///< the kind of data that counts
+    _PROPERTY_TYPE m_Type = PropertyType::UNDEFINED;  ///< the valid kind of data
     std::int32_t m_Format = 0;                        ///< 0 plain, 1 number, 4 encoded text
     bool m_Flag1 = false;                             ///< as m_Attribute1
     std::int32_t m_Attribute6 = 1;                    ///< as m_Attribute1
     bool m_Flag2 = true;                              ///< as m_Attribute1
-    _DATA m_Data;                                     ///< every kind, of which m_Type says which counts
+    _DATA m_Data;                                     ///< data of every kind; m_Type says which is valid
 };
 
 /// Static description of a property, from which CPluginHelper::GenerateCProperty fills one.
 struct _PROPERTY_DESCRIPTION {
     /// @{
-    /// Goes to the property's field of the same name; m_ID goes to CProperty::m_SecondaryID as well.
+    /// Copied to the property's field of the same name; m_ID also to CProperty::m_SecondaryID.
     _PROPERTY_ID m_ID;
     std::int32_t m_Attribute4;
     std::int32_t m_Attribute1;

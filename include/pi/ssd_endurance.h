@@ -21,7 +21,7 @@ struct _SSD_ENDURANCE {
     std::string m_Vendor;  ///< such as "INTEL"
     std::string m_Model;   ///< such as "SSDSC2BB120G4C"
     std::uint32_t m_MatchLength =
-        0;  ///< how many leading characters of a model are compared; 0: the whole name
+        0;  ///< number of leading characters of a model that are compared; 0: the whole name
     std::uint32_t m_EnduranceTB = 0;  ///< terabytes that may be written
     std::uint32_t m_Reserved = 0;     ///< 0
     std::uint32_t m_GroupFlag =

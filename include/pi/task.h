@@ -17,7 +17,8 @@ namespace PI {
 
 /// A scheduled or running task: an object of type ObjectType::TASK with fields of its own.
 ///
-/// What the texts, values and the flag mean is up to the plug-ins and the service.
+/// The meaning of the texts, values and the flag is up to the plug-ins and the service. Threads as for
+/// CObject.
 class PI_API CTask : public CObject {
 public:
     /// Takes the next unique identifier and the current time.
@@ -31,7 +32,7 @@ public:
     /// @}
     ~CTask() override;
 
-    /// Compares every field, those of the object included.
+    /// Compares every field, including those of CObject.
     bool operator==(const CTask& other) const;
 
     /// @{
@@ -42,7 +43,7 @@ public:
     std::uint64_t m_TaskValue1 = 0;
     std::uint32_t m_TaskValue2 = 0;
     /// @}
-    std::uint64_t m_CreationTime;  ///< VELK::now() when the task was made
+    std::uint64_t m_CreationTime;  ///< VELK::now() when the task was created
     /// @{
     /// As m_TaskText1.
     std::uint64_t m_TaskValue3 = 0;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// How long an activity still takes, with a range, from its progress.
+/// Time remaining of an activity, with a range, from its progress.
 #pragma once
 
 #include <pi/types.h>
@@ -17,58 +17,61 @@ namespace PI {
 /// @{
 
 namespace TimeRemainingState {
-/// What an activity does, as far as its samples tell.
+/// State of an activity, as far as its samples show.
 enum _TIME_REMAINING_STATE : std::int32_t {
-    NOT_KNOWN = 1,  ///< fewer than two samples, or nothing has moved yet
+    NOT_KNOWN = 1,  ///< fewer than two samples, or no progress yet
     RUNNING = 2,    ///< it progresses
-    STALLED = 3,    ///< it has not moved for a minute or more although it should have
-    WAITING = 4,    ///< it was said to be delayed, pending or paused
-    DONE = 5,       ///< all is done
+    STALLED = 3,    ///< no progress for a minute or more, although some was due
+    WAITING = 4,    ///< reported as delayed, pending or paused
+    DONE = 5,       ///< complete
 };
 }  // namespace TimeRemainingState
 using TimeRemainingState::_TIME_REMAINING_STATE;
 
-/// Estimates how long an activity still takes, such as a rebuild, and the range that holds the truth four
-/// times out of five.
+/// Estimates the time remaining of an activity such as a rebuild, and a range that contains the true value
+/// four times out of five.
 ///
-/// It learns from the samples whether speed falls towards the end of the position, as it does towards the
-/// inner tracks of a disk, and tells that from load that comes and goes. Pauses and stalls do not count as
-/// time; while one lasts, the time remaining is what is needed once the activity goes on. Beside CETR, whose
-/// rules are fixed. A plain value of at most 64 samples that can be stored as text; the caller serialises
-/// access to one. Method, constants and how well it does: docs/estimates.md. Since 1.1.0.
+/// It learns from the samples whether the speed falls with the position, as it does towards the inner tracks
+/// of a disk, and distinguishes that from load that comes and goes. Pauses and stalls do not count as time;
+/// during one, the time remaining is the time needed once the activity resumes. CETR, whose rules are fixed,
+/// remains unchanged beside it. A value with at most 64 samples that can be stored as text; the caller
+/// serialises access to one object. docs/estimates.md describes the method, its constants and its accuracy.
+/// Since 1.1.0.
 class PI_API CTimeRemaining {
 public:
-    /// Of an activity without samples.
+    /// An activity without samples. Does not throw.
     CTimeRemaining();
 
     /// Adds a sample.
     ///
-    /// A position that goes back, or another total, begins anew. A time that goes back, as after a restart of
-    /// the machine, costs only the pace since the sample before.
-    /// @param timeMs   milliseconds of a clock that runs evenly, such as CETR::NowSteady
-    /// @param position how far the activity is, in the unit of total: sectors, bytes, percent
-    /// @param total    position of the end; with 0 the sample is ignored
-    /// @throws std::bad_alloc; then nothing has changed
+    /// A position that goes back, or another total, restarts the estimate. If the time goes back, as after a
+    /// reboot, only the pace since the previous sample is lost.
+    /// @param timeMs   milliseconds of a monotonic clock, such as CETR::NowSteady
+    /// @param position progress, in the unit of total: sectors, bytes, percent
+    /// @param total    position of the end; if 0, the sample is ignored
+    /// @throws std::bad_alloc if allocation fails; nothing is changed then
     void AddSample(std::uint64_t timeMs, std::uint64_t position, std::uint64_t total);
 
-    /// The activity waits: delayed, pending, paused. The time since the sample before does not count.
+    /// Reports that the activity is waiting: delayed, pending or paused. The time since the previous sample
+    /// does not count. Does not throw.
+    /// @param timeMs as for AddSample
     void AddPause(std::uint64_t timeMs);
 
-    _TIME_REMAINING_STATE GetState() const;  ///< as of the latest sample or pause
+    _TIME_REMAINING_STATE GetState() const;  ///< at the latest sample or pause
 
-    /// Milliseconds from the latest sample to the end, at most 10^15; none while the pace is not known.
+    /// Milliseconds from the latest sample to the end, at most 10^15; no value while the pace is unknown.
     std::optional<std::uint64_t> GetRemaining() const;
-    /// Low end of the range, in milliseconds; none while the pace is not known.
+    /// Low end of the range, in milliseconds; no value while the pace is unknown.
     std::optional<std::uint64_t> GetLow() const;
-    /// High end of the range, in milliseconds; none while the pace is not known.
+    /// High end of the range, in milliseconds; no value while the pace is unknown.
     std::optional<std::uint64_t> GetHigh() const;
 
-    /// All that is kept, as one line of printable ASCII without a line end, at most 3,000 characters.
+    /// The whole state as printable ASCII on one line, without a line end, at most 3,000 characters.
     /// @throws std::bad_alloc
     std::string ToText() const;
 
-    /// What ToText has written.
-    /// @return none where the text is anything else
+    /// Restores what ToText wrote.
+    /// @return no value if the text is anything else
     /// @throws std::bad_alloc
     static std::optional<CTimeRemaining> FromText(const std::string& text);
 

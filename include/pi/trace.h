@@ -18,11 +18,11 @@
 ///     VELKTrace(494, "VELK_Trace", 3, "drive %d: %s") << 7 << "not ready";
 /// @endcode
 ///
-/// The line is tag + "[milliseconds since the process's first trace][name][number]" + message. It goes, at
-/// debug severity, to the plog logger whose number is the category; a category that is not in the list goes
-/// to logger 0 under the tag "[defaultLog]". Loggers are created by the hosting process; without one nothing
-/// is written. A message that holds a NUL byte is handed over whole, but plog's formatters print the text
-/// before it.
+/// The line is tag + "[milliseconds since the process's first trace][name][number]" + message. It is written,
+/// at debug severity, to the plog logger whose number is the category; a category that is not in the list is
+/// written to logger 0 with the tag "[defaultLog]". Loggers are created by the hosting process; without one
+/// nothing is written. A message that contains a NUL byte is passed to plog whole, but plog's formatters
+/// print only the text before it.
 ///
 /// Threads: each object belongs to one thread; any number of threads may trace at once.
 class PI_API VELKTrace {
@@ -33,9 +33,9 @@ public:
     /// @param name     printed in the line's prefix, not null
     /// @param category selects tag and logger
     /// @param format   text with printf-like ("%5d", "%-5s") or numbered ("%1%") placeholders, not null.
-    ///                 Without arguments it is the message as it is, "%%" included.
-    /// @throws an exception derived from std::exception when the format text is malformed, std::logic_error
-    ///         when the name is null
+    ///                 Without arguments it is the message unchanged, including "%%".
+    /// @throws an exception derived from std::exception if the format text is malformed, std::logic_error if
+    ///         the name is null, std::bad_alloc if allocation fails
     VELKTrace(int number, const char* name, int category, const char* format);
 
     /// @{
@@ -47,8 +47,7 @@ public:
     /// Writes the line if tracesEnabled is true and the category's logger takes debug records. Never throws.
     ~VELKTrace();
 
-    /// Fills the next placeholder with whatever the value's own operator<< prints, under the placeholder's
-    /// flags.
+    /// Fills the next placeholder with what the value's operator<< prints, using the placeholder's flags.
     ///
     /// The message stays the raw format text until the last placeholder is filled. Arguments beyond the last
     /// placeholder are ignored, and so are exceptions of the value's operator<<.
@@ -86,7 +85,7 @@ extern template PI_API VELKTrace& VELKTrace::operator<< <PI::_PROPERTY_TYPE>(PI:
 /// @endcond
 
 namespace PI {
-using ::VELKTrace;  ///< the trace under the name that plug-ins know it by
+using ::VELKTrace;  ///< the trace under the name that plug-ins use
 }
 
 /// @}

@@ -2,8 +2,8 @@
 /// @file
 /// Enumerations that all parts of the interface share, and the export macro.
 ///
-/// Every enumeration is a plain enumeration carried as a signed 32-bit number. Its constants live in a
-/// namespace of their own, so equal names of two enumerations never meet; its type name is visible in PI.
+/// Every enumeration is unscoped, with the underlying type std::int32_t. Its constants are in a namespace of
+/// their own, so that equal names in two enumerations do not clash; its type name is visible in PI.
 #pragma once
 
 #if __cplusplus < 201703L
@@ -25,16 +25,16 @@ namespace PI {
 namespace Severity {
 /// Severity of an event or of SCSI sense data. Any other number counts as DEBUG.
 enum _SEVERITY : std::int32_t {
-    DEBUG = 1,        ///< of interest to whoever looks for a fault in the software
+    DEBUG = 1,        ///< for people who debug the software
     INFORMATION = 2,  ///< nothing to do
-    WARNING = 3,      ///< to be looked at before it becomes a failure
+    WARNING = 3,      ///< needs attention before it becomes a failure
     ERROR = 4,        ///< something failed
 };
 }  // namespace Severity
 using Severity::_SEVERITY;
 
 namespace WithoutText {
-/// How an event reads that has no text of its own (CPluginHelper::StringifyEventMessageWith).
+/// How an event without a text of its own is rendered (CPluginHelper::StringifyEventMessageWith).
 enum _WITHOUT_TEXT : std::int32_t {
     UNKNOWN_EVENT = 0,          ///< "Unknown Event", and the placeholders are left out
     NAME_AND_PLACEHOLDERS = 1,  ///< "REBUILD_FAILED: logical drive 0, media error"
@@ -43,16 +43,16 @@ enum _WITHOUT_TEXT : std::int32_t {
 using WithoutText::_WITHOUT_TEXT;
 
 namespace MarkersInValues {
-/// What a marker means that the value of a placeholder holds (CPluginHelper::StringifyEventMessageWith).
+/// What a marker in the value of a placeholder means (CPluginHelper::StringifyEventMessageWith).
 enum _MARKERS_IN_VALUES : std::int32_t {
-    FILLED = 0,  ///< a later placeholder fills it where it is the first of its number
-    TEXT = 1,    ///< nothing: it is part of the text
+    FILLED = 0,  ///< a later placeholder replaces it if it is the first of its number
+    TEXT = 1,    ///< nothing: it is plain text
 };
 }  // namespace MarkersInValues
 using MarkersInValues::_MARKERS_IN_VALUES;
 
 namespace Units {
-/// Unit of a capacity, in steps of 1024. The numbers do not ascend with the magnitude.
+/// Unit of a capacity, in steps of 1024. The numbers are not in the order of the magnitudes.
 enum _UNITS : std::int32_t {
     BYTES = 21025,        ///< single bytes
     KILOBYTES = 21003,    ///< 1024 bytes
@@ -71,7 +71,7 @@ enum _OBJECT_TYPE : std::int32_t {
     UNDEFINED = 1,  ///< a new object, no type yet
     TASK = 19005,   ///< a CTask
     /// @{
-    /// One of nine types of adapters (CPluginHelper::IsAdapterType); plug-ins agree on which is whose.
+    /// One of nine types of adapters (CPluginHelper::IsAdapterType); plug-ins agree on who uses which.
     ADAPTER_1 = 19007,
     ADAPTER_2 = 19009,
     ADAPTER_3 = 19010,

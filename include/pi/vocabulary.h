@@ -2,10 +2,10 @@
 /// @file
 /// The numbers that service and plug-ins exchange, and their names.
 ///
-/// Each vocabulary is written once, as a list in pi/vocabulary/: from it come the constants here and the
-/// names that the functions below return. The numbers are fixed for ever.
+/// Each vocabulary is one list in pi/vocabulary/, from which the constants here and the names that the
+/// functions below return are generated. The numbers never change.
 ///
-/// Threads: any number of them may look up at once, known and unknown numbers alike.
+/// Threads: any number of threads may look up numbers and names at once, known and unknown ones.
 #pragma once
 
 #include <pi/types.h>
@@ -71,11 +71,11 @@ using EventID::_EVENT_ID;
 
 /// Name of an error code, such as "SUCCESS" for 0.
 ///
-/// An unknown code gives an empty name and is remembered with it, so that asking again gives the same string.
+/// An unknown code has an empty name, and is remembered with it, so that the same code always returns the
+/// same string.
 /// @return a reference that stays valid, and stays the same for the same code, until the library is unloaded
-/// @throws std::bad_alloc when there is no memory to make the names at the first look-up of the process, or
-/// to remember
-///         an unknown code; a later call tries again
+/// @throws std::bad_alloc if allocation fails for the names, at the first look-up of the process, or for an
+/// unknown code; a later call tries again
 PI_API const std::string& ErrorCodeToString(int code);
 
 /// Name of a property identifier, such as "MAJOR_VERSION" for 30000; otherwise as ErrorCodeToString.
@@ -91,18 +91,17 @@ PI_API const std::string& OperationIDToString(int id);
 /// Name of an event identifier, such as "UNKNOWN" for 10000; otherwise as ErrorCodeToString.
 PI_API const std::string& EventIDToString(int id);
 
-/// Name of a severity: "DEBUG", "INFORMATION", "WARNING" or "ERROR", of any other number that of DEBUG.
+/// Name of a severity: "DEBUG", "INFORMATION", "WARNING" or "ERROR"; any other number counts as DEBUG.
 /// @return a reference that stays valid until the library is unloaded. Thread-safe.
 PI_API const std::string& SeverityToString(int severity);
 
-/// Number of a property value's name, letter for letter; the smallest where several values bear the name.
+/// Number of the property value with a name, which has to match exactly; the smallest if several have it.
 ///
-/// Unknown numbers that PropertyValueToString was asked for take part with their empty name, so an empty
-/// name gives the smallest of them when it is negative, and otherwise 0.
-/// @return the number, or defaultValue when no value bears the name
-/// @throws std::bad_alloc when there is no memory to make the index of names at the first search of the
-/// process; a later
-///         call tries again
+/// Unknown numbers that were passed to PropertyValueToString are included, with an empty name. So an empty
+/// name gives the smallest of them if that is negative, and otherwise 0.
+/// @return the number, or defaultValue if no value has the name
+/// @throws std::bad_alloc if allocation fails for the index of names, at the first search of the process; a
+/// later call tries again
 PI_API int StringToPropertyValue(const std::string& name, int defaultValue);
 
 /// @}

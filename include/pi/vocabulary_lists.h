@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// The vocabularies as lists, to walk through.
+/// The vocabularies as lists that can be iterated.
 ///
-/// Threads: everything here may be used by any number of threads at once. Nothing is allocated.
+/// Threads: any number of threads may use everything here at once. Nothing is allocated, so nothing throws
+/// unless stated otherwise.
 #pragma once
 
 #include <pi/types.h>
@@ -28,8 +29,8 @@ public:
     /// The constant as C++ spells it, such as "_512B"; empty for a help topic or an icon.
     const char* Constant() const;
 
-    /// The name as the look-up of the number gives it, such as "512B". For a help topic that is its page and
-    /// anchor, for an icon its file name.
+    /// The name as a look-up of the number returns it, such as "512B"; for a help topic the page and anchor,
+    /// for an icon the file name.
     const char* Name() const;
 
 private:
@@ -40,18 +41,18 @@ private:
     const char* m_Text;
 };
 
-/// The rows of a vocabulary, their numbers ascending: a value that refers to the library, which must stay
-/// loaded.
+/// The rows of a vocabulary in ascending order of their numbers: a value that refers to the library, which
+/// must stay loaded.
 ///
-/// Of rows with the same number the look-up gives the first name; the others are constants only.
-/// What look-ups remember of unknown numbers is not among the rows.
+/// Of rows with the same number, look-ups return the first name; the others are constants only. Unknown
+/// numbers that look-ups remember are not among the rows.
 class PI_API CVocabulary {
 public:
-    /// Walks through the rows in their order.
+    /// Iterates over the rows in their order.
     class PI_API CIterator {
     public:
         /// @{
-        /// What the standard library asks of an iterator.
+        /// What the standard library requires of an iterator.
         using iterator_category = std::input_iterator_tag;
         using value_type = CVocabularyEntry;
         using difference_type = std::ptrdiff_t;
@@ -64,7 +65,7 @@ public:
         /// The next row; undefined at the end.
         CIterator& operator++();
         /// @{
-        /// Compares places of one vocabulary.
+        /// Compares positions in one vocabulary.
         bool operator==(const CIterator& other) const;
         bool operator!=(const CIterator& other) const;
         /// @}
@@ -82,10 +83,10 @@ public:
 
     /// A row.
     /// @param index below Count()
-    /// @throws std::out_of_range otherwise
+    /// @throws std::out_of_range if index is not below Count()
     CVocabularyEntry At(std::size_t index) const;
 
-    /// The first row of a number, or nothing.
+    /// The first row with a number; no value if there is none.
     std::optional<CVocabularyEntry> Find(int number) const;
 
     /// @{
@@ -115,9 +116,9 @@ PI_API CVocabulary PropertyValues();
 PI_API CVocabulary OperationIDs();
 /// Event identifiers.
 PI_API CVocabulary EventIDs();
-/// Help topics: what CPluginHelper::GetHelpPath gives.
+/// Help topics: what CPluginHelper::GetHelpPath returns.
 PI_API CVocabulary HelpTopics();
-/// Icons: what CPluginHelper::GetIconPath gives.
+/// Icons: what CPluginHelper::GetIconPath returns.
 PI_API CVocabulary Icons();
 
 }  // namespace Vocabulary

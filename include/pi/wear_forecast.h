@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// How long a solid-state drive lasts at the pace at which it wears.
+/// How long a solid-state drive will last at the pace at which it wears.
 #pragma once
 
 #include <pi/types.h>
@@ -15,32 +15,33 @@ namespace PI {
 /// @addtogroup drives
 /// @{
 
-/// What was read from a drive at one time. What is not set is not known.
+/// What was read from a drive at one time. What is not set is unknown.
 ///
-/// A plain value; the caller serialises access to one. Since 1.1.0.
+/// A value; the caller serialises access to one object. Nothing but copies and SetFirmware throws,
+/// std::bad_alloc if allocation fails. Since 1.1.0.
 class PI_API CWearReading {
 public:
     /// Nothing is known.
     CWearReading();
 
-    /// Hours that the drive has been powered. 0 and more than 300,000 count as not known: no drive is that
-    /// old (judgement).
+    /// Hours that the drive has been powered. 0 counts as unknown, and so does more than 300,000, since no
+    /// drive is that old (judgement).
     void SetPowerOnHours(std::uint64_t hours);
-    /// Wear in percent as the drive tells it: 0 when new, may pass 100. More than 1,000 counts as not known
+    /// Wear in percent as the drive reports it: 0 when new, may exceed 100. More than 1,000 counts as unknown
     /// (judgement).
     void SetWear(std::uint32_t percent);
-    /// Bytes that the host has written.
+    /// Bytes written by hosts.
     void SetBytesWritten(std::uint64_t bytes);
     /// When the drive was read, in seconds since 1970-01-01 UTC.
     void SetDate(std::int64_t seconds);
-    /// Firmware that the drive ran, as it writes it.
+    /// Firmware version of the drive, as it reports it.
     void SetFirmware(const std::string& firmware);
 
-    std::optional<std::uint64_t> GetPowerOnHours() const;  ///< hours; none: not known
-    std::optional<std::uint32_t> GetWear() const;          ///< percent; none: not known
-    std::optional<std::uint64_t> GetBytesWritten() const;  ///< bytes; none: not known
-    std::optional<std::int64_t> GetDate() const;           ///< seconds since 1970; none: not known
-    const std::string& GetFirmware() const;                ///< empty: not known
+    std::optional<std::uint64_t> GetPowerOnHours() const;  ///< hours; no value: unknown
+    std::optional<std::uint32_t> GetWear() const;          ///< percent; no value: unknown
+    std::optional<std::uint64_t> GetBytesWritten() const;  ///< bytes; no value: unknown
+    std::optional<std::int64_t> GetDate() const;  ///< seconds since 1970-01-01 UTC; no value: unknown
+    const std::string& GetFirmware() const;       ///< empty: unknown
 
 private:
     std::optional<std::uint64_t> m_PowerOnHours;
@@ -56,64 +57,64 @@ namespace WearForecastState {
 enum _WEAR_FORECAST_STATE : std::int32_t {
     NOT_ENOUGH = 1,    ///< nothing can be said yet; GetReason says why
     ESTIMATED = 2,     ///< there is an estimate with its interval
-    STANDS_STILL = 3,  ///< the wear does not grow any more; there is a low end only
+    STANDS_STILL = 3,  ///< the wear no longer grows; there is a low end only
     WORN = 4,          ///< the wear is 100 percent or more; all hours are 0
 };
 }  // namespace WearForecastState
 using WearForecastState::_WEAR_FORECAST_STATE;
 
 namespace WearForecastBasis {
-/// What a CWearForecast rests on.
+/// What a CWearForecast is based on.
 enum _WEAR_FORECAST_BASIS : std::int32_t {
     NONE = 0,           ///< nothing: there is no forecast
     AGE = 1,            ///< the wear of the drive's whole life
     RECENT = 2,         ///< the wear between two readings
-    BYTES_WRITTEN = 3,  ///< what was written, against what drives of this rated endurance take
+    BYTES_WRITTEN = 3,  ///< what was written, compared with what drives of this rated endurance can take
 };
 }  // namespace WearForecastBasis
 using WearForecastBasis::_WEAR_FORECAST_BASIS;
 
-/// Hours of power-on time until a drive's wear is 100 percent, with the interval that holds the truth four
+/// Power-on hours until a drive's wear is 100 percent, with an interval that contains the true value four
 /// times out of five.
 ///
-/// A plain value; the caller serialises access to one. Method, constants and how well they do on real drives:
-/// docs/estimates.md. Since 1.1.0.
+/// A value; the caller serialises access to one object. docs/estimates.md describes the method, its constants
+/// and its accuracy on real drives. Since 1.1.0.
 class PI_API CWearForecast {
 public:
-    /// NOT_ENOUGH, since there are no readings.
+    /// Without readings, so NOT_ENOUGH. Does not throw.
     CWearForecast();
 
     /// Forecasts from the readings of one drive.
     ///
-    /// One reading is enough, later ones make it better. Readings without hours or without wear are passed
-    /// over; of several with the same hours the last one counts. Where hours go back, or wear by more than a
-    /// step of one percent, and where new firmware counts otherwise, what lies before is left out.
+    /// One reading is enough; more make the forecast better. Readings without hours or without wear are
+    /// ignored; of several with the same hours the last one counts. If the hours go back, the wear falls by
+    /// more than one percent, or new firmware counts differently, all readings before that are ignored.
     /// @param readings    oldest first
-    /// @param enduranceTB rated endurance in 10^12 bytes written, 0 when not known; used as long as the drive
-    ///                    tells no wear, or 0 percent
+    /// @param enduranceTB rated endurance in 10^12 bytes written, 0 if unknown; used while the drive reports
+    ///                    no wear, or 0 percent
     /// @throws std::bad_alloc
     explicit CWearForecast(const std::vector<CWearReading>& readings, std::uint64_t enduranceTB = 0);
 
     _WEAR_FORECAST_STATE GetState() const;  ///< whether there is an estimate
-    _WEAR_FORECAST_BASIS GetBasis() const;  ///< what it rests on
+    _WEAR_FORECAST_BASIS GetBasis() const;  ///< what it is based on
 
-    /// Power-on hours from the latest reading until 100 percent, at most 10^9; none in NOT_ENOUGH and
+    /// Power-on hours from the latest reading until 100 percent, at most 10^9; no value in NOT_ENOUGH and
     /// STANDS_STILL.
     std::optional<std::uint64_t> GetHours() const;
-    /// Low end of the interval: one drive in ten is worn earlier. None in NOT_ENOUGH.
+    /// Low end of the interval: one drive in ten is worn earlier. No value in NOT_ENOUGH.
     std::optional<std::uint64_t> GetLow() const;
-    /// High end of the interval: one drive in ten lasts longer. None when it is open, and in NOT_ENOUGH.
+    /// High end of the interval: one drive in ten lasts longer. No value if it is open, and in NOT_ENOUGH.
     std::optional<std::uint64_t> GetHigh() const;
 
     /// Why there is no estimate, in English, without a full stop; empty in ESTIMATED. Valid until the library
     /// is unloaded.
     const char* GetReason() const;
 
-    /// The date at which the drive will have run for so many hours more, in seconds since 1970-01-01 UTC.
+    /// The date when the drive will have run for that many more hours, in seconds since 1970-01-01 UTC.
     ///
-    /// Two dated readings a day or more apart tell how many hours a day the drive runs; else it counts as
-    /// running without a break.
-    /// @return none where the latest reading bears no date, and after the year 9999
+    /// Two dated readings a day or more apart show how many hours a day the drive runs; without them it is
+    /// assumed to run all the time.
+    /// @return no value if the latest reading has no date, and after the year 9999
     std::optional<std::int64_t> GetDate(std::uint64_t hours) const;
 
 private:

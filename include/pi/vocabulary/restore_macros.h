@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Brings back the macros that undefine_macros.h has put aside.
+// Restores the macros that undefine_macros.h has saved.
 #pragma pop_macro("BLOCK_SIZE")
 #pragma pop_macro("BOOL")
 #pragma pop_macro("BUSY")

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// Puts aside macros of system headers and of common compiler switches that bear names of this library's
-// constants; restore_macros.h brings them back. Included before and after every list of constants, so
-// there is no include guard.
+// Saves and undefines macros of system headers and of common compiler switches with names of this library's
+// constants; restore_macros.h restores them. Included before and after every list of constants, so there is
+// no include guard.
 //
-// A source file in which such a macro is alive cannot spell the constant: with <scsi/scsi.h> included,
-// PI::PropertyValue::BUSY still expands. Undefine the macro there, or write the constant in a file of its
-// own.
+// A source file in which such a macro is defined cannot use the constant: with <scsi/scsi.h> included,
+// PI::PropertyValue::BUSY is still expanded. Undefine the macro there, or use the constant in another source
+// file.
 #pragma push_macro("BLOCK_SIZE")
 #undef BLOCK_SIZE
 #pragma push_macro("BOOL")

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Reports of smartctl: the text of a report in, drives out, or why there is none.
+/// Reads reports of smartctl: a text goes in, drives come out, or the reason why there is none.
 ///
-/// Read are reports of 7.x as JSON (also with --json=o, v, u) and as text (-a, -x, -i), one or many, plain or
-/// compressed with gzip. A figure that cannot be read costs no drive: it stays unknown, and a note says why.
+/// Reports of smartctl 7.x are read as JSON (also with --json=o, v, u) and as text (-a, -x, -i), one or many,
+/// plain or compressed with gzip. A figure that cannot be read does not cost the drive: it is unknown, and a
+/// note says why.
 #pragma once
 
 #include <pi/drive_health.h>
@@ -20,10 +21,10 @@ namespace PI {
 /// @addtogroup exchange
 /// @{
 
-/// What a report says of one drive. A value; any number of threads may read it.
+/// What a report says about one drive. A value; any number of threads may read it.
 ///
-/// Texts and the health that it hands out are valid until the object is assigned to or destroyed. Texts are
-/// bytes as the report has them, which may be no UTF-8; they are empty where the report does not say.
+/// Texts and the health that it returns are valid until the object is assigned to or destroyed. Texts are the
+/// bytes of the report, which may not be UTF-8; they are empty if the report does not say.
 class PI_API CDriveReport {
 public:
     /// @{
@@ -36,63 +37,63 @@ public:
     /// @}
     ~CDriveReport();
 
-    /// @name What it is called
+    /// @name Identification
     /// @{
-    _DRIVE_PROTOCOL GetProtocol() const noexcept;         ///< UNKNOWN where the report does not say
-    const std::string& GetDevice() const noexcept;        ///< such as "/dev/sda"; text reports do not say
+    _DRIVE_PROTOCOL GetProtocol() const noexcept;         ///< UNKNOWN if the report does not say
+    const std::string& GetDevice() const noexcept;        ///< such as "/dev/sda"; not in text reports
     const std::string& GetModel() const noexcept;         ///< the model as reported
     const std::string& GetSerialNumber() const noexcept;  ///< the serial number as reported
     const std::string& GetFirmware() const noexcept;      ///< the firmware as reported
 
-    /// From the model as CPluginHelper::SplitSATAModelName splits it; where that names no vendor, by a table
-    /// of this library. Empty when neither knows. SCSI drives report vendor and product apart.
+    /// From the model as CPluginHelper::SplitSATAModelName splits it; if that gives no vendor, from a table
+    /// of this library. Empty if neither has one. SCSI drives report vendor and product separately.
     const std::string& GetVendor() const noexcept;
     const std::string& GetProduct() const noexcept;  ///< the model without the vendor
 
-    /// As CPluginHelper::CorrectSerialNumber corrects that of an ATA drive; as reported for others.
+    /// For ATA drives as corrected by CPluginHelper::CorrectSerialNumber, for others as reported.
     const std::string& GetCorrectedSerialNumber() const noexcept;
     /// @}
 
-    /// @name What it is
+    /// @name Properties
     /// @{
     std::uint64_t GetCapacity() const noexcept;   ///< bytes; 0 when unknown
     std::uint32_t GetBlockSize() const noexcept;  ///< bytes of a logical block; 0 when unknown
-    int GetTransport() const noexcept;  ///< PropertyValue::SATA, SAS or NVME; 0 when unknown or another
+    int GetTransport() const noexcept;  ///< PropertyValue::SATA, SAS or NVME; 0 if it is unknown or another
 
-    /// PropertyValue::HDD or SSD; 0 when the report does not tell. Of ATA drives that report no rotation rate
-    /// those that count times of spinning up or errors of seeking are disks (judgement).
+    /// PropertyValue::HDD or SSD; 0 if the report does not say. ATA drives that report no rotation rate but
+    /// count spin-up times or seek errors are taken to be disks (judgement).
     int GetMedium() const noexcept;
 
-    /// Rotations per minute: as the drive reports it, else by the rule of CPluginHelper::GetSATARPM where the
-    /// report shows an ATA disk; 0 when unknown.
+    /// Rotations per minute, as the drive reports them; otherwise by CPluginHelper::GetSATARPM if the drive
+    /// is an ATA disk; 0 when unknown.
     std::uint32_t GetRPM() const noexcept;
-    bool IsRPMReported() const noexcept;  ///< whether GetRPM() is what the drive reports
+    bool IsRPMReported() const noexcept;  ///< whether GetRPM() is reported by the drive
 
-    /// Whether it is no drive but a volume of a RAID controller, or a virtual disk.
+    /// Whether it is not a drive but a volume of a RAID controller or a virtual disk.
     bool IsVolume() const noexcept;
-    /// What kind of volume, such as "logical volume of a RAID controller"; empty for a drive. Valid as long
-    /// as the library.
+    /// Kind of volume, such as "logical volume of a RAID controller"; empty for a drive. Valid as long as the
+    /// library.
     const char* GetVolumeKind() const noexcept;
     /// @}
 
-    /// @name How it is
+    /// @name Condition
     /// @{
 
-    /// When the report was made, in seconds since 1970 UTC; 0 when unknown. Text reports name time zones by
-    /// abbreviations; one that stands for several is unknown.
+    /// When the report was made, in seconds since 1970-01-01 UTC; 0 when unknown. Text reports give time
+    /// zones as abbreviations; with an ambiguous one the time is unknown.
     std::int64_t GetTime() const noexcept;
 
-    /// What the report says of the drive; valid as long as the report.
+    /// The health of the drive by this report; valid as long as this object.
     const CDriveHealth& GetHealth() const noexcept;
 
-    /// Whether a self-test ran when the report was made. Since 1.2.0.
+    /// Whether a self-test was running when the report was made.
     bool IsSelfTesting() const noexcept;
-    /// How far it was, in percent; -1 when none ran or the drive does not say. Of ATA drives in tens. Since
-    /// 1.2.0.
+    /// Progress of the self-test in percent, for ATA drives in steps of ten; -1 if none was running or the
+    /// drive does not say.
     int GetSelfTestProgress() const noexcept;
 
-    /// What was out of the ordinary in the report, for people, in English: messages and exit status of
-    /// smartctl, keys that occur twice (the last one counts), figures that cannot be read.
+    /// What was unusual about the report, for people, in English: messages and exit status of smartctl, keys
+    /// that occur twice (the last one counts), figures that cannot be read.
     const std::vector<std::string>& GetNotes() const noexcept;
     /// @}
 
@@ -103,7 +104,7 @@ private:
     std::unique_ptr<CFacts> m_Facts;
 };
 
-/// Why a text, or one document of it, gives no drive. A value; any number of threads may read it.
+/// Why a text, or one document in it, gives no drive. A value; any number of threads may read it.
 class PI_API CReportRefusal {
 public:
     /// @param reason for people, in English, one line without a full stop
@@ -130,16 +131,17 @@ private:
     std::unique_ptr<CFacts> m_Facts;
 };
 
-/// Reads whatever smartctl has written: one report, several one after another or one a line, a list or an
-/// object of them; also after the words of another program.
+/// Reads whatever smartctl has written: one report, several in a row or one per line, a list or an object of
+/// them; also after output of another program.
 ///
-/// Every report gives either a drive or a refusal, each in their order; a text without any gives one refusal.
+/// Every report gives either a drive or a refusal, in the order of the reports; a text without a report gives
+/// one refusal.
 ///
-/// @param text     readable up to length; need not end with a zero. Text compressed with gzip may unpack to
-///                 64 MiB at most, else it is refused.
-/// @param drives   what was read is appended
-/// @param refusals what gives no drive is appended
-/// @throws std::bad_alloc if allocation fails, with drives and refusals unchanged. Thread-safe.
+/// @param text     readable up to length; need not end with a zero. Text compressed with gzip is refused if
+///                 it unpacks to more than 64 MiB.
+/// @param drives   out: the drives are appended
+/// @param refusals out: the refusals are appended
+/// @throws std::bad_alloc if allocation fails; drives and refusals are unchanged then. Thread-safe.
 PI_API void ReadSmartctl(const char* text, std::size_t length, std::vector<CDriveReport>& drives,
                          std::vector<CReportRefusal>& refusals);
 
