@@ -20,8 +20,8 @@ namespace PI {
 ///
 /// Identifiers computed from PCI addresses collide: the 8,192 addresses of a domain with 256 buses of 32
 /// devices, passed as domain, bus, device and function 0, give only 602 identifiers. If adapters have serial
-/// numbers, compute the identifier from those and register it with SetAdapterUniqueID, as the example in @ref
-/// utilities does.
+/// numbers, compute the identifier from those and register it with SetAdapterUniqueID, as the example in
+/// @ref utilities does.
 ///
 /// All modules of the process share the lists, which are never cleared, so that numbers do not change.
 /// Adapters whose locations give the same identifier share a number. Asking for a number may add an empty
