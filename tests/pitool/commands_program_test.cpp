@@ -4,13 +4,13 @@
 #include "command_runner.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include <pty.h>
 #include <sys/ioctl.h>
 
 #include <algorithm>
 #include <cstdlib>
+#include <regex>
 
 namespace {
 
@@ -51,18 +51,14 @@ TEST(DriveCommand, ShowsTheEventsBehindTheTableWorstFirst) {
 }
 
 TEST(DriveCommand, EventsStandInJsonWhereTheyAreWanted) {
-    using Json = nlohmann::ordered_json;
-    const Json without = Json::parse(RunPitool({"drive", "--json", "drives/hot-nvme-ssd.json"}).m_Output);
-    EXPECT_TRUE(without["drives"][0]["events"].is_null());
-    const Json with =
-        Json::parse(RunPitool({"drive", "--json", "--events", "drives/hot-nvme-ssd.json"}).m_Output);
-    const Json& events = with["drives"][0]["events"];
-    ASSERT_EQ(events.size(), 2U);
-    EXPECT_EQ(events[0]["EventID"], "11090");
-    EXPECT_EQ(events[1]["EventID"], "11021");
-    EXPECT_EQ(events[1]["SequenceNumber"], "2");
-    EXPECT_EQ(with["drives"][0]["operations"],
-              Json::parse(R"(["LOCATE_DEVICE", "DISK_INFORMATION", "START_VERIFY"])"));
+    const std::string without = RunPitool({"drive", "--json", "drives/hot-nvme-ssd.json"}).m_Output;
+    EXPECT_NE(
+        without.find(R"("operations":["LOCATE_DEVICE","DISK_INFORMATION","START_VERIFY"],"events":null})"),
+        std::string::npos);
+    const std::string with = RunPitool({"drive", "--json", "--events", "drives/hot-nvme-ssd.json"}).m_Output;
+    const std::regex events(R"re("events":\[\{"EventID":"11090",[^{}]*\},)re"
+                            R"re(\{"EventID":"11021",[^{}]*"SequenceNumber":"2"\}\]\})re");
+    EXPECT_TRUE(std::regex_search(with, events)) << with;
 }
 
 TEST(DriveCommand, EventsTakeAnotherLanguageFile) {
@@ -99,11 +95,11 @@ TEST(EtaCommand, APercentageAloneIsOfThisMoment) {
     ExpectRun(RunPitool({"eta"}, "50\n"), 0, "50 percent, time remaining not known; CETR 00:50:00\n", "");
 }
 
-TEST(EtaCommand, TellsWhatStalls) {
-    const Outcome run = RunPitool({"eta"}, "0 0\n10 60000\n20 120000\n20 4000000\n");
-    EXPECT_NE(run.m_Output.find("\n20 percent, stalled, 00:07:55 remaining (00:07:16 to 00:09:09); CETR "),
-              std::string::npos)
-        << run.m_Output;
+TEST(EtaCommand, WhatStallsNeedsItsTimeOnlyOnceItGoesOn) {
+    const Outcome run = RunPitool({"eta"}, "0 0\n10 60000\n20 120000\n20 4000000\n20 5000000\n21 5030000\n");
+    const std::string stalled = "20 percent, stalled, 00:07:55 (00:07:16 to 00:09:09) once it goes on; CETR ";
+    EXPECT_NE(run.m_Output.find("\n" + stalled), run.m_Output.rfind("\n" + stalled)) << run.m_Output;
+    EXPECT_NE(run.m_Output.find("\n21 percent, 00:09:50 remaining ("), std::string::npos) << run.m_Output;
 }
 
 TEST(EtaCommand, ALineThatIsRefusedIsNamedAndTheOthersCount) {
@@ -129,9 +125,8 @@ TEST(EtaCommand, TakesWholeNumbersOnly) {
         errors += "pitool: standard input: line " + std::to_string(++number) + ": " + reason + "\n";
     };
     for (const std::string word : {"-1", "101", "2147483648", "-2147483649", "99999999999999999999", "1.5",
-                                   "50%", "+5", "0x10", "1e2", "\v"}) {
-        refuse(word + " 5", "\"" + (word == "\v" ? "?" : word) +
-                                "\" is no percentage: a whole number from 0 to 100 is expected");
+                                   "50%", "+5", "0x10", "1e2"}) {
+        refuse(word + " 5", "\"" + word + "\" is no percentage: a whole number from 0 to 100 is expected");
     }
     for (const std::string word : {"-1", "100000000000000", "18446744073709551616", "x", "1.0"}) {
         refuse("5 " + word,
@@ -173,25 +168,18 @@ TEST(EtaCommand, RedrawsABarOnATerminal) {
             EXPECT_LT(line.size(), columns) << line;
         }
     }
-    EXPECT_EQ(shown(120),
-              "\r[####----------------------------------------------]   9 percent, time remaining not known; "
-              "CETR 01:31:00"
-              "\r[#####---------------------------------------------]  10 percent, time remaining not known; "
-              "CETR 15:00:00\r\n"
-              "\r[#######################------------------------]  50 percent, 00:13:00 remaining (00:10:19 "
-              "to 00:19:15); CETR 00:20:00\r\n");
-    EXPECT_EQ(shown(80),
-              "\r[##----------------------]   9 percent, time remaining not known; CETR 01:31:00"
-              "\r[##----------------------]  10 percent, time remaining not known; CETR 15:00:00\r\n"
-              "\r[###----]  50 percent, 00:13:00 remaining (00:10:19 to 00:19:15); CETR 00:20:00\r\n");
+    EXPECT_EQ(
+        shown(115),
+        "\r[####----------------------------------------------] 9 percent, time remaining not known; CETR "
+        "01:31:00           "
+        "\r[#####---------------------------------------------] 10 percent, time remaining not known; CETR "
+        "15:00:00          \r\n"
+        "\r[#####################----------------------] 50 percent, 00:13:00 remaining (00:10:19 to "
+        "00:19:15); CETR 00:20:00\r\n");
     EXPECT_EQ(shown(60),
-              "\r  9 percent, time remaining not known; CETR 01:31:00"
-              "\r 10 percent, time remaining not known; CETR 15:00:00\r\n"
-              "\r 50 percent, 00:13:00 remaining (00:10:19 to 00:19:15)\r\n");
-    EXPECT_EQ(shown(20),
-              "\r  9 percent, time r"
-              "\r 10 percent, time r\r\n"
-              "\r 50 percent, 00:13:\r\n");
+              "\r[------] 9 percent, time remaining not known; CETR 01:31:00"
+              "\r[-----] 10 percent, time remaining not known; CETR 15:00:00\r\n"
+              "\r50 percent, 00:13:00 remaining (00:10:19 to 00:19:15); CETR\r\n");
 }
 
 TEST(AllCommands, AFullDiskIsOneErrorAndExitStatus1) {

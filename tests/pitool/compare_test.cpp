@@ -8,7 +8,6 @@
 namespace {
 
 using namespace pitool::test;
-using Json = nlohmann::json;
 
 Outcome RunCompare(const Folder& folder, const std::vector<std::string>& arguments) {
     std::vector<std::string> all{"compare"};
@@ -167,6 +166,39 @@ TEST(CompareCommand, NothingIsKnownWhereNothingIsComparedOrAnInputIsRefused) {
     EXPECT_EQ(RunCompare(folder, {"--check", "old.json", "worse"}).m_ExitStatus, 1);
 }
 
+TEST(CompareCommand, WhatMayBeInAReportThatIsRefusedIsNeitherGoneNorNew) {
+    Sample bad = Named("BAD1");
+    bad.m_CriticalWarning = 4;
+    const Folder folder;
+    folder.Write("all/a.json", Report({}));
+    folder.Write("all/b.json", Report(Named("OTHER1")));
+    folder.Write("broken/a.json", Report({}));
+    folder.Write("broken/b.json", "x");
+    folder.Write("bad/a.json", Report({}));
+    folder.Write("bad/b.json", Report(bad));
+    const Outcome unread = RunCompare(folder, {"--check", "all", "broken"});
+    EXPECT_EQ(
+        unread.m_Output,
+        "DRIVES UNKNOWN: 1 drive compared, none got worse, 1 not read, 1 refused | worse=0 gone=0 new=0\n"
+        "STATE     MODEL            SERIAL  CHANGE\n"
+        "not read  SAMPLE NVME 960  OTHER1  not read\n");
+    EXPECT_EQ(unread.m_ExitStatus, 3);
+    EXPECT_EQ(RunCompare(folder, {"broken", "all"}).m_Output,
+              "STATE  MODEL            SERIAL  CHANGE\n"
+              "good   SAMPLE NVME 960  OTHER1  not read before\n"
+              "1 drive compared, none got worse, 1 not read, 1 refused\n");
+    EXPECT_EQ(RunCompare(folder, {"--check", "broken", "bad"}).m_ExitStatus, 2);
+    EXPECT_NE(RunCompare(folder, {"--json", "all", "broken"}).m_Output.find("\"not_read\": 1\n"),
+              std::string::npos);
+}
+
+TEST(CompareCommand, BlanksAroundModelAndSerialNumberAreNotPartOfThem) {
+    Sample padded = Named("  S3Z8NB0K ");
+    padded.m_Model = "SAMPLE NVME 960   ";
+    EXPECT_EQ(Check(Report(padded), Report({})).m_Output,
+              "DRIVES OK: 1 drive compared, none got worse | worse=0 gone=0 new=0\n");
+}
+
 TEST(CompareCommand, WrongUsageExitsWith2AndWithCheckWith3) {
     const Folder folder;
     for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
@@ -234,7 +266,8 @@ TEST(CompareCommand, PrintsJson) {
     "gone": 1,
     "new": 1,
     "unidentified": 0,
-    "refused": 0
+    "refused": 0,
+    "not_read": 0
   }
 }
 )");

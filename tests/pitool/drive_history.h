@@ -2,9 +2,8 @@
 // Reports of drives at different times, as files of a folder that lives as long as a test.
 #pragma once
 
+#include "print/json.h"
 #include "program_runner.h"
-
-#include <nlohmann/json.hpp>
 
 #include <cstdint>
 #include <cstdlib>
@@ -29,25 +28,28 @@ struct Sample {
 };
 
 inline std::string Report(const Sample& sample) {
-    nlohmann::ordered_json report = {
-        {"smartctl", {{"version", {7, 3}}}},
-        {"device", {{"name", "/dev/nvme0"}, {"protocol", "NVMe"}}},
-        {"model_name", sample.m_Model},
-        {"serial_number", sample.m_Serial},
-        {"smart_status", {{"passed", sample.m_CriticalWarning == 0}}},
-        {"nvme_smart_health_information_log",
-         {{"critical_warning", sample.m_CriticalWarning},
-          {"available_spare", sample.m_Spare},
-          {"available_spare_threshold", 10},
-          {"percentage_used", sample.m_Wear},
-          {"power_on_hours", sample.m_Hours},
-          {"media_errors", sample.m_MediaErrors},
-          {"num_err_log_entries", sample.m_LoggedErrors}}},
-    };
-    if (sample.m_Date != 0) {
-        report["local_time"]["time_t"] = sample.m_Date;
-    }
-    return report.dump() + "\n";
+    constexpr int ON_ONE_LINE = 3;
+    std::string text;
+    JsonWriter json(text, ON_ONE_LINE);
+    json.Object([&] {
+        json.Name("device").Raw(R"({"name":"/dev/nvme0","protocol":"NVMe"})");
+        json.Member("model_name", sample.m_Model);
+        json.Member("serial_number", sample.m_Serial);
+        json.Object("smart_status", [&] { json.Member("passed", sample.m_CriticalWarning == 0); });
+        json.Object("nvme_smart_health_information_log", [&] {
+            json.Member("critical_warning", sample.m_CriticalWarning);
+            json.Member("available_spare", sample.m_Spare);
+            json.Member("available_spare_threshold", 10);
+            json.Member("percentage_used", sample.m_Wear);
+            json.Member("power_on_hours", sample.m_Hours);
+            json.Member("media_errors", sample.m_MediaErrors);
+            json.Member("num_err_log_entries", sample.m_LoggedErrors);
+        });
+        if (sample.m_Date != 0) {
+            json.Object("local_time", [&] { json.Member("time_t", sample.m_Date); });
+        }
+    });
+    return text + "\n";
 }
 
 class Folder {

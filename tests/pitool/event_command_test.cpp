@@ -22,10 +22,6 @@ std::string Line(const std::string& key, std::vector<std::string> options) {
                : run.m_Output.substr(place + VALUE, run.m_Output.find('\n', place) - place - VALUE);
 }
 
-void ExpectRefusal(const std::vector<std::string>& arguments, const std::string& error) {
-    ExpectRun(RunPitool(arguments), 2, "", "pitool: " + error + "\n");
-}
-
 }  // namespace
 
 TEST(EventCommand, RendersEverySampleOfAnEvent) {
@@ -151,17 +147,24 @@ TEST(EventCommand, RefusalsNameTheOptionOrTheMember) {
         RunPitool({"event"}, "{\"placeholders\": [5]}"), 1, "",
         "pitool: standard input: /placeholders/0 is a number where a text, null or {\"resource\": number} "
         "belongs\n");
-    ExpectRefusal({"event", "--id", "NONE_SUCH"}, "--id: \"NONE_SUCH\" is no name of an event");
-    ExpectRefusal({"event", "--id", "-1"}, "--id: \"-1\" is no whole number from 0 to 4294967295");
-    ExpectRefusal({"event", "--severity", "BAD"},
-                  "--severity: \"BAD\" is none of DEBUG, INFORMATION, WARNING, ERROR");
-    ExpectRefusal({"event", "--timestamp", "18446744073709551616"},
-                  "--timestamp: \"18446744073709551616\" is no whole number from 0 to 18446744073709551615");
-    ExpectRefusal({"event", "--sequence", "4294967296"},
-                  "--sequence: \"4294967296\" is no whole number from 0 to 4294967295");
-    ExpectRefusal({"event", "--placeholder1", "a", "--resource6", "2147483648"},
-                  "--resource6: \"2147483648\" is no whole number from -2147483648 to 2147483647");
-    ExpectRefusal({"event", "--resource2", ""}, "--resource2: \"\" is a text where a number belongs");
+    const std::pair<std::vector<std::string>, std::string> refusals[] = {
+        {{"--id", "NONE_SUCH"}, "neither the name of an event nor a whole number from 0 to 4294967295"},
+        {{"--id", "-1"}, "neither the name of an event nor a whole number from 0 to 4294967295"},
+        {{"--severity", "BAD"},
+         "none of DEBUG, INFORMATION, WARNING, ERROR and no whole number from -2147483648 to 2147483647"},
+        {{"--timestamp", "18446744073709551616"}, "no whole number from 0 to 18446744073709551615"},
+        {{"--timestamp", "-1"}, "no whole number from 0 to 18446744073709551615"},
+        {{"--sequence", "4294967296"}, "no whole number from 0 to 4294967295"},
+        {{"--sequence", "0x10"}, "no whole number from 0 to 4294967295"},
+        {{"--resource6", "2147483648"}, "no whole number from -2147483648 to 2147483647"},
+        {{"--resource2", ""}, "no whole number from -2147483648 to 2147483647"},
+    };
+    for (const auto& [words, reason] : refusals) {
+        ExpectRun(
+            RunPitool({"event", "--placeholder1", "a", words[0], words[1]}), 2, "",
+            "pitool: " + words[0] + ": \"" + words[1] + "\" is " + reason + "; see pitool event --help\n");
+    }
+    EXPECT_EQ(RunPitool({"event", "--placeholder1", "a", "--resource1", "7"}).m_ExitStatus, 2);
 }
 
 TEST(EventCommand, ALanguageFileIsRefusedInOneLine) {

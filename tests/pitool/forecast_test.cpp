@@ -5,10 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
+#include <sstream>
+
 namespace {
 
 using namespace pitool::test;
-using Json = nlohmann::json;
 
 constexpr std::int64_t JANUARY_2026 = 1767225600;
 constexpr std::int64_t DAY = 86400;
@@ -18,11 +20,23 @@ Outcome RunForecast(const Folder& folder, std::vector<std::string> arguments = {
     return RunProgram(PITOOL_PROGRAM, folder.Path(), std::move(arguments));
 }
 
-/// The drives of the JSON document, which must be whole.
-Json Drives(const Folder& folder) {
+/// The drives of the JSON document, a line each.
+std::vector<std::string> Drives(const Folder& folder) {
     const Outcome run = RunForecast(folder, {"--json", "."});
     EXPECT_EQ(run.m_ExitStatus, 0) << run.m_Errors;
-    return Json::parse(run.m_Output)["drives"];
+    std::istringstream lines(run.m_Output);
+    std::vector<std::string> drives;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.rfind("    {", 0) == 0) {
+            drives.push_back(line);
+        }
+    }
+    return drives;
+}
+
+/// Whether a drive has a forecast that a pattern matches.
+bool HasForecast(const Folder& folder, const std::string& pattern) {
+    return std::regex_search(Drives(folder).at(0), std::regex("\"forecast\":\\{" + pattern + "\\}"));
 }
 
 Sample At(std::uint64_t hours, int wear, std::int64_t date = 0) {
@@ -68,30 +82,26 @@ TEST(ForecastCommand, TheSameReportTwiceChangesNothingButTheirNumber) {
     const Folder twice;
     twice.Write("a.json", Report(At(8000, 20)) + Report(At(16000, 50)));
     twice.Write("b.json", Report(At(16000, 50)) + Report(At(8000, 20)));
-    const Json expected = Drives(once);
-    const Json drives = Drives(twice);
-    EXPECT_EQ(drives[0]["readings"], 4);
-    EXPECT_EQ(drives[0]["forecast"], expected[0]["forecast"]);
+    std::string expected = Drives(once).at(0);
+    const std::string readings = "\"readings\":";
+    expected.replace(expected.find(readings + "2") + readings.size(), 1, "4");
+    EXPECT_EQ(Drives(twice).at(0), expected);
 }
 
 TEST(ForecastCommand, TheHighEndIsNullWhereItIsOpenAndTheEstimateWhereTheWearStandsStill) {
     const Folder open;
     open.Write("a.json", Report(At(14000, 10)) + Report(At(16000, 10)));
-    EXPECT_TRUE(Drives(open)[0]["forecast"]["hours_to_worn"].is_number());
-    EXPECT_TRUE(Drives(open)[0]["forecast"]["high"].is_null());
+    EXPECT_TRUE(HasForecast(open, R"("hours_to_worn":\d+,"low":\d+,"high":null,.*)"));
     const Folder still;
     still.Write("a.json", Report(At(8000, 10)) + Report(At(16000, 10)));
-    const Json forecast = Drives(still)[0]["forecast"];
-    EXPECT_TRUE(forecast["hours_to_worn"].is_null());
-    EXPECT_TRUE(forecast["low"].is_number());
-    EXPECT_TRUE(forecast["high"].is_null());
-    EXPECT_EQ(forecast["reason"], "the wear stands still");
+    EXPECT_TRUE(HasForecast(
+        still, R"("hours_to_worn":null,"low":\d+,"high":null,.*,"reason":"the wear stands still")"));
 }
 
 TEST(ForecastCommand, WearAndHoursAreThoseThatTheForecastRestsOn) {
     const Folder folder;
     folder.Write("a.json", Report(At(8000, 20)) + Report(At(0, 20)));
-    EXPECT_EQ(Drives(folder)[0]["hours"], 8000);
+    EXPECT_NE(Drives(folder).at(0).find(R"("wear":20,"hours":8000,)"), std::string::npos);
 }
 
 TEST(ForecastCommand, TheEarliestWornComesFirstAndWhatCannotBeSaidLast) {
@@ -110,8 +120,9 @@ TEST(ForecastCommand, TheEarliestWornComesFirstAndWhatCannotBeSaidLast) {
     folder.Write("disk.json", R"({"device":{"protocol":"ATA"},"model_name":"DISK","serial_number":"DISK",)"
                               R"("rotation_rate":7200,"power_on_time":{"hours":9}})");
     std::vector<std::string> order;
-    for (const Json& drive : Drives(folder)) {
-        order.push_back(drive["serial_number"]);
+    for (const std::string& drive : Drives(folder)) {
+        const std::size_t begin = drive.find(':') + 2;
+        order.push_back(drive.substr(begin, drive.find('"', begin) - begin));
     }
     EXPECT_EQ(order, (std::vector<std::string>{"WORN", "SHORT", "LONG", "STILL", "NOTHING", "DISK"}));
 }

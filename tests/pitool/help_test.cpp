@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The help against what it speaks of: its examples run, and the manual page knows the same options.
 
+#include "command_runner.h"
 #include "help_reader.h"
-#include "program_runner.h"
-#include "sample_reports.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +12,7 @@
 namespace {
 
 using namespace pitool::test;
+
 /// The command lines below the heading of the examples.
 std::vector<std::string> Examples(const std::string& command) {
     std::vector<std::string> examples;
@@ -28,7 +28,7 @@ std::vector<std::string> Examples(const std::string& command) {
 
 /// The manual page as it is installed, its hyphens and fonts as plain text.
 std::string Manual() {
-    std::string page = ReadFile(PITOOL_MANUAL);
+    std::string page = ReadWhole(PITOOL_MANUAL);
     page = std::regex_replace(page, std::regex("\\\\-"), "-");
     return std::regex_replace(page, std::regex("\\\\f[A-Z]"), "");
 }

@@ -310,7 +310,7 @@ TEST_F(Program, AWordThatIsNoCommandIsNamed) {
     EXPECT_EQ(RunPitool({"--bad"}).m_Errors, "pitool: \"--bad\" is no option; see pitool --help\n");
     EXPECT_EQ(RunPitool({std::string(41, 'x')}).m_Errors,
               "pitool: \"" + std::string(40, 'x') + "...\" is no command; see pitool --help\n");
-    EXPECT_EQ(RunPitool({}).m_Errors, "pitool: a command is needed; see pitool --help\n");
+    EXPECT_EQ(RunPitool({}).m_Errors, "pitool: A subcommand is required; see pitool --help\n");
 }
 
 TEST_F(Program, BadUsageLeadsToTheHelpOfTheCommand) {

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// The commands, each in a file of its name.
+/// The commands, each in a file of its name, and what they print with.
 #pragma once
 
 #include "exit_status.h"
+#include "print/json.h"
+#include "print/output.h"
+#include "print/table.h"
+#include "print/text.h"
 
 #include <functional>
+#include <string_view>
 
 namespace CLI {
 class App;
@@ -15,6 +20,11 @@ namespace pitool {
 
 /// What a command line asks for; main runs it once the whole line is read.
 using Action = std::function<ExitStatus()>;
+
+/// Writes all that a command prints.
+inline ExitStatus Print(std::string_view text) {
+    return WriteOutput(text) ? EXIT_DONE : EXIT_BAD_INPUT;
+}
 
 /// Parts of the help that several commands have.
 constexpr const char* JSON_HELP = "Print JSON instead of text";

@@ -4,10 +4,6 @@
 
 #include "drive_identity.h"
 #include "input_files.h"
-#include "print/json.h"
-#include "print/output.h"
-#include "print/table.h"
-#include "print/text.h"
 
 #include <CLI/CLI.hpp>
 
@@ -24,24 +20,28 @@ namespace {
 namespace Figure = PI::HealthFigure;
 namespace State = PI::DriveState;
 
-/// How a figure gets worse.
-enum class Worse { MORE, LESS, NEW_BITS, FASTER, NEVER };
-
 // Figures that are compared, in the order shown.
-constexpr std::pair<PI::_HEALTH_FIGURE, Worse> COMPARED[] = {
-    {Figure::VERDICT, Worse::MORE},
-    {Figure::CRITICAL_WARNING, Worse::NEW_BITS},
-    {Figure::ATTRIBUTES_BELOW_THRESHOLD, Worse::MORE},
-    {Figure::ATTRIBUTES_ONCE_BELOW, Worse::MORE},
-    {Figure::PENDING_SECTORS, Worse::MORE},
-    {Figure::UNCORRECTABLE_SECTORS, Worse::MORE},
-    {Figure::MEDIA_ERRORS, Worse::MORE},
-    {Figure::REALLOCATED_SECTORS, Worse::MORE},
-    {Figure::FAILED_SELF_TESTS, Worse::MORE},
-    {Figure::LOGGED_ERRORS, Worse::NEVER},  // drives log commands as well that they do not know
-    {Figure::INTERFACE_ERRORS, Worse::MORE},
-    {Figure::SPARE, Worse::LESS},
-    {Figure::WEAR, Worse::FASTER},
+constexpr PI::_HEALTH_FIGURE COMPARED[] = {
+    Figure::VERDICT,
+    Figure::CRITICAL_WARNING,
+    Figure::ATTRIBUTES_BELOW_THRESHOLD,
+    Figure::ATTRIBUTES_ONCE_BELOW,
+    Figure::PENDING_SECTORS,
+    Figure::UNCORRECTABLE_SECTORS,
+    Figure::MEDIA_ERRORS,
+    Figure::REALLOCATED_SECTORS,
+    Figure::FAILED_SELF_TESTS,
+    Figure::LOGGED_ERRORS,
+    Figure::INTERFACE_ERRORS,
+    Figure::SPARE,
+    Figure::WEAR,
+};
+
+struct Options {
+    std::string m_Old;
+    std::string m_New;
+    bool m_Check = false;
+    bool m_Json = false;
 };
 
 struct Change {
@@ -53,10 +53,11 @@ struct Change {
 
 /// A drive that is not as it was.
 struct Finding {
-    const DriveSummary* m_Old;  ///< null: it is new
-    const DriveSummary* m_New;  ///< null: it is gone
-    std::vector<Change> m_Changes;
-    CheckStatus m_Status;  ///< CHECK_GOOD: nothing got worse
+    const DriveSummary* m_Old;  ///< null: not in the old reports
+    const DriveSummary* m_New;  ///< null: not in the new ones
+    std::string m_Text;         ///< such as "good -> replace; reallocated sectors 0 -> 1040"
+    CheckStatus m_Status = CHECK_GOOD;
+    std::vector<Change> m_Changes = {};
 
     const DriveSummary& Drive() const { return m_New != nullptr ? *m_New : *m_Old; }
 };
@@ -64,6 +65,10 @@ struct Finding {
 struct Findings {
     std::vector<Finding> m_Drives;  ///< the worst first
     std::size_t m_Compared = 0;     ///< drives in both
+    std::size_t m_Worse = 0;        ///< of these
+    std::size_t m_Gone = 0;
+    std::size_t m_New = 0;
+    std::size_t m_NotRead = 0;  ///< in one of both only, where the other could not be read whole
     std::size_t m_Unidentified = 0;
     std::vector<std::pair<std::string, std::string>> m_Errors;
 };
@@ -71,94 +76,28 @@ struct Findings {
 /// Whether wear has grown by more than a step, and more than twice as fast as in the drive's life until then
 /// (judgement): that it grows is no news.
 bool WearsFaster(const DriveSummary& before, const DriveSummary& after, std::int64_t growth) {
-    constexpr double STEP = 1;
     constexpr double HALF_STEP = 0.5;
-    constexpr double FASTER = 2;
-    const SummaryFigure old = before.GetFigure(Figure::POWER_ON_HOURS);
-    const SummaryFigure now = after.GetFigure(Figure::POWER_ON_HOURS);
-    double expected = 0;
-    if (old.m_Value > 0 && now.m_Value > old.m_Value) {
-        const double pace = (static_cast<double>(before.GetFigure(Figure::WEAR).m_Value) + HALF_STEP) /
-                            static_cast<double>(old.m_Value);
-        expected = pace * static_cast<double>(now.m_Value - old.m_Value);
+    const auto lived = static_cast<double>(before.GetFigure(Figure::POWER_ON_HOURS).m_Value);
+    const auto since = static_cast<double>(after.GetFigure(Figure::POWER_ON_HOURS).m_Value) - lived;
+    const auto wear = static_cast<double>(before.GetFigure(Figure::WEAR).m_Value) + HALF_STEP;
+    const double expected = lived > 0 && since > 0 ? wear / lived * since : 0;
+    return static_cast<double>(growth) > 2 * expected + 1;
+}
+
+/// Whether a figure got worse that has changed.
+bool IsWorseChange(const Change& change, const DriveSummary& before, const DriveSummary& after) {
+    switch (change.m_Figure) {
+        case Figure::CRITICAL_WARNING: return (change.m_New & ~change.m_Old) != 0;  // bits
+        case Figure::LOGGED_ERRORS: return false;  // drives log commands as well that they do not know
+        case Figure::SPARE: return change.m_New < change.m_Old;
+        case Figure::WEAR: return WearsFaster(before, after, change.m_New - change.m_Old);
+        default: return change.m_New > change.m_Old;
     }
-    return static_cast<double>(growth) > FASTER * expected + STEP;
 }
 
 /// What a drive asks for that got worse, is new or is gone.
 CheckStatus StatusOf(PI::_DRIVE_STATE state) {
     return state == State::REPLACE || state == State::FAILED ? CHECK_CRITICAL : CHECK_LOOK;
-}
-
-Finding Compare(const DriveSummary& before, const DriveSummary& after) {
-    Finding finding = {&before, &after, {}, CHECK_GOOD};
-    bool gotWorse = after.GetState() > std::max(before.GetState(), State::GOOD);
-    for (const auto& [figure, worse] : COMPARED) {
-        const SummaryFigure old = before.GetFigure(figure);
-        const SummaryFigure now = after.GetFigure(figure);
-        if (!old.HasValue() || !now.HasValue() || old.m_Value == now.m_Value) {
-            continue;
-        }
-        bool isWorse = now.m_Value > old.m_Value;
-        switch (worse) {
-            case Worse::MORE: break;
-            case Worse::LESS: isWorse = !isWorse; break;
-            case Worse::NEW_BITS: isWorse = (now.m_Value & ~old.m_Value) != 0; break;
-            case Worse::FASTER: isWorse = WearsFaster(before, after, now.m_Value - old.m_Value); break;
-            case Worse::NEVER: isWorse = false; break;
-        }
-        finding.m_Changes.push_back({figure, old.m_Value, now.m_Value, isWorse});
-        gotWorse = gotWorse || isWorse;
-    }
-    finding.m_Status = gotWorse ? StatusOf(after.GetState()) : CHECK_GOOD;
-    return finding;
-}
-
-bool IsWorseFinding(const Finding& left, const Finding& right) {
-    return left.m_Status != right.m_Status ? left.m_Status > right.m_Status
-                                           : IsWorse(left.Drive(), right.Drive());
-}
-
-Findings Compare(const DriveReports& before, const DriveReports& after) {
-    Findings findings;
-    std::map<std::pair<std::string_view, std::string_view>, const DriveSummary*> old;
-    for (const std::vector<DriveSummary>& reports : before.m_Drives) {
-        const DriveSummary& drive = reports.back();
-        if (IdentifiesDrive(drive.GetSerial())) {
-            old[{drive.GetModel(), drive.GetSerial()}] = &drive;
-        } else {
-            findings.m_Unidentified += 1;
-        }
-    }
-    for (const std::vector<DriveSummary>& reports : after.m_Drives) {
-        const DriveSummary& drive = reports.back();
-        const auto found = old.find({drive.GetModel(), drive.GetSerial()});
-        if (!IdentifiesDrive(drive.GetSerial())) {
-            findings.m_Unidentified += 1;
-        } else if (found == old.end()) {
-            const bool isBad = drive.GetState() > State::GOOD;
-            findings.m_Drives.push_back(
-                {nullptr, &drive, {}, isBad ? StatusOf(drive.GetState()) : CHECK_GOOD});
-        } else {
-            findings.m_Compared += 1;
-            Finding finding = Compare(*found->second, drive);
-            if (!finding.m_Changes.empty() || finding.m_Old->GetState() != drive.GetState()) {
-                findings.m_Drives.push_back(std::move(finding));
-            }
-            old.erase(found);
-        }
-    }
-    for (const auto& [identity, drive] : old) {
-        findings.m_Drives.push_back({drive, nullptr, {}, CHECK_LOOK});
-    }
-    if (before.m_Drives.empty() || after.m_Drives.empty()) {
-        findings.m_Drives.clear();  // where one side could not be read, nothing is gone or new
-    }
-    std::stable_sort(findings.m_Drives.begin(), findings.m_Drives.end(), IsWorseFinding);
-    for (const DriveReports* side : {&before, &after}) {
-        findings.m_Errors.insert(findings.m_Errors.end(), side->m_Errors.begin(), side->m_Errors.end());
-    }
-    return findings;
 }
 
 std::string ValueText(PI::_HEALTH_FIGURE figure, std::int64_t value) {
@@ -168,26 +107,96 @@ std::string ValueText(PI::_HEALTH_FIGURE figure, std::int64_t value) {
                                      : "warning";
 }
 
-/// Such as "good -> replace; reallocated sectors 0 -> 1040; wear 12 -> 15 %".
-std::string ChangesText(const Finding& finding) {
-    if (finding.m_Old == nullptr || finding.m_New == nullptr) {
-        return finding.m_Old == nullptr ? "new" : "gone";
+/// Such as "wear 12 -> 15 %".
+std::string ChangeText(const Change& change) {
+    std::string text = PI::HealthFigureToString(change.m_Figure);
+    for (char& c : text) {
+        c = c == '_' ? ' ' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     }
-    std::string text;
-    if (finding.m_Old->GetState() != finding.m_New->GetState()) {
-        text =
-            std::string(StateWord(finding.m_Old->GetState())) + " -> " + StateWord(finding.m_New->GetState());
+    const bool isPercent = change.m_Figure == Figure::WEAR || change.m_Figure == Figure::SPARE;
+    return text + " " + ValueText(change.m_Figure, change.m_Old) + " -> " +
+           ValueText(change.m_Figure, change.m_New) + (isPercent ? " %" : "");
+}
+
+Finding Compare(const DriveSummary& before, const DriveSummary& after) {
+    Finding finding = {&before, &after, ""};
+    bool gotWorse = after.GetState() > std::max(before.GetState(), State::GOOD);
+    if (before.GetState() != after.GetState()) {
+        finding.m_Text = std::string(StateWord(before.GetState())) + " -> " + StateWord(after.GetState());
     }
-    for (const Change& change : finding.m_Changes) {
-        std::string name = PI::HealthFigureToString(change.m_Figure);
-        for (char& c : name) {
-            c = c == '_' ? ' ' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    for (const PI::_HEALTH_FIGURE figure : COMPARED) {
+        const SummaryFigure old = before.GetFigure(figure);
+        const SummaryFigure now = after.GetFigure(figure);
+        if (old.HasValue() && now.HasValue() && old.m_Value != now.m_Value) {
+            Change change = {figure, old.m_Value, now.m_Value, false};
+            change.m_IsWorse = IsWorseChange(change, before, after);
+            gotWorse = gotWorse || change.m_IsWorse;
+            finding.m_Text += (finding.m_Text.empty() ? "" : "; ") + ChangeText(change);
+            finding.m_Changes.push_back(change);
         }
-        text += (text.empty() ? "" : "; ") + name + " " + ValueText(change.m_Figure, change.m_Old) + " -> " +
-                ValueText(change.m_Figure, change.m_New);
-        text += change.m_Figure == Figure::WEAR || change.m_Figure == Figure::SPARE ? " %" : "";
     }
-    return text;
+    finding.m_Status = gotWorse ? StatusOf(after.GetState()) : CHECK_GOOD;
+    return finding;
+}
+
+using DrivesByIdentity = std::map<std::pair<std::string, std::string>, const DriveSummary*>;
+
+/// The latest report of each drive.
+/// @param unidentified out: counts the others
+DrivesByIdentity Identify(const DriveReports& reports, std::size_t& unidentified) {
+    DrivesByIdentity drives;
+    for (const std::vector<DriveSummary>& drive : reports.m_Drives) {
+        if (IdentifiesDrive(drive.back().GetSerial())) {
+            drives[IdentityOf(drive.back())] = &drive.back();
+        } else {
+            unidentified += 1;
+        }
+    }
+    return drives;
+}
+
+/// What is in one of both only, where the other was not read whole, may be there all the same. Where nothing
+/// was read of one, nothing is compared.
+Findings Compare(const DriveReports& before, const DriveReports& after) {
+    Findings findings;
+    for (const DriveReports* side : {&before, &after}) {
+        findings.m_Errors.insert(findings.m_Errors.end(), side->m_Errors.begin(), side->m_Errors.end());
+    }
+    const DrivesByIdentity old = Identify(before, findings.m_Unidentified);
+    const DrivesByIdentity now = Identify(after, findings.m_Unidentified);
+    if (before.m_Drives.empty() || after.m_Drives.empty()) {
+        return findings;
+    }
+    for (const auto& [identity, drive] : now) {
+        if (const auto found = old.find(identity); found != old.end()) {
+            findings.m_Compared += 1;
+            Finding finding = Compare(*found->second, *drive);
+            findings.m_Worse += finding.m_Status != CHECK_GOOD ? 1 : 0;
+            if (!finding.m_Text.empty()) {
+                findings.m_Drives.push_back(std::move(finding));
+            }
+        } else {
+            const bool isNew = before.m_Errors.empty();
+            (isNew ? findings.m_New : findings.m_NotRead) += 1;
+            findings.m_Drives.push_back(
+                {nullptr, drive, isNew ? "new" : "not read before",
+                 drive->GetState() > State::GOOD ? StatusOf(drive->GetState()) : CHECK_GOOD});
+        }
+    }
+    for (const auto& [identity, drive] : old) {
+        if (now.count(identity) == 0) {
+            const bool isGone = after.m_Errors.empty();
+            (isGone ? findings.m_Gone : findings.m_NotRead) += 1;
+            findings.m_Drives.push_back(
+                {drive, nullptr, isGone ? "gone" : "not read", isGone ? CHECK_LOOK : CHECK_GOOD});
+        }
+    }
+    std::stable_sort(findings.m_Drives.begin(), findings.m_Drives.end(),
+                     [](const Finding& left, const Finding& right) {
+                         return left.m_Status != right.m_Status ? left.m_Status > right.m_Status
+                                                                : IsWorse(left.Drive(), right.Drive());
+                     });
+    return findings;
 }
 
 std::string CompareTable(const Findings& findings, const Screen& screen) {
@@ -197,29 +206,12 @@ std::string CompareTable(const Findings& findings, const Screen& screen) {
         const Style style = finding.m_Status == CHECK_CRITICAL ? Style::FAILING
                             : finding.m_Status == CHECK_LOOK   ? Style::WARNING
                                                                : Style::PLAIN;
-        table.Add(finding.m_New != nullptr ? StateWord(drive.GetState()) : "gone", style);
+        table.Add(finding.m_New != nullptr ? StateWord(drive.GetState()) : finding.m_Text, style);
         table.Add(PrintableText(drive.GetModel()));
         table.Add(PrintableText(drive.GetSerial()));
-        table.Add(ChangesText(finding), style);
+        table.Add(finding.m_Text, style);
     }
     return findings.m_Drives.empty() ? "" : table.Text(screen);
-}
-
-struct Summary {
-    std::size_t m_Worse = 0;  ///< of the drives in both
-    std::size_t m_Gone = 0;
-    std::size_t m_New = 0;
-};
-
-Summary Count(const Findings& findings) {
-    Summary summary;
-    for (const Finding& finding : findings.m_Drives) {
-        std::size_t& count = finding.m_New == nullptr   ? summary.m_Gone
-                             : finding.m_Old == nullptr ? summary.m_New
-                                                        : summary.m_Worse;
-        count += &count != &summary.m_Worse || finding.m_Status != CHECK_GOOD ? 1 : 0;
-    }
-    return summary;
 }
 
 /// What --check exits with. Nothing is known where no drive could be compared, or an input was refused.
@@ -231,86 +223,62 @@ CheckStatus StatusOf(const Findings& findings) {
 }
 
 std::string SummaryText(const Findings& findings) {
-    const Summary summary = Count(findings);
     const auto part = [](std::size_t count, const char* what) {
         return count == 0 ? "" : ", " + std::to_string(count) + what;
     };
     return std::to_string(findings.m_Compared) + (findings.m_Compared == 1 ? " drive" : " drives") +
-           " compared, " + (summary.m_Worse == 0 ? "none" : std::to_string(summary.m_Worse)) + " got worse" +
-           part(summary.m_Gone, " gone") + part(summary.m_New, " new") +
-           part(findings.m_Unidentified, " without identity") + part(findings.m_Errors.size(), " refused");
+           " compared, " + (findings.m_Worse == 0 ? "none" : std::to_string(findings.m_Worse)) +
+           " got worse" + part(findings.m_Gone, " gone") + part(findings.m_New, " new") +
+           part(findings.m_NotRead, " not read") + part(findings.m_Unidentified, " without identity") +
+           part(findings.m_Errors.size(), " refused");
 }
 
 /// The line that monitoring systems show, with the counts once more for their graphs.
 std::string CheckLine(const Findings& findings) {
-    constexpr const char* WORDS[] = {"OK", "WARNING", "CRITICAL", "UNKNOWN"};
-    const Summary summary = Count(findings);
-    return std::string("DRIVES ") + WORDS[StatusOf(findings)] + ": " + SummaryText(findings) +
-           " | worse=" + std::to_string(summary.m_Worse) + " gone=" + std::to_string(summary.m_Gone) +
-           " new=" + std::to_string(summary.m_New) + "\n";
-}
-
-void AddSide(JsonWriter& json, const char* name, const DriveSummary* drive) {
-    json.Name(name);
-    if (drive == nullptr) {
-        json.Null();
-        return;
-    }
-    json.BeginObject();
-    json.Name("file").Text(drive->GetFile());
-    json.Name("state").Text(PI::DriveStateToString(drive->GetState()));
-    json.EndObject();
+    return std::string("DRIVES ") + CHECK_WORDS[StatusOf(findings)] + ": " + SummaryText(findings) +
+           " | worse=" + std::to_string(findings.m_Worse) + " gone=" + std::to_string(findings.m_Gone) +
+           " new=" + std::to_string(findings.m_New) + "\n";
 }
 
 std::string CompareJson(const Findings& findings) {
-    std::string text;
-    JsonWriter json(text);
-    json.BeginObject();
-    json.Name("format").Text("pitool compare");
-    json.Name("version").Number(std::int64_t{1});
-    json.Name("drives").BeginList();
-    for (const Finding& finding : findings.m_Drives) {
-        json.BeginObject();
-        json.Name("serial_number").TextOrNull(finding.Drive().GetSerial());
-        json.Name("model").TextOrNull(finding.Drive().GetModel());
-        AddSide(json, "old", finding.m_Old);
-        AddSide(json, "new", finding.m_New);
-        json.Name("worse").Bool(finding.m_Status != CHECK_GOOD);
-        json.Name("changes").BeginList();
-        for (const Change& change : finding.m_Changes) {
-            json.BeginObject();
-            json.Name("figure").Text(PI::HealthFigureToString(change.m_Figure));
-            json.Name("old").Number(change.m_Old);
-            json.Name("new").Number(change.m_New);
-            json.Name("worse").Bool(change.m_IsWorse);
-            json.EndObject();
-        }
-        json.EndList();
-        json.EndObject();
-    }
-    json.EndList();
-    AddErrors(findings.m_Errors, json);
-    const Summary summary = Count(findings);
-    json.Name("summary").BeginObject();
-    json.Name("compared").Number(std::uint64_t{findings.m_Compared});
-    json.Name("worse").Number(std::uint64_t{summary.m_Worse});
-    json.Name("gone").Number(std::uint64_t{summary.m_Gone});
-    json.Name("new").Number(std::uint64_t{summary.m_New});
-    json.Name("unidentified").Number(std::uint64_t{findings.m_Unidentified});
-    json.Name("refused").Number(std::uint64_t{findings.m_Errors.size()});
-    json.EndObject();
-    json.EndObject();
-    return text + "\n";
+    return JsonDocument("pitool compare", [&](JsonWriter& json) {
+        const auto addSide = [&json](const char* name, const DriveSummary* drive) {
+            if (drive == nullptr) {
+                json.Name(name).Raw("null");
+                return;
+            }
+            json.Object(name, [&] {
+                json.Member("file", drive->GetFile());
+                json.Member("state", PI::DriveStateToString(drive->GetState()));
+            });
+        };
+        json.Objects("drives", findings.m_Drives, [&](const Finding& finding) {
+            json.Member("serial_number", OrNull(finding.Drive().GetSerial()));
+            json.Member("model", OrNull(finding.Drive().GetModel()));
+            addSide("old", finding.m_Old);
+            addSide("new", finding.m_New);
+            json.Member("worse", finding.m_Status != CHECK_GOOD);
+            json.Objects("changes", finding.m_Changes, [&](const Change& change) {
+                json.Member("figure", PI::HealthFigureToString(change.m_Figure));
+                json.Member("old", change.m_Old);
+                json.Member("new", change.m_New);
+                json.Member("worse", change.m_IsWorse);
+            });
+        });
+        AddErrors(findings.m_Errors, json);
+        json.Object("summary", [&] {
+            json.Member("compared", findings.m_Compared);
+            json.Member("worse", findings.m_Worse);
+            json.Member("gone", findings.m_Gone);
+            json.Member("new", findings.m_New);
+            json.Member("unidentified", findings.m_Unidentified);
+            json.Member("refused", findings.m_Errors.size());
+            json.Member("not_read", findings.m_NotRead);
+        });
+    });
 }
 
-struct CompareOptions {
-    std::string m_Old;
-    std::string m_New;
-    bool m_Check = false;
-    bool m_Json = false;
-};
-
-ExitStatus RunCompare(const CompareOptions& options) {
+ExitStatus Run(const Options& options) {
     if (options.m_Old == STANDARD_INPUT && options.m_New == STANDARD_INPUT) {
         ReportError("standard input can be read only once; see pitool compare --help");
         return options.m_Check ? static_cast<ExitStatus>(CHECK_UNKNOWN) : EXIT_BAD_USAGE;
@@ -328,18 +296,18 @@ ExitStatus RunCompare(const CompareOptions& options) {
         text = CompareTable(findings, screen);
         AddWrapped("", "", SummaryText(findings), Style::HEADING, screen, text);
     }
-    const bool isWritten = WriteOutput(text);
+    const ExitStatus printed = Print(text);
     if (options.m_Check) {
-        return static_cast<ExitStatus>(isWritten ? StatusOf(findings) : CHECK_UNKNOWN);
+        return static_cast<ExitStatus>(printed == EXIT_DONE ? StatusOf(findings) : CHECK_UNKNOWN);
     }
-    return isWritten && findings.m_Errors.empty() ? EXIT_DONE : EXIT_BAD_INPUT;
+    return findings.m_Errors.empty() ? printed : EXIT_BAD_INPUT;
 }
 
 }  // namespace
 
 void AddCompare(CLI::App& app, Action& action) {
     CLI::App* command = app.add_subcommand("compare", "Tell what changed between reports of drives");
-    const auto options = std::make_shared<CompareOptions>();
+    const auto options = std::make_shared<Options>();
     command->add_option("OLD", options->m_Old, "File or folder of reports; - is standard input")
         ->option_text(" ")
         ->required();
@@ -351,7 +319,7 @@ void AddCompare(CLI::App& app, Action& action) {
     command->footer(std::string(EXAMPLES) +
                     "  pitool compare history/2025.json history/2026.json\n"
                     "  pitool compare --json history/2025.json history/2026.json");
-    command->callback([&action, options] { action = [options] { return RunCompare(*options); }; });
+    command->callback([&action, options] { action = [options] { return Run(*options); }; });
 }
 
 }  // namespace pitool

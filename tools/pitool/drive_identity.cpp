@@ -69,6 +69,14 @@ bool IdentifiesDrive(std::string_view serial) {
            serial.find("...") == std::string_view::npos;
 }
 
+std::pair<std::string, std::string> IdentityOf(const DriveSummary& drive) {
+    const auto trimmed = [](std::string_view text) {
+        text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+        return std::string(text.substr(0, text.find_last_not_of(' ') + 1));
+    };
+    return {trimmed(drive.GetModel()), trimmed(drive.GetSerial())};
+}
+
 DriveReports ReadDrives(const std::vector<std::string>& arguments) {
     DriveReports reports;
     std::size_t unidentified = 0;
@@ -78,15 +86,13 @@ DriveReports ReadDrives(const std::vector<std::string>& arguments) {
         arguments,
         [&](const std::string& file, const PI::CDriveReport& report) {
             DriveSummary summary = Summarize(file, report);
-            const std::string& serial = report.GetSerialNumber();
-            if (!IdentifiesDrive(serial)) {
+            if (!IdentifiesDrive(summary.GetSerial())) {
                 unidentified += 1;
                 firstUnidentified = unidentified == 1 ? file : firstUnidentified;
                 reports.m_Drives.push_back({std::move(summary)});
                 return;
             }
-            const auto [found, isNew] =
-                indices.try_emplace({report.GetModel(), serial}, reports.m_Drives.size());
+            const auto [found, isNew] = indices.try_emplace(IdentityOf(summary), reports.m_Drives.size());
             if (isNew) {
                 reports.m_Drives.emplace_back();
             }
@@ -110,14 +116,10 @@ DriveReports ReadDrives(const std::vector<std::string>& arguments) {
 }
 
 void AddErrors(const std::vector<std::pair<std::string, std::string>>& errors, JsonWriter& json) {
-    json.Name("errors").BeginList();
-    for (const auto& [file, reason] : errors) {
-        json.BeginObject();
-        json.Name("file").Text(file);
-        json.Name("reason").Text(reason);
-        json.EndObject();
-    }
-    json.EndList();
+    json.Objects("errors", errors, [&json](const auto& error) {
+        json.Member("file", error.first);
+        json.Member("reason", error.second);
+    });
 }
 
 }  // namespace pitool

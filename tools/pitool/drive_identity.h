@@ -18,10 +18,13 @@ namespace pitool {
 /// such as "REDACTED". What counts as such is a judgement.
 bool IdentifiesDrive(std::string_view serial);
 
+/// Model and serial number, without the blanks around them: some reports keep those of the drive.
+std::pair<std::string, std::string> IdentityOf(const DriveSummary& drive);
+
 /// Reports of any number of drives.
 struct DriveReports {
     /// The reports of each drive, the oldest first; drives in the order of their first reports. A drive is
-    /// its model and serial number as reported. One whose serial number identifies nothing matches no other
+    /// its model and serial number. One whose serial number identifies nothing matches no other
     /// report.
     std::vector<std::vector<DriveSummary>> m_Drives;
     std::vector<std::pair<std::string, std::string>> m_Errors;  ///< inputs that were refused, with the reason

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "commands.h"
-
-#include "print/output.h"
-#include "print/text.h"
 #include "whole_number.h"
 
 #include <CLI/CLI.hpp>
@@ -17,31 +14,27 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <sstream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace pitool {
 namespace {
 
 constexpr std::size_t LONGEST_LINE = 4096;
-constexpr std::string_view BLANKS = " \t\r";
 
 /// Latest time that is taken, in milliseconds: far beyond any clock, and no arithmetic of CETR wraps.
 constexpr std::uint64_t LATEST_TIME = 99'999'999'999'999;
 
 /// Reads up to the end of a line, and no further than a byte more than the longest line.
-/// @return false at the end of standard input, or where errno says why
+/// @return false at the end of standard input
 bool ReadLine(std::string& line) {
     line.clear();
-    while (line.size() <= LONGEST_LINE) {
-        const int c = std::getchar();
-        if (c == '\n' || c == EOF) {
-            return c == '\n' || (!line.empty() && std::ferror(stdin) == 0);
-        }
+    int c = 0;
+    while (line.size() <= LONGEST_LINE && (c = std::getchar()) != EOF && c != '\n') {
         line += static_cast<char>(c);
     }
-    return true;
+    return c != EOF || !line.empty();
 }
 
 void SkipLine() {
@@ -49,35 +42,37 @@ void SkipLine() {
     }
 }
 
-/// Takes the next word off a line; empty at its end.
-std::string_view TakeWord(std::string_view& line) {
-    line.remove_prefix(std::min(line.find_first_not_of(BLANKS), line.size()));
-    const std::string_view word = line.substr(0, line.find_first_of(BLANKS));
-    line.remove_prefix(word.size());
-    return word;
-}
+struct Sample {
+    int m_Percent = 0;
+    std::uint64_t m_TimeMs = PI::CETR::NowSteady();
+};
 
-/// Reads "percent" or "percent milliseconds".
-/// @param timeMs out: as given, else now
-/// @param reason out: why the line is refused, when the result is false
-bool ReadSample(std::string_view line, int& percent, std::uint64_t& timeMs, std::string& reason) {
-    const std::string_view first = TakeWord(line);
-    const std::string_view second = TakeWord(line);
-    if (!ReadWholeNumber(first, percent) || percent < 0 || percent > 100) {
-        reason = Quoted(first) + " is no percentage: a whole number from 0 to 100 is expected";
-        return false;
+/// Reads "percent" or "percent milliseconds", words that blanks divide.
+/// @param sample out: holds the time before
+/// @return why the line is refused; empty when it is not
+std::string ReadSample(const std::string& line, Sample& sample) {
+    std::istringstream words(line);
+    std::string percent;
+    std::string time;
+    std::string more;
+    words >> percent >> time >> more;
+    Sample read;
+    if (!ReadWholeNumber(percent, read.m_Percent) || read.m_Percent < 0 || read.m_Percent > 100) {
+        return Quoted(percent) + " is no percentage: a whole number from 0 to 100 is expected";
     }
-    timeMs = PI::CETR::NowSteady();
-    if (!second.empty() && (!ReadWholeNumber(second, timeMs) || timeMs > LATEST_TIME)) {
-        reason = Quoted(second) + " is no time: milliseconds from 0 to " + std::to_string(LATEST_TIME) +
-                 " are expected";
-        return false;
+    if (!time.empty() && (!ReadWholeNumber(time, read.m_TimeMs) || read.m_TimeMs > LATEST_TIME)) {
+        return Quoted(time) + " is no time: milliseconds from 0 to " + std::to_string(LATEST_TIME) +
+               " are expected";
     }
-    if (!TakeWord(line).empty()) {
-        reason = "more than a percentage and a time";
-        return false;
+    if (!more.empty()) {
+        return "more than a percentage and a time";
     }
-    return true;
+    if (read.m_TimeMs < sample.m_TimeMs) {
+        return "the time " + std::to_string(read.m_TimeMs) + " lies before that of the sample before, " +
+               std::to_string(sample.m_TimeMs);
+    }
+    sample = read;
+    return "";
 }
 
 std::string Duration(std::uint64_t ms) {
@@ -87,87 +82,54 @@ std::string Duration(std::uint64_t ms) {
 
 /// What PI::CTimeRemaining says, such as "00:50:00 remaining (00:48:00 to 00:53:00)".
 std::string EstimateText(const PI::CTimeRemaining& time) {
+    const bool isStalled = time.GetState() == PI::TimeRemainingState::STALLED;
     if (time.GetState() == PI::TimeRemainingState::DONE) {
         return "done";
     }
-    return std::string(time.GetState() == PI::TimeRemainingState::STALLED ? "stalled, " : "") +
-           (time.GetRemaining() ? Duration(*time.GetRemaining()) + " remaining (" + Duration(*time.GetLow()) +
-                                      " to " + Duration(*time.GetHigh()) + ")"
-                                : "time remaining not known");
+    if (!time.GetRemaining()) {
+        return isStalled ? "stalled" : "time remaining not known";
+    }
+    const std::string range = " (" + Duration(*time.GetLow()) + " to " + Duration(*time.GetHigh()) + ")";
+    return isStalled ? "stalled, " + Duration(*time.GetRemaining()) + range + " once it goes on"
+                     : Duration(*time.GetRemaining()) + " remaining" + range;
 }
 
-/// A line for a terminal, with a bar where there is room for one, that never reaches the last column, where
-/// terminals wrap.
-std::string Bar(int percent, const std::string& line, const std::string& cetr, std::size_t columns) {
+/// The line as a terminal shows it, over the one before: with a bar where there is room for one, and blanks
+/// up to the last column but one, since terminals wrap in the last.
+std::string OnTerminal(int percent, std::string line, std::size_t columns) {
     constexpr std::size_t LONGEST = 50;
     constexpr std::size_t SHORTEST = 5;
     constexpr std::size_t FRAME = 4;  // brackets, blank, the last column
-    constexpr std::size_t PERCENT_WIDTH = 3;
-    std::string text = line;
-    text.insert(0, PERCENT_WIDTH - std::to_string(percent).size(), ' ');
-    text += text.size() + cetr.size() < columns ? cetr : "";
-    if (columns < text.size() + SHORTEST + FRAME) {
-        return text.substr(0, columns - 1);
+    const std::size_t room = columns - std::min(columns, line.size() + FRAME);
+    if (room >= SHORTEST) {
+        std::string bar(std::min(room, LONGEST), '-');
+        std::fill_n(bar.begin(), bar.size() * static_cast<std::size_t>(percent) / 100, '#');
+        line.insert(0, "[" + bar + "] ");
     }
-    const std::size_t width = std::min(columns - text.size() - FRAME, LONGEST);
-    const std::size_t filled = width * static_cast<std::size_t>(percent) / 100;
-    return "[" + std::string(filled, '#') + std::string(width - filled, '-') + "] " + text;
+    line.resize(columns - 1, ' ');
+    return "\r" + line;
 }
-
-/// Progress as lines, or on a terminal as one that is drawn again and again.
-class Display {
-public:
-    /// @return false when it could not be written
-    bool Show(int percent, const std::string& estimate, const std::string& cetr) {
-        const std::string line = std::to_string(percent) + " percent, " + estimate;
-        if (!m_IsTerminal) {
-            return WriteOutput(line + cetr + "\n");
-        }
-        const std::size_t columns = OutputScreen().m_Columns;
-        const std::string bar = Bar(percent, line, cetr, columns);
-        const std::size_t covered = std::min(m_Shown, columns - 1);  // a terminal may have become narrower
-        const std::size_t leftOver = covered - std::min(bar.size(), covered);
-        m_Shown = bar.size();
-        return WriteOutput("\r" + bar + std::string(leftOver, ' '));
-    }
-
-    /// Ends the line that is drawn, so that other text can follow.
-    bool Finish() {
-        const bool isDrawn = m_Shown != 0;
-        m_Shown = 0;
-        return !isDrawn || WriteOutput("\n");
-    }
-
-private:
-    bool m_IsTerminal = isatty(STDOUT_FILENO) == 1;
-    std::size_t m_Shown = 0;  ///< length of what is drawn
-};
 
 ExitStatus RunEta() {
     constexpr unsigned long ACTIVITY = 1;
     constexpr std::uint64_t WHOLE = 100;
+    const bool isTerminal = isatty(STDOUT_FILENO) == 1;
     PI::CTimeRemaining time;
     std::vector<PI::CETR> prescribed;
-    std::uint64_t lastMs = 0;
-    Display display;
+    Sample sample = {0, 0};
+    bool isDrawn = false;  // a line that has no end yet
+    const auto finish = [&isDrawn] { return !std::exchange(isDrawn, false) || WriteOutput("\n"); };
     ExitStatus status = EXIT_DONE;
     std::string line;
     for (std::size_t number = 1; ReadLine(line); ++number) {
         const bool isTooLong = line.size() > LONGEST_LINE;
-        if (!isTooLong && line.find_first_not_of(BLANKS) == std::string::npos) {
+        if (!isTooLong && line.find_first_not_of(" \t\r") == std::string::npos) {
             continue;
         }
-        int percent = 0;
-        std::uint64_t timeMs = 0;
-        std::string reason;
-        if (isTooLong) {
-            reason = "longer than " + std::to_string(LONGEST_LINE) + " bytes";
-        } else if (ReadSample(line, percent, timeMs, reason) && timeMs < lastMs) {
-            reason = "the time " + std::to_string(timeMs) + " lies before that of the sample before, " +
-                     std::to_string(lastMs);
-        }
+        const std::string reason =
+            isTooLong ? "longer than " + std::to_string(LONGEST_LINE) + " bytes" : ReadSample(line, sample);
         if (!reason.empty()) {
-            display.Finish();
+            finish();
             ReportError("standard input: line " + std::to_string(number) + ": " + reason);
             status = EXIT_BAD_INPUT;
             if (isTooLong) {
@@ -175,21 +137,22 @@ ExitStatus RunEta() {
             }
             continue;
         }
-        lastMs = timeMs;
-        time.AddSample(timeMs, static_cast<std::uint64_t>(percent), WHOLE);
-        PI::CETR::Add(prescribed, ACTIVITY, percent, false, timeMs);
-        if (!display.Show(percent, EstimateText(time),
-                          "; CETR " + Duration(prescribed.front().m_RemainingTime))) {
+        time.AddSample(sample.m_TimeMs, static_cast<std::uint64_t>(sample.m_Percent), WHOLE);
+        PI::CETR::Add(prescribed, ACTIVITY, sample.m_Percent, false, sample.m_TimeMs);
+        const std::string text = std::to_string(sample.m_Percent) + " percent, " + EstimateText(time) +
+                                 "; CETR " + Duration(prescribed.front().m_RemainingTime);
+        isDrawn = isTerminal;
+        if (!WriteOutput(isTerminal ? OnTerminal(sample.m_Percent, text, OutputScreen().m_Columns)
+                                    : text + "\n")) {
             return EXIT_BAD_INPUT;
         }
     }
-    if (std::ferror(stdin) != 0) {
-        const std::string reason = std::strerror(errno);
-        display.Finish();
-        ReportError("standard input: " + reason);
-        return EXIT_BAD_INPUT;
+    const int error = std::ferror(stdin) != 0 ? errno : 0;
+    const bool isWritten = finish();
+    if (error != 0) {
+        ReportError("standard input: " + std::string(std::strerror(error)));
     }
-    return display.Finish() ? status : EXIT_BAD_INPUT;
+    return isWritten && error == 0 ? status : EXIT_BAD_INPUT;
 }
 
 }  // namespace

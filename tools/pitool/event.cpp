@@ -4,9 +4,6 @@
 #include "commands.h"
 
 #include "input_files.h"
-#include "print/output.h"
-#include "print/table.h"
-#include "print/text.h"
 #include "whole_number.h"
 
 #include <CLI/CLI.hpp>
@@ -14,10 +11,18 @@
 #include <pi/exchange/event_json.h>
 #include <pi/plugin_helper.h>
 #include <pi/text_table.h>
+#include <pi/vocabulary.h>
+#include <pi/vocabulary_lists.h>
+#include <velk/clock.h>
+
+#include <strings.h>
 
 #include <algorithm>
 #include <ctime>
 #include <filesystem>
+#include <functional>
+#include <iterator>
+#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <system_error>
@@ -25,101 +30,50 @@
 namespace pitool {
 namespace {
 
-/// A field of the event that an option gives.
-struct Field {
-    std::string m_Option;
-    std::string m_Member;
-    bool m_IsText;
-    std::string m_Value;
-    CLI::Option* m_Given = nullptr;
-
-    bool IsGiven() const { return m_Given->count() != 0; }
-};
-
-/// The members that are no placeholders, then text and resource of each placeholder.
-/// @{
-constexpr std::size_t PLACEHOLDERS = 6;
-constexpr std::size_t FIRST_PLACEHOLDER = 6;
-/// @}
-
 struct Options {
-    std::vector<Field> m_Fields;
+    PI::CEvent m_Event;
+    bool m_IsGiven = false;  ///< by options, not by standard input
     std::string m_Strings;
     bool m_Json = false;
 };
 
-void AddValue(const Field& field, JsonWriter& json) {
-    std::int64_t number = 0;
-    std::uint64_t large = 0;
-    if (!field.m_IsText && ReadWholeNumber(field.m_Value, number)) {
-        json.Number(number);
-    } else if (!field.m_IsText && ReadWholeNumber(field.m_Value, large)) {
-        json.Number(large);
-    } else {
-        json.Text(field.m_Value);
+/// @throws std::invalid_argument with the reason for what is none
+template <class Number>
+Number NumberOf(const std::string& text, const char* refusal = "is no whole number") {
+    using Limits = std::numeric_limits<Number>;
+    Number number = 0;
+    if (!ReadWholeNumber(text, number)) {
+        throw std::invalid_argument(Quoted(text) + " " + refusal + " from " + std::to_string(Limits::min()) +
+                                    " to " + std::to_string(Limits::max()));
     }
+    return number;
 }
 
-/// The options as the JSON that standard input may hold as well: the same rules are for both.
-std::string OptionsJson(const std::vector<Field>& fields) {
-    std::string text;
-    JsonWriter json(text);
-    json.BeginObject();
-    for (std::size_t i = 0; i < FIRST_PLACEHOLDER; ++i) {
-        if (fields[i].IsGiven()) {
-            AddValue(fields[i], json.Name(fields[i].m_Member));
+std::uint32_t EventIDOf(const std::string& text) {
+    for (const PI::CVocabularyEntry event : PI::Vocabulary::EventIDs()) {
+        if (strcasecmp(text.c_str(), event.Name()) == 0) {
+            return static_cast<std::uint32_t>(event.Number());
         }
     }
-    json.Name("placeholders").BeginList();
-    for (std::size_t i = FIRST_PLACEHOLDER; i < fields.size(); i += 2) {
-        if (fields[i].IsGiven()) {
-            AddValue(fields[i], json);
-        } else if (fields[i + 1].IsGiven()) {
-            json.BeginObject();
-            AddValue(fields[i + 1], json.Name("resource"));
-            json.EndObject();
-        } else {
-            json.Null();
-        }
-    }
-    json.EndList();
-    json.EndObject();
-    return text;
+    return NumberOf<std::uint32_t>(text, "is neither the name of an event nor a whole number");
 }
 
-/// The reason that names a member of that JSON, with the option in its place.
-std::string OptionReason(const std::vector<Field>& fields, const std::string& reason) {
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        const std::string pointer = i < FIRST_PLACEHOLDER
-                                        ? "/" + fields[i].m_Member + " "
-                                        : "/placeholders/" + std::to_string((i - FIRST_PLACEHOLDER) / 2) +
-                                              "/" + fields[i].m_Member + " ";
-        if (fields[i].IsGiven() && reason.compare(0, pointer.size(), pointer) == 0) {
-            return fields[i].m_Option + ": " + Quoted(fields[i].m_Value) + " " +
-                   reason.substr(pointer.size());
+PI::_SEVERITY SeverityOf(const std::string& text) {
+    for (const PI::_SEVERITY severity :
+         {PI::Severity::DEBUG, PI::Severity::INFORMATION, PI::Severity::WARNING, PI::Severity::ERROR}) {
+        if (strcasecmp(text.c_str(), PI::SeverityToString(severity).c_str()) == 0) {
+            return severity;
         }
     }
-    return reason;
+    return static_cast<PI::_SEVERITY>(
+        NumberOf<std::int32_t>(text, "is none of DEBUG, INFORMATION, WARNING, ERROR and no whole number"));
 }
 
-ExitStatus TakeEvent(const Options& options, PI::CEvent& event) {
-    std::string text;
-    std::string reason;
-    const bool areGiven = std::any_of(options.m_Fields.begin(), options.m_Fields.end(),
-                                      [](const Field& field) { return field.IsGiven(); });
-    if (areGiven) {
-        if (PI::ReadEvent(OptionsJson(options.m_Fields), event, reason)) {
-            return EXIT_DONE;
-        }
-        ReportError(OptionReason(options.m_Fields, reason));
-        return EXIT_BAD_USAGE;
-    }
-    if (ReadInput(STANDARD_INPUT, text, reason) && PI::ReadEvent(text, event, reason)) {
-        return EXIT_DONE;
-    }
-    ReportError("standard input: " + reason);
-    return EXIT_BAD_INPUT;
-}
+template <class Value>
+constexpr void (PI::CEvent::*SET_PLACEHOLDER[])(Value) = {
+    &PI::CEvent::SetPlaceHolder1, &PI::CEvent::SetPlaceHolder2, &PI::CEvent::SetPlaceHolder3,
+    &PI::CEvent::SetPlaceHolder4, &PI::CEvent::SetPlaceHolder5, &PI::CEvent::SetPlaceHolder6,
+};
 
 /// Local time with its zone, by ISO 8601.
 std::string IsoTime(std::uint64_t timeStampMs) {
@@ -164,28 +118,22 @@ std::string EventText(const RenderedEvent& event) {
 }
 
 std::string EventJson(const RenderedEvent& event) {
-    std::string text;
-    JsonWriter json(text);
-    json.BeginObject();
-    json.Name("format").Text("pitool event");
-    json.Name("version").Number(std::int64_t{1});
-    AddEvent(event, json.Name("event"));
-    json.EndObject();
-    return text + "\n";
+    return JsonDocument("pitool event", [&](JsonWriter& json) { AddEvent(event, json.Name("event")); });
 }
 
-ExitStatus Run(const Options& options) {
-    PI::CEvent event;
-    const ExitStatus taken = TakeEvent(options, event);
-    if (taken != EXIT_DONE) {
-        return taken;
+ExitStatus Run(Options& options) {
+    std::string text;
+    std::string reason;
+    if (!options.m_IsGiven &&
+        (!ReadInput(STANDARD_INPUT, text, reason) || !PI::ReadEvent(text, options.m_Event, reason))) {
+        ReportError("standard input: " + reason);
+        return EXIT_BAD_INPUT;
     }
     if (!LoadStrings(options.m_Strings)) {
         return EXIT_BAD_INPUT;
     }
-    const RenderedEvent rendered = RenderEvent(event);
-    return WriteOutput(options.m_Json ? EventJson(rendered) : EventText(rendered)) ? EXIT_DONE
-                                                                                   : EXIT_BAD_INPUT;
+    const RenderedEvent rendered = RenderEvent(options.m_Event);
+    return Print(options.m_Json ? EventJson(rendered) : EventText(rendered));
 }
 
 }  // namespace
@@ -232,35 +180,49 @@ std::string EventLine(const RenderedEvent& event, const Screen& screen) {
 }
 
 void AddEvent(const RenderedEvent& event, JsonWriter& json) {
-    json.BeginObject();
-    for (const auto& [key, value] : event) {
-        json.Name(key).Text(value);
-    }
-    json.EndObject();
+    json.Object([&] {
+        for (const auto& [key, value] : event) {
+            json.Member(key, value);
+        }
+    });
 }
 
 void AddEvent(CLI::App& app, Action& action) {
     CLI::App* command = app.add_subcommand("event", "Render an event of the options or of standard input");
     const auto options = std::make_shared<Options>();
-    std::vector<Field>& fields = options->m_Fields;
-    fields.reserve(FIRST_PLACEHOLDER + 2 * PLACEHOLDERS);  // options refer to them
-    const auto add = [&](const std::string& option, const std::string& member, bool isText, const char* value,
-                         const std::string& help) {
-        Field& field = fields.emplace_back(Field{option, member, isText, ""});
-        field.m_Given = command->add_option(option, field.m_Value, help)->option_text(value);
-        return field.m_Given;
+    PI::CEvent& event = options->m_Event;
+    event.m_TimeStamp = VELK::now();
+    using Take = std::function<void(const std::string& text)>;
+    const auto add = [&](const std::string& name, const char* value, const std::string& help,
+                         const Take& take) {
+        const auto callback = [options, name, take](const std::string& text) {
+            options->m_IsGiven = true;
+            try {
+                take(text);
+            } catch (const std::invalid_argument& refusal) {
+                throw CLI::ValidationError(name, refusal.what());
+            }
+        };
+        return command->add_option_function<std::string>(name, callback, help)->option_text(value);
     };
-    add("--id", "id", false, "ID", "Number or name of the event (10000)");
-    add("--severity", "severity", false, "SEVERITY", "DEBUG, INFORMATION, WARNING, ERROR or number");
-    add("--timestamp", "timestamp", false, "MS", "Milliseconds since 1970-01-01 UTC (now)");
-    add("--host", "host", true, "TEXT", "Host on which it arose (localhost)");
-    add("--source", "source", true, "TEXT", "Component that raised it");
-    add("--sequence", "sequence", false, "NUMBER", "Running number (0)");
-    for (std::size_t i = 1; i <= PLACEHOLDERS; ++i) {
-        const std::string number = std::to_string(i);
-        CLI::Option* text = add("--placeholder" + number, "", true, "TEXT", "Text for the marker %" + number);
-        add("--resource" + number, "resource", false, "NUMBER", "Language resource for the marker %" + number)
-            ->excludes(text);
+    using Text = const std::string&;
+    add("--id", "ID", "Number or name of the event (10000)",
+        [&event](Text text) { event.m_EventID = EventIDOf(text); });
+    add("--severity", "SEVERITY", "DEBUG, INFORMATION, WARNING, ERROR or number",
+        [&event](Text text) { event.m_Severity = SeverityOf(text); });
+    add("--timestamp", "MS", "Milliseconds since 1970-01-01 UTC (now)",
+        [&event](Text text) { event.m_TimeStamp = NumberOf<std::uint64_t>(text); });
+    add("--host", "TEXT", "Host on which it arose (localhost)", [&event](Text text) { event.m_Host = text; });
+    add("--source", "TEXT", "Component that raised it", [&event](Text text) { event.m_Source = text; });
+    add("--sequence", "NUMBER", "Running number (0)",
+        [&event](Text text) { event.m_SequenceNumber = NumberOf<std::uint32_t>(text); });
+    for (std::size_t i = 0; i < std::size(SET_PLACEHOLDER<int>); ++i) {
+        const std::string marker = std::to_string(i + 1);
+        CLI::Option* const asText = add("--placeholder" + marker, "TEXT", "Text for the marker %" + marker,
+                                        [&event, i](Text text) { (event.*SET_PLACEHOLDER<Text>[i])(text); });
+        add("--resource" + marker, "NUMBER", "Language resource for the marker %" + marker,
+            [&event, i](Text text) { (event.*SET_PLACEHOLDER<int>[i])(NumberOf<int>(text)); })
+            ->excludes(asText);
     }
     command->add_option("--strings", options->m_Strings, STRINGS_HELP)->option_text("FILE");
     command->add_flag("--json", options->m_Json, JSON_HELP);

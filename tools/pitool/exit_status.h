@@ -19,4 +19,7 @@ enum CheckStatus : int {
     CHECK_UNKNOWN = 3,  ///< also for wrong usage and inputs that were refused
 };
 
+/// As monitoring systems call them.
+constexpr const char* CHECK_WORDS[] = {"OK", "WARNING", "CRITICAL", "UNKNOWN"};
+
 }  // namespace pitool

@@ -5,10 +5,6 @@
 #include "drive_figures.h"
 #include "drive_identity.h"
 #include "drive_json.h"
-#include "print/json.h"
-#include "print/output.h"
-#include "print/table.h"
-#include "print/text.h"
 
 #include <CLI/CLI.hpp>
 
@@ -24,6 +20,11 @@ namespace {
 
 namespace Figure = PI::HealthFigure;
 namespace State = PI::WearForecastState;
+
+struct Options {
+    std::vector<std::string> m_Files;
+    bool m_Json = false;
+};
 
 struct DriveForecast {
     DriveSummary m_Drive;  ///< the latest report that tells wear and power-on hours, else the latest one
@@ -64,46 +65,30 @@ bool IsWornEarlier(const DriveForecast& left, const DriveForecast& right) {
     return rank(left) < rank(right);
 }
 
-template <class Value>
-void AddNumber(JsonWriter& json, const char* name, const std::optional<Value>& value) {
-    json.Name(name);
-    value ? json.Number(*value) : json.Null();
-}
-
-void AddFigure(JsonWriter& json, const char* name, const SummaryFigure& figure) {
-    AddNumber(json, name, figure.IsKnown() ? std::optional(figure.m_Value) : std::nullopt);
-}
-
 std::string ForecastJson(const std::vector<DriveForecast>& drives, const DriveReports& reports) {
-    std::string text;
-    JsonWriter json(text);
-    json.BeginObject();
-    json.Name("format").Text("pitool forecast");
-    json.Name("version").Number(std::int64_t{1});
-    json.Name("drives").BeginList();
-    for (const DriveForecast& drive : drives) {
-        json.BeginObject();
-        json.Name("serial_number").TextOrNull(drive.m_Drive.GetSerial());
-        json.Name("model").TextOrNull(drive.m_Drive.GetModel());
-        json.Name("readings").Number(std::uint64_t{drive.m_Readings});
-        AddFigure(json, "wear", drive.m_Drive.GetFigure(Figure::WEAR));
-        AddFigure(json, "hours", drive.m_Drive.GetFigure(Figure::POWER_ON_HOURS));
-        json.Name("forecast");
-        AddForecast(drive.m_Forecast, drive.m_Drive.IsSolidState(), json);
-        json.EndObject();
-    }
-    json.EndList();
-    AddErrors(reports.m_Errors, json);
-    json.EndObject();
-    return text + "\n";
+    const auto known = [](const SummaryFigure& figure) {
+        return figure.IsKnown() ? std::optional(figure.m_Value) : std::nullopt;
+    };
+    return JsonDocument("pitool forecast", [&](JsonWriter& json) {
+        json.Objects("drives", drives, [&](const DriveForecast& drive) {
+            json.Member("serial_number", OrNull(drive.m_Drive.GetSerial()));
+            json.Member("model", OrNull(drive.m_Drive.GetModel()));
+            json.Member("readings", drive.m_Readings);
+            json.Member("wear", known(drive.m_Drive.GetFigure(Figure::WEAR)));
+            json.Member("hours", known(drive.m_Drive.GetFigure(Figure::POWER_ON_HOURS)));
+            AddForecast(drive.m_Forecast, drive.m_Drive.IsSolidState(), json.Name("forecast"));
+        });
+        AddErrors(reports.m_Errors, json);
+    });
 }
 
 /// The month in which a drive will have run for so many hours more.
 std::string MonthText(const PI::CWearForecast& forecast, const std::optional<std::uint64_t>& hours) {
     constexpr std::size_t YEAR_AND_MONTH = 7;
     constexpr std::uint64_t LONGEST = 262980;  // hours of thirty years, as LifeText
-    const auto date = hours && *hours <= LONGEST ? forecast.GetDate(*hours) : std::nullopt;
-    return date ? TimeText(*date).substr(0, YEAR_AND_MONTH) : "-";
+    const bool isTold = hours && *hours <= LONGEST && forecast.GetState() != State::WORN;
+    const std::string time = isTold ? TimeText(forecast.GetDate(*hours).value_or(0)) : "";
+    return time.empty() ? "-" : time.substr(0, YEAR_AND_MONTH);
 }
 
 std::string ForecastTable(const std::vector<DriveForecast>& drives, const Screen& screen) {
@@ -128,10 +113,9 @@ std::string ForecastTable(const std::vector<DriveForecast>& drives, const Screen
         const SummaryFigure hours = drive.m_Drive.GetFigure(Figure::POWER_ON_HOURS);
         table.Add(LifeText(forecast), forecast.GetState() == State::WORN ? Style::WARNING : Style::PLAIN);
         if (areDated) {
-            const bool isWorn = forecast.GetState() == State::WORN;
-            table.Add(isWorn ? "-" : MonthText(forecast, forecast.GetHours()));
-            table.Add(isWorn ? "-" : MonthText(forecast, forecast.GetLow()));
-            table.Add(isWorn ? "-" : MonthText(forecast, forecast.GetHigh()));
+            table.Add(MonthText(forecast, forecast.GetHours()));
+            table.Add(MonthText(forecast, forecast.GetLow()));
+            table.Add(MonthText(forecast, forecast.GetHigh()));
         }
         table.Add(wear.HasValue() ? std::to_string(wear.m_Value) + (wear.IsKnown() ? " %" : " %?") : "-");
         table.Add(hours.HasValue() ? AgeText(static_cast<std::uint64_t>(hours.m_Value)) : "-");
@@ -144,30 +128,25 @@ std::string ForecastTable(const std::vector<DriveForecast>& drives, const Screen
     return table.Text(screen);
 }
 
-ExitStatus RunForecast(const std::vector<std::string>& files, bool isJson) {
-    const DriveReports reports = ReadDrives(files);
+ExitStatus Run(const Options& options) {
+    const DriveReports reports = ReadDrives(options.m_Files);
     std::vector<DriveForecast> drives;
     drives.reserve(reports.m_Drives.size());
     for (const std::vector<DriveSummary>& drive : reports.m_Drives) {
         drives.push_back(MakeForecast(drive));
     }
     std::stable_sort(drives.begin(), drives.end(), IsWornEarlier);
-    const bool isWritten = WriteOutput(isJson           ? ForecastJson(drives, reports)
-                                       : drives.empty() ? ""
-                                                        : ForecastTable(drives, OutputScreen()));
-    return isWritten && reports.m_Errors.empty() ? EXIT_DONE : EXIT_BAD_INPUT;
+    const ExitStatus printed = Print(options.m_Json   ? ForecastJson(drives, reports)
+                                     : drives.empty() ? ""
+                                                      : ForecastTable(drives, OutputScreen()));
+    return reports.m_Errors.empty() ? printed : EXIT_BAD_INPUT;
 }
-
-struct ForecastOptions {
-    std::vector<std::string> m_Files;
-    bool m_Json = false;
-};
 
 }  // namespace
 
 void AddForecast(CLI::App& app, Action& action) {
     CLI::App* command = app.add_subcommand("forecast", "Tell when drives will be worn, from their reports");
-    const auto options = std::make_shared<ForecastOptions>();
+    const auto options = std::make_shared<Options>();
     command->add_option("FILE", options->m_Files, "Files or folders of reports; - is standard input")
         ->option_text("...")
         ->required();
@@ -176,9 +155,7 @@ void AddForecast(CLI::App& app, Action& action) {
         std::string("Reports of the same model and serial number are readings of one drive.\n\n") + EXAMPLES +
         "  pitool forecast drives\n"
         "  pitool forecast --json history");
-    command->callback([&action, options] {
-        action = [options] { return RunForecast(options->m_Files, options->m_Json); };
-    });
+    command->callback([&action, options] { action = [options] { return Run(*options); }; });
 }
 
 }  // namespace pitool

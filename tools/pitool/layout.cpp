@@ -3,9 +3,6 @@
 #include "commands.h"
 
 #include "input_files.h"
-#include "print/json.h"
-#include "print/output.h"
-#include "print/text.h"
 
 #include <CLI/CLI.hpp>
 
@@ -16,7 +13,9 @@
 #include <cstdio>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace pitool {
@@ -29,47 +28,81 @@ struct Options {
 
 using Findings = std::vector<PI::CLayoutFinding>;
 
-/// Units of sizes, each 1024 of the one before.
-/// @{
-struct Unit {
+/// What a document describes, of either kind.
+struct Layout {
+    const char* m_Kind;
+    std::uint64_t m_Size;
     PI::_UNITS m_Unit;
-    const char* m_Name;
+    const std::vector<PI::CContainer>& m_Containers;
+
+    struct List {
+        std::string m_Title;
+        const char* m_Kind;  ///< what its identifiers are of
+        const std::vector<std::uint64_t>& m_IDs;
+    };
+    std::vector<List> m_Lists;
+
+    struct Spans {
+        std::uint64_t m_Count;
+        std::uint64_t m_Size;  ///< the document does not say what it counts
+    };
+    std::optional<Spans> m_Spans = std::nullopt;
 };
-constexpr Unit UNITS[] = {
+
+Layout LayoutOf(const PI::CArray& array) {
+    return {"array",
+            array.m_Size,
+            array.m_Units,
+            array.m_Containers,
+            {{"logical drives", "logical drive", array.m_LogicalDrives}}};
+}
+
+Layout LayoutOf(const PI::CLogicalDrive& drive) {
+    return {"logical drive",
+            drive.m_Size,
+            drive.m_Units,
+            drive.m_Containers,
+            {{"global hot spares", "drive", drive.m_GlobalHotSpares},
+             {"dedicated hot spares", "drive", drive.m_DedicatedHotSpares},
+             {"associated logical drives", "logical drive", drive.m_AssociatedLogicalDrives}},
+            Layout::Spans{drive.m_SpanCount, drive.m_SpanSize}};
+}
+
+/// Each 1024 of the one before.
+constexpr std::pair<PI::_UNITS, const char*> UNITS[] = {
     {PI::Units::BYTES, "bytes"},         {PI::Units::KILOBYTES, "kibibytes"},
     {PI::Units::MEGABYTES, "mebibytes"}, {PI::Units::GIGABYTES, "gibibytes"},
     {PI::Units::TERABYTES, "tebibytes"}, {PI::Units::PETABYTES, "pebibytes"},
 };
-/// @}
 
 /// @return past the end of UNITS for what is no unit
-const Unit* FindUnit(PI::_UNITS unit) {
+const auto* FindUnit(PI::_UNITS unit) {
     return std::find_if(std::begin(UNITS), std::end(UNITS),
-                        [unit](const Unit& known) { return known.m_Unit == unit; });
+                        [unit](const auto& known) { return known.first == unit; });
 }
 
 /// Empty for what is no unit.
 std::string UnitName(PI::_UNITS unit) {
-    const Unit* known = FindUnit(unit);
-    return known != std::end(UNITS) ? known->m_Name : "";
+    const auto* known = FindUnit(unit);
+    return known != std::end(UNITS) ? known->second : "";
 }
 
 /// A size in the largest unit that it fills, such as "931.51 gibibytes"; empty where the unit is none.
 std::string ScaledSize(std::uint64_t size, PI::_UNITS unit) {
-    const Unit* scale = FindUnit(unit);
+    constexpr long double STEP = 1024;
+    auto scaled = static_cast<long double>(size);
+    const auto* scale = FindUnit(unit);
     if (scale == std::end(UNITS)) {
         return "";
     }
-    constexpr long double STEP = 1024;
-    auto scaled = static_cast<long double>(size);
     for (; scale + 1 != std::end(UNITS) && scaled >= STEP; ++scale) {
         scaled /= STEP;
     }
-    if (scale->m_Unit == PI::Units::BYTES || size == 0) {
+    if (scale == std::begin(UNITS) || size == 0) {
         return std::to_string(size) + (size == 1 ? " byte" : " bytes");
     }
     char text[64];
-    std::snprintf(text, sizeof text, "%.2Lf %s", scaled, scale->m_Name);
+    std::snprintf(text, sizeof text, "%.2Lf %s", scaled, scale->second);
     return text;
 }
 
@@ -81,7 +114,7 @@ std::string SizeText(std::uint64_t size, PI::_UNITS unit) {
 
 struct Branch {
     std::string m_Text;
-    std::vector<Branch> m_Branches;
+    std::vector<Branch> m_Branches = {};
 };
 
 /// A text that goes on below its branch hangs behind the line that leads to the branches of that.
@@ -96,141 +129,55 @@ void Draw(const std::vector<Branch>& branches, const std::string& indent, const 
     }
 }
 
-std::string DrawTree(const Branch& root) {
-    const Screen screen = OutputScreen();
-    std::string tree;
-    AddWrapped("", root.m_Branches.empty() ? "" : "| ", root.m_Text, Style::HEADING, screen, tree);
-    Draw(root.m_Branches, "", screen, tree);
-    return tree;
-}
-
 std::string Count(std::size_t count, const char* one) {
     return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
 }
 
-/// The size, and in which unit the numbers of the document are.
-std::string HeadText(const char* kind, std::uint64_t size, PI::_UNITS unit) {
-    const std::string name = UnitName(unit);
-    return std::string(kind) + ", size " + SizeText(size, unit) + ", sizes in " +
-           (!name.empty()                    ? name
-            : unit == PI::Units::UNSPECIFIED ? "an unknown unit (unspecified)"
-                                             : "an unknown unit (Units " + std::to_string(unit) + ")");
-}
-
 std::string DriveText(const PI::CDrive& drive, PI::_UNITS unit) {
-    std::string text = "drive " + std::to_string(drive.m_ObjectID) + ", start " +
-                       SizeText(drive.m_StartAddress, unit) + ", size " + SizeText(drive.m_UsedSize, unit);
-    if (drive.m_LogicalDrive != 0) {
-        text += ", logical drive " + std::to_string(drive.m_LogicalDrive);
-    }
-    if (drive.m_LogicalOwner != 0) {
-        text += ", owner " + std::to_string(drive.m_LogicalOwner);
-    }
-    return text + (drive.m_IsConfigurable ? "" : ", not configurable");
+    const auto number = [](const char* name, std::uint64_t id) {
+        return id == 0 ? "" : name + std::to_string(id);
+    };
+    return "drive " + std::to_string(drive.m_ObjectID) + ", start " + SizeText(drive.m_StartAddress, unit) +
+           ", size " + SizeText(drive.m_UsedSize, unit) + number(", logical drive ", drive.m_LogicalDrive) +
+           number(", owner ", drive.m_LogicalOwner) + (drive.m_IsConfigurable ? "" : ", not configurable");
 }
 
-void AddContainers(const std::vector<PI::CContainer>& containers, PI::_UNITS unit, Branch& root) {
-    if (containers.empty()) {
-        root.m_Branches.push_back({"containers: none", {}});
+std::string LayoutText(const Layout& layout) {
+    std::vector<Branch> branches;
+    if (layout.m_Spans) {
+        branches.push_back(
+            {Count(layout.m_Spans->m_Count, "span") + " of size " + std::to_string(layout.m_Spans->m_Size)});
     }
-    for (const PI::CContainer& container : containers) {
-        const std::size_t number = static_cast<std::size_t>(&container - containers.data()) + 1;
-        Branch branch{
-            "container " + std::to_string(number) + ", " + Count(container.m_Drives.size(), "drive"), {}};
+    if (layout.m_Containers.empty()) {
+        branches.push_back({"containers: none"});
+    }
+    for (const PI::CContainer& container : layout.m_Containers) {
+        const auto number = &container - layout.m_Containers.data() + 1;
+        Branch& branch = branches.emplace_back(
+            Branch{"container " + std::to_string(number) + ", " + Count(container.m_Drives.size(), "drive")});
         for (const PI::CDrive& drive : container.m_Drives) {
-            branch.m_Branches.push_back({DriveText(drive, unit), {}});
+            branch.m_Branches.push_back({DriveText(drive, layout.m_Unit)});
         }
-        root.m_Branches.push_back(std::move(branch));
     }
-}
-
-void AddObjects(const std::string& title, const char* kind, const std::vector<std::uint64_t>& ids,
-                Branch& root) {
-    Branch branch{title + (ids.empty() ? ": none" : ""), {}};
-    for (const std::uint64_t id : ids) {
-        branch.m_Branches.push_back({kind + std::to_string(id), {}});
-    }
-    root.m_Branches.push_back(std::move(branch));
-}
-
-std::string LayoutText(const PI::CArray& array) {
-    Branch root{HeadText("array", array.m_Size, array.m_Units), {}};
-    AddContainers(array.m_Containers, array.m_Units, root);
-    AddObjects("logical drives", "logical drive ", array.m_LogicalDrives, root);
-    return DrawTree(root);
-}
-
-std::string LayoutText(const PI::CLogicalDrive& drive) {
-    Branch root{HeadText("logical drive", drive.m_Size, drive.m_Units), {}};
-    // The document does not say what a span's size counts, so it is as written.
-    root.m_Branches.push_back(
-        {Count(drive.m_SpanCount, "span") + " of size " + std::to_string(drive.m_SpanSize), {}});
-    AddContainers(drive.m_Containers, drive.m_Units, root);
-    AddObjects("global hot spares", "drive ", drive.m_GlobalHotSpares, root);
-    AddObjects("dedicated hot spares", "drive ", drive.m_DedicatedHotSpares, root);
-    AddObjects("associated logical drives", "logical drive ", drive.m_AssociatedLogicalDrives, root);
-    return DrawTree(root);
-}
-
-void AddSize(const char* name, std::uint64_t size, PI::_UNITS unit, JsonWriter& json) {
-    json.Name(name).BeginObject();
-    json.Name("value").Number(size);
-    json.Name("text").TextOrNull(ScaledSize(size, unit));
-    json.EndObject();
-}
-
-void AddHead(const char* kind, std::uint64_t size, PI::_UNITS unit, JsonWriter& json) {
-    json.Name("kind").Text(kind);
-    AddSize("size", size, unit, json);
-    json.Name("units").BeginObject();
-    json.Name("value").Number(std::int64_t{unit});
-    json.Name("name").TextOrNull(UnitName(unit));
-    json.EndObject();
-}
-
-void AddContainers(const std::vector<PI::CContainer>& containers, PI::_UNITS unit, JsonWriter& json) {
-    json.Name("containers").BeginList();
-    for (const PI::CContainer& container : containers) {
-        json.BeginObject();
-        json.Name("drives").BeginList();
-        for (const PI::CDrive& drive : container.m_Drives) {
-            json.BeginObject();
-            json.Name("object_id").Number(drive.m_ObjectID);
-            AddSize("start", drive.m_StartAddress, unit, json);
-            AddSize("size", drive.m_UsedSize, unit, json);
-            json.Name("configurable").Bool(drive.m_IsConfigurable);
-            json.Name("logical_drive").Number(drive.m_LogicalDrive);
-            json.Name("logical_owner").Number(drive.m_LogicalOwner);
-            json.EndObject();
+    for (const Layout::List& list : layout.m_Lists) {
+        Branch& branch = branches.emplace_back(Branch{list.m_Title + (list.m_IDs.empty() ? ": none" : "")});
+        for (const std::uint64_t id : list.m_IDs) {
+            branch.m_Branches.push_back({std::string(list.m_Kind) + " " + std::to_string(id)});
         }
-        json.EndList();
-        json.EndObject();
     }
-    json.EndList();
-}
-
-void AddObjects(const char* name, const std::vector<std::uint64_t>& ids, JsonWriter& json) {
-    json.Name(name).BeginList();
-    for (const std::uint64_t id : ids) {
-        json.Number(id);
-    }
-    json.EndList();
-}
-
-void AddLayout(const PI::CArray& array, JsonWriter& json) {
-    AddHead("array", array.m_Size, array.m_Units, json);
-    AddContainers(array.m_Containers, array.m_Units, json);
-    AddObjects("logical_drives", array.m_LogicalDrives, json);
-}
-
-void AddLayout(const PI::CLogicalDrive& drive, JsonWriter& json) {
-    AddHead("logical drive", drive.m_Size, drive.m_Units, json);
-    json.Name("span_count").Number(drive.m_SpanCount);
-    json.Name("span_size").Number(drive.m_SpanSize);
-    AddContainers(drive.m_Containers, drive.m_Units, json);
-    AddObjects("global_hot_spares", drive.m_GlobalHotSpares, json);
-    AddObjects("dedicated_hot_spares", drive.m_DedicatedHotSpares, json);
-    AddObjects("associated_logical_drives", drive.m_AssociatedLogicalDrives, json);
+    const std::string unit = UnitName(layout.m_Unit);
+    const Screen screen = OutputScreen();
+    std::string tree;
+    AddWrapped("", "| ",
+               std::string(layout.m_Kind) + ", size " + SizeText(layout.m_Size, layout.m_Unit) +
+                   ", sizes in " +
+                   (!unit.empty() ? unit
+                    : layout.m_Unit == PI::Units::UNSPECIFIED
+                        ? "an unknown unit (unspecified)"
+                        : "an unknown unit (Units " + std::to_string(layout.m_Unit) + ")"),
+               Style::HEADING, screen, tree);
+    Draw(branches, "", screen, tree);
+    return tree;
 }
 
 std::string FindingText(const PI::CLayoutFinding& finding) {
@@ -243,51 +190,54 @@ std::uint64_t LeftOut(const Findings& findings) {
     return findings.empty() ? 0 : findings.back().GetLeftOut();
 }
 
-template <class Record>
-std::string LayoutJson(const std::string& file, const Record& record, const Findings& findings) {
-    std::string text;
-    JsonWriter json(text);
-    json.BeginObject();
-    json.Name("format").Text("pitool layout");
-    json.Name("version").Number(std::int64_t{1});
-    json.Name("file").Text(file);
-    AddLayout(record, json);
-    json.Name("warnings").BeginList();
-    for (const PI::CLayoutFinding& finding : findings) {
-        json.BeginObject();
-        json.Name("line").Number(finding.GetLine());
-        json.Name("column").Number(finding.GetColumn());
-        json.Name("text").Text(FindingText(finding));
-        json.Name("element").Text(finding.GetElement());
-        json.Name("attribute").TextOrNull(finding.GetAttribute());
-        json.Name("assumed").TextOrNull(finding.GetAssumed());
-        json.EndObject();
-    }
-    json.EndList();
-    json.Name("warnings_left_out").Number(LeftOut(findings));
-    json.EndObject();
-    return text + "\n";
+std::string LayoutJson(const std::string& file, const Layout& layout, const Findings& findings) {
+    return JsonDocument("pitool layout", [&](JsonWriter& json) {
+        const auto addSize = [&](const char* name, std::uint64_t size) {
+            json.Object(name, [&] {
+                json.Member("value", size);
+                json.Member("text", OrNull(ScaledSize(size, layout.m_Unit)));
+            });
+        };
+        json.Member("file", file);
+        json.Member("kind", layout.m_Kind);
+        addSize("size", layout.m_Size);
+        json.Object("units", [&] {
+            json.Member("value", std::int32_t{layout.m_Unit});
+            json.Member("name", OrNull(UnitName(layout.m_Unit)));
+        });
+        if (layout.m_Spans) {
+            json.Member("span_count", layout.m_Spans->m_Count);
+            json.Member("span_size", layout.m_Spans->m_Size);
+        }
+        json.Objects("containers", layout.m_Containers, [&](const PI::CContainer& container) {
+            json.Objects("drives", container.m_Drives, [&](const PI::CDrive& drive) {
+                json.Member("object_id", drive.m_ObjectID);
+                addSize("start", drive.m_StartAddress);
+                addSize("size", drive.m_UsedSize);
+                json.Member("configurable", drive.m_IsConfigurable);
+                json.Member("logical_drive", drive.m_LogicalDrive);
+                json.Member("logical_owner", drive.m_LogicalOwner);
+            });
+        });
+        for (const Layout::List& list : layout.m_Lists) {
+            std::string name = list.m_Title;
+            std::replace(name.begin(), name.end(), ' ', '_');
+            json.Values(name, list.m_IDs);
+        }
+        json.Objects("warnings", findings, [&](const PI::CLayoutFinding& finding) {
+            json.Member("line", finding.GetLine());
+            json.Member("column", finding.GetColumn());
+            json.Member("text", FindingText(finding));
+            json.Member("element", finding.GetElement());
+            json.Member("attribute", OrNull(finding.GetAttribute()));
+            json.Member("assumed", OrNull(finding.GetAssumed()));
+        });
+        json.Member("warnings_left_out", LeftOut(findings));
+    });
 }
 
 std::string PlaceText(const std::string& file, const PI::CLayoutFinding& finding) {
     return file + ":" + std::to_string(finding.GetLine()) + ":" + std::to_string(finding.GetColumn());
-}
-
-void ReportFindings(const std::string& file, const Findings& findings) {
-    for (const PI::CLayoutFinding& finding : findings) {
-        ReportFileWarning(PlaceText(file, finding), FindingText(finding));
-    }
-    if (LeftOut(findings) != 0) {
-        ReportFileWarning(file, std::to_string(LeftOut(findings)) + " further warnings");
-    }
-}
-
-template <class Record>
-ExitStatus Print(const Options& options, const Record& record, const Findings& findings) {
-    ReportFindings(options.m_File, findings);
-    return WriteOutput(options.m_Json ? LayoutJson(options.m_File, record, findings) : LayoutText(record))
-               ? EXIT_DONE
-               : EXIT_BAD_INPUT;
 }
 
 ExitStatus Run(const Options& options) {
@@ -300,13 +250,19 @@ ExitStatus Run(const Options& options) {
     PI::CArray array;
     PI::CLogicalDrive logicalDrive;
     Findings findings;
-    switch (PI::ReadLayout(text.data(), text.size(), array, logicalDrive, findings)) {
-        case PI::LayoutKind::ARRAY: return Print(options, array, findings);
-        case PI::LayoutKind::LOGICAL_DRIVE: return Print(options, logicalDrive, findings);
-        case PI::LayoutKind::NONE: break;
+    const PI::_LAYOUT_KIND kind = PI::ReadLayout(text.data(), text.size(), array, logicalDrive, findings);
+    if (kind == PI::LayoutKind::NONE) {
+        ReportFileError(PlaceText(options.m_File, findings.back()), findings.back().GetText());
+        return EXIT_BAD_INPUT;
     }
-    ReportFileError(PlaceText(options.m_File, findings.back()), findings.back().GetText());
-    return EXIT_BAD_INPUT;
+    for (const PI::CLayoutFinding& finding : findings) {
+        ReportFileWarning(PlaceText(options.m_File, finding), FindingText(finding));
+    }
+    if (LeftOut(findings) != 0) {
+        ReportFileWarning(options.m_File, std::to_string(LeftOut(findings)) + " further warnings");
+    }
+    const Layout layout = kind == PI::LayoutKind::ARRAY ? LayoutOf(array) : LayoutOf(logicalDrive);
+    return Print(options.m_Json ? LayoutJson(options.m_File, layout, findings) : LayoutText(layout));
 }
 
 }  // namespace

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "commands.h"
-#include "print/output.h"
-#include "print/text.h"
 
 #include <CLI/CLI.hpp>
 
@@ -29,14 +27,11 @@ constexpr const char* FOOTER =
     "\n"
     "\"pitool COMMAND --help\" tells the options of a command.";
 
-/// What is wrong, as users know it: the parser does not name a word that should be a command.
+/// What is wrong: the parser asks for a command, and does not name the word that should be one.
 std::string ReasonText(const CLI::App& app, const CLI::ParseError& error) {
     const std::vector<std::string> words = app.remaining();
-    if (!app.get_subcommands().empty()) {
+    if (!app.get_subcommands().empty() || words.empty()) {
         return error.what();
-    }
-    if (words.empty()) {
-        return error.get_name() == "RequiredError" ? "a command is needed" : error.what();
     }
     return pitool::Quoted(words.front()) +
            (words.front().rfind('-', 0) == 0 ? " is no option" : " is no command");
@@ -77,7 +72,7 @@ int Run(int argc, char** argv) {
     } catch (const CLI::Success& help) {
         std::ostringstream text;
         app.exit(help, text);
-        return pitool::WriteOutput(text.str()) ? pitool::EXIT_DONE : pitool::EXIT_BAD_INPUT;
+        return pitool::Print(text.str());
     } catch (const CLI::ParseError& error) {
         return Refuse(app, error, {argv, argv + argc});
     }

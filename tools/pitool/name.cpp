@@ -2,21 +2,16 @@
 
 #include "commands.h"
 
-#include "print/json.h"
-#include "print/output.h"
-#include "print/table.h"
-#include "print/text.h"
-
 #include <CLI/CLI.hpp>
 
 #include <pi/vocabulary_lists.h>
 
 #include <algorithm>
-#include <charconv>
+#include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 namespace pitool {
@@ -70,70 +65,69 @@ std::string ConstantText(const Vocabulary& vocabulary, const PI::CVocabularyEntr
     return *entry.Constant() == '\0' ? "" : std::string(vocabulary.m_Scope) + entry.Constant();
 }
 
-bool IsHexadecimal(std::string_view text) {
-    return text.substr(0, 2) == "0x" || text.substr(0, 2) == "0X";
+/// The number that a text is, decimal, or hexadecimal after "0x"; one that is too large becomes the largest.
+std::optional<long long> NumberOf(const std::string& text) {
+    constexpr int DECIMAL = 10;
+    constexpr int HEXADECIMAL = 16;
+    const bool isHex = UpperCase(text.substr(0, 2)) == "0X";
+    char* end = nullptr;
+    const long long number = std::strtoll(text.c_str(), &end, isHex ? HEXADECIMAL : DECIMAL);
+    return end != text.c_str() && *end == '\0' ? std::optional(number) : std::nullopt;
 }
 
-/// Whether a text is written as a number, be it one that fits or not: decimal, or hexadecimal after "0x".
-bool IsNumber(std::string_view text) {
-    const bool isHex = IsHexadecimal(text);
-    text.remove_prefix(isHex ? 2 : text.front() == '+' || text.front() == '-' ? 1 : 0);
-    return !text.empty() &&
-           text.find_first_not_of(isHex ? "0123456789abcdefABCDEF" : "0123456789") == std::string_view::npos;
-}
-
-void FindNumber(const std::string& query, std::vector<Finding>& findings) {
-    const bool isHex = IsHexadecimal(query);
-    const char* begin = query.data() + (isHex ? 2 : query.front() == '+' ? 1 : 0);
-    int number = 0;
-    if (std::from_chars(begin, query.data() + query.size(), number, isHex ? 16 : 10).ec != std::errc()) {
+void FindNumber(const std::string& query, long long number, std::vector<Finding>& findings) {
+    if (number != static_cast<int>(number)) {
         return;
     }
     for (const Vocabulary& vocabulary : VOCABULARIES) {
-        if (const auto entry = vocabulary.m_Rows().Find(number)) {
+        if (const auto entry = vocabulary.m_Rows().Find(static_cast<int>(number))) {
             findings.push_back({&query, &vocabulary, *entry, "number"});
         }
     }
 }
 
-/// Names that are the word, or those that hold it, also as C++ code spells them.
-void FindWord(const std::string& query, bool isWhole, std::vector<Finding>& findings) {
+/// Names and constants that are the word, then those that hold it.
+void FindWord(const std::string& query, std::vector<Finding>& findings) {
     const std::string word = UpperCase(query);
+    std::vector<Finding> parts;
     for (const Vocabulary& vocabulary : VOCABULARIES) {
         for (const PI::CVocabularyEntry entry : vocabulary.m_Rows()) {
             const std::string name = UpperCase(entry.Name());
             const std::string constant = UpperCase(entry.Constant());
-            const bool isFound =
-                name.find(word) != std::string::npos || constant.find(word) != std::string::npos;
-            if (isFound && isWhole == (name == word || constant == word)) {
-                findings.push_back({&query, &vocabulary, entry, isWhole ? "exact" : "part"});
+            if (name == word || constant == word) {
+                findings.push_back({&query, &vocabulary, entry, "exact"});
+            } else if (name.find(word) != std::string::npos || constant.find(word) != std::string::npos) {
+                parts.push_back({&query, &vocabulary, entry, "part"});
             }
         }
     }
+    findings.insert(findings.end(), parts.begin(), parts.end());
 }
 
 /// @return null, or why nothing was found
 const char* Find(const std::string& query, std::vector<Finding>& findings) {
-    const std::size_t before = findings.size();
     if (query.empty()) {
         return "an empty word is in every name";
     }
-    const bool isNumber = IsNumber(query);
-    if (isNumber) {
-        FindNumber(query, findings);
-    } else {
-        FindWord(query, true, findings);
-        FindWord(query, false, findings);
-    }
+    const std::size_t before = findings.size();
+    const std::optional<long long> number = NumberOf(query);
+    number ? FindNumber(query, *number, findings) : FindWord(query, findings);
     return findings.size() > before ? nullptr
-           : isNumber               ? "no vocabulary holds this number"
+           : number                 ? "no vocabulary holds this number"
                                     : "no name holds this word";
 }
 
+/// Number and name, the columns that every output has.
 void AddNumberAndName(const PI::CVocabularyEntry& entry, Table& table) {
     const bool hasName = *entry.Name() != '\0';
     table.Add(std::to_string(entry.Number()));
     table.Add(hasName ? entry.Name() : "(no name)", hasName ? Style::PLAIN : Style::FAINT);
+}
+
+void AddEntry(const Vocabulary& vocabulary, const PI::CVocabularyEntry& entry, JsonWriter& json) {
+    json.Member("number", entry.Number());
+    json.Member("name", entry.Name());
+    json.Member("constant", OrNull(ConstantText(vocabulary, entry)));
 }
 
 std::string FindingsText(const std::vector<Finding>& findings) {
@@ -147,38 +141,19 @@ std::string FindingsText(const std::vector<Finding>& findings) {
     return table.Text(OutputScreen());
 }
 
-void AddEntry(const Vocabulary& vocabulary, const PI::CVocabularyEntry& entry, JsonWriter& json) {
-    json.Name("number").Number(std::int64_t{entry.Number()});
-    json.Name("name").Text(entry.Name());
-    json.Name("constant").TextOrNull(ConstantText(vocabulary, entry));
-}
-
 std::string FindingsJson(const std::vector<Finding>& findings, const std::vector<Refusal>& refusals) {
-    std::string text;
-    JsonWriter json(text);
-    json.BeginObject();
-    json.Name("format").Text("pitool name");
-    json.Name("version").Number(std::int64_t{1});
-    json.Name("names").BeginList();
-    for (const Finding& finding : findings) {
-        json.BeginObject();
-        json.Name("query").Text(*finding.m_Query);
-        AddEntry(*finding.m_Vocabulary, finding.m_Entry, json);
-        json.Name("vocabulary").Text(finding.m_Vocabulary->m_Title);
-        json.Name("match").Text(finding.m_Match);
-        json.EndObject();
-    }
-    json.EndList();
-    json.Name("errors").BeginList();
-    for (const Refusal& refusal : refusals) {
-        json.BeginObject();
-        json.Name("query").Text(refusal.m_Query);
-        json.Name("reason").Text(refusal.m_Reason);
-        json.EndObject();
-    }
-    json.EndList();
-    json.EndObject();
-    return text + "\n";
+    return JsonDocument("pitool name", [&](JsonWriter& json) {
+        json.Objects("names", findings, [&](const Finding& finding) {
+            json.Member("query", *finding.m_Query);
+            AddEntry(*finding.m_Vocabulary, finding.m_Entry, json);
+            json.Member("vocabulary", finding.m_Vocabulary->m_Title);
+            json.Member("match", finding.m_Match);
+        });
+        json.Objects("errors", refusals, [&](const Refusal& refusal) {
+            json.Member("query", refusal.m_Query);
+            json.Member("reason", refusal.m_Reason);
+        });
+    });
 }
 
 std::string VocabularyText(const Vocabulary& vocabulary) {
@@ -191,55 +166,33 @@ std::string VocabularyText(const Vocabulary& vocabulary) {
 }
 
 std::string VocabularyJson(const Vocabulary& vocabulary) {
-    std::string text;
-    JsonWriter json(text);
-    json.BeginObject();
-    json.Name("format").Text("pitool name --list");
-    json.Name("version").Number(std::int64_t{1});
-    json.Name("vocabulary").Text(vocabulary.m_Title);
-    json.Name("names").BeginList();
-    for (const PI::CVocabularyEntry entry : vocabulary.m_Rows()) {
-        json.BeginObject();
-        AddEntry(vocabulary, entry, json);
-        json.EndObject();
-    }
-    json.EndList();
-    json.EndObject();
-    return text + "\n";
+    return JsonDocument("pitool name --list", [&](JsonWriter& json) {
+        json.Member("vocabulary", vocabulary.m_Title);
+        json.Objects("names", vocabulary.m_Rows(),
+                     [&](const PI::CVocabularyEntry& entry) { AddEntry(vocabulary, entry, json); });
+    });
 }
 
-/// The vocabularies whose titles begin with a text, in any case; '-' and '_' stand for blanks.
-std::vector<const Vocabulary*> FindVocabularies(std::string_view text) {
-    std::string wanted = UpperCase(text);
-    for (char& c : wanted) {
-        c = c == '-' || c == '_' ? ' ' : c;
-    }
+/// Lists the vocabulary whose title begins with a text, in any case; '-' and '_' stand for blanks.
+ExitStatus ListVocabulary(const Options& options) {
+    std::string wanted = UpperCase(options.m_List);
+    std::replace_if(
+        wanted.begin(), wanted.end(), [](char c) { return c == '-' || c == '_'; }, ' ');
     std::vector<const Vocabulary*> found;
+    std::string all;
+    std::string meant;
     for (const Vocabulary& vocabulary : VOCABULARIES) {
+        all += (all.empty() ? "" : ", ") + std::string(vocabulary.m_Title);
         if (UpperCase(vocabulary.m_Title).rfind(wanted, 0) == 0) {
             found.push_back(&vocabulary);
+            meant += (meant.empty() ? "" : ", ") + std::string(vocabulary.m_Title);
         }
     }
-    return found;
-}
-
-ExitStatus Print(const std::string& text) {
-    return WriteOutput(text) ? EXIT_DONE : EXIT_BAD_INPUT;
-}
-
-ExitStatus ListVocabulary(const Options& options) {
-    const std::vector<const Vocabulary*> found = FindVocabularies(options.m_List);
     if (found.size() == 1) {
         return Print(options.m_Json ? VocabularyJson(*found.front()) : VocabularyText(*found.front()));
     }
-    std::string titles;
-    for (const Vocabulary& vocabulary : VOCABULARIES) {
-        const bool isMeant =
-            found.empty() || std::find(found.begin(), found.end(), &vocabulary) != found.end();
-        titles += isMeant ? (titles.empty() ? "" : ", ") + std::string(vocabulary.m_Title) : "";
-    }
-    ReportError("--list: " + Quoted(options.m_List) + (found.empty() ? " is none of: " : " may be any of: ") +
-                titles);
+    ReportError("--list: " + Quoted(options.m_List) +
+                (found.empty() ? " is none of: " + all : " may be any of: " + meant));
     return EXIT_BAD_USAGE;
 }
 

@@ -2,11 +2,6 @@
 
 #include "commands.h"
 
-#include "print/json.h"
-#include "print/output.h"
-#include "print/table.h"
-#include "print/text.h"
-
 #include <CLI/CLI.hpp>
 
 #include <pi/plugin_helper.h>
@@ -14,18 +9,18 @@
 #include <pi/vocabulary.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
+#include <iterator>
 #include <memory>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace pitool {
 namespace {
-
-constexpr const char* NOT_IN_DATA = "not in the data";
 
 struct Options {
     std::vector<std::string> m_Codes;  ///< key, additional sense code, its qualifier; empty: data are given
@@ -46,104 +41,65 @@ std::string HexText(std::uint8_t byte) {
     return text;
 }
 
-bool ReadHexDigits(std::string_view text, std::uint8_t& byte) {
-    const char* end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, byte, 16);
-    return error == std::errc() && rest == end && text.size() <= 2;
-}
-
-/// One or two digits; "0x" may lead, "h" may follow.
-bool ReadHexByte(std::string_view text, std::uint8_t& byte) {
-    if (text.substr(0, 2) == "0x" || text.substr(0, 2) == "0X") {
-        text.remove_prefix(2);
-    }
-    if (!text.empty() && (text.back() == 'h' || text.back() == 'H')) {
-        text.remove_suffix(1);
-    }
-    return ReadHexDigits(text, byte);
-}
-
-/// A byte, or several written without separators.
+/// Reads a byte of one or two digits, before which "0x" may stand and after which "h", or several of two.
 bool ReadWord(std::string_view word, std::vector<std::uint8_t>& bytes) {
-    std::uint8_t byte = 0;
-    if (ReadHexByte(word, byte)) {
-        bytes.push_back(byte);
-        return true;
-    }
-    for (; word.size() >= 2 && ReadHexDigits(word.substr(0, 2), byte); word.remove_prefix(2)) {
-        bytes.push_back(byte);
-    }
-    return word.empty();
-}
-
-/// Bytes separated by blanks or commas or not at all.
-/// @param reason out: why the text is refused, when the result is false
-bool ReadBytes(std::string_view text, std::vector<std::uint8_t>& bytes, std::string& reason) {
-    constexpr std::string_view SEPARATORS = " ,\t\r\n";
-    for (;;) {
-        text.remove_prefix(std::min(text.find_first_not_of(SEPARATORS), text.size()));
-        if (text.empty()) {
-            return true;
-        }
-        const std::string_view word = text.substr(0, text.find_first_of(SEPARATORS));
-        if (!ReadWord(word, bytes)) {
-            reason = Quoted(word) + " is no hexadecimal byte";
-            return false;
-        }
-        text.remove_prefix(word.size());
-    }
-}
-
-/// @param sense  out: holds a key when the result is true
-/// @param reason out: why the data are refused, when it is false
-bool ReadSenseData(std::string_view text, PI::CSense& sense, std::string& reason) {
-    std::vector<std::uint8_t> bytes;
-    if (!ReadBytes(text, bytes, reason)) {
+    const bool isPrefixed = word.substr(0, 2) == "0x" || word.substr(0, 2) == "0X";
+    word.remove_prefix(isPrefixed ? 2 : 0);
+    const bool isSuffixed = !word.empty() && (word.back() == 'h' || word.back() == 'H');
+    word.remove_suffix(isSuffixed ? 1 : 0);
+    const bool areSeveral = word.size() > 2;
+    if (word.empty() || word.find_first_not_of("0123456789abcdefABCDEF") != std::string_view::npos ||
+        (areSeveral && (isPrefixed || isSuffixed || word.size() % 2 != 0))) {
         return false;
     }
-    sense = PI::DecodeSense(bytes.data(), bytes.size());
-    if (sense.GetKey()) {
-        return true;
+    for (; !word.empty(); word.remove_prefix(std::min(word.size(), std::size_t{2}))) {
+        bytes.push_back(static_cast<std::uint8_t>(std::stoul(std::string(word.substr(0, 2)), nullptr, 16)));
     }
-    if (!sense.GetResponseCode()) {
-        reason = "empty";
-    } else if (sense.GetFormat() == PI::SenseFormat::VENDOR) {
-        reason = "response code 7Fh: the vendor's own format";
-    } else if (sense.GetFormat() == PI::SenseFormat::NONE) {
-        reason = "response code " + HexText(*sense.GetResponseCode()) +
-                 ": neither fixed (70h, 71h) nor descriptor (72h, 73h) format";
-    } else {
-        reason = "too short: " + std::to_string(bytes.size()) + (bytes.size() == 1 ? " byte" : " bytes") +
-                 ", without a sense key";
-    }
-    return false;
-}
-
-bool ReadCode(const char* name, const std::string& text, std::uint8_t largest, std::uint8_t& code) {
-    if (ReadHexByte(text, code) && code <= largest) {
-        return true;
-    }
-    ReportError(std::string(name) + ": " + Quoted(text) + " is no hexadecimal number from 0 to " +
-                HexText(largest));
-    return false;
-}
-
-bool ReadCodes(const std::vector<std::string>& texts, PI::CSense& sense) {
-    std::uint8_t bytes[] = {0x72, 0, 0, 0};  // as the shortest sense data that hold them
-    if (!ReadCode("KEY", texts[0], 0x0F, bytes[1]) || !ReadCode("ASC", texts[1], 0xFF, bytes[2]) ||
-        !ReadCode("ASCQ", texts[2], 0xFF, bytes[3])) {
-        return false;
-    }
-    sense = PI::DecodeSense(bytes, sizeof bytes);
     return true;
 }
 
-/// The library puts the qualifier of a patterned text in as a character; here it is written as digits.
-void WriteQualifierAsDigits(std::uint8_t qualifier, std::string& text) {
-    const std::size_t place = text.find(std::string("0x") + static_cast<char>(qualifier));
-    if (place != std::string::npos) {
-        text.replace(place + 2, 1, HexText(qualifier).substr(0, 2));
+/// @param sense holds a key when the result is true
+/// @return why the data are refused; empty when they are not
+std::string ReadSenseData(std::string text, PI::CSense& sense) {
+    std::vector<std::uint8_t> bytes;
+    std::replace(text.begin(), text.end(), ',', ' ');
+    std::istringstream words(text);
+    for (std::string word; words >> word;) {
+        if (!ReadWord(word, bytes)) {
+            return Quoted(word) + " is no hexadecimal byte";
+        }
     }
+    sense = PI::DecodeSense(bytes.data(), bytes.size());
+    if (sense.GetKey()) {
+        return "";
+    }
+    if (bytes.empty()) {
+        return "empty";
+    }
+    switch (sense.GetFormat()) {
+        case PI::SenseFormat::VENDOR: return "response code 7Fh: the vendor's own format";
+        case PI::SenseFormat::NONE:
+            return "response code " + HexText(*sense.GetResponseCode()) +
+                   ": neither fixed (70h, 71h) nor descriptor (72h, 73h) format";
+        default:
+            return "too short: " + std::to_string(bytes.size()) + (bytes.size() == 1 ? " byte" : " bytes") +
+                   ", without a sense key";
+    }
+}
+
+/// @return why the codes are refused; empty when they are not
+std::string ReadCodes(const std::vector<std::string>& texts, PI::CSense& sense) {
+    constexpr std::pair<const char*, std::uint8_t> CODES[] = {{"KEY", 0x0F}, {"ASC", 0xFF}, {"ASCQ", 0xFF}};
+    std::vector<std::uint8_t> bytes = {0x72};  // as the shortest sense data that hold them
+    for (std::size_t i = 0; i < std::size(CODES); ++i) {
+        const auto [name, largest] = CODES[i];
+        if (!ReadWord(texts[i], bytes) || bytes.size() != i + 2 || bytes.back() > largest) {
+            return std::string(name) + ": " + Quoted(texts[i]) + " is no hexadecimal number from 0 to " +
+                   HexText(largest);
+        }
+    }
+    sense = PI::DecodeSense(bytes.data(), bytes.size());
+    return "";
 }
 
 Meaning Explain(const PI::CSense& sense) {
@@ -151,10 +107,13 @@ Meaning Explain(const PI::CSense& sense) {
     PI::_SEVERITY severity = PI::Severity::DEBUG;
     PI::CPluginHelper::TranslateSenseKey(*sense.GetKey(), meaning.m_KeyText, severity);
     meaning.m_Severity = PI::SeverityToString(severity);
+    std::string& text = meaning.m_AdditionalText;
     if (sense.GetCode() && sense.GetQualifier() &&
-        PI::CPluginHelper::TranslateSenseASC(*sense.GetCode(), *sense.GetQualifier(),
-                                             meaning.m_AdditionalText) != PI::ErrorCode::SUCCESS) {
-        WriteQualifierAsDigits(*sense.GetQualifier(), meaning.m_AdditionalText);
+        PI::CPluginHelper::TranslateSenseASC(*sense.GetCode(), *sense.GetQualifier(), text) !=
+            PI::ErrorCode::SUCCESS &&
+        !text.empty()) {
+        // The library puts the qualifier in as a character.
+        text.replace(text.find("0x") + 2, 1, HexText(*sense.GetQualifier()).substr(0, 2));
     }
     return meaning;
 }
@@ -165,14 +124,13 @@ const char* FormatText(PI::_SENSE_FORMAT format) {
 
 std::string AdditionalText(const PI::CSense& sense, const Meaning& meaning) {
     if (!sense.GetCode()) {
-        return NOT_IN_DATA;
+        return "not in the data";
     }
-    const std::string code = HexText(*sense.GetCode());
-    if (!sense.GetQualifier()) {
-        return code + ", the qualifier is " + NOT_IN_DATA;
-    }
-    return code + " " + HexText(*sense.GetQualifier()) + ", " +
-           (meaning.m_AdditionalText.empty() ? "unknown" : meaning.m_AdditionalText);
+    return HexText(*sense.GetCode()) +
+           (!sense.GetQualifier()
+                ? ", the qualifier is not in the data"
+                : " " + HexText(*sense.GetQualifier()) + ", " +
+                      (meaning.m_AdditionalText.empty() ? "unknown" : meaning.m_AdditionalText));
 }
 
 std::string ProgressText(std::uint16_t progress) {
@@ -223,36 +181,26 @@ std::string SenseText(const PI::CSense& sense, bool isData) {
 
 std::string SenseJson(const PI::CSense& sense, bool isData) {
     const Meaning meaning = Explain(sense);
-    std::string text;
-    JsonWriter json(text);
-    const auto number = [&json](const char* name, const auto& value, bool isKnown = true) {
-        json.Name(name);
-        value&& isKnown ? json.Number(std::uint64_t{*value}) : json.Null();
+    const auto known = [](const auto& value, bool isKnown) {
+        return isKnown ? std::optional(value) : std::nullopt;
     };
-    const auto flag = [&json](const char* name, bool value, bool isKnown) {
-        json.Name(name);
-        isKnown ? json.Bool(value) : json.Null();
-    };
-    json.BeginObject();
-    json.Name("format").Text("pitool sense");
-    json.Name("version").Number(std::int64_t{1});
-    number("response_code", sense.GetResponseCode(), isData);
-    json.Name("layout").TextOrNull(isData ? FormatText(sense.GetFormat()) : "");
-    flag("deferred", sense.IsDeferred(), isData);
-    number("key", sense.GetKey());
-    json.Name("key_text").Text(meaning.m_KeyText);
-    number("asc", sense.GetCode());
-    number("ascq", sense.GetQualifier());
-    json.Name("additional_text").TextOrNull(meaning.m_AdditionalText);
-    number("information", sense.GetInformation());
-    number("field_pointer", sense.GetFieldPointer());
-    number("field_bit", sense.GetFieldBit());
-    flag("field_in_command", sense.IsFieldInCommand(), sense.GetFieldPointer().has_value());
-    number("progress", sense.GetProgress());
-    number("field_replaceable_unit", sense.GetFieldReplaceableUnit());
-    json.Name("severity").Text(meaning.m_Severity);
-    json.EndObject();
-    return text + "\n";
+    return JsonDocument("pitool sense", [&](JsonWriter& json) {
+        json.Member("response_code", isData ? sense.GetResponseCode() : std::nullopt);
+        json.Member("layout", known(FormatText(sense.GetFormat()), isData));
+        json.Member("deferred", known(sense.IsDeferred(), isData));
+        json.Member("key", sense.GetKey());
+        json.Member("key_text", meaning.m_KeyText);
+        json.Member("asc", sense.GetCode());
+        json.Member("ascq", sense.GetQualifier());
+        json.Member("additional_text", OrNull(meaning.m_AdditionalText));
+        json.Member("information", sense.GetInformation());
+        json.Member("field_pointer", sense.GetFieldPointer());
+        json.Member("field_bit", sense.GetFieldBit());
+        json.Member("field_in_command", known(sense.IsFieldInCommand(), sense.GetFieldPointer().has_value()));
+        json.Member("progress", sense.GetProgress());
+        json.Member("field_replaceable_unit", sense.GetFieldReplaceableUnit());
+        json.Member("severity", meaning.m_Severity);
+    });
 }
 
 ExitStatus Run(const Options& options) {
@@ -262,16 +210,13 @@ ExitStatus Run(const Options& options) {
         return EXIT_BAD_USAGE;
     }
     PI::CSense sense;
-    std::string reason;
-    if (!isData && !ReadCodes(options.m_Codes, sense)) {
-        return EXIT_BAD_USAGE;
+    const std::string reason =
+        isData ? ReadSenseData(*options.m_Data, sense) : ReadCodes(options.m_Codes, sense);
+    if (!reason.empty()) {
+        ReportError((isData ? "sense data: " : "") + reason);
+        return isData ? EXIT_BAD_INPUT : EXIT_BAD_USAGE;
     }
-    if (isData && !ReadSenseData(*options.m_Data, sense, reason)) {
-        ReportError("sense data: " + reason);
-        return EXIT_BAD_INPUT;
-    }
-    return WriteOutput(options.m_Json ? SenseJson(sense, isData) : SenseText(sense, isData)) ? EXIT_DONE
-                                                                                             : EXIT_BAD_INPUT;
+    return Print(options.m_Json ? SenseJson(sense, isData) : SenseText(sense, isData));
 }
 
 }  // namespace

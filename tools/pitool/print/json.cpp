@@ -4,40 +4,47 @@
 
 #include "print/text.h"
 
-#include <charconv>
-#include <cmath>
+#include <algorithm>
+#include <cstdio>
 
 namespace pitool {
 namespace {
 
 constexpr int LEVELS_WITH_LINES = 2;
 
-template <class Value>
-void AddNumber(Value value, std::string& text) {
-    char digits[32];
-    text.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+bool IsPlain(char byte) {
+    return byte >= ' ' && byte < '\x7F' && byte != '"' && byte != '\\';
 }
 
 void AddEscape(std::uint32_t unit, std::string& text) {
-    constexpr const char* DIGITS = "0123456789abcdef";
-    text += "\\u";
-    for (int shift = 12; shift >= 0; shift -= 4) {
-        text += DIGITS[unit >> shift & 0xF];
-    }
+    char escape[8];
+    std::snprintf(escape, sizeof escape, "\\u%04x", unit);
+    text += escape;
 }
 
-void AddCharacter(std::uint32_t codePoint, std::string& text) {
+/// Adds the first character of a text, one that is not plain.
+/// @return its length in bytes
+std::size_t AddEscaped(std::string_view value, std::string& text) {
+    switch (value.front()) {
+        case '"': text += "\\\""; return 1;
+        case '\\': text += "\\\\"; return 1;
+        case '\n': text += "\\n"; return 1;
+        case '\t': text += "\\t"; return 1;
+        default: break;
+    }
+    constexpr std::uint32_t REPLACEMENT = 0xFFFD;
     constexpr std::uint32_t FIRST_PAIR = 0x10000;
-    if (codePoint < FIRST_PAIR) {
-        AddEscape(codePoint, text);
-    } else {
-        AddEscape(0xD800 + ((codePoint - FIRST_PAIR) >> 10U), text);
-        AddEscape(0xDC00 + ((codePoint - FIRST_PAIR) & 0x3FFU), text);
+    std::uint32_t codePoint = 0;
+    const std::size_t length = DecodeCharacter(value, codePoint);
+    if (length == 0 || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) {
+        codePoint = REPLACEMENT;
     }
-}
-
-bool IsPlain(char byte) {
-    return byte >= ' ' && byte < '\x7F' && byte != '"' && byte != '\\';
+    if (codePoint >= FIRST_PAIR) {
+        AddEscape(0xD800 + ((codePoint - FIRST_PAIR) >> 10U), text);
+        codePoint = 0xDC00 + ((codePoint - FIRST_PAIR) & 0x3FFU);
+    }
+    AddEscape(codePoint, text);
+    return std::max(length, std::size_t{1});
 }
 
 }  // namespace
@@ -45,31 +52,10 @@ bool IsPlain(char byte) {
 void AddJsonText(std::string_view value, std::string& text) {
     text += '"';
     while (!value.empty()) {
-        std::size_t length = 0;
-        while (length < value.size() && IsPlain(value[length])) {
-            ++length;
-        }
-        text.append(value, 0, length);
-        value.remove_prefix(length);
-        if (value.empty()) {
-            break;
-        }
-        length = 1;
-        switch (value.front()) {
-            case '"': text += "\\\""; break;
-            case '\\': text += "\\\\"; break;
-            case '\n': text += "\\n"; break;
-            case '\t': text += "\\t"; break;
-            default: {
-                std::uint32_t codePoint = 0;
-                length = DecodeCharacter(value, codePoint);
-                constexpr std::uint32_t REPLACEMENT = 0xFFFD;
-                const bool isSurrogate = codePoint >= 0xD800 && codePoint <= 0xDFFF;
-                AddCharacter(length == 0 || isSurrogate ? REPLACEMENT : codePoint, text);
-                length = length == 0 ? 1 : length;
-            }
-        }
-        value.remove_prefix(length);
+        const auto* const plainEnd = std::find_if_not(value.begin(), value.end(), IsPlain);
+        text.append(value.begin(), plainEnd);
+        value.remove_prefix(static_cast<std::size_t>(plainEnd - value.begin()));
+        value.remove_prefix(value.empty() ? 0 : AddEscaped(value, text));
     }
     text += '"';
 }
@@ -113,44 +99,6 @@ JsonWriter& JsonWriter::Name(std::string_view name) {
     m_Text += m_Depth <= LEVELS_WITH_LINES ? ": " : ":";
     m_HasName = true;
     return *this;
-}
-
-void JsonWriter::Text(std::string_view value) {
-    Separate();
-    AddJsonText(value, m_Text);
-}
-
-void JsonWriter::TextOrNull(std::string_view value) {
-    value.empty() ? Null() : Text(value);
-}
-
-void JsonWriter::Number(std::int64_t value) {
-    Separate();
-    AddNumber(value, m_Text);
-}
-
-void JsonWriter::Number(std::uint64_t value) {
-    Separate();
-    AddNumber(value, m_Text);
-}
-
-void JsonWriter::Fraction(double value) {
-    if (!std::isfinite(value)) {
-        Null();
-        return;
-    }
-    Separate();
-    AddNumber(value, m_Text);
-}
-
-void JsonWriter::Bool(bool value) {
-    Separate();
-    m_Text += value ? "true" : "false";
-}
-
-void JsonWriter::Null() {
-    Separate();
-    m_Text += "null";
 }
 
 void JsonWriter::Raw(std::string_view json) {
