@@ -9,6 +9,7 @@ import sys
 import unittest
 
 PROJECT = pathlib.Path(sys.argv[1])
+FOLDERS = {path.name for path in PROJECT.iterdir() if path.is_dir()} - {"build"} | {"pi", "velk", "velkx"}
 
 
 def read(path):
@@ -90,6 +91,23 @@ class Tables(unittest.TestCase):
                 else:
                     self.assertEqual(row["reckoning"], "")
                     self.assertIn(row["basis"], ("given", "sourced", "assumed"))
+
+
+class Names(unittest.TestCase):
+    def test_what_documents_name_exists(self):
+        sources = (path for pattern in ("include", "base", "exchange", "examples", "src", "share", "tests", "cmake")
+                   for path in (PROJECT / pattern).rglob("*.*") if path.suffix in (".h", ".def", ".cpp", ".cmake", ".in"))
+        words = {word for path in sources for word in re.findall(r"\w+", path.read_text(encoding="utf-8"))}
+        headers = ("", "include", "base/velk/include", "base/velkx/include", "exchange/include")
+        for page in [*PROJECT.glob("docs/*.md"), *PROJECT.glob("[CRS]*.md")]:
+            text = re.sub(r"(?ms)^```.*?^```", "", page.read_text(encoding="utf-8"))
+            for code in re.findall(r"`([^`\n]+)`", text):
+                for name in re.findall(r"(?:\w+::)+\w+|\bm_\w+|\b[A-Z]\w*(?=\()", code):
+                    self.assertEqual(set(name.split("::")) - words, set(), f"{page.name}: `{code}`")
+                for path in re.findall(r"(?<![\w./$-])[\w.]+/[\w./*-]*\w", code):
+                    if path.split("/")[0] in FOLDERS:
+                        self.assertTrue(any(any(PROJECT.glob(f"{root}/{path}".lstrip("/"))) for root in headers),
+                                        f"{page.name}: `{code}`")
 
 
 if __name__ == "__main__":
