@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Odd values of a JSON text made into ones that a parser takes, so that they cost no document.
+// Changes invalid values of a JSON text into ones that a parser accepts, so that they do not cost the
+// document.
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What stands in a JSON document.
+//// Reads values of a JSON document.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@ std::string_view TextOf(const JsonValue& value);
 /// none.
 const JsonValue* Member(const JsonValue& object, std::string_view name, std::string_view suffix = {});
 
-/// What is reached through members with dots between their names.
+/// The value at a path of member names with dots between them.
 const JsonValue* At(const JsonValue& object, std::string_view path, std::string_view suffix = {});
 
 std::string_view TextAt(const JsonValue& object, std::string_view path, std::string_view suffix = {});
@@ -40,8 +40,8 @@ void ForEach(const JsonValue* list, Visit visit) {
 /// Adds a note for every name that an object has more than once.
 void FindDuplicates(const JsonValue& value, std::vector<std::string>& notes);
 
-/// Makes what a parser refuses into what it takes, up to where the next document may begin: a number that is
-/// none becomes a null or an empty text, an escape that is none another character. Lengths stay.
+/// Changes what a parser refuses into what it accepts, up to where the next document may begin: an invalid
+/// number becomes a null or an empty text, an invalid escape another character. Lengths stay the same.
 /// @return whether there was any
 bool MendJson(std::string& text, std::size_t start);
 

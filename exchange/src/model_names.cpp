@@ -24,7 +24,7 @@ constexpr ModelVendor MODEL_VENDORS[] = {
 #undef PI_MODEL_VENDOR
 };
 
-/// Vendors that some models name behind themselves.
+/// Vendors that some models have at their end.
 constexpr std::string_view TRAILING_VENDORS[] = {"TOSHIBA", "KIOXIA", "SAMSUNG", "WDC",
                                                  "Intel",   "Micron", "SK hynix"};
 
@@ -53,7 +53,7 @@ bool BeginsLike(std::string_view text, std::string_view prefix) {
                       [](char wanted, char is) { return wanted == '#' ? IsDigit(is) : wanted == is; });
 }
 
-/// "KXG60ZNV512G TOSHIBA", "THNSN5512GPUK NVMe TOSHIBA 512GB": a vendor behind a model that has digits.
+/// "KXG60ZNV512G TOSHIBA", "THNSN5512GPUK NVMe TOSHIBA 512GB": a vendor after a model with digits.
 bool FindTrailingVendor(std::string_view model, std::string& vendor, std::string& product) {
     const std::string_view first = model.substr(0, model.find(' '));
     if (std::none_of(first.begin(), first.end(), IsDigit)) {

@@ -6,11 +6,11 @@
 
 namespace PI {
 
-/// As the library splits it; where that names no vendor, by what the model begins with, and with vendor and
-/// product put right where they are swapped. Vendor empty when unknown.
+/// As the library splits it; if that gives no vendor, by the beginning of the model, with vendor and product
+/// exchanged if they are swapped. The vendor is empty if unknown.
 void SplitModel(const std::string& model, std::string& vendor, std::string& product);
 
-/// What kind of volume a model stands for, empty for a drive.
+/// The kind of volume with a model, empty for a drive.
 const char* FindVolumeKind(const std::string& model);
 
 }  // namespace PI

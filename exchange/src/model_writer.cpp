@@ -27,9 +27,9 @@ rapidjson::SizeType Length(const std::string& text) {
     return static_cast<rapidjson::SizeType>(text.size());
 }
 
-/// The least digits that give the number again, be they read as single precision or, as most readers of JSON
-/// do, as double precision that is then rounded. Of all numbers only 7.038531e-26 and its negative need more
-/// for that (all were tried).
+/// The fewest digits from which the same number is read, either as single precision or, as most readers of
+/// JSON do, as double precision that is then rounded. Of all numbers only 7.038531e-26 and its negative need
+/// more for that (all were tried).
 std::size_t WriteDecimal(float value, char (&text)[32]) {
     char* end = std::to_chars(text, text + sizeof(text), value).ptr;
     double read = 0;

@@ -11,7 +11,7 @@ namespace PI {
 
 namespace {
 
-/// Numbers of a text, and what stands between them.
+/// The numbers in a text, and what is between them.
 class Numbers {
 public:
     explicit Numbers(std::string_view text) {
@@ -37,7 +37,7 @@ public:
     bool IsHex() const { return m_IsHex; }
     std::size_t Count() const { return m_Count; }
     std::uint64_t operator[](std::size_t index) const { return static_cast<std::uint64_t>(m_Values[index]); }
-    /// Begins like a pattern in which # stands for a number.
+    /// Whether it begins like a pattern in which # matches a number.
     bool Begins(std::string_view pattern) const { return m_Between.compare(0, pattern.size(), pattern) == 0; }
     bool Is(std::string_view pattern) const { return m_Between == pattern; }
 

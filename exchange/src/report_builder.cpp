@@ -144,7 +144,7 @@ void ReportBuilder::Gigabytes(bool isWritten, std::string_view text) {
     constexpr std::uint32_t WRITE_ERRORS = 0x02;
     constexpr std::uint32_t READ_ERRORS = 0x03;
     constexpr std::uint64_t MOST = std::numeric_limits<std::int64_t>::max();
-    // Three digits behind the last separator, which is that of the caller's language.
+    // Three digits after the last separator, which depends on the language of smartctl's user.
     const std::size_t separator = text.find_last_of(".,");
     const std::size_t decimals = separator == std::string_view::npos ? 0 : text.size() - separator - 1;
     std::uint64_t number = 0;

@@ -120,8 +120,8 @@ std::int64_t ReadReportTime(std::string_view text);
 _SELF_TEST_OUTCOME ToOutcome(std::string_view type, std::string_view status);
 
 /// A raw value as smartctl formats it: "31 (Min/Max 22/43)", "122817 (237 33 0)", "12345h+23m+10.123s".
-/// @param name of the attribute, which tells the unit of times
-/// @return none when the value cannot be told
+/// @param name of the attribute, which gives the unit of times
+/// @return no value if the text cannot be read
 std::optional<std::uint64_t> ReadRawText(std::string_view text, std::string_view name);
 
 /// Whether the text of a raw value holds all its bits by itself: one number with 0x before it, or bytes or

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Who a drive is: what reports name, in members and in lines, and what follows from it.
+// The identity of a drive: what reports state, in members and in lines, and what follows from it.
 
 #include <pi/plugin_helper.h>
 #include <pi/vocabulary.h>
@@ -84,7 +84,7 @@ int FindTransport(const ReportIdentity& identity) {
 }
 
 void NameParts(ReportIdentity& identity) {
-    // What stands behind a translation to SCSI that names no vendor is an ATA drive by its model.
+    // A SCSI model without a vendor is that of an ATA drive behind a translation layer.
     const bool isSplit = identity.m_Vendor.empty() || identity.m_Vendor == "ATA";
     if (identity.m_Model.empty()) {
         identity.m_Model = identity.m_Vendor + (identity.m_Vendor.empty() ? "" : " ") + identity.m_Product;
@@ -160,7 +160,7 @@ void ReportIdentity::Complete() {
     m_VolumeKind = FindVolumeKind(m_Model);
     m_Transport = FindTransport(*this);
     m_Time = m_Time != 0 ? m_Time : ReadReportTime(m_LocalTime);
-    // A SCSI device's rotation rate of 0 also stands for one that is not reported, as of volumes.
+    // smartctl also prints a rotation rate of 0 for SCSI devices that report none, such as volumes.
     if (m_Protocol == SCSI && m_Medium == PropertyValue::SSD && *m_VolumeKind != '\0') {
         m_Medium = 0;
     }

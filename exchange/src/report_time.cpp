@@ -15,7 +15,7 @@ struct Zone {
     std::string_view m_Name;
     int m_Minutes;  ///< east of Greenwich
 };
-// Abbreviations of the IANA time zone data that stand for one offset only.
+// Abbreviations in the IANA time zone data with one offset only.
 constexpr Zone ZONES[] = {
     {"UTC", 0},    {"GMT", 0},    {"WET", 0},    {"WEST", 60},   {"CET", 60},    {"CEST", 120}, {"EET", 120},
     {"EEST", 180}, {"MSK", 180},  {"EST", -300}, {"EDT", -240},  {"CDT", -300},  {"MST", -420}, {"MDT", -360},

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What a text is that is said to be smartctl's.
+// Finds out what an input is that should be smartctl's.
 
 #include <algorithm>
 #include <iterator>

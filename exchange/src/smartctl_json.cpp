@@ -200,7 +200,7 @@ private:
     std::vector<std::string> m_Notes;
 };
 
-/// Whether an object is a report, by names that stand for one whatever else it holds.
+/// Whether an object is a report, by names that only reports have.
 bool IsReport(const JsonValue& object) {
     constexpr const char* NAMES[] = {"smartctl",     "device",          "json_format_version",
                                      "model_name",   "scsi_model_name", "serial_number",

@@ -36,7 +36,7 @@ std::string_view Trimmed(std::string_view text) {
     return text.substr(0, text.find_last_not_of(BLANKS) + 1);
 }
 
-/// The first word, taken off the text.
+/// Removes and returns the first word of the text.
 std::string_view TakeWord(std::string_view& text) {
     text = Trimmed(text);
     const std::string_view word = text.substr(0, text.find_first_of(" \t"));
@@ -44,7 +44,7 @@ std::string_view TakeWord(std::string_view& text) {
     return word;
 }
 
-/// What follows a label at the beginning of a line; # in the label stands for a number.
+/// What follows a label at the beginning of a line; # in the label matches a number.
 std::optional<std::string_view> After(std::string_view line, std::string_view label) {
     const std::size_t number = label.find('#');
     const std::string_view begin = label.substr(0, number);
@@ -93,7 +93,7 @@ std::optional<std::int64_t> ReadNumber(std::string_view text) {
     return read.ec == std::errc() ? std::optional(isNegative ? -number : number) : std::nullopt;
 }
 
-/// A number of at most 31 bits, taken off the text.
+/// Removes and returns a number of at most 31 bits.
 int TakeSmall(std::string_view& text, int otherwise = -1) {
     const std::int64_t number = ReadNumber(TakeWord(text)).value_or(-1);
     return number >= 0 && number <= std::numeric_limits<int>::max() ? static_cast<int>(number) : otherwise;
@@ -185,7 +185,7 @@ private:
         }
     }
 
-    /// The next line, when it is one of a table; it is taken then.
+    /// Removes and returns the next line if it belongs to a table.
     template <class IsRow>
     std::optional<std::string_view> TakeRow(IsRow isRow) {
         if (m_At + 1 < m_Lines.size() && isRow(m_Lines[m_At + 1])) {
@@ -224,7 +224,7 @@ private:
         }
         const auto status = After(line, "SMART Health Status:");
         if (status) {
-            // The text of the drive may hold such codes, too; those in brackets behind it are smartctl's.
+            // The text of the drive may contain such codes, too; those in brackets after it are smartctl's.
             const auto codeAfter = [&](std::string_view label) {
                 const std::size_t place = status->rfind(label);
                 std::string code = "0x";
@@ -410,7 +410,7 @@ void ReadSmartctlText(std::string_view text, SmartctlResults& results) {
         const std::size_t end = std::min(text.find('\n'), text.size());
         std::string_view line = text.substr(0, end);
         text.remove_prefix(std::min(end + 1, text.size()));
-        // Indented text is a report; what stands behind tabs is not.
+        // A report may be indented with blanks, but not with tabs.
         line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
         line = line.substr(0, line.find_last_not_of(" \t\r") + 1);
         ++number;

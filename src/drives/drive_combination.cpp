@@ -19,7 +19,7 @@ struct Drive {
     bool m_Attribute;
 };
 
-// In the order in which they are looked at.
+// In the order in which they are checked.
 constexpr _DRIVE_DIFFERENCE DIFFERENCES[] = {DriveDifference::TYPE, DriveDifference::MEDIA,
                                              DriveDifference::ATTRIBUTE};
 
@@ -43,8 +43,8 @@ bool IsMismatch(_DRIVE_DIFFERENCE difference, unsigned permissions, const Drive&
     const bool bothHDD = container.m_Media == PropertyValue::HDD && drive.m_Media == PropertyValue::HDD;
     const bool bothSSD = container.m_Media == PropertyValue::SSD && drive.m_Media == PropertyValue::SSD;
 
-    // What each combination of permissions looks at. It is not symmetric: with the first two set, clearing
-    // the third leaves only the media to be compared. Fixed: plug-ins in the field know it so.
+    // What each combination of permissions compares. It is not symmetric: with the first two set, clearing
+    // the third leaves only the media to be compared. Fixed: a change would accept or refuse other drives.
     bool checkTypes = false;
     bool checkMedia = false;
     switch (permissions & ~PERMIT3) {  // from the right: permit0, permit1, permit2

@@ -14,12 +14,13 @@ namespace PI {
 namespace {
 
 constexpr std::int64_t MOST = std::int64_t{1} << 48;        // of any counter; ATA's are no wider
-constexpr std::int64_t MOST_BYTES = std::int64_t{1} << 60;  // judgement: no drive takes an exbibyte
+constexpr std::int64_t MOST_BYTES = std::int64_t{1} << 60;  // judgement: no drive endures an exbibyte
 constexpr std::int64_t MOST_HOURS = 200'000;  // judgement: 22 years; the oldest drive seen has 118,974
 
 constexpr std::int64_t MOST_WEAR = 1000;  // judgement: ten times its rated life
 
-// In the order of the figures' numbers. Temperatures as smartctl and drivers take them for credible.
+// In the order of the figures' numbers. Temperatures in the range that smartctl and drivers consider
+// credible.
 constexpr FigureKind KINDS[] = {
     {"WEAR", FigureUnit::PERCENT, FigureDirection::UP, 0, MOST_WEAR},
     {"SPARE", FigureUnit::PERCENT, FigureDirection::DOWN, 0, 100},
@@ -164,7 +165,7 @@ bool AreClose(std::int64_t one, std::int64_t other, std::int64_t slack) {
     return larger - std::min(one, other) <= std::max(larger / 10, slack);  // judgement
 }
 
-/// Whether a statistic has lost its bits from 32 on, as many drives' do: the other counts on.
+/// Whether a statistic has wrapped at 32 bits, as on many drives, while the other count has not.
 bool HasWrapped(std::int64_t statistic, std::int64_t other, std::uint32_t blockSize) {
     constexpr std::int64_t WRAP = std::int64_t{1} << 32;  // blocks
     constexpr std::int64_t SLACK = 200'000;               // blocks written between the two

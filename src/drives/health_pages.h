@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Readers of the pages that drives hand out: each notes what a page holds, or says why it is none and changes
-// nothing.
+// Readers of the pages of drives: each notes what a page holds, or says why it is none and changes nothing.
 #pragma once
 
 #include <algorithm>
@@ -32,7 +31,8 @@ const char* ReadSCSILogPage(const std::uint8_t* page, std::size_t length, DriveF
 /// Notes one of the ATA device statistics, where it is one that is read.
 void NoteStatistic(std::uint32_t page, std::uint32_t offset, std::int64_t value, DriveFacts& facts) noexcept;
 
-/// Whether all bytes are the same: zeros, as drives hand out what they do not have, or FFh of a dead one.
+/// Whether all bytes are the same: zeros, which drives return for pages that they do not have, or FFh from a
+/// dead one.
 inline bool IsBlank(const std::uint8_t* page, std::size_t length) {
     return std::equal(page + 1, page + length, page);
 }

@@ -24,7 +24,7 @@ unsigned long WesternDigitalRPM(const std::string& model) {
 }
 
 unsigned long HitachiRPM(const std::string& model) {
-    // Models of less than three characters raise std::out_of_range here; plug-ins in the field know it so.
+    // Throws std::out_of_range for models of fewer than three characters, as pi/plugin_helper.h says.
     const std::string code = model.substr(3, 2);
     if (code == "10") {
         return 10000;

@@ -9,18 +9,18 @@ namespace PI {
 
 namespace {
 
-// What the figures come from and how well they do: docs/estimates.md.
+// docs/estimates.md says where the constants come from and how accurate the results are.
 
 constexpr double WORN_PERCENT = 100;
 constexpr std::uint64_t MAX_HOURS = 300000;
 constexpr std::uint32_t MAX_WEAR = 1000;
 constexpr double MAX_FORECAST = 1e9;
 constexpr double MIN_HOURS = 24;           // judgement
-constexpr double HALF_STEP = 0.5;          // a drive that tells 7 percent is worn 7.5 in the mean
+constexpr double HALF_STEP = 0.5;          // a drive that reports 7 percent is worn 7.5 percent on average
 constexpr std::uint32_t STEP = 1;          // a fall by this is rounding
-constexpr double RECENT_SHARE = 0.1;       // of its life that the recent pace of a drive is taken from
-constexpr double RECENT_MIN_GROWTH = 0.5;  // percent expected, below which the recent pace tells nothing
-constexpr double STILL_MIN_GROWTH = 1.5;   // percent expected where none came
+constexpr double RECENT_SHARE = 0.1;       // of the drive's life, over which the recent pace is measured
+constexpr double RECENT_MIN_GROWTH = 0.5;  // percent expected, below which the recent pace means nothing
+constexpr double STILL_MIN_GROWTH = 1.5;   // percent expected while the wear stays the same
 constexpr double FIRMWARE_PACE = 4;        // judgement: times what was expected
 constexpr double FIRMWARE_GROWTH = 5;      // judgement: percent
 constexpr double BYTES_PER_TB = 1e12;
@@ -29,8 +29,8 @@ constexpr std::int64_t SECONDS_PER_DAY = 86400;
 constexpr double YEAR_9999 = 253402300799.0;
 
 struct Spread {
-    double m_Estimate;  // what the pace gives is multiplied by this
-    double m_Low;       // and the estimate by these
+    double m_Estimate;  // factor from the result of the pace to the estimate
+    double m_Low;       // factors from the estimate to its bounds
     double m_High;
 };
 constexpr Spread OF_AGE = {0.92, 0.54, 4.2};
@@ -38,17 +38,17 @@ constexpr Spread OF_RECENT = {1, 0.63, 2.2};
 constexpr Spread OF_BYTES = {1, 0.6, 4};
 constexpr double STILL_LOW = 3;  // times what the age gives
 
-/// A reading that tells hours and wear.
+/// A reading with hours and wear.
 struct Point {
     double m_Hours;
     std::uint32_t m_Wear;
     const CWearReading* m_Reading;
 
-    /// Percent an hour over the whole life.
+    /// Percent per hour over the whole life.
     double Pace() const { return (m_Wear + HALF_STEP) / m_Hours; }
 };
 
-/// Whether a counter was begun anew, or counts otherwise, from one reading to the next.
+/// Whether a counter was reset, or counts differently, from one reading to the next.
 bool IsBreak(const Point& earlier, const Point& later) {
     if (later.m_Hours < earlier.m_Hours || later.m_Wear + STEP < earlier.m_Wear) {
         return true;

@@ -16,12 +16,12 @@ namespace {
 constexpr std::uint64_t MINUTE = 60000;
 constexpr std::uint64_t UNKNOWN = 0xFFFFFFFFFFFFFFFF;
 
-// Carries the sign into 64 bits, as the unsigned products below expect it.
+// Extends the sign to 64 bits, as the unsigned products below expect.
 std::uint64_t Widen(std::int32_t percent) {
     return static_cast<std::uint64_t>(static_cast<std::int64_t>(percent));
 }
 
-// What remains at the pace of the elapsed time; truncates before it adds; the results are fixed.
+// What remains at the pace of the elapsed time; truncates before it adds, which the results depend on.
 std::uint64_t RemainingAtPace(std::uint64_t elapsed, std::uint64_t percent) {
     return 100 * (elapsed / percent + 1) - elapsed;
 }
@@ -80,7 +80,7 @@ void CETR::Compute(int percent, unsigned long timeStamp) {
         return;
     }
 
-    // Progress that went back or stood still drops the samples it contradicts.
+    // Progress that went back or did not change drops the samples that it contradicts.
     const auto repeated =
         std::find_if(percents.begin(), percents.end(), [&](auto kept) { return kept >= percent; });
     const bool appended = repeated == percents.end();
@@ -115,7 +115,7 @@ void CETR::Compute(int percent, unsigned long timeStamp) {
                 const std::uint64_t recentPace = (times[count - 1] - times[count - 6]) / step + 1;
                 m_RemainingTime = (RemainingAtPace(elapsed, done) + recentPace * done) * toDo / 100;
             } else {
-                // Not reached, as the samples kept all lie below the new one; what it guards is a division.
+                // Not reached, since all samples that are kept are below the new one; guards the division.
                 Trace(TRACE_CATEGORY_DATA,
                       "The same values in m_PercentageComplete. This should not be possible!");
             }

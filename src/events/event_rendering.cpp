@@ -87,8 +87,8 @@ public:
     }
 
     /// Describes an event that has no text.
-    /// @param used the placeholders that the description takes up are appended
-    /// @return whether it takes up placeholders at all
+    /// @param used the placeholders that the description uses are appended
+    /// @return whether it uses placeholders at all
     bool DescribeWithoutText(std::string& description, std::string& used) {
         if (m_WithoutText != WithoutText::NAME_AND_PLACEHOLDERS) {
             description = UNKNOWN_EVENT;

@@ -10,7 +10,7 @@ namespace PI {
 
 namespace {
 
-// What the figures come from and how well they do: docs/estimates.md.
+// docs/estimates.md says where the constants come from and how accurate the results are.
 
 constexpr double CONSTANT_SHARE = 0.85;       // of activities whose speed does not fall with the position
 constexpr double CONSTANT_SHARE_RANGE = 0.5;  // the same, for the range
@@ -73,7 +73,7 @@ double Work(const Shape& shape, double from, double to) {
                : 2 * (std::sqrt(1 - fall * from) - std::sqrt(1 - fall * to)) / fall;
 }
 
-/// Speeds of the steps between the points, as logarithms, with the shape taken out; sums for means over any
+/// Speeds of the steps between the points, as logarithms, with the shape removed; sums for means over any
 /// steps.
 class Speeds {
 public:

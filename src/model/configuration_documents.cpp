@@ -32,14 +32,14 @@ bool IsElement(const xml_node& node, const char* name) {
     return IsElement(node) && std::strcmp(node.name(), name) == 0;
 }
 
-/// A number that only its size keeps from being read.
+/// A number that is only too large to be read.
 bool IsWholeNumber(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
     text.remove_prefix(!text.empty() && (text.front() == '+' || text.front() == '-') ? 1 : 0);
     return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-/// Reads elements and attributes, and says what is odd about them where somebody wants to know.
+/// Reads elements and attributes, and reports what is wrong with them if a list of findings is given.
 class DocumentReader {
 public:
     explicit DocumentReader(FindingList* findings) : m_Findings(findings) {}
@@ -162,7 +162,7 @@ private:
         return false;
     }
 
-    FindingList* m_Findings;  // null: nobody wants to know
+    FindingList* m_Findings;  // null: not reported
     NumberReader m_Numbers;
 };
 

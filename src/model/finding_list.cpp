@@ -53,7 +53,7 @@ FindingList::FindingList(std::string_view text, bool isLatin1) : m_Text(text), m
 
 void FindingList::Add(const VELK::XML::xml_node& element, const char* attribute, std::string text,
                       std::string assumed) {
-    // The parser remembers where the name is, one byte behind the bracket.
+    // The parser has the offset of the name, one byte after the bracket.
     AddAt(static_cast<std::size_t>(element.offset_debug() - 1), element.name(), attribute, std::move(text),
           std::move(assumed));
 }

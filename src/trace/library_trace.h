@@ -22,8 +22,8 @@ inline std::string Traceable(std::uint64_t number) {
     return std::to_string(number);
 }
 
-/// How an argument is handed on: a number as it is, since what has its address taken is kept in memory, which
-/// the caller pays for while traces are off.
+/// How an argument is passed on: a number by value, since a variable whose address is used has to be in
+/// memory, which costs the caller time even while traces are off.
 template <class Value>
 using Handed = std::conditional_t<std::is_trivially_copyable_v<Value>, Value, const Value&>;
 

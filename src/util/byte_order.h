@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Numbers in the pages that drives hand out: ATA and NVMe put the lowest byte first, SCSI the highest.
+// Numbers in the pages of drives: ATA and NVMe have the lowest byte first, SCSI the highest.
 #pragma once
 
 #include <cstddef>

@@ -75,7 +75,7 @@ public:
         return name != nullptr ? *name : RememberedName(number);
     }
 
-    /// The smallest number that bears the name, or defaultNumber. Numbers remembered by Name take part.
+    /// The smallest number with the name, or defaultNumber. Numbers remembered by Name are included.
     /// @throws std::bad_alloc
     int Number(const std::string& name, int defaultNumber) {
         const Numbers& numbers = m_Numbers.Get([this] { return NumbersByName(); });
