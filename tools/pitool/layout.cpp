@@ -13,7 +13,6 @@
 #include <cstdio>
 #include <iterator>
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,63 +27,42 @@ struct Options {
 
 using Findings = std::vector<PI::CLayoutFinding>;
 
-/// What a document describes, of either kind.
-struct Layout {
-    const char* m_Kind;
-    std::uint64_t m_Size;
-    PI::_UNITS m_Unit;
-    const std::vector<PI::CContainer>& m_Containers;
-
-    struct List {
-        std::string m_Title;
-        const char* m_Kind;  ///< what its identifiers are of
-        const std::vector<std::uint64_t>& m_IDs;
-    };
-    std::vector<List> m_Lists;
-
-    struct Spans {
-        std::uint64_t m_Count;
-        std::uint64_t m_Size;  ///< the document does not say what it counts
-    };
-    std::optional<Spans> m_Spans = std::nullopt;
+/// A list of identifiers in a document.
+struct List {
+    std::string m_Title;
+    const char* m_Kind;  ///< what they are of
+    const std::vector<std::uint64_t>& m_IDs;
 };
 
-Layout LayoutOf(const PI::CArray& array) {
-    return {"array",
-            array.m_Size,
-            array.m_Units,
-            array.m_Containers,
-            {{"logical drives", "logical drive", array.m_LogicalDrives}}};
-}
+/// What a document describes. An array is shown like a logical drive, without spans and spares.
+struct Layout {
+    PI::CLogicalDrive m_Record;
+    bool m_IsArray;
 
-Layout LayoutOf(const PI::CLogicalDrive& drive) {
-    return {"logical drive",
-            drive.m_Size,
-            drive.m_Units,
-            drive.m_Containers,
-            {{"global hot spares", "drive", drive.m_GlobalHotSpares},
-             {"dedicated hot spares", "drive", drive.m_DedicatedHotSpares},
-             {"associated logical drives", "logical drive", drive.m_AssociatedLogicalDrives}},
-            Layout::Spans{drive.m_SpanCount, drive.m_SpanSize}};
-}
+    const char* Kind() const { return m_IsArray ? "array" : "logical drive"; }
+    std::vector<List> Lists() const {
+        const List drives = {m_IsArray ? "logical drives" : "associated logical drives", "logical drive",
+                             m_Record.m_AssociatedLogicalDrives};
+        if (m_IsArray) {
+            return {drives};
+        }
+        return {{"global hot spares", "drive", m_Record.m_GlobalHotSpares},
+                {"dedicated hot spares", "drive", m_Record.m_DedicatedHotSpares},
+                drives};
+    }
+};
 
-/// Each 1024 of the one before.
+/// Each 1024 of the one before; the last one stands for what is no unit.
 constexpr std::pair<PI::_UNITS, const char*> UNITS[] = {
     {PI::Units::BYTES, "bytes"},         {PI::Units::KILOBYTES, "kibibytes"},
     {PI::Units::MEGABYTES, "mebibytes"}, {PI::Units::GIGABYTES, "gibibytes"},
     {PI::Units::TERABYTES, "tebibytes"}, {PI::Units::PETABYTES, "pebibytes"},
+    {PI::Units::UNSPECIFIED, ""},
 };
 
-/// @return past the end of UNITS for what is no unit
 const auto* FindUnit(PI::_UNITS unit) {
-    return std::find_if(std::begin(UNITS), std::end(UNITS),
+    return std::find_if(std::begin(UNITS), std::end(UNITS) - 1,
                         [unit](const auto& known) { return known.first == unit; });
-}
-
-/// Empty for what is no unit.
-std::string UnitName(PI::_UNITS unit) {
-    const auto* known = FindUnit(unit);
-    return known != std::end(UNITS) ? known->second : "";
 }
 
 /// A size in the largest unit that it fills, such as "931.51 gibibytes"; empty where the unit is none.
@@ -92,13 +70,13 @@ std::string ScaledSize(std::uint64_t size, PI::_UNITS unit) {
     constexpr long double STEP = 1024;
     auto scaled = static_cast<long double>(size);
     const auto* scale = FindUnit(unit);
-    if (scale == std::end(UNITS)) {
-        return "";
-    }
-    for (; scale + 1 != std::end(UNITS) && scaled >= STEP; ++scale) {
+    for (; scaled >= STEP && scale < std::end(UNITS) - 2; ++scale) {
         scaled /= STEP;
     }
-    if (scale == std::begin(UNITS) || size == 0) {
+    if (scale->first == PI::Units::UNSPECIFIED) {
+        return "";
+    }
+    if (scale->first == PI::Units::BYTES || size == 0) {
         return std::to_string(size) + (size == 1 ? " byte" : " bytes");
     }
     char text[64];
@@ -142,40 +120,44 @@ std::string DriveText(const PI::CDrive& drive, PI::_UNITS unit) {
            number(", owner ", drive.m_LogicalOwner) + (drive.m_IsConfigurable ? "" : ", not configurable");
 }
 
+std::string HeadText(const Layout& layout) {
+    const PI::_UNITS unit = layout.m_Record.m_Units;
+    const std::string name = FindUnit(unit)->second;
+    return std::string(layout.Kind()) + ", size " + SizeText(layout.m_Record.m_Size, unit) + ", sizes in " +
+           (!name.empty()                    ? name
+            : unit == PI::Units::UNSPECIFIED ? "an unknown unit (unspecified)"
+                                             : "an unknown unit (Units " + std::to_string(unit) + ")");
+}
+
 std::string LayoutText(const Layout& layout) {
+    const PI::CLogicalDrive& record = layout.m_Record;
     std::vector<Branch> branches;
-    if (layout.m_Spans) {
+    if (!layout.m_IsArray) {  // the document does not say what a span's size counts
         branches.push_back(
-            {Count(layout.m_Spans->m_Count, "span") + " of size " + std::to_string(layout.m_Spans->m_Size)});
+            {Count(record.m_SpanCount, "span") + " of size " + std::to_string(record.m_SpanSize)});
     }
-    if (layout.m_Containers.empty()) {
+    if (record.m_Containers.empty()) {
         branches.push_back({"containers: none"});
     }
-    for (const PI::CContainer& container : layout.m_Containers) {
-        const auto number = &container - layout.m_Containers.data() + 1;
-        Branch& branch = branches.emplace_back(
-            Branch{"container " + std::to_string(number) + ", " + Count(container.m_Drives.size(), "drive")});
+    for (const PI::CContainer& container : record.m_Containers) {
+        const auto number = &container - record.m_Containers.data() + 1;
+        Branch branch = {"container " + std::to_string(number) + ", " +
+                         Count(container.m_Drives.size(), "drive")};
         for (const PI::CDrive& drive : container.m_Drives) {
-            branch.m_Branches.push_back({DriveText(drive, layout.m_Unit)});
+            branch.m_Branches.push_back({DriveText(drive, record.m_Units)});
         }
+        branches.push_back(std::move(branch));
     }
-    for (const Layout::List& list : layout.m_Lists) {
-        Branch& branch = branches.emplace_back(Branch{list.m_Title + (list.m_IDs.empty() ? ": none" : "")});
+    for (const List& list : layout.Lists()) {
+        Branch branch = {list.m_Title + (list.m_IDs.empty() ? ": none" : "")};
         for (const std::uint64_t id : list.m_IDs) {
             branch.m_Branches.push_back({std::string(list.m_Kind) + " " + std::to_string(id)});
         }
+        branches.push_back(std::move(branch));
     }
-    const std::string unit = UnitName(layout.m_Unit);
     const Screen screen = OutputScreen();
     std::string tree;
-    AddWrapped("", "| ",
-               std::string(layout.m_Kind) + ", size " + SizeText(layout.m_Size, layout.m_Unit) +
-                   ", sizes in " +
-                   (!unit.empty() ? unit
-                    : layout.m_Unit == PI::Units::UNSPECIFIED
-                        ? "an unknown unit (unspecified)"
-                        : "an unknown unit (Units " + std::to_string(layout.m_Unit) + ")"),
-               Style::HEADING, screen, tree);
+    AddWrapped("", "| ", HeadText(layout), Style::HEADING, screen, tree);
     Draw(branches, "", screen, tree);
     return tree;
 }
@@ -191,25 +173,26 @@ std::uint64_t LeftOut(const Findings& findings) {
 }
 
 std::string LayoutJson(const std::string& file, const Layout& layout, const Findings& findings) {
+    const PI::CLogicalDrive& record = layout.m_Record;
     return JsonDocument("pitool layout", [&](JsonWriter& json) {
         const auto addSize = [&](const char* name, std::uint64_t size) {
             json.Object(name, [&] {
                 json.Member("value", size);
-                json.Member("text", OrNull(ScaledSize(size, layout.m_Unit)));
+                json.Member("text", OrNull(ScaledSize(size, record.m_Units)));
             });
         };
         json.Member("file", file);
-        json.Member("kind", layout.m_Kind);
-        addSize("size", layout.m_Size);
+        json.Member("kind", layout.Kind());
+        addSize("size", record.m_Size);
         json.Object("units", [&] {
-            json.Member("value", std::int32_t{layout.m_Unit});
-            json.Member("name", OrNull(UnitName(layout.m_Unit)));
+            json.Member("value", std::int32_t{record.m_Units});
+            json.Member("name", OrNull(FindUnit(record.m_Units)->second));
         });
-        if (layout.m_Spans) {
-            json.Member("span_count", layout.m_Spans->m_Count);
-            json.Member("span_size", layout.m_Spans->m_Size);
+        if (!layout.m_IsArray) {
+            json.Member("span_count", record.m_SpanCount);
+            json.Member("span_size", record.m_SpanSize);
         }
-        json.Objects("containers", layout.m_Containers, [&](const PI::CContainer& container) {
+        json.Objects("containers", record.m_Containers, [&](const PI::CContainer& container) {
             json.Objects("drives", container.m_Drives, [&](const PI::CDrive& drive) {
                 json.Member("object_id", drive.m_ObjectID);
                 addSize("start", drive.m_StartAddress);
@@ -219,7 +202,7 @@ std::string LayoutJson(const std::string& file, const Layout& layout, const Find
                 json.Member("logical_owner", drive.m_LogicalOwner);
             });
         });
-        for (const Layout::List& list : layout.m_Lists) {
+        for (const List& list : layout.Lists()) {
             std::string name = list.m_Title;
             std::replace(name.begin(), name.end(), ' ', '_');
             json.Values(name, list.m_IDs);
@@ -248,9 +231,10 @@ ExitStatus Run(const Options& options) {
         return EXIT_BAD_INPUT;
     }
     PI::CArray array;
-    PI::CLogicalDrive logicalDrive;
+    Layout layout = {};
+    PI::CLogicalDrive& record = layout.m_Record;
     Findings findings;
-    const PI::_LAYOUT_KIND kind = PI::ReadLayout(text.data(), text.size(), array, logicalDrive, findings);
+    const PI::_LAYOUT_KIND kind = PI::ReadLayout(text.data(), text.size(), array, record, findings);
     if (kind == PI::LayoutKind::NONE) {
         ReportFileError(PlaceText(options.m_File, findings.back()), findings.back().GetText());
         return EXIT_BAD_INPUT;
@@ -261,7 +245,13 @@ ExitStatus Run(const Options& options) {
     if (LeftOut(findings) != 0) {
         ReportFileWarning(options.m_File, std::to_string(LeftOut(findings)) + " further warnings");
     }
-    const Layout layout = kind == PI::LayoutKind::ARRAY ? LayoutOf(array) : LayoutOf(logicalDrive);
+    if (kind == PI::LayoutKind::ARRAY) {
+        layout.m_IsArray = true;
+        record.m_Size = array.m_Size;
+        record.m_Units = array.m_Units;
+        record.m_Containers.swap(array.m_Containers);
+        record.m_AssociatedLogicalDrives.swap(array.m_LogicalDrives);
+    }
     return Print(options.m_Json ? LayoutJson(options.m_File, layout, findings) : LayoutText(layout));
 }
 

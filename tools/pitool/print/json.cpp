@@ -52,9 +52,12 @@ std::size_t AddEscaped(std::string_view value, std::string& text) {
 void AddJsonText(std::string_view value, std::string& text) {
     text += '"';
     while (!value.empty()) {
-        const auto* const plainEnd = std::find_if_not(value.begin(), value.end(), IsPlain);
-        text.append(value.begin(), plainEnd);
-        value.remove_prefix(static_cast<std::size_t>(plainEnd - value.begin()));
+        std::size_t length = 0;
+        while (length < value.size() && IsPlain(value[length])) {
+            ++length;
+        }
+        text.append(value, 0, length);
+        value.remove_prefix(length);
         value.remove_prefix(value.empty() ? 0 : AddEscaped(value, text));
     }
     text += '"';
