@@ -7,7 +7,7 @@
 
 namespace {
 
-void Inventory(benchmark::State& state, service::Worker& plugin) {
+void Inventory(benchmark::State& state, service::Plugin& plugin) {
     std::vector<std::string> errors;
     bench::Measure(state, [&] {
         const std::vector<PI::CObject> drives = plugin.GetObjects(errors);
@@ -25,11 +25,10 @@ void Inventory(benchmark::State& state, service::Worker& plugin) {
 // By the clock, since two processes work on it.
 void bench::RegisterBenchmarks() {
     Add("inventory_100", "in_process", [](benchmark::State& state) {
-        service::Plugin plugin(BENCH_PLUGIN);
-        Inventory(state, plugin);
+        Inventory(state, *service::LoadPlugin(BENCH_PLUGIN));
     })->UseRealTime();
     Add("inventory_100", "isolated", [](benchmark::State& state) {
-        service::IsolatedPlugin plugin({BENCH_HOST, "--isolated-plugin=" BENCH_PLUGIN, "."}, "drives", {});
-        Inventory(state, plugin);
+        Inventory(state, *service::IsolatePlugin({BENCH_HOST, "--isolated-plugin=" BENCH_PLUGIN, "."},
+                                                 "drives", {}));
     })->UseRealTime();
 }

@@ -15,24 +15,21 @@ namespace {
 
 using Objects = std::vector<PI::CObject>;
 
-std::map<std::uint64_t, const PI::CObject*> ByID(const Objects& objects) {
-    std::map<std::uint64_t, const PI::CObject*> byID;
-    for (const PI::CObject& object : objects) {
-        byID.emplace(object.m_ObjectID, &object);
-    }
-    return byID;
-}
-
-/// Calls for what is new or still there, with what it was before or null, then for what is gone.
+/// Calls for what is new or still there, with what it was before or null, then for what is gone. Objects that
+/// share an identifier are told apart by their order.
 template <class Now, class Gone>
 void Compare(const Objects& before, const Objects& now, Now isNow, Gone isGone) {
-    auto old = ByID(before);
-    for (const PI::CObject& object : now) {
-        const auto found = old.find(object.m_ObjectID);
-        isNow(object, found == old.end() ? nullptr : found->second);
+    std::multimap<std::uint64_t, const PI::CObject*> old;
+    for (const PI::CObject& object : before) {
+        old.emplace(object.m_ObjectID, &object);
     }
-    for (const auto& [id, object] : ByID(now)) {
-        old.erase(id);
+    for (const PI::CObject& object : now) {
+        const auto found = old.lower_bound(object.m_ObjectID);
+        const bool isNew = found == old.end() || found->first != object.m_ObjectID;
+        isNow(object, isNew ? nullptr : found->second);
+        if (!isNew) {
+            old.erase(found);
+        }
     }
     for (const auto& [id, object] : old) {
         isGone(*object);
@@ -61,17 +58,16 @@ std::string Line(const std::string& text) {
 
 /// The lines of what differs.
 std::string FactChanges(const PI::CObject& before, const PI::CObject& now) {
-    std::map<std::string, std::pair<std::string, std::string>> changes;
-    for (const auto& [key, value] : Facts(before)) {
-        changes[key] = {value, "(none)"};
-    }
-    for (const auto& [key, value] : Facts(now)) {
-        changes.emplace(key, std::pair("(none)", "")).first->second.second = value;
+    auto oldFacts = Facts(before);
+    auto newFacts = Facts(now);
+    for (const auto& [key, value] : newFacts) {
+        oldFacts.emplace(key, "(none)");
     }
     std::string text;
-    for (const auto& [key, values] : changes) {
-        if (values.first != values.second) {
-            text += Line("    " + key + ": " + values.first + " -> " + values.second);
+    for (const auto& [key, value] : oldFacts) {
+        const std::string& newValue = newFacts.emplace(key, "(none)").first->second;
+        if (value != newValue) {
+            text += Line("    " + key + ": " + value + " -> " + newValue);
         }
     }
     return text;
@@ -132,6 +128,17 @@ std::string EventsJson(const std::string& plugin, const std::vector<PI::CEvent>&
         text += JsonLine(plugin, "event", PI::ToJson(event));
     }
     return text;
+}
+
+std::set<std::uint64_t> RepeatedIDs(const Objects& objects) {
+    std::set<std::uint64_t> seen;
+    std::set<std::uint64_t> repeated;
+    for (const PI::CObject& object : objects) {
+        if (!seen.insert(object.m_ObjectID).second) {
+            repeated.insert(object.m_ObjectID);
+        }
+    }
+    return repeated;
 }
 
 void KeepMissing(const Objects& before, Objects& now) {

@@ -5,6 +5,8 @@
 
 #include <pi/pi.h>
 
+#include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -21,6 +23,9 @@ std::string ChangesJson(const std::string& plugin, const std::vector<PI::CObject
 
 /// A line of JSON for each event.
 std::string EventsJson(const std::string& plugin, const std::vector<PI::CEvent>& events);
+
+/// The identifiers that more than one object has.
+std::set<std::uint64_t> RepeatedIDs(const std::vector<PI::CObject>& objects);
 
 /// Appends the objects of before that are not there now: where not all could be read, they may still be
 /// there.

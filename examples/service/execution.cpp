@@ -27,18 +27,13 @@ bool ToNumber(const std::string& text, Number& number) {
     return error == std::errc() && end == text.data() + text.size();
 }
 
-std::string OperationName(const PI::COperation& operation) {
-    return PI::OperationIDToString(static_cast<int>(operation.m_Header1));
-}
-
-/// The names of what a list holds, for people.
-template <class List, class Name>
-std::string Names(const List& list, Name name) {
-    std::string text;
-    for (const auto& item : list) {
-        text += (text.empty() ? "" : ", ") + name(item);
+/// Those texts that are not empty in one, for people.
+std::string Joined(const Texts& texts, const char* otherwise = "nothing") {
+    std::string joined;
+    for (const std::string& text : texts) {
+        joined += (joined.empty() || text.empty() ? "" : ", ") + text;
     }
-    return text.empty() ? "nothing" : text;
+    return joined.empty() ? otherwise : joined;
 }
 
 bool IsCalled(const PI::CObject& object, const std::string& text) {
@@ -58,7 +53,8 @@ bool IsCalled(const PI::CObject& object, const std::string& text) {
 std::pair<std::uint64_t, PI::COperation> Find(const std::vector<PI::CObject>& objects,
                                               const Request& request) {
     std::vector<std::pair<std::uint64_t, PI::COperation>> found;
-    std::vector<PI::COperation> offers;
+    Texts ids;
+    Texts offers;
     bool isThere = false;
     for (const PI::CObject& object : objects) {
         if (!IsCalled(object, request.m_Object)) {
@@ -66,9 +62,10 @@ std::pair<std::uint64_t, PI::COperation> Find(const std::vector<PI::CObject>& ob
         }
         isThere = true;
         for (const PI::COperation& operation : object.m_Operations) {
-            offers.push_back(operation);
-            if (OperationName(operation) == request.m_Operation) {
+            offers.push_back(PI::OperationIDToString(static_cast<int>(operation.m_Header1)));
+            if (offers.back() == request.m_Operation) {
                 found.emplace_back(object.m_ObjectID, operation);
+                ids.push_back(std::to_string(object.m_ObjectID));
             }
         }
     }
@@ -77,12 +74,10 @@ std::pair<std::uint64_t, PI::COperation> Find(const std::vector<PI::CObject>& ob
     }
     if (found.empty()) {
         Refuse(request.m_Object + " does not offer " + request.m_Operation + " as it is; it offers " +
-               Names(offers, OperationName));
+               Joined(offers));
     }
     if (found.size() > 1) {
-        Refuse(request.m_Object + " is more than one object: " + Names(found, [](const auto& pair) {
-                   return std::to_string(pair.first);
-               }));
+        Refuse(request.m_Object + " is more than one object: " + Joined(ids));
     }
     return found.front();
 }
@@ -120,28 +115,29 @@ bool SetParameter(PI::CProperty& parameter, const std::string& text) {
 }
 
 void SetParameters(PI::COperation& operation, const Request& request) {
-    const auto name = [](const PI::CProperty& property) { return PI::PropertyIDToString(property.m_ID); };
-    for (const auto& [key, text] : request.m_Parameters) {
-        const auto parameter = std::find_if(
-            operation.m_Properties.begin(), operation.m_Properties.end(),
-            [&, &wanted = key](const PI::CProperty& property) { return name(property) == wanted; });
-        if (parameter == operation.m_Properties.end()) {
-            Refuse(request.m_Operation + " does not take " + key + "; it takes " +
-                   Names(operation.m_Properties, name));
+    for (const auto& [name, text] : request.m_Parameters) {
+        PI::CProperty* parameter = nullptr;
+        Texts names;
+        for (PI::CProperty& each : operation.m_Properties) {
+            names.push_back(PI::PropertyIDToString(each.m_ID));
+            parameter = parameter == nullptr && names.back() == name ? &each : parameter;
+        }
+        if (parameter == nullptr) {
+            Refuse(request.m_Operation + " does not take " + name + "; it takes " + Joined(names));
         }
         if (!SetParameter(*parameter, text)) {
-            Refuse(key + " cannot be \"" + text + "\"");
+            Refuse(name + " cannot be \"" + text + "\"");
         }
     }
 }
 
 }  // namespace
 
-bool Execute(Worker& plugin, const Request& request, const std::function<bool(const PI::CTask&)>& report) {
-    std::vector<std::string> errors;
+bool Execute(Plugin& plugin, const Request& request, const TaskReport& report) {
+    Texts errors;
     const std::vector<PI::CObject> objects = plugin.GetObjects(errors);
     if (objects.empty() && !errors.empty()) {
-        Refuse(Names(errors, [](const std::string& error) { return error; }));
+        Refuse(Joined(errors));
     }
     auto [objectID, operation] = Find(objects, request);
     errors.clear();  // what else is wrong with the hardware is told with the inventory
@@ -160,7 +156,7 @@ bool Execute(Worker& plugin, const Request& request, const std::function<bool(co
     }
     report(task);
     if (!isDone) {
-        Refuse(Names(errors, [](const std::string& error) { return error; }));
+        Refuse(Joined(errors));
     }
     return task.m_TaskStatus == Value::COMPLETE;
 }
@@ -170,15 +166,12 @@ std::string TaskText(const PI::CTask& task) {
     const std::string time = task.m_TaskValue4 == NOT_KNOWN || status != Value::OK
                                  ? ""
                                  : PI::CETR::RemainingTimeToString(task.m_TaskValue4);
-    std::vector<std::string> parts = {
-        status == Value::OK ? "" : PI::PropertyValueToString(status),
-        task.m_TaskFlag && status != Value::COMPLETE ? std::to_string(task.m_TaskValue2) + " percent" : "",
-        time.empty() ? "" : time + " remaining",
-        task.m_TaskText2,
-    };
-    parts.erase(std::remove(parts.begin(), parts.end(), ""), parts.end());
+    const bool hasProgress = task.m_TaskFlag && status != Value::COMPLETE;
     return task.m_TaskText1 + ": " +
-           (parts.empty() ? "begun" : Names(parts, [](const std::string& part) { return part; }));
+           Joined({status == Value::OK ? "" : PI::PropertyValueToString(status),
+                   hasProgress ? std::to_string(task.m_TaskValue2) + " percent" : "",
+                   time.empty() ? "" : time + " remaining", task.m_TaskText2},
+                  "begun");
 }
 
 }  // namespace service

@@ -3,11 +3,10 @@
 /// Has a plug-in carry out an operation.
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "options.h"
-#include "worker.h"
+#include "plugin.h"
 
 namespace service {
 
@@ -16,7 +15,7 @@ namespace service {
 /// @param report as for PluginExecute; a last time with the task as it ended
 /// @return whether it was carried out to its end
 /// @throws std::runtime_error saying in one line what is not offered, or why it failed
-bool Execute(Worker& plugin, const Request& request, const std::function<bool(const PI::CTask&)>& report);
+bool Execute(Plugin& plugin, const Request& request, const TaskReport& report);
 
 /// How a task is, in one line: "check of md0: 12 percent, 00:41:10 remaining".
 std::string TaskText(const PI::CTask& task);

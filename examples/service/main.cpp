@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // Loads plug-ins, and prints what they report or has them carry out an operation.
+#include <fcntl.h>
+#include <unistd.h>
 #include <velkx/language_support.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <memory>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -39,61 +42,74 @@ void Complain(const std::string& text) {
     std::fprintf(stderr, "service: %s\n", service::PrintableText(text).c_str());
 }
 
-using Plugins = std::vector<std::unique_ptr<service::Worker>>;
-
-std::unique_ptr<service::Worker> Load(const std::filesystem::path& file, const service::Options& options) {
-    if (!options.m_Isolate) {
-        return std::make_unique<service::Plugin>(file);
+/// @throws std::runtime_error also when what was printed before could not be written
+void FlushOutput() {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        throw std::runtime_error("the output cannot be written");
     }
-    std::vector<std::string> command = options.m_Arguments;
+}
+
+/// No file that is opened later takes the place of an output that is closed.
+void OccupyClosedOutputs() {
+    int file = 0;
+    do {
+        file = open("/dev/null", O_RDONLY);  // so that it cannot be written
+    } while (file >= 0 && file <= STDERR_FILENO);
+    close(file);
+}
+
+using Plugins = std::vector<std::unique_ptr<service::Plugin>>;
+
+auto FindPlugin(const Plugins& plugins, const std::string& name) {
+    return std::find_if(plugins.begin(), plugins.end(),
+                        [&](const auto& plugin) { return plugin->Name() == name; });
+}
+
+std::unique_ptr<service::Plugin> Load(const std::filesystem::path& file, const service::Options& options) {
+    if (!options.m_Isolate) {
+        return service::LoadPlugin(file, options.m_Settings);
+    }
+    service::Texts command = options.m_Arguments;  // settings among them
     command[0] = "/proc/self/exe";
     command.insert(command.begin() + 1, "--isolated-plugin=" + file.string());
     service::IsolationLimits limits;
-    limits.m_Time = options.m_TimeLimit;
+    limits.m_Time = std::chrono::milliseconds(options.m_TimeLimitMs);
     limits.m_MemoryMB = options.m_MemoryLimitMB;
-    return std::make_unique<service::IsolatedPlugin>(command, file.stem(), limits);
+    return service::IsolatePlugin(command, file.stem(), limits);
 }
 
 Plugins LoadPlugins(const service::Options& options, bool& anyError) {
     Plugins plugins;
+    const auto complain = [&anyError](const std::string& text) {
+        Complain(text);
+        anyError = true;
+    };
     for (const std::filesystem::path& file : service::FindPlugins(options.m_PluginFolder)) {
         try {
-            plugins.push_back(Load(file, options));
+            auto plugin = Load(file, options);
+            if (FindPlugin(plugins, plugin->Name()) != plugins.end()) {
+                throw std::runtime_error("is the plug-in " + plugin->Name() + ", which is loaded already");
+            }
+            plugins.push_back(std::move(plugin));
         } catch (const std::exception& error) {
-            Complain(file.filename().string() + ": " + error.what());
-            anyError = true;
+            complain(file.filename().string() + ": " + error.what());
+        }
+    }
+    std::set<std::string> names;
+    for (const service::Setting& setting : options.m_Settings) {
+        const std::string& name = setting.m_Plugin;
+        if (FindPlugin(plugins, name) == plugins.end() && names.insert(name).second) {
+            complain("no plug-in " + name + " is loaded that could be set up");
         }
     }
     return plugins;
-}
-
-void Configure(const Plugins& plugins, const service::Setting& setting, bool& anyError) {
-    bool found = false;
-    for (const auto& plugin : plugins) {
-        if (plugin->Name() != setting.m_Plugin) {
-            continue;
-        }
-        found = true;
-        const int outcome = plugin->Configure(setting.m_Key, setting.m_Value);
-        if (outcome == PI::ErrorCode::INVALID_PARAMETER) {
-            Complain(setting.m_Plugin + ": does not take the setting " + setting.m_Key);
-        } else if (outcome != PI::ErrorCode::SUCCESS) {
-            Complain(setting.m_Plugin + ": the setting " + setting.m_Key + " gives error " +
-                     std::to_string(outcome) + " " + PI::ErrorCodeToString(outcome));
-        }
-        anyError = anyError || outcome != PI::ErrorCode::SUCCESS;
-    }
-    if (!found) {
-        Complain("there is no plug-in " + setting.m_Plugin + " to be set up");
-        anyError = true;
-    }
 }
 
 /// What has been printed of a plug-in.
 struct Printed {
     bool m_IsFirst = true;
     std::vector<PI::CObject> m_Objects;
-    std::vector<std::string> m_Errors;
+    service::Texts m_Errors;
 };
 
 std::string ReportText(const std::string& plugin, const std::vector<PI::CObject>& objects,
@@ -108,18 +124,21 @@ std::string ReportText(const std::string& plugin, const std::vector<PI::CObject>
 
 /// Looks at what a plug-in manages, and prints what is new.
 /// @return whether there was no error
-bool Report(service::Worker& plugin, const service::Options& options,
+bool Report(service::Plugin& plugin, const service::Options& options,
             const std::vector<service::Language>& languages, Printed& printed) {
-    std::vector<std::string> errors;
+    service::Texts errors;
     std::vector<PI::CObject> objects = plugin.GetObjects(errors);
     const std::vector<PI::CEvent> events = plugin.GetEvents(errors);
     if (!errors.empty()) {
         service::KeepMissing(printed.m_Objects, objects);
     }
+    for (const std::uint64_t id : service::RepeatedIDs(objects)) {
+        errors.push_back("more than one object has the identifier " + std::to_string(id));
+    }
     Print(options.m_PrintJson ? service::ChangesJson(plugin.Name(), printed.m_Objects, objects) +
                                     service::EventsJson(plugin.Name(), events)
                               : ReportText(plugin.Name(), objects, events, printed, languages));
-    std::vector<std::string>& told = printed.m_Errors;
+    service::Texts& told = printed.m_Errors;
     for (const std::string& error : errors) {
         if (std::find(told.begin(), told.end(), error) == told.end()) {
             Complain(plugin.Name() + ": " + error);
@@ -140,17 +159,14 @@ bool Watch(const Plugins& plugins, const service::Options& options,
         for (std::size_t i = 0; i < plugins.size(); ++i) {
             isGood = Report(*plugins[i], options, languages, printed[i]) && isGood;
         }
-        if (std::fflush(stdout) != 0) {
-            throw std::runtime_error("the output cannot be written");
-        }
+        FlushOutput();
     } while (options.m_WatchInterval.has_value() && !service::WaitForEnd(*options.m_WatchInterval));
     return isGood;
 }
 
 /// Prints what becomes of an operation, a line for each change.
 bool Execute(const Plugins& plugins, const service::Request& request) {
-    const auto plugin = std::find_if(plugins.begin(), plugins.end(),
-                                     [&](const auto& each) { return each->Name() == request.m_Plugin; });
+    const auto plugin = FindPlugin(plugins, request.m_Plugin);
     if (plugin == plugins.end()) {
         throw std::runtime_error("there is no plug-in " + request.m_Plugin);
     }
@@ -173,6 +189,10 @@ bool Execute(const Plugins& plugins, const service::Request& request) {
 }
 
 int Run(const service::Options& options) {
+    if (!options.m_Help.empty()) {
+        Print(options.m_Help);
+        return EXIT_OK;
+    }
     const std::string difference = PI::BuildDifference();
     if (!difference.empty()) {
         throw std::runtime_error("the service does not fit the library that it has got: " + difference);
@@ -188,7 +208,7 @@ int Run(const service::Options& options) {
         service::WriteTraces(category, options.m_TraceFolder, options.m_IsolatedPlugin.stem());
     }
     if (!options.m_IsolatedPlugin.empty()) {
-        service::ServePlugin(options.m_IsolatedPlugin, options.m_MemoryLimitMB);
+        service::ServePlugin(options.m_IsolatedPlugin, options.m_MemoryLimitMB, options.m_Settings);
         return EXIT_OK;
     }
     if (options.m_Request.has_value() || options.m_WatchInterval.has_value()) {
@@ -196,16 +216,10 @@ int Run(const service::Options& options) {
     }
     bool anyError = false;
     const auto plugins = LoadPlugins(options, anyError);
-    for (const service::Setting& setting : options.m_Settings) {
-        Configure(plugins, setting, anyError);
-    }
     if (options.m_Request.has_value()) {
         anyError = !Execute(plugins, *options.m_Request) || anyError;
     } else {
         anyError = !Watch(plugins, options, languages) || anyError;
-    }
-    if (std::fflush(stdout) != 0) {
-        throw std::runtime_error("the output cannot be written");
     }
     return anyError ? EXIT_ERRORS : EXIT_OK;
 }
@@ -213,20 +227,18 @@ int Run(const service::Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    OccupyClosedOutputs();
     service::Options options;
     try {
         options = service::ParseOptions(argc, argv);
     } catch (const std::invalid_argument& error) {
-        Complain(error.what());
-        std::fputs(service::USAGE, stderr);
+        Complain(std::string(error.what()) + "; see service --help");
         return EXIT_USAGE;
     }
-    if (options.m_ShowHelp) {
-        std::fputs(service::USAGE, stdout);
-        return EXIT_OK;
-    }
     try {
-        return Run(options);
+        const int status = Run(options);
+        FlushOutput();
+        return status;
     } catch (const std::exception& error) {
         Complain(error.what());
         return EXIT_ERRORS;

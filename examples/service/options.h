@@ -7,18 +7,14 @@
 #include <cstddef>
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
-namespace service {
+#include "plugin.h"
 
-/// A setting for a plug-in: "mdraid.root=/srv/captured".
-struct Setting {
-    std::string m_Plugin;
-    std::string m_Key;
-    std::string m_Value;
-};
+namespace service {
 
 /// An operation to be carried out: "mdraid:md0:REPLACE_MISSING:OS_DEVICE=/dev/sdc".
 struct Request {
@@ -32,7 +28,7 @@ struct Options {
     std::vector<std::string> m_Arguments;  ///< all, from the program's name
     std::filesystem::path m_PluginFolder;
     std::vector<Setting> m_Settings;
-    std::vector<int> m_TraceCategories;  ///< each once
+    std::set<int> m_TraceCategories;
     std::filesystem::path m_TraceFolder = ".";
     std::vector<std::filesystem::path> m_LanguageFiles;  ///< none: the one beside the program
     bool m_AllowChanges = false;
@@ -40,14 +36,11 @@ struct Options {
     bool m_PrintJson = false;
     std::optional<std::chrono::milliseconds> m_WatchInterval;  ///< go on, and print changes
     bool m_Isolate = false;
-    std::chrono::milliseconds m_TimeLimit{60000};  ///< of a call into an isolated plug-in
-    std::size_t m_MemoryLimitMB = 1024;            ///< of an isolated plug-in
+    int m_TimeLimitMs = 60000;               ///< of a call into an isolated plug-in
+    std::size_t m_MemoryLimitMB = 1024;      ///< of an isolated plug-in
     std::filesystem::path m_IsolatedPlugin;  ///< what this process is there for; empty in the host itself
-    bool m_ShowHelp = false;
+    std::string m_Help;                      ///< what is asked for; otherwise empty
 };
-
-/// Text for users.
-extern const char* const USAGE;
 
 /// @throws std::invalid_argument saying in one line what is wrong
 Options ParseOptions(int argc, char** argv);

@@ -18,8 +18,8 @@ namespace {
 /// @param call takes a list for errors and returns an error code
 /// @return the error code
 template <class Call>
-int Ask(std::vector<std::string>& errors, Call call) {
-    std::vector<std::string> ownErrors;
+int Ask(Texts& errors, Call call) {
+    Texts ownErrors;
     int code = PI::ErrorCode::GENERAL;
     try {
         code = call(ownErrors);
@@ -67,82 +67,95 @@ void CheckBuild(decltype(PluginBuild)* build) {
     }
 }
 
-}  // namespace
-
-template <class Function>
-void Plugin::Find(const char* name, Function*& function) const {
-    function = reinterpret_cast<Function*>(dlsym(m_Handle, name));
-    if (function == nullptr) {
-        throw std::runtime_error(std::string("has no entry point ") + name);
-    }
-}
-
-Plugin::Plugin(const std::filesystem::path& file) {
-    RequireSharedObject(file);
-    m_Handle = dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (m_Handle == nullptr) {
-        throw std::runtime_error(LoaderError(std::filesystem::absolute(file)));
-    }
-    try {
-        decltype(PluginInterfaceVersion)* version = nullptr;
-        decltype(PluginName)* name = nullptr;
-        CheckBuild(reinterpret_cast<decltype(PluginBuild)*>(dlsym(m_Handle, "PluginBuild")));
-        Find("PluginInterfaceVersion", version);
-        if (version() != PLUGIN_INTERFACE_VERSION) {
-            throw std::runtime_error("is made for version " + std::to_string(version()) +
+class LoadedPlugin : public Plugin {
+public:
+    LoadedPlugin(const std::filesystem::path& file, const std::vector<Setting>& settings) {
+        RequireSharedObject(file);
+        const std::filesystem::path path = std::filesystem::absolute(file);
+        m_Handle.reset(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL));
+        if (m_Handle == nullptr) {
+            throw std::runtime_error(LoaderError(path));
+        }
+        CheckBuild(FindOptional<decltype(PluginBuild)>("PluginBuild"));
+        const int version = Find<decltype(PluginInterfaceVersion)>("PluginInterfaceVersion")();
+        if (version != PLUGIN_INTERFACE_VERSION) {
+            throw std::runtime_error("is made for version " + std::to_string(version) +
                                      " of the interface, this host has version " +
                                      std::to_string(PLUGIN_INTERFACE_VERSION));
         }
-        Find("PluginName", name);
-        Find("PluginConfigure", m_Configure);
-        Find("PluginGetObjects", m_GetObjects);
-        Find("PluginGetEvents", m_GetEvents);
-        m_Execute = reinterpret_cast<decltype(PluginExecute)*>(dlsym(m_Handle, "PluginExecute"));
+        const auto name = Find<decltype(PluginName)>("PluginName");
+        const auto configure = Find<decltype(PluginConfigure)>("PluginConfigure");
+        m_GetObjects = Find<decltype(PluginGetObjects)>("PluginGetObjects");
+        m_GetEvents = Find<decltype(PluginGetEvents)>("PluginGetEvents");
+        m_Execute = FindOptional<decltype(PluginExecute)>("PluginExecute");
         const char* const text = name();
         if (text == nullptr || *text == '\0') {
             throw std::runtime_error("has no name");
         }
         m_Name = text;
-    } catch (...) {
-        dlclose(m_Handle);
-        throw;
-    }
-}
-
-Plugin::~Plugin() {
-    dlclose(m_Handle);
-}
-
-int Plugin::Configure(const std::string& key, const std::string& value) {
-    std::vector<std::string> ignored;
-    return Ask(ignored, [&](auto&) { return m_Configure(key.c_str(), value.c_str()); });
-}
-
-std::vector<PI::CObject> Plugin::GetObjects(std::vector<std::string>& errors) {
-    std::vector<PI::CObject> objects;
-    Ask(errors, [&](auto& own) { return m_GetObjects(objects, own); });
-    for (PI::CObject& object : objects) {
-        if (m_Execute == nullptr) {
-            object.m_Operations.clear();
+        for (const auto& [plugin, key, value] : settings) {
+            Texts reasons;
+            const auto set = [&, &k = key, &v = value](Texts&) { return configure(k.c_str(), v.c_str()); };
+            if (plugin == m_Name && Ask(reasons, set) != PI::ErrorCode::SUCCESS) {
+                throw std::runtime_error("does not take the setting " + key + ": " + reasons.front());
+            }
         }
     }
-    return objects;
-}
 
-std::vector<PI::CEvent> Plugin::GetEvents(std::vector<std::string>& errors) {
-    std::vector<PI::CEvent> events;
-    Ask(errors, [&](auto& own) { return m_GetEvents(events, own); });
-    return events;
-}
+    const std::string& Name() const override { return m_Name; }
 
-int Plugin::Execute(std::uint64_t objectID, const PI::COperation& operation,
-                    const std::function<bool(const PI::CTask&)>& report, PI::CTask& task,
-                    std::vector<std::string>& errors) {
-    if (m_Execute == nullptr) {
-        errors.emplace_back("carries nothing out");
-        return PI::ErrorCode::INVALID_OPERATION;
+    std::vector<PI::CObject> GetObjects(Texts& errors) override {
+        std::vector<PI::CObject> objects;
+        Ask(errors, [&](Texts& own) { return m_GetObjects(objects, own); });
+        for (PI::CObject& object : objects) {
+            if (m_Execute == nullptr) {
+                object.m_Operations.clear();
+            }
+        }
+        return objects;
     }
-    return Ask(errors, [&](auto& own) { return m_Execute(objectID, operation, report, task, own); });
+
+    std::vector<PI::CEvent> GetEvents(Texts& errors) override {
+        std::vector<PI::CEvent> events;
+        Ask(errors, [&](Texts& own) { return m_GetEvents(events, own); });
+        return events;
+    }
+
+    int Execute(std::uint64_t objectID, const PI::COperation& operation, const TaskReport& report,
+                PI::CTask& task, Texts& errors) override {
+        if (m_Execute == nullptr) {
+            errors.emplace_back("carries nothing out");
+            return PI::ErrorCode::INVALID_OPERATION;
+        }
+        return Ask(errors, [&](Texts& own) { return m_Execute(objectID, operation, report, task, own); });
+    }
+
+private:
+    template <class Function>
+    Function* FindOptional(const char* name) const {
+        return reinterpret_cast<Function*>(dlsym(m_Handle.get(), name));
+    }
+
+    template <class Function>
+    Function* Find(const char* name) const {
+        Function* const function = FindOptional<Function>(name);
+        if (function == nullptr) {
+            throw std::runtime_error(std::string("has no entry point ") + name);
+        }
+        return function;
+    }
+
+    std::unique_ptr<void, int (*)(void*)> m_Handle{nullptr, &dlclose};
+    std::string m_Name;
+    decltype(PluginGetObjects)* m_GetObjects = nullptr;
+    decltype(PluginGetEvents)* m_GetEvents = nullptr;
+    decltype(PluginExecute)* m_Execute = nullptr;
+};
+
+}  // namespace
+
+std::unique_ptr<Plugin> LoadPlugin(const std::filesystem::path& file, const std::vector<Setting>& settings) {
+    return std::make_unique<LoadedPlugin>(file, settings);
 }
 
 std::vector<std::filesystem::path> FindPlugins(const std::filesystem::path& folder) {

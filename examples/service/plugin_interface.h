@@ -45,6 +45,9 @@ constexpr int PLUGIN_INTERFACE_VERSION = 1;
 constexpr auto LOGICAL_DRIVE = static_cast<PI::_OBJECT_TYPE>(19901);
 constexpr auto PHYSICAL_DRIVE = static_cast<PI::_OBJECT_TYPE>(19902);
 
+/// Takes how a task is now; false asks to end it early.
+using TaskReport = std::function<bool(const PI::CTask&)>;
+
 // The host calls from one thread, in its own process or in one for this plug-in. What is returned must not
 // point into the plug-in: the host keeps it after unloading. No exception may leave these functions. Adapters
 // are registered (CGlobalAdapterID) within the calls, so that the host can number them across processes.
@@ -91,7 +94,6 @@ PI_API int PluginGetEvents(std::vector<PI::CEvent>& events, std::vector<std::str
 ///                  in its fields, and turns a status that the plug-in leaves into COMPLETE or FAILED
 /// @param errors    takes a line for each reason why it failed
 /// @return ErrorCode::SUCCESS, also when it was ended early; or an error code
-PI_API int PluginExecute(std::uint64_t objectID, const PI::COperation& operation,
-                         const std::function<bool(const PI::CTask&)>& report, PI::CTask& task,
-                         std::vector<std::string>& errors);
+PI_API int PluginExecute(std::uint64_t objectID, const PI::COperation& operation, const TaskReport& report,
+                         PI::CTask& task, std::vector<std::string>& errors);
 }

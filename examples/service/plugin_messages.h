@@ -11,9 +11,9 @@
 #include <pi/adapters.h>
 #include <pi/exchange/model_json.h>
 
-#include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace service {
@@ -26,11 +26,10 @@ constexpr int OUT_OF_MEMORY = 112;
 
 /// Numbers of requests.
 namespace Ask {
-constexpr int LOAD = 1;       ///< brings the name, or why it cannot be loaded
-constexpr int CONFIGURE = 2;  ///< with key and value
-constexpr int OBJECTS = 3;    ///< brings objects, and errors
-constexpr int EVENTS = 4;     ///< brings events, and errors
-constexpr int EXECUTE = 5;    ///< with an identifier, operation and task; brings the task, and errors
+constexpr int LOAD = 1;     ///< brings the name, or why it cannot be loaded
+constexpr int OBJECTS = 2;  ///< brings objects, and errors
+constexpr int EVENTS = 3;   ///< brings events, and errors
+constexpr int EXECUTE = 4;  ///< with an identifier, operation and task; brings the task, and errors
 }  // namespace Ask
 
 /// An empty line within the outcome of EXECUTE asks whether to go on with the task as it was sent last. This
@@ -42,16 +41,6 @@ struct Message {
     std::vector<std::string> m_Texts;
 };
 
-/// A message as a line, and the adapters of this process.
-std::string WriteMessage(const Message& message);
-
-/// Whether a line is a message, and not a record that comes before one.
-bool IsMessage(const std::string& line);
-
-/// Reads a message, and registers adapters that this process does not have yet.
-/// @throws std::runtime_error when it is none
-Message ReadMessage(const std::string& line);
-
 /// @throws std::runtime_error when the line is no such record
 template <class Record>
 void ReadRecord(const std::string& line, Record& record) {
@@ -59,6 +48,49 @@ void ReadRecord(const std::string& line, Record& record) {
     if (!PI::FromJson(line, record, reason)) {
         throw std::runtime_error("what cannot be read: " + reason);
     }
+}
+
+/// Whether a line is a message, and not a record that comes before one.
+inline bool IsMessage(std::string_view line) {
+    constexpr std::string_view BEGIN = "{\"record\":\"operation\"";
+    return line.substr(0, BEGIN.size()) == BEGIN;
+}
+
+/// Texts as a property, which may hold any bytes.
+inline PI::CProperty TextList(const std::vector<std::string>& texts) {
+    PI::CProperty property;
+    property.m_Type = PI::PropertyType::MULTI_STRING;
+    property.m_Data.m_MultiString.m_Values = texts;
+    return property;
+}
+
+/// A message as a line, and the adapters of this process.
+inline std::string WriteMessage(const Message& message) {
+    PI::COperation operation;
+    operation.m_Header1 = static_cast<std::uint32_t>(message.m_Number);
+    operation.m_Properties.push_back(TextList(message.m_Texts));
+    for (const auto& [host, ids] : PI::CGlobalAdapterID::AllHostsAdaptersUniqueIDs) {
+        PI::CObject& list = operation.m_ObjectList.emplace_back();
+        list.m_Properties.push_back(TextList({host}));
+        list.m_RelatedIDs1.assign(ids.begin(), ids.end());
+    }
+    return PI::ToJson(operation);
+}
+
+/// Reads a message, and registers adapters that this process does not have yet.
+/// @throws std::exception when it is none
+inline Message ReadMessage(const std::string& line) {
+    PI::COperation operation;
+    ReadRecord(line, operation);
+    for (const PI::CObject& list : operation.m_ObjectList) {
+        PI::CGlobalAdapterID adapter;
+        adapter.m_HostName = list.m_Properties.at(0).m_Data.m_MultiString.m_Values.at(0);
+        for (const std::uint64_t id : list.m_RelatedIDs1) {
+            adapter.SetAdapterUniqueID(static_cast<int>(id));
+        }
+    }
+    return {static_cast<int>(operation.m_Header1),
+            operation.m_Properties.at(0).m_Data.m_MultiString.m_Values};
 }
 
 }  // namespace service

@@ -9,11 +9,10 @@
 
 #include <csignal>
 #include <fstream>
+#include <memory>
 #include <new>
-#include <optional>
 
 #include "channel.h"
-#include "plugin.h"
 #include "plugin_messages.h"
 
 namespace service {
@@ -37,7 +36,7 @@ void LimitMemory(std::size_t memoryMB) {
     std::set_new_handler([] { _exit(OUT_OF_MEMORY); });
 }
 
-int Execute(const Message& request, Plugin& plugin, Channel& host, std::vector<std::string>& errors) {
+int Execute(const Message& request, Plugin& plugin, Channel& host, Texts& errors) {
     PI::COperation operation;
     PI::CTask task;
     ReadRecord(request.m_Texts.at(1), operation);
@@ -53,42 +52,36 @@ int Execute(const Message& request, Plugin& plugin, Channel& host, std::vector<s
     return code;
 }
 
-Message Answer(const Message& request, const std::filesystem::path& file, std::optional<Plugin>& plugin,
-               Channel& host) {
-    Message outcome;
-    std::vector<std::string>& texts = outcome.m_Texts;
-    switch (request.m_Number) {
-        case Ask::LOAD: texts = {plugin.emplace(file).Name()}; break;
-        case Ask::CONFIGURE:
-            outcome.m_Number = plugin->Configure(request.m_Texts.at(0), request.m_Texts.at(1));
-            break;
-        case Ask::OBJECTS:
-            for (const PI::CObject& object : plugin->GetObjects(texts)) {
-                host.Send(PI::ToJson(object));
-            }
-            break;
-        case Ask::EVENTS:
-            for (const PI::CEvent& event : plugin->GetEvents(texts)) {
-                host.Send(PI::ToJson(event));
-            }
-            break;
-        default: outcome.m_Number = Execute(request, *plugin, host, texts);
+/// Sends what a call brings, a record a line.
+template <class Records>
+void Send(const Records& records, Channel& host) {
+    for (const auto& record : records) {
+        host.Send(PI::ToJson(record));
     }
-    return outcome;
 }
 
 }  // namespace
 
-void ServePlugin(const std::filesystem::path& file, std::size_t memoryMB) {
+void ServePlugin(const std::filesystem::path& file, std::size_t memoryMB,
+                 const std::vector<Setting>& settings) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     fcntl(PLUGIN_SOCKET, F_SETFD, FD_CLOEXEC);
     LimitMemory(memoryMB);
     Channel host(PLUGIN_SOCKET);
-    std::optional<Plugin> plugin;
+    std::unique_ptr<Plugin> plugin;
     for (std::string line; host.Receive(line);) {
         Message outcome;
         try {
-            outcome = Answer(ReadMessage(line), file, plugin, host);
+            const Message request = ReadMessage(line);
+            switch (request.m_Number) {
+                case Ask::LOAD:
+                    plugin = LoadPlugin(file, settings);
+                    outcome.m_Texts = {plugin->Name()};
+                    break;
+                case Ask::OBJECTS: Send(plugin->GetObjects(outcome.m_Texts), host); break;
+                case Ask::EVENTS: Send(plugin->GetEvents(outcome.m_Texts), host); break;
+                default: outcome.m_Number = Execute(request, *plugin, host, outcome.m_Texts);
+            }
         } catch (const std::exception& error) {
             outcome = {PI::ErrorCode::GENERAL, {error.what()}};
         }

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <map>
 #include <memory>
 #include <stdexcept>
 #include <system_error>
@@ -27,42 +28,31 @@ void Init(plog::IAppender* appender) {
     plog::init<Category>(plog::debug, appender);
 }
 
-struct CategoryRow {
-    int m_Category;
-    void (*m_Init)(plog::IAppender*);
-};
-
 template <int... Categories>
-struct CategoryTable {
-    static constexpr CategoryRow ROWS[] = {{Categories, &Init<Categories>}...};
-};
+std::map<int, void (*)(plog::IAppender*)> MakeTable() {
+    return {{Categories, &Init<Categories>}...};
+}
 
 // Loggers are numbered at compile time: each category that traces are written under is named here.
-constexpr const auto& CATEGORIES =
-    CategoryTable<0, 1, 2, 3, 4, 5, 6,                 // base library
-                  257, 258,                            // event providers
-                  275, 276,                            // plug-ins
-                  277, 278, 279, 280, 281, 282,        // service core
-                  288, 289, 290, 291, 292, 293,        // hardware RAID
-                  305, 306, 307, 308, 309, 310,        // AHCI
-                  311, 312,                            // remote interface
-                  315, 316, 317, 318, 319, 320,        // storage core
-                  516, 517,                            // database
-                  777, 778, 779, 780, 781, 782,        // chipset RAID
-                  889, 1000, 2001, 2002, 2003>::ROWS;  // threads, dummy, events, commands, exclusive
-
-const CategoryRow* FindCategory(int category) {
-    for (const CategoryRow& row : CATEGORIES) {
-        if (row.m_Category == category) {
-            return &row;
-        }
-    }
-    return nullptr;
+const auto& Categories() {
+    static const auto table =
+        MakeTable<0, 1, 2, 3, 4, 5, 6,             // base library
+                  257, 258,                        // event providers
+                  275, 276,                        // plug-ins
+                  277, 278, 279, 280, 281, 282,    // service core
+                  288, 289, 290, 291, 292, 293,    // hardware RAID
+                  305, 306, 307, 308, 309, 310,    // AHCI
+                  311, 312,                        // remote interface
+                  315, 316, 317, 318, 319, 320,    // storage core
+                  516, 517,                        // database
+                  777, 778, 779, 780, 781, 782,    // chipset RAID
+                  889, 1000, 2001, 2002, 2003>();  // threads, dummy, events, commands, exclusive
+    return table;
 }
 
 /// The appender says nothing when it cannot write, and waits where a pipe has no reader.
 void RequireWritable(const std::filesystem::path& file) {
-    const bool isThere = std::filesystem::exists(file);
+    const bool isThere = std::filesystem::exists(std::filesystem::symlink_status(file));
     if (isThere && !std::filesystem::is_regular_file(file)) {
         throw std::runtime_error(file.string() + ": is no file");
     }
@@ -73,22 +63,22 @@ void RequireWritable(const std::filesystem::path& file) {
 
 }  // namespace
 
-bool IsTraceCategory(int category) {
-    return FindCategory(category) != nullptr;
+std::set<int> TraceCategories() {
+    std::set<int> categories;
+    for (const auto& [category, init] : Categories()) {
+        categories.insert(category);
+    }
+    return categories;
 }
 
 void WriteTraces(int category, const std::filesystem::path& folder, const std::string& plugin) {
-    const CategoryRow* const row = FindCategory(category);
-    if (row == nullptr) {
-        return;
-    }
     // Made before the logger, so that it outlives it.
     static std::vector<std::unique_ptr<Appender>> appenders;
     const std::filesystem::path file =
         folder / ("trace-" + std::to_string(category) + (plugin.empty() ? "" : "-" + plugin) + ".log");
     RequireWritable(file);
     appenders.push_back(std::make_unique<Appender>(file.c_str(), MAX_FILE_SIZE, MAX_FILES));
-    row->m_Init(appenders.back().get());
+    Categories().at(category)(appenders.back().get());
     VELKTrace::tracesEnabled = true;
 }
 

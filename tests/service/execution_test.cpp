@@ -65,7 +65,15 @@ TEST_F(Execution, WithoutLeaveNothingIsCarriedOut) {
     const Outcome outcome = Run({"--execute", "task:disk:START_VERIFY"});
     EXPECT_EQ(outcome.m_Status, 2);
     EXPECT_EQ(outcome.m_Output, "");
-    EXPECT_THAT(outcome.m_Errors, StartsWith("service: without --allow-changes nothing is carried out\n"));
+    EXPECT_THAT(outcome.m_Errors, StartsWith("service: without --allow-changes nothing is carried out;"));
+}
+
+TEST_F(Execution, OneOperationIsCarriedOutAtATime) {
+    const std::string request = "task:disk:START_VERIFY";
+    const Outcome outcome = Run({"--allow-changes", "-x", request, "--execute", request});
+    EXPECT_EQ(outcome.m_Status, 2);
+    EXPECT_EQ(outcome.m_Output, "");
+    EXPECT_THAT(outcome.m_Errors, HasSubstr("--execute"));
 }
 
 TEST_F(Execution, LeaveAlonePrintsTheInventoryAsEver) {

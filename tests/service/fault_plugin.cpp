@@ -105,6 +105,10 @@ int PluginGetObjects(std::vector<PI::CObject>& objects, std::vector<std::string>
     Builder::AddText(adapter, Builder::Describe(ID::NAME, 1, Type::STRING), name);
     Builder::AddAdapterNumber(adapter, Builder::Describe(ID::ADAPTER_NUMBER, 1, Type::LONG), 500, 0, 0, 0);
     Builder::AddOperation(adapter, PI::OperationID::LOCATE_DEVICE, 1);
+    if (Variable("FAULT") == "twice") {
+        objects.push_back(adapter);
+        objects.back().m_Properties[0].SetValue("another");
+    }
     if (Variable("FAULT") == "print") {
         std::puts("a line");
     }

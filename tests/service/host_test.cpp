@@ -244,22 +244,26 @@ TEST(Host, AsksSmartctlForTheDrivesOfTheMachine) {
 TEST(Host, WithoutSmartctlThereAreNoDrivesAndOneTrace) {
     const TemporaryFolder traces;
     const PluginFolder plugins({SMARTCTL});
-    const Outcome outcome = RunHost({plugins.Path(), "--set", "smartctl.program=/nowhere/smartctl", "-t",
-                                     "275", "-t", "276", "-d", traces.Path()});
+    const Outcome outcome = RunProgram({"/usr/bin/env", "PATH=/nowhere", HOST, plugins.Path(), "-t", "275",
+                                        "-t", "276", "-d", traces.Path()},
+                                       TREES);
     EXPECT_EQ(outcome.m_Status, 0);
     EXPECT_EQ(outcome.m_Errors, "");
     EXPECT_EQ(outcome.m_Output, "Plug-in smartctl\n");
     const std::string text = ReadFile(traces.Path() / "trace-275.log");
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1);
-    EXPECT_NE(text.find("no drives: /nowhere/smartctl: No such file or directory\n"), std::string::npos);
+    EXPECT_NE(text.find("no drives: smartctl: No such file or directory\n"), std::string::npos);
     EXPECT_FALSE(fs::exists(traces.Path() / "trace-276.log"));
 }
 
 TEST(Host, AListOfDrivesThatFailsIsAnError) {
     const PluginFolder plugins({SMARTCTL});
-    const Outcome outcome = RunHost({plugins.Path(), "--set", "smartctl.program=/dev/null"});
-    EXPECT_EQ(outcome.m_Status, 1);
-    EXPECT_EQ(outcome.m_Errors, "service: smartctl: /dev/null: Permission denied\n");
+    for (const std::string error : {"/dev/null: Permission denied", "/nowhere: No such file or directory"}) {
+        const std::string program = error.substr(0, error.find(':'));
+        const Outcome outcome = RunHost({plugins.Path(), "--set", "smartctl.program=" + program});
+        EXPECT_EQ(outcome.m_Status, 1);
+        EXPECT_EQ(outcome.m_Errors, "service: smartctl: " + error + "\n");
+    }
 }
 
 TEST(Host, DriveThatCannotBeReadDoesNotHideTheOthers) {
@@ -358,9 +362,9 @@ TEST(Host, BadPluginGetsOneLineAndTheOthersGoOn) {
 }
 
 TEST(Host, AThreadIsCancelledWithinAPlugin) {
-    service::Plugin plugin(BAD / "cancel.so");
+    const auto plugin = service::LoadPlugin(BAD / "cancel.so");
     std::vector<std::string> errors;
-    EXPECT_TRUE(PI::Test::EndsCancelled([&] { plugin.GetObjects(errors); }));
+    EXPECT_TRUE(PI::Test::EndsCancelled([&] { plugin->GetObjects(errors); }));
     EXPECT_THAT(errors, testing::IsEmpty());
 }
 
@@ -422,8 +426,8 @@ TEST_P(Isolation, LibraryThatIsCutOffAnywhereGetsOneLine) {
         // What no loader reads, at the end, may be missing.
         EXPECT_THAT(outcome.m_Errors,
                     testing::AnyOf("",
-                                   "service: cut.so: breaks off\nservice: there is no plug-in "
-                                   "mdraid to be set up\n"))
+                                   "service: cut.so: breaks off\nservice: no plug-in mdraid is loaded that "
+                                   "could be set up\n"))
             << part;
         EXPECT_EQ(outcome.m_Status, outcome.m_Errors.empty() ? 0 : 1);
     }
@@ -431,13 +435,54 @@ TEST_P(Isolation, LibraryThatIsCutOffAnywhereGetsOneLine) {
 
 TEST_P(Isolation, PrintsTheSame) {
     std::vector<std::string> arguments = Options();
-    arguments.insert(arguments.end(), {PLUGIN_FOLDER, "--set", "mdraid.root=degraded", "--set",
-                                       "smartctl.folder=drives", "--set", "mdraid.colour=red"});
+    arguments.insert(arguments.end(),
+                     {PLUGIN_FOLDER, "--set", "mdraid.root=degraded", "--set", "smartctl.folder=drives"});
     const Outcome outcome = RunHost(arguments);
-    EXPECT_EQ(outcome.m_Status, 1);
-    EXPECT_EQ(outcome.m_Errors, "service: mdraid: does not take the setting colour\n");
+    EXPECT_EQ(outcome.m_Status, 0);
+    EXPECT_EQ(outcome.m_Errors, "");
     EXPECT_EQ(WithoutTimes(outcome.m_Output),
               ReadFile(EXPECTED / "degraded.txt") + ReadFile(EXPECTED / "drives.txt"));
+}
+
+TEST_P(Isolation, OutputThatCannotBeWrittenIsAnError) {
+    const std::string command = "'" HOST "' " + std::string(GetParam() ? "--isolate " : "");
+    const PluginFolder plugins({MDRAID});
+    for (const std::string& arguments :
+         {plugins.Path() + " --set mdraid.root=raid0", std::string("--help")}) {
+        for (const std::string output : {">&-", ">/dev/full"}) {
+            const Outcome outcome = RunProgram({"/bin/sh", "-c", command + arguments + output}, TREES);
+            EXPECT_EQ(outcome.m_Status, 1) << arguments << output;
+            EXPECT_EQ(outcome.m_Errors, "service: the output cannot be written\n");
+        }
+    }
+}
+
+TEST_P(Isolation, TheSamePluginAgainIsRefused) {
+    const PluginFolder plugins({MDRAID});
+    fs::create_symlink(MDRAID, fs::path(plugins.Path()) / "twin.so");
+    std::vector<std::string> arguments = Options();
+    arguments.insert(arguments.end(), {plugins.Path(), "--set", "mdraid.root=raid0"});
+    const Outcome outcome = RunHost(arguments);
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_EQ(outcome.m_Errors, "service: twin.so: is the plug-in mdraid, which is loaded already\n");
+    EXPECT_EQ(WithoutTimes(outcome.m_Output), ReadFile(EXPECTED / "raid0.txt"));
+}
+
+TEST(Host, AnIdentifierOfTwoObjectsIsToldOnceAndIsNoChange) {
+    setenv("FAULT", "twice", 1);
+    const PluginFolder plugins({BAD / "fault.so"});
+    const Outcome outcome = RunProgram(
+        {"/bin/sh", "-c",
+         ">output; '" HOST "' --watch=0.01 . >output & until [ $(grep -c TEST_TRAP output) -gt 2 ]; "
+         "do sleep 0.01; done; kill -TERM $!; wait $!"},
+        plugins.Path());
+    unsetenv("FAULT");
+    EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_EQ(outcome.m_Errors, "service: fault: more than one object has the identifier 1\n");
+    const std::string output = ReadFile(fs::path(plugins.Path()) / "output");
+    EXPECT_THAT(output, testing::StartsWith("Plug-in fault\n  Adapter 0: not set\n"));
+    EXPECT_THAT(output, testing::HasSubstr("\n  Adapter 0: another\n"));
+    EXPECT_THAT(output, testing::Not(testing::HasSubstr("->")));
 }
 
 TEST(Host, IsolatedPluginThatFailsIsToldAndTheOthersGoOn) {
@@ -494,40 +539,43 @@ TEST(Host, TracesThatCannotBeWrittenAreAnError) {
     ASSERT_EQ(mkfifo((folder.Path() / "trace-275.log").c_str(), 0600), 0);
     EXPECT_EQ(RunHost({PLUGIN_FOLDER, "-t", "275", "-d", "nowhere"}).m_Errors,
               "service: nowhere/trace-275.log: No such file or directory\n");
+    fs::create_symlink("nowhere/file", folder.Path() / "trace-276.log");
+    EXPECT_EQ(RunHost({PLUGIN_FOLDER, "-t", "276"}, folder.Path()).m_Errors,
+              "service: ./trace-276.log: is no file\n");
     const Outcome outcome = RunHost({PLUGIN_FOLDER, "-t", "275"}, folder.Path());
     EXPECT_EQ(outcome.m_Status, 1);
     EXPECT_EQ(outcome.m_Errors, "service: ./trace-275.log: is no file\n");
     EXPECT_EQ(outcome.m_Output, "");
 }
 
-TEST(Host, SettingThatNobodyTakesIsAnError) {
-    const PluginFolder plugins({MDRAID});
-    const Outcome outcome = RunHost(
-        {plugins.Path(), "--set", "mdraid.root=raid0", "--set", "mdraid.colour=red", "--set", "other.x=1"});
+TEST_P(Isolation, PluginThatDoesNotTakeASettingIsNotUsed) {
+    const PluginFolder plugins({MDRAID, BAD / "error_without_text.so"});
+    std::vector<std::string> arguments = Options();
+    arguments.insert(arguments.end(), {plugins.Path(), "--set", "mdraid.root=raid0", "--set",
+                                       "mdraid.colour=red", "--set", "bad.file=x", "--set", "other.x=1"});
+    const Outcome outcome = RunHost(arguments);
     EXPECT_EQ(outcome.m_Status, 1);
+    EXPECT_EQ(outcome.m_Output, "");
     EXPECT_EQ(outcome.m_Errors,
-              "service: mdraid: does not take the setting colour\n"
-              "service: there is no plug-in other to be set up\n");
+              "service: error_without_text.so: does not take the setting file: error 20000 GENERAL\n"
+              "service: mdraid.so: does not take the setting colour: error 20006 INVALID_PARAMETER\n"
+              "service: no plug-in mdraid is loaded that could be set up\n"
+              "service: no plug-in bad is loaded that could be set up\n"
+              "service: no plug-in other is loaded that could be set up\n");
 }
 
-TEST(Host, SettingThatCannotBeUsedIsToldWithTheError) {
-    const PluginFolder plugins({BAD / "error_without_text.so"});
-    const Outcome outcome = RunHost({plugins.Path(), "--set", "bad.file=nowhere"});
-    EXPECT_EQ(outcome.m_Status, 1);
-    EXPECT_EQ(outcome.m_Errors,
-              "service: bad: the setting file gives error 20000 GENERAL\n"
-              "service: bad: error 20006 INVALID_PARAMETER\n");
-}
-
-TEST(Host, BadUsageEndsWithTwoAndShowsTheUsage) {
+TEST(Host, BadUsageEndsWithTwoAndNamesTheHelp) {
     const Outcome help = RunHost({"--help"});
     EXPECT_EQ(help.m_Status, 0);
     EXPECT_EQ(help.m_Errors, "");
-    EXPECT_EQ(help.m_Output.substr(0, 36), "Usage: service [OPTION]... FOLDER\nLo");
+    EXPECT_THAT(help.m_Output, testing::HasSubstr("\nUsage: service [OPTIONS] FOLDER\n"));
+    EXPECT_THAT(help.m_Output, testing::HasSubstr("--execute PLUGIN:OBJECT:OPERATION[:NAME=VALUE]..."));
+    EXPECT_THAT(help.m_Output, testing::Not(testing::HasSubstr("isolated-plugin")));
     const Outcome outcome = RunHost({"-t", "4711", "."});
     EXPECT_EQ(outcome.m_Status, 2);
     EXPECT_EQ(outcome.m_Output, "");
-    EXPECT_EQ(outcome.m_Errors, "service: \"4711\" is not the number of a trace category\n" + help.m_Output);
+    EXPECT_THAT(outcome.m_Errors, testing::StartsWith("service: --trace: 4711 not in {0,1,"));
+    EXPECT_THAT(outcome.m_Errors, testing::EndsWith("; see service --help\n"));
 }
 
 TEST(Host, MissingFolderOrLanguageFileIsAnError) {
@@ -544,15 +592,14 @@ TEST(MdraidPlugin, ReportsWhatChangesBetweenTwoPolls) {
     const TemporaryFolder root;
     const std::string head = "Personalities : [raid1] \nmd0 : active raid1 sdb[1] sda[0]\n      64 blocks ";
     const std::string tail = "\n      \nunused devices: <none>\n";
-    service::Plugin plugin(MDRAID);
-    ASSERT_EQ(plugin.Configure("root", root.Path()), PI::ErrorCode::SUCCESS);
+    const auto plugin = service::LoadPlugin(MDRAID, {{"mdraid", "root", root.Path()}});
     std::vector<std::string> errors;
     std::vector<std::uint64_t> arrayIDs;
     const auto poll = [&](const std::string& slots) {
         root.Write("proc/mdstat", head + slots + tail);
-        arrayIDs.push_back(plugin.GetObjects(errors).at(1).m_ObjectID);
+        arrayIDs.push_back(plugin->GetObjects(errors).at(1).m_ObjectID);
         std::vector<unsigned> events;
-        for (const PI::CEvent& event : plugin.GetEvents(errors)) {
+        for (const PI::CEvent& event : plugin->GetEvents(errors)) {
             EXPECT_EQ(event.m_Handle, arrayIDs.back());
             events.push_back(event.m_EventID);
         }
@@ -673,11 +720,10 @@ TEST(MdraidPlugin, DriveThatIsNamedTwiceIsTwoObjects) {
     root.Write(
         "proc/mdstat",
         "md0 : active raid1 sda[2](S) sda[1] sdb[0]\n      64 blocks [2/2] [UU]\n\nunused devices: <none>\n");
-    service::Plugin plugin(MDRAID);
-    plugin.Configure("root", root.Path());
+    const auto plugin = service::LoadPlugin(MDRAID, {{"mdraid", "root", root.Path()}});
     std::vector<std::string> errors;
     std::vector<std::uint64_t> ids;
-    for (const PI::CObject& object : plugin.GetObjects(errors)) {
+    for (const PI::CObject& object : plugin->GetObjects(errors)) {
         ids.push_back(object.m_ObjectID);
     }
     std::sort(ids.begin(), ids.end());

@@ -21,8 +21,8 @@ namespace {
 
 namespace fs = std::filesystem;
 using PI::Test::TemporaryFolder;
-using service::IsolatedPlugin;
 using service::IsolationLimits;
+using service::Plugin;
 using std::chrono::milliseconds;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -44,12 +44,17 @@ protected:
 
     static void SetFault(const std::string& fault) { setenv("FAULT", fault.c_str(), 1); }
 
-    IsolatedPlugin Start(const std::string& file = FAULT_PLUGIN) const {
-        return {{HOST, "--memory-limit=64", "--isolated-plugin=" + file, "."}, "no name", m_Limits};
+    std::unique_ptr<Plugin> Start(const std::string& file = FAULT_PLUGIN,
+                                  const std::vector<std::string>& settings = {}) const {
+        service::Texts command = {HOST, "--memory-limit=64", "--isolated-plugin=" + file, "."};
+        for (const std::string& setting : settings) {
+            command.insert(command.end(), {"--set", setting});
+        }
+        return service::IsolatePlugin(command, "no name", m_Limits);
     }
 
     /// Calls as soon as the plug-in may have been started again.
-    std::vector<PI::CObject> GetObjects(IsolatedPlugin& plugin) {
+    std::vector<PI::CObject> GetObjects(Plugin& plugin) {
         std::vector<PI::CObject> objects;
         do {
             m_Errors.clear();
@@ -58,7 +63,7 @@ protected:
         return objects;
     }
 
-    std::string TextOfOnlyEvent(IsolatedPlugin& plugin) {
+    std::string TextOfOnlyEvent(Plugin& plugin) {
         std::string text;
         int count = 0;
         for (PI::CEvent& event : plugin.GetEvents(m_Errors)) {
@@ -105,7 +110,7 @@ class Fault : public Isolated, public testing::WithParamInterface<Kind> {};
 TEST_P(Fault, InAnyFunctionIsAnErrorAndAnEvent) {
     const std::pair<const char*, const char*> FUNCTIONS[] = {
         {"load", "no name loading"},           {"version", "no name loading"},
-        {"name", "no name loading"},           {"configure", "fault PluginConfigure"},
+        {"name", "no name loading"},           {"configure", "no name loading"},
         {"objects", "fault PluginGetObjects"}, {"events", "fault PluginGetEvents"},
         {"execute", "fault PluginExecute"},
     };
@@ -114,12 +119,11 @@ TEST_P(Fault, InAnyFunctionIsAnErrorAndAnEvent) {
     m_Limits.m_Time = milliseconds(kind == "loop" ? 500 : kind == "leak" ? 3000 : 60000);
     for (const auto& [function, text] : FUNCTIONS) {
         SetFault(std::string(function) + " " + GetParam().m_Name);
-        IsolatedPlugin plugin = Start();
+        const auto plugin = Start(FAULT_PLUGIN, {"fault.name=x"});
         PI::CTask task;
-        plugin.Configure("name", "x");
-        plugin.GetObjects(m_Errors);
-        plugin.Execute(1, {}, GO_ON, task, m_Errors);
-        EXPECT_THAT(TextOfOnlyEvent(plugin),
+        plugin->GetObjects(m_Errors);
+        plugin->Execute(1, {}, GO_ON, task, m_Errors);
+        EXPECT_THAT(TextOfOnlyEvent(*plugin),
                     testing::MatchesRegex("plug-in " + std::string(text) + ": " + GetParam().m_Text +
                                           "; it may be started again after 3600000 ms"));
         EXPECT_THAT(m_Errors, testing::Contains("waits to be started again")) << function;
@@ -140,54 +144,64 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& instance) { return std::string(instance.param.m_Name); });
 
 TEST_F(Isolated, ProcessIsStartedAgainWithItsSettings) {
+    for (const char* const fault : {"objects abort", "configure abort"}) {
+        const TemporaryFolder folder;
+        setenv("FAULT_ONCE", (folder.Path() / "done").c_str(), 1);
+        SetFault(fault);
+        m_Limits.m_FirstPause = milliseconds(0);
+        const auto plugin =
+            Start(FAULT_PLUGIN, {"fault.name=first", "fault.name= second\n", "other.name=third"});
+        EXPECT_THAT(GetObjects(*plugin), SizeIs(fault[0] == 'o' ? 0 : 1));
+        EXPECT_THAT(m_Errors, ElementsAre(testing::EndsWith(
+                                  "ended by signal 6 (Aborted); it may be started again after 0 ms")));
+        const auto objects = GetObjects(*plugin);
+        EXPECT_THAT(m_Errors, IsEmpty());
+        ASSERT_THAT(objects, SizeIs(1));
+        EXPECT_EQ(NameOf(objects[0]), "second");  // as the builder trims it
+        EXPECT_EQ(plugin->Name(), "fault");
+    }
+}
+
+TEST_F(Isolated, SettingThatIsRefusedAtTheRestartIsAnErrorOfTheCall) {
     const TemporaryFolder folder;
     setenv("FAULT_ONCE", (folder.Path() / "done").c_str(), 1);
-    SetFault("objects abort");
+    SetFault("name abort");
     m_Limits.m_FirstPause = milliseconds(0);
-    IsolatedPlugin plugin = Start();
-    ASSERT_EQ(plugin.Configure("name", "first"), PI::ErrorCode::SUCCESS);
-    ASSERT_EQ(plugin.Configure("name", " second\n"), PI::ErrorCode::SUCCESS);
-    ASSERT_EQ(plugin.Configure("colour", "red"), PI::ErrorCode::INVALID_PARAMETER);
-    EXPECT_THAT(GetObjects(plugin), IsEmpty());
+    const auto plugin = Start(FAULT_PLUGIN, {"fault.colour=red"});
+    EXPECT_THAT(GetObjects(*plugin), IsEmpty());
+    EXPECT_THAT(m_Errors, testing::Contains(testing::StartsWith(
+                              "loading: does not take the setting colour: error 20006 INVALID_PARAMETER; ")));
+}
+
+TEST_F(Isolated, ReasonsOfAFailedStartComeWithTheNextCall) {
+    SetFault("load abort");
+    m_Limits.m_FirstPause = HOUR;
+    const auto plugin = Start();
+    plugin->GetObjects(m_Errors);
     EXPECT_THAT(m_Errors,
-                ElementsAre("PluginGetObjects: ended by signal 6 (Aborted); it may be started again "
-                            "after 0 ms"));
-    const auto objects = GetObjects(plugin);
-    EXPECT_THAT(m_Errors, IsEmpty());
-    ASSERT_THAT(objects, SizeIs(1));
-    EXPECT_EQ(NameOf(objects[0]), "second");  // as the builder trims it
-    EXPECT_EQ(plugin.Name(), "fault");
+                ElementsAre(HasSubstr("loading: ended by signal 6 (Aborted);"), "waits to be started again"));
 }
 
-TEST_F(Isolated, SettingThatEndsTheProcessIsKept) {
+TEST_F(Isolated, SettingsAreForThePluginWhateverItsFileIsCalled) {
     const TemporaryFolder folder;
-    setenv("FAULT_ONCE", (folder.Path() / "done").c_str(), 1);
-    SetFault("configure abort");
-    m_Limits.m_FirstPause = milliseconds(0);
-    IsolatedPlugin plugin = Start();
-    EXPECT_EQ(plugin.Configure("name", "kept"), PI::ErrorCode::GENERAL);
-    EXPECT_EQ(NameOf(GetObjects(plugin).at(0)), "kept");
-}
-
-TEST_F(Isolated, SettingThatIsRefusedAtTheRestartIsAnErrorOfTheNextCall) {
-    const TemporaryFolder folder;
-    setenv("FAULT_ONCE", (folder.Path() / "done").c_str(), 1);
-    SetFault("configure abort");
-    m_Limits.m_FirstPause = milliseconds(0);
-    IsolatedPlugin plugin = Start();
-    plugin.Configure("colour", "red");
-    EXPECT_THAT(GetObjects(plugin), SizeIs(1));
-    EXPECT_THAT(m_Errors, ElementsAre("the setting colour gives error 20006 INVALID_PARAMETER"));
+    fs::create_symlink(FAULT_PLUGIN, folder.Path() / "other.so");
+    setenv("FAULT_ONCE", "done", 1);
+    SetFault("load abort");
+    PI::Test::RunProgram({"/bin/sh", "-c",
+                          "'" HOST "' --isolate --watch=0.01 --set fault.name=kept . >output & until grep -q "
+                          "'NAME: ' output; do sleep 0.01; done; kill -TERM $!; wait $!"},
+                         folder.Path());
+    EXPECT_THAT(PI::Test::ReadFile(folder.Path() / "output"), HasSubstr("NAME: (none) -> kept\n"));
 }
 
 TEST_F(Isolated, PausesDouble) {
     SetFault("load abort");
     m_Limits.m_FirstPause = milliseconds(1);
     m_Limits.m_LongestPause = milliseconds(4);
-    IsolatedPlugin plugin = Start();
-    EXPECT_THAT(TextOfOnlyEvent(plugin), HasSubstr("after 1 ms"));
+    const auto plugin = Start();
+    EXPECT_THAT(TextOfOnlyEvent(*plugin), HasSubstr("after 1 ms"));
     for (const char* const pause : {"after 2 ms", "after 4 ms", "after 4 ms"}) {
-        GetObjects(plugin);
+        GetObjects(*plugin);
         EXPECT_THAT(m_Errors, ElementsAre(HasSubstr(pause)));
     }
 }
@@ -196,43 +210,42 @@ TEST_F(Isolated, PausesBeginAnewAfterALongLife) {
     SetFault("events abort");
     m_Limits.m_FirstPause = milliseconds(1);
     m_Limits.m_LongestPause = milliseconds(4);
-    IsolatedPlugin plugin = Start();
+    const auto plugin = Start();
     for (int life = 0; life < 3; ++life) {
-        GetObjects(plugin);
+        GetObjects(*plugin);
         std::this_thread::sleep_for(milliseconds(5));
-        GetObjects(plugin);
-        EXPECT_THAT(TextOfOnlyEvent(plugin), HasSubstr("after 1 ms"));
+        GetObjects(*plugin);
+        EXPECT_THAT(TextOfOnlyEvent(*plugin), HasSubstr("after 1 ms"));
     }
 }
 
 TEST_F(Isolated, AdaptersHaveTheNumbersOfOneProcessAlsoAfterARestart) {
     SetFault("events abort");
     m_Limits.m_FirstPause = milliseconds(0);
-    IsolatedPlugin mdraid = Start(MDRAID);
-    IsolatedPlugin fault = Start();
-    ASSERT_EQ(mdraid.Configure("root", TREES_FOLDER "/raid0"), PI::ErrorCode::SUCCESS);
+    const auto mdraid = Start(MDRAID, {"mdraid.root=" TREES_FOLDER "/raid0"});
+    const auto fault = Start();
     std::vector<std::uint64_t> numbers;
     for (int life = 0; life < 2; ++life) {
-        numbers.push_back(AdapterNumber(GetObjects(fault).at(0)));
-        numbers.push_back(AdapterNumber(GetObjects(mdraid).at(0)));
-        EXPECT_THAT(TextOfOnlyEvent(fault), HasSubstr("PluginGetEvents: ended by signal 6"));
+        numbers.push_back(AdapterNumber(GetObjects(*fault).at(0)));
+        numbers.push_back(AdapterNumber(GetObjects(*mdraid).at(0)));
+        EXPECT_THAT(TextOfOnlyEvent(*fault), HasSubstr("PluginGetEvents: ended by signal 6"));
     }
     EXPECT_THAT(numbers, ElementsAre(0, 1, 0, 1));
 }
 
 TEST_F(Isolated, ObjectsHaveIdentifiersOfTheHost) {
-    IsolatedPlugin plugin = Start();
+    const auto plugin = Start();
     const PI::CObject before;
-    const std::uint64_t first = GetObjects(plugin).at(0).m_UniqueID;
-    const std::uint64_t second = GetObjects(plugin).at(0).m_UniqueID;
+    const std::uint64_t first = GetObjects(*plugin).at(0).m_UniqueID;
+    const std::uint64_t second = GetObjects(*plugin).at(0).m_UniqueID;
     EXPECT_GT(first, before.m_UniqueID);
     EXPECT_GT(second, first);
 }
 
 TEST_F(Isolated, ErrorsOfAPluginArriveAsTheyAre) {
     SetFault("error");
-    IsolatedPlugin plugin = Start();
-    EXPECT_THAT(GetObjects(plugin), SizeIs(1));
+    const auto plugin = Start();
+    EXPECT_THAT(GetObjects(*plugin), SizeIs(1));
     EXPECT_THAT(m_Errors, ElementsAre(" two\nlines\xFF "));
 }
 
@@ -241,7 +254,7 @@ TEST_F(Isolated, FileThatIsNoPluginIsRefusedAsInTheHostsProcess) {
         const std::string file = std::string(BAD_PLUGIN_FOLDER "/") + name;
         std::string expected;
         try {
-            service::Plugin plugin(file);
+            service::LoadPlugin(file);
         } catch (const std::exception& error) {
             expected = error.what();
         }
@@ -255,17 +268,17 @@ TEST_F(Isolated, FileThatIsNoPluginIsRefusedAsInTheHostsProcess) {
 }
 
 TEST_F(Isolated, ProgramThatIsMissingIsAnEvent) {
-    IsolatedPlugin plugin({"/nowhere/program"}, "no name", m_Limits);
-    EXPECT_THAT(TextOfOnlyEvent(plugin), HasSubstr("loading: /nowhere/program: No such file or directory;"));
+    const auto plugin = service::IsolatePlugin({"/nowhere/program"}, "no name", m_Limits);
+    EXPECT_THAT(TextOfOnlyEvent(*plugin), HasSubstr("loading: /nowhere/program: No such file or directory;"));
 }
 
 TEST_F(Isolated, ProcessIsStartedAgainWhereNobodyWaitsForChildren) {
     SetFault("events abort");
     m_Limits.m_FirstPause = milliseconds(0);
     const auto before = std::signal(SIGCHLD, SIG_IGN);
-    IsolatedPlugin plugin = Start();
-    plugin.GetEvents(m_Errors);
-    EXPECT_THAT(GetObjects(plugin), SizeIs(1));
+    const auto plugin = Start();
+    plugin->GetEvents(m_Errors);
+    EXPECT_THAT(GetObjects(*plugin), SizeIs(1));
     std::signal(SIGCHLD, before);
 }
 
@@ -273,9 +286,9 @@ TEST_F(Isolated, NothingIsLeftWhenTheHostIsDone) {
     SetFault("objects loop");
     m_Limits.m_Time = milliseconds(100);
     {
-        IsolatedPlugin idle = Start(MDRAID);
-        IsolatedPlugin hanging = Start();
-        hanging.GetObjects(m_Errors);
+        const auto idle = Start(MDRAID);
+        const auto hanging = Start();
+        hanging->GetObjects(m_Errors);
     }
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
     EXPECT_EQ(errno, ECHILD);

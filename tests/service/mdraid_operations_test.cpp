@@ -310,6 +310,23 @@ TEST_F(MdraidOperations, AReadOnlyArrayAndOneOfABIOSAreNotTouchedByMdadm) {
     EXPECT_THAT(Offers("md127"), IsEmpty());
 }
 
+TEST_F(MdraidOperations, AnArrayThatTheListAloneCallsReadOnlyIsNotChanged) {
+    SetList("md0 : active (read-only) raid1 sdb1[1] sda1[0]\n      64 blocks super 1.2 [2/2] [UU]\n");
+    EXPECT_THAT(Offers("md0"), IsEmpty());
+    EXPECT_THAT(Offers("sda1"), IsEmpty());
+    SetList("md0 : active (auto-read-only) raid1 sdb1[1] sda1[0]\n      64 blocks super 1.2 [2/2] [UU]\n");
+    EXPECT_THAT(Offers("md0"), ElementsAre("CREATE_DEDICATED_HOTSPARE", "START_CHECK"));
+}
+
+TEST_F(MdraidOperations, ADriveThatTheArrayCannotDoWithoutIsNotMadeOffline) {
+    SetList("md0 : active raid1 sda1[0]\n      64 blocks super 1.2 [1/1] [U]\n");
+    EXPECT_THAT(Offers("sda1"), IsEmpty());
+    SetList("md0 : active raid10 sdb1[1] sda1[0]\n      64 blocks super 1.2 512K chunks [2/2] [UU]\n");
+    EXPECT_THAT(Offers("sda1"), IsEmpty());  // copies that are not known
+    SetList("md0 : active raid10 sdb1[1] sda1[0]\n      64 blocks 512K chunks 2 far-copies [2/2] [UU]\n");
+    EXPECT_THAT(Offers("sda1"), ElementsAre("MAKE_OFFLINE"));
+}
+
 TEST_F(MdraidOperations, AMemberIsFailedAndRemoved) {
     EXPECT_THAT(Offers("sdb1"), ElementsAre("MAKE_OFFLINE"));
     EXPECT_EQ(Execute("sdb1", Operation::MAKE_OFFLINE), "");
@@ -516,7 +533,7 @@ TEST_F(MdraidCreation, WhatCannotBeMadeIsRefusedBeforeMdadmIsAsked) {
         {ArrayOf(one + "</Container><Container>" + Drive("sdd")), shape},
         {ArrayOf(one + member), "object " + memberID + " is no drive that is free, or is named twice"},
         {ArrayOf(one + one), "object " + driveID + " is no drive that is free, or is named twice"},
-        {ArrayOf(one + "<Drive ObjectID='99'/>"), "object 99 is gone"},
+        {ArrayOf(one + "<Drive ObjectID='99'/>"), "object 99 is no drive that is free, or is named twice"},
         {ArrayOf(one + "<Drive ObjectID='1'/>"), "object 1 is no drive that is free, or is named twice"},
         {ArrayOf(Drive("sdc", "64")), "drive " + driveID + ": mdadm begins where a drive begins"},
         {"<LogicalDriveConfiguration><Containers><Container>" + one +

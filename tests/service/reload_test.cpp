@@ -40,10 +40,9 @@ void Use(const std::filesystem::path& file, const std::string& key, const std::s
     std::vector<PI::CEvent> events;
     std::vector<std::string> errors;
     {
-        service::Plugin plugin(file);
-        ASSERT_EQ(plugin.Configure(key, value), PI::ErrorCode::SUCCESS);
-        objects = plugin.GetObjects(errors);
-        events = plugin.GetEvents(errors);
+        const auto plugin = service::LoadPlugin(file, {{file.stem(), key, value}});
+        objects = plugin->GetObjects(errors);
+        events = plugin->GetEvents(errors);
     }
     // Unloaded, and what it has given is still good.
     ASSERT_EQ(dlopen(file.c_str(), RTLD_NOW | RTLD_NOLOAD), nullptr);

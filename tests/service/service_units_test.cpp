@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // Pieces of the host.
-#include <getopt.h>
 #include <gmock/gmock.h>
 #include <pi/exchange/model_json.h>
 #include <pi/object_builder.h>
@@ -196,7 +195,6 @@ Options Parse(std::vector<std::string> arguments) {
         argv.push_back(argument.data());
     }
     argv.push_back(nullptr);
-    optind = 0;  // begin anew
     return service::ParseOptions(static_cast<int>(arguments.size()), argv.data());
 }
 
@@ -228,24 +226,25 @@ TEST(Options, LimitsAndIntervals) {
     EXPECT_FALSE(none.m_Isolate);
     EXPECT_FALSE(none.m_PrintJson);
     EXPECT_FALSE(none.m_WatchInterval.has_value());
-    EXPECT_EQ(none.m_TimeLimit, milliseconds(60000));
+    EXPECT_EQ(none.m_TimeLimitMs, 60000);
     EXPECT_EQ(none.m_MemoryLimitMB, 1024U);
     const Options all = Parse({"-i", "-j", "-w", "--time-limit", "1", "--memory-limit=2147483647", "folder"});
     EXPECT_TRUE(all.m_Isolate);
     EXPECT_TRUE(all.m_PrintJson);
     EXPECT_EQ(all.m_WatchInterval, milliseconds(10000));
-    EXPECT_EQ(all.m_TimeLimit, milliseconds(1));
+    EXPECT_EQ(all.m_TimeLimitMs, 1);
     EXPECT_EQ(all.m_MemoryLimitMB, 2147483647U);
     EXPECT_THAT(all.m_Arguments, testing::Contains("--memory-limit=2147483647"));
     EXPECT_EQ(Parse({"--watch=0.001", "folder"}).m_WatchInterval, milliseconds(1));
-    EXPECT_EQ(Parse({"-w86400", "folder"}).m_WatchInterval, milliseconds(86400000));
-    for (const std::string interval : {"", "0", "0.0009", "86401", "x", "1s", "nan", "inf", "-1"}) {
+    EXPECT_EQ(Parse({"--watch=86400", "folder"}).m_WatchInterval, milliseconds(86400000));
+    for (const std::string interval : {"0", "0.0009", "86401", "x", "1s", "nan", "inf", "-1"}) {
         EXPECT_EQ(ParseError({"--watch=" + interval, "a"}),
                   "\"" + interval + "\" is no number of seconds from 0.001 to 86400");
     }
     for (const std::string limit : {"", "0", "-1", "x", "1.5", "2147483648", "99999999999"}) {
-        EXPECT_EQ(ParseError({"--time-limit", limit, "a"}), "\"" + limit + "\" is no limit");
-        EXPECT_EQ(ParseError({"--memory-limit", limit, "a"}), "\"" + limit + "\" is no limit");
+        for (const std::string option : {"--time-limit", "--memory-limit"}) {
+            EXPECT_THAT(ParseError({option, limit, "a"}), testing::StartsWith(option)) << limit;
+        }
     }
 }
 
@@ -263,13 +262,18 @@ TEST(Options, RequestIsTakenApart) {
 }
 
 TEST(Options, MistakesAreNamed) {
-    EXPECT_EQ(ParseError({}), "the folder of the plug-ins is missing");
-    EXPECT_EQ(ParseError({"a", "b"}), "one folder is enough");
-    EXPECT_EQ(ParseError({"--nonsense", "a"}), "there is no option --nonsense");
-    EXPECT_EQ(ParseError({"a", "-t"}), "-t needs a value");
-    for (const std::string category : {"x", "", "7", "274", "275 ", "-1", "99999999999"}) {
-        EXPECT_EQ(ParseError({"-t", category, "a"}),
-                  "\"" + category + "\" is not the number of a trace category");
+    EXPECT_EQ(ParseError({}), "FOLDER is required");
+    const std::pair<std::vector<std::string>, const char*> WRONG[] = {
+        {{"a", "b"}, "b"},
+        {{"--nonsense", "a"}, "--nonsense"},
+        {{"-jzi", "a"}, "-z"},
+        {{"a", "-t"}, "--trace"},
+        {{"-d", "a", "-d", "b", "c"}, "--trace-folder"}};
+    for (const auto& [arguments, word] : WRONG) {
+        EXPECT_THAT(ParseError(arguments), testing::HasSubstr(word));
+    }
+    for (const std::string category : {"x", "7", "274", "275x", "-1", "99999999999"}) {
+        EXPECT_THAT(ParseError({"-t", category, "a"}), testing::StartsWith("--trace: ")) << category;
     }
     EXPECT_EQ(ParseError({"-x", "a:b:c", "a"}), "without --allow-changes nothing is carried out");
     for (const std::string request : {"", "a", "a:b", "a:b:", "a::c", ":b:c", "a:b:c:", "a:b:c:d", "a:b:c:=d",
@@ -284,18 +288,12 @@ TEST(Options, MistakesAreNamed) {
 }
 
 TEST(TraceFiles, KnowTheCategoriesOfTheLibraryAndNoOthers) {
-    std::set<int> known;
-    for (int category = -1; category < 3000; ++category) {
-        if (service::IsTraceCategory(category)) {
-            known.insert(category);
-        }
-    }
     const std::set<int> categories = {
 #define PI_TRACE_CATEGORY(category, tag, line) category,
 #include "trace/categories.def"
 #undef PI_TRACE_CATEGORY
     };
-    EXPECT_EQ(known, categories);
+    EXPECT_EQ(service::TraceCategories(), categories);
 }
 
 TEST(TraceFiles, AreRolled) {

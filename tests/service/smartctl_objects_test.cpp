@@ -108,6 +108,18 @@ TEST(SmartctlEvents, WearFromItsThresholdOnIsToldOnce) {
                 testing::ElementsAre("11090 90 percent worn"));
 }
 
+TEST(SmartctlEvents, TheNextDriveUnderTheSameNameIsToldToo) {
+    shared::ObjectIDs ids;
+    smartctl::EventLog log;
+    for (const std::string serial : {"S1", "S2", "S1"}) {
+        log.Update(Read(Disk(R"(,"serial_number":")" + serial + R"(","smart_status":{"passed":false})")),
+                   ids);
+    }
+    std::vector<PI::CEvent> events = log.Take();
+    ASSERT_EQ(events.size(), 2U);
+    EXPECT_EQ(events[1].GetPlaceHolder1(), "ACME D1 (/dev/sda, serial number S2)");
+}
+
 TEST(SmartctlEvents, ADriveThatIsToBeReplacedIsToldWithTheReason) {
     EXPECT_THAT(Events(Disk(R"(,"smart_status":{"passed":false})")),
                 testing::ElementsAre("10044 the drive says that it is failing"));

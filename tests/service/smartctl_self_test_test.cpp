@@ -114,7 +114,7 @@ TEST_F(SmartctlSelfTest, ThatIsOverAtOnceIsKnownByTheLogAlone) {
     const auto report = [](const PI::CTask&) -> bool { throw std::logic_error("reported"); };
     EXPECT_THAT(Execute("long", report),
                 ElementsAre("/dev/sda: was not seen testing itself, and keeps no log"));
-    EXPECT_EQ(Told(), "--json --test=long -d sat /dev/sda\n");
+    EXPECT_EQ(Told(), "--json --test=long -d sat /dev/sda\n--json --abort -d sat /dev/sda\n");
     Answer(R"(,"ata_smart_self_test_log":{"standard":{"table":[]}})");
     EXPECT_THAT(Execute("long", report), IsEmpty());
     EXPECT_EQ(m_Task.m_TaskText2, "0 failed since the last one that passed");
@@ -178,6 +178,17 @@ TEST_F(SmartctlSelfTest, ThatCannotBeFollowedSaysWhy) {
     std::vector<std::string> errors;
     PluginExecute(drive.m_ObjectID, drive.m_Operations.at(0), GoOn, m_Task, errors);
     EXPECT_THAT(errors, ElementsAre("/dev/sda: no report of smartctl"));
+    EXPECT_EQ(Told(), "--json --test=short -d sat /dev/sda\n--json --abort -d sat /dev/sda\n");
+}
+
+TEST_F(SmartctlSelfTest, ThatNobodyFollowsAnyMoreIsEnded) {
+    const PI::CObject drive = Objects().at(1);
+    Answer(Running(IN_PROGRESS_60));
+    const auto report = [](const PI::CTask&) -> bool { throw std::runtime_error("nobody is there"); };
+    std::vector<std::string> errors;
+    PluginExecute(drive.m_ObjectID, drive.m_Operations.at(0), report, m_Task, errors);
+    EXPECT_THAT(errors, ElementsAre("nobody is there"));
+    EXPECT_EQ(Told(), "--json --test=short -d sat /dev/sda\n--json --abort -d sat /dev/sda\n");
 }
 
 TEST_F(SmartctlSelfTest, IsNotOfferedOnADriveFromAFile) {

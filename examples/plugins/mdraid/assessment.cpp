@@ -10,9 +10,6 @@
 namespace mdraid {
 namespace {
 
-namespace Value = PI::PropertyValue;
-using PI::_PROPERTY_VALUE;
-
 // How many slots a level can do without; ALL_BUT_ONE for mirrors of everything, BY_LAYOUT for RAID 10.
 constexpr int ALL_BUT_ONE = -1;
 constexpr int BY_LAYOUT = -2;
@@ -34,12 +31,9 @@ constexpr Level LEVELS[] = {
 constexpr Level OTHER_LEVEL = {"", Value::UNKNOWN, NOT_KNOWN};
 
 const Level& FindLevel(std::string_view name) {
-    for (const Level& level : LEVELS) {
-        if (level.m_Name == name) {
-            return level;
-        }
-    }
-    return OTHER_LEVEL;
+    const auto row = std::find_if(std::begin(LEVELS), std::end(LEVELS),
+                                  [&](const Level& level) { return level.m_Name == name; });
+    return row == std::end(LEVELS) ? OTHER_LEVEL : *row;
 }
 
 bool TakesASlot(const Member& member) {
@@ -73,27 +67,21 @@ std::optional<std::uint32_t> FindSlot(const Array& array, const Member& member, 
 
 /// The members that are being filled, or wait for it, by name: as many as take a slot and do not work.
 std::set<std::string> FindOutOfDate(const Array& array, const SysfsArray& sysfs) {
-    struct Candidate {
-        int m_Doubt;             // 0 in a slot that works, 1 in an unknown one, 2 in one that does not
-        std::uint32_t m_Number;  // they ascend: the latest is the one that is not ready yet
-        std::string m_Name;
-        bool operator<(const Candidate& other) const {
-            return std::tie(m_Doubt, m_Number) < std::tie(other.m_Doubt, other.m_Number);
-        }
-    };
-    std::vector<Candidate> candidates;
+    // First those of which it is sure that they work. The doubt is 0 in a slot that works, 1 in an unknown
+    // one, 2 in one that does not; numbers ascend: the latest is the one that is not ready yet.
+    std::vector<std::tuple<int, std::uint32_t, std::string>> candidates;
     for (const Member& member : array.m_Members) {
         const std::optional<std::uint32_t> slot = FindSlot(array, member, sysfs);
         if (TakesASlot(member)) {
             const int doubt = !slot.has_value() ? 1 : IsHole(array, *slot) ? 2 : 0;
-            candidates.push_back({doubt, member.m_Number.value_or(UINT32_MAX), member.m_Name});
+            candidates.emplace_back(doubt, member.m_Number.value_or(UINT32_MAX), member.m_Name);
         }
     }
     std::sort(candidates.begin(), candidates.end());
     std::set<std::string> outOfDate;
     const std::size_t working = array.m_Slots.has_value() ? *array.m_Slots - CountMissing(array) : SIZE_MAX;
     for (std::size_t i = working; i < candidates.size(); ++i) {
-        outOfDate.insert(candidates[i].m_Name);
+        outOfDate.insert(std::get<std::string>(candidates[i]));
     }
     return outOfDate;
 }
@@ -180,15 +168,25 @@ _PROPERTY_VALUE FindActivity(const Array& array, const SysfsArray& sysfs, bool r
     return Value::UNKNOWN;
 }
 
+/// How many drives can be lost, whichever they are.
+std::uint32_t Spared(const Array& array, const Level& level) {
+    const std::uint32_t slots = array.m_Slots.value_or(0);
+    switch (level.m_Spared) {
+        case NOT_KNOWN: return 0;
+        case ALL_BUT_ONE: return std::max(slots, 1U) - 1;
+        case BY_LAYOUT: {
+            const std::uint64_t copies =
+                std::max<std::uint64_t>(array.m_NearCopies, 1) * std::max(array.m_FarCopies, 1U);
+            return static_cast<std::uint32_t>(std::clamp<std::uint64_t>(copies, 1, std::max(slots, 1U))) - 1;
+        }
+        default: return static_cast<std::uint32_t>(level.m_Spared);
+    }
+}
+
 /// Whether a RAID 10 has lost all copies of some data. They are in as many slots that follow each other, from
 /// a multiple of the near copies on (md(4)).
-bool HasLostAllCopies(const Array& array) {
+bool HasLostAllCopies(const Array& array, std::size_t copies) {
     const std::size_t slots = array.m_SlotWorking.size();
-    const std::size_t near = std::max(array.m_NearCopies, 1U);
-    const std::size_t copies = std::min(near * std::max(array.m_FarCopies, 1U), slots);
-    if (copies < 2) {
-        return false;  // a layout that is not known
-    }
     std::vector<std::size_t> holesFrom(slots);
     std::size_t holes = 0;
     for (std::size_t i = 2 * slots; i-- > 0;) {  // twice around: the last slot is followed by the first
@@ -196,7 +194,7 @@ bool HasLostAllCopies(const Array& array) {
         holesFrom[i % slots] = holes;
     }
     for (std::size_t chunk = 0; chunk < slots; ++chunk) {
-        if (holesFrom[chunk * near % slots] >= copies) {
+        if (holesFrom[chunk * std::max(array.m_NearCopies, 1U) % slots] >= copies) {
             return true;
         }
     }
@@ -204,21 +202,17 @@ bool HasLostAllCopies(const Array& array) {
 }
 
 _PROPERTY_VALUE StatusOfLoss(const Array& array, const Level& level, std::uint32_t missing) {
+    const std::uint32_t spared = Spared(array, level);
     if (missing >= *array.m_Slots) {
         return Value::FAILED;
     }
-    if (level.m_Spared == NOT_KNOWN) {
+    if (level.m_Spared == NOT_KNOWN || (level.m_Spared == BY_LAYOUT && spared == 0)) {
         return Value::DEGRADED;
     }
     if (level.m_Spared == BY_LAYOUT) {
-        return HasLostAllCopies(array) ? Value::FAILED : Value::DEGRADED;
+        return HasLostAllCopies(array, spared + 1) ? Value::FAILED : Value::DEGRADED;
     }
-    const auto spared =
-        level.m_Spared == ALL_BUT_ONE ? *array.m_Slots - 1 : static_cast<std::uint32_t>(level.m_Spared);
-    if (missing > spared) {
-        return Value::FAILED;
-    }
-    return missing == spared ? Value::DEGRADED : Value::PARTIALLY_DEGRADED;
+    return missing > spared ? Value::FAILED : missing == spared ? Value::DEGRADED : Value::PARTIALLY_DEGRADED;
 }
 
 std::string Count(std::uint32_t count, std::uint32_t total) {
@@ -243,6 +237,7 @@ void AssessStatus(const Array& array, const SysfsArray& sysfs, const Level& leve
     } else if (array.m_State == ArrayState::ACTIVE && array.m_SizeKiB.has_value() &&
                (level.m_Spared == 0 || array.m_Slots.has_value())) {
         result.m_Status = Value::OPERATIONAL;
+        result.m_SparesADrive = Spared(array, level) != 0;
     } else {
         result.m_Status = Value::UNKNOWN;
         result.m_Reason = "the kernel's list says too little";

@@ -16,19 +16,25 @@
 
 namespace mdraid {
 
+namespace ID = PI::PropertyID;
+namespace Operation = PI::OperationID;
+namespace Value = PI::PropertyValue;
+using PI::_PROPERTY_VALUE;
+
 /// A member in the service's terms.
 struct MemberAssessment {
-    PI::_PROPERTY_VALUE m_Status = PI::PropertyValue::UNKNOWN;
+    _PROPERTY_VALUE m_Status = Value::UNKNOWN;
     std::string m_Role;  ///< such as "slot 0, write-mostly"
 };
 
 /// An array in the service's terms.
 struct Assessment {
-    PI::_PROPERTY_VALUE m_Level = PI::PropertyValue::UNKNOWN;
-    PI::_PROPERTY_VALUE m_Status = PI::PropertyValue::UNKNOWN;
-    PI::_PROPERTY_VALUE m_Activity = PI::PropertyValue::IDLE;
+    _PROPERTY_VALUE m_Level = Value::UNKNOWN;
+    _PROPERTY_VALUE m_Status = Value::UNKNOWN;
+    _PROPERTY_VALUE m_Activity = Value::IDLE;
     std::uint32_t m_MissingDrives = 0;        ///< slots without a drive that works
     bool m_IsRedundant = false;               ///< by its level
+    bool m_SparesADrive = false;              ///< it is OPERATIONAL, and stays in use if any one drive fails
     bool m_IsContainer = false;               ///< see IsContainer; has neither level nor activity
     std::string m_Reason;                     ///< why the status is not OPERATIONAL; for people
     std::vector<MemberAssessment> m_Members;  ///< in the order of Array::m_Members

@@ -8,9 +8,7 @@ namespace mdraid {
 namespace {
 
 namespace Event = PI::EventID;
-namespace Value = PI::PropertyValue;
 namespace Severity = PI::Severity;
-using PI::_PROPERTY_VALUE;
 
 struct StatusRow {
     _PROPERTY_VALUE m_Status;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <charconv>
 #include <map>
+#include <set>
 
 #include "common_objects.h"
 #include "program.h"
@@ -14,12 +15,9 @@
 namespace mdraid {
 namespace {
 
-namespace ID = PI::PropertyID;
-namespace Value = PI::PropertyValue;
-namespace Operation = PI::OperationID;
 namespace Type = PI::PropertyType;
-using PI::_PROPERTY_VALUE;
 using namespace PI::ObjectBuilder;
+using shared::AddKnown;
 
 // Property, help topic, kind of data; in the order in which they are shown.
 namespace AdapterRow {
@@ -154,10 +152,8 @@ void AddActivity(PI::CObject& object, const ArrayReport& report) {
                         static_cast<float>(*sync.m_PerMille) / 10.0F);
         }
     }
-    const std::string time = PI::CETR::RemainingTimeToString(report.m_RemainingMs.value_or(0));
-    if (!time.empty()) {
-        AddText(object, ArrayRow::REMAINING_TIME, time);
-    }
+    AddKnown(AddText, object, ArrayRow::REMAINING_TIME,
+             PI::CETR::RemainingTimeToString(report.m_RemainingMs.value_or(0)));
 }
 
 /// Whether the array is in use and can be changed.
@@ -165,12 +161,8 @@ bool IsChangeable(const ArrayReport& report) {
     const _PROPERTY_VALUE status = report.m_Assessment.m_Status;
     return status != Value::OFFLINE && status != Value::FAILED && status != Value::UNKNOWN &&
            report.m_Assessment.m_Level != Value::UNKNOWN && report.m_Sysfs.m_State != "readonly" &&
+           (!report.m_Array.m_ReadOnly || report.m_Array.m_AutoReadOnly) &&
            !DeviceFile(report.m_Array.m_Name).empty();
-}
-
-void AddDriveOperation(PI::CObject& object, PI::_OPERATION_ID id, int helpTopic) {
-    AddOperation(object, id, helpTopic);
-    object.m_Operations.back().m_Properties.emplace_back(ID::OS_DEVICE, false).SetValue("");
 }
 
 void AddArrayOperations(PI::CObject& object, const ArrayReport& report) {
@@ -179,28 +171,24 @@ void AddArrayOperations(PI::CObject& object, const ArrayReport& report) {
         return;
     }
     const bool isIdle = assessment.m_Activity == Value::IDLE;
-    if (!IsExternal(report.m_Array) && assessment.m_MissingDrives == 0) {
-        AddDriveOperation(object, Operation::CREATE_DEDICATED_HOTSPARE, 23437);
-    } else if (!IsExternal(report.m_Array) && isIdle) {
-        AddDriveOperation(object, Operation::REPLACE_MISSING, 23498);
+    const bool isWhole = assessment.m_MissingDrives == 0;
+    if (!IsExternal(report.m_Array) && (isWhole || isIdle)) {
+        AddOperation(object, isWhole ? Operation::CREATE_DEDICATED_HOTSPARE : Operation::REPLACE_MISSING,
+                     isWhole ? 23437 : 23498);
+        object.m_Operations.back().m_Properties.emplace_back(ID::OS_DEVICE, false).SetValue("");
     }
     const std::optional<Sync>& sync = report.m_Array.m_Sync;
     for (const OperationRow& row : OPERATIONS) {
-        if (row.m_Activity == assessment.m_Activity && !(isIdle && assessment.m_MissingDrives != 0) &&
+        if (row.m_Activity == assessment.m_Activity && (isWhole || !isIdle) &&
             (!sync.has_value() || sync->m_State == SyncState::RUNNING)) {
             AddOperation(object, row.m_Operation, row.m_HelpTopic);
         }
     }
 }
 
-std::optional<unsigned long> SizeInBytes(const ArrayReport& report) {
-    if (report.m_Sysfs.m_SizeBytes.has_value()) {
-        return report.m_Sysfs.m_SizeBytes;
-    }
-    if (report.m_Array.m_SizeKiB.has_value() && *report.m_Array.m_SizeKiB <= UINT64_MAX / 1024) {
-        return *report.m_Array.m_SizeKiB * 1024;
-    }
-    return std::nullopt;
+/// 0 when it is not known.
+std::uint64_t ToBytes(std::optional<std::uint64_t> sizeKiB) {
+    return sizeKiB.value_or(0) <= UINT64_MAX / 1024 ? sizeKiB.value_or(0) * 1024 : 0;
 }
 
 PI::CObject MakeArray(const ArrayReport& report, std::uint64_t adapterID) {
@@ -210,9 +198,7 @@ PI::CObject MakeArray(const ArrayReport& report, std::uint64_t adapterID) {
     object.m_RelatedIDs1 = {adapterID};
     object.m_ObjectValue = static_cast<std::uint64_t>(ArrayIcon(assessment));
     AddText(object, ArrayRow::NAME, report.m_GivenName.empty() ? array.m_Name : report.m_GivenName);
-    if (const std::string device = DeviceFile(array.m_Name); !device.empty()) {
-        AddText(object, ArrayRow::OS_DEVICE, device);
-    }
+    AddKnown(AddText, object, ArrayRow::OS_DEVICE, DeviceFile(array.m_Name));
     if (const auto number = ArrayNumber(array.m_Name)) {
         AddNumber(object, ArrayRow::NUMBER, *number);
     }
@@ -225,12 +211,9 @@ PI::CObject MakeArray(const ArrayReport& report, std::uint64_t adapterID) {
     if (assessment.m_IsContainer || array.m_State == ArrayState::INACTIVE) {
         return object;  // what else the kernel says of it is about its drives
     }
-    if (const auto size = SizeInBytes(report)) {
-        AddCapacity(object, ArrayRow::SIZE, *size);
-    }
-    if (array.m_ChunkKiB != 0) {
-        AddCapacity(object, ArrayRow::STRIPE_SIZE, array.m_ChunkKiB * 1024UL);
-    }
+    AddKnown(AddCapacity, object, ArrayRow::SIZE,
+             report.m_Sysfs.m_SizeBytes.value_or(ToBytes(array.m_SizeKiB)));
+    AddKnown(AddCapacity, object, ArrayRow::STRIPE_SIZE, array.m_ChunkKiB * 1024UL);
     AddState(object, ArrayRow::ACCESS_MODE, array.m_ReadOnly ? Value::READ_ONLY : Value::READ_WRITE);
     if (array.m_Slots.has_value()) {
         AddNumber(object, ArrayRow::MISSING_DRIVES, assessment.m_MissingDrives);
@@ -243,18 +226,12 @@ PI::CObject MakeArray(const ArrayReport& report, std::uint64_t adapterID) {
 /// @param sizeBytes 0 when not known
 PI::CObject MakeDrive(std::uint64_t id, std::uint64_t parentID, const std::string& name,
                       const MemberAssessment& assessment, const DriveKind& kind, std::uint64_t sizeBytes) {
-    const _PROPERTY_VALUE medium = kind.m_Rotational.value_or(true) ? Value::HDD : Value::SSD;
-    PI::CObject object = shared::MakeDrive(id, parentID, name, DeviceFile(name), assessment.m_Status, medium);
+    const _PROPERTY_VALUE icon = kind.m_Medium == Value::EMPTY ? Value::HDD : kind.m_Medium;
+    PI::CObject object = shared::MakeDrive(id, parentID, name, DeviceFile(name), assessment.m_Status, icon);
     AddText(object, DriveRow::USAGE, assessment.m_Role);
-    if (sizeBytes != 0) {
-        AddCapacity(object, DriveRow::SIZE, sizeBytes);
-    }
-    if (kind.m_Rotational.has_value()) {
-        AddState(object, DriveRow::MEDIA_TYPE, medium);
-    }
-    if (kind.m_Protocol != 0) {
-        AddState(object, DriveRow::PROTOCOL, static_cast<_PROPERTY_VALUE>(kind.m_Protocol));
-    }
+    AddKnown(AddCapacity, object, DriveRow::SIZE, sizeBytes);
+    AddKnown(AddState, object, DriveRow::MEDIA_TYPE, kind.m_Medium);
+    AddKnown(AddState, object, DriveRow::PROTOCOL, kind.m_Protocol);
     return object;
 }
 
@@ -264,10 +241,8 @@ PI::CObject MakeMember(const ArrayReport& report, std::size_t index, std::uint64
     const auto found = report.m_Sysfs.m_Members.find(member.m_Name);
     static const SysfsMember NOTHING;
     const SysfsMember& sysfs = found == report.m_Sysfs.m_Members.end() ? NOTHING : found->second;
-    const std::uint64_t sizeKiB = sysfs.m_SizeKiB.value_or(0);
-
-    PI::CObject object = MakeDrive(id, report.m_ObjectID, member.m_Name, assessment, sysfs.m_Kind,
-                                   sizeKiB <= UINT64_MAX / 1024 ? sizeKiB * 1024 : 0);
+    PI::CObject object =
+        MakeDrive(id, report.m_ObjectID, member.m_Name, assessment, sysfs.m_Kind, ToBytes(sysfs.m_SizeKiB));
     if (sysfs.m_Errors.has_value()) {
         AddNumber(object, DriveRow::ERRORS, *sysfs.m_Errors);
     }
@@ -278,8 +253,7 @@ PI::CObject MakeMember(const ArrayReport& report, std::size_t index, std::uint64
         AddOperation(object, Operation::DELETE_DEDICATED_HOTSPARE, 23444);
     } else if (assessment.m_Status == Value::FAILED) {
         AddOperation(object, Operation::REMOVE_DISK, 1);
-    } else if (assessment.m_Status == Value::OPERATIONAL && report.m_Assessment.m_IsRedundant &&
-               report.m_Assessment.m_Status == Value::OPERATIONAL) {
+    } else if (assessment.m_Status == Value::OPERATIONAL && report.m_Assessment.m_SparesADrive) {
         AddOperation(object, Operation::MAKE_OFFLINE, 23477);
     }
     return object;
@@ -324,11 +298,13 @@ Inventory ReadInventory(const std::filesystem::path& root, shared::ObjectIDs& id
                   std::to_string(mdstat.m_Errors.size()) + " errors");
 
     inventory.m_IsComplete = mdstat.m_Errors.empty();
+    std::set<std::string> free;
+    for (const FreeDrive& drive : inventory.m_FreeDrives) {
+        free.insert(drive.m_Name);
+    }
     for (const std::string& name : mdstat.m_UnusedDevices) {
-        std::vector<FreeDrive>& drives = inventory.m_FreeDrives;
-        if (std::none_of(drives.begin(), drives.end(),
-                         [&](const auto& each) { return each.m_Name == name; })) {
-            drives.push_back({name, 0, {}});
+        if (free.insert(name).second) {
+            inventory.m_FreeDrives.push_back({name, 0, {}});
         }
     }
     const std::map<std::string, std::string> names = ReadArrayNames(root);
@@ -351,6 +327,10 @@ Inventory ReadInventory(const std::filesystem::path& root, shared::ObjectIDs& id
     return inventory;
 }
 
+std::uint64_t FreeDriveID(const FreeDrive& drive, shared::ObjectIDs& ids) {
+    return ids.Get("unused " + drive.m_Name);
+}
+
 void AppendObjects(const Inventory& inventory, shared::ObjectIDs& ids, std::vector<PI::CObject>& objects) {
     const std::uint64_t adapterID = ids.Get(ADAPTER);
     objects.push_back(MakeAdapter(inventory, adapterID));
@@ -366,7 +346,7 @@ void AppendObjects(const Inventory& inventory, shared::ObjectIDs& ids, std::vect
         }
     }
     for (const FreeDrive& drive : inventory.m_FreeDrives) {
-        objects.push_back(MakeDrive(ids.Get("unused " + drive.m_Name), adapterID, drive.m_Name,
+        objects.push_back(MakeDrive(FreeDriveID(drive, ids), adapterID, drive.m_Name,
                                     {Value::AVAILABLE, "in no array"}, drive.m_Kind, drive.m_SizeBytes));
     }
 }

@@ -42,6 +42,9 @@ struct Inventory {
 Inventory ReadInventory(const std::filesystem::path& root, shared::ObjectIDs& ids, Progress& progress,
                         std::vector<std::string>& errors);
 
+/// The identifier of a free drive's object.
+std::uint64_t FreeDriveID(const FreeDrive& drive, shared::ObjectIDs& ids);
+
 /// Makes the adapter, the arrays, their members and the free drives into objects, with
 /// what can be done with them (operations.h).
 void AppendObjects(const Inventory& inventory, shared::ObjectIDs& ids, std::vector<PI::CObject>& objects);

@@ -11,13 +11,32 @@ namespace mdraid {
 namespace {
 
 constexpr std::string_view BLANKS = " \t\r";
+constexpr std::string_view COLON = " : ";
+constexpr std::string_view UNUSED = "unused devices:";
+
+constexpr std::size_t MAX_NAME = 255;   // bytes of a file name, which names of devices are
+constexpr std::size_t MAX_QUOTED = 40;  // bytes in a message
+constexpr std::size_t MAX_ERRORS = 20;
+
+template <class Value>
+using Names = std::initializer_list<std::pair<std::string_view, Value>>;
+
+template <class Value>
+Value Lookup(std::string_view name, Value other, Names<Value> names) {
+    const auto row =
+        std::find_if(names.begin(), names.end(), [&](const auto& each) { return each.first == name; });
+    return row == names.end() ? other : row->second;
+}
+
+ArrayState FindState(std::string_view word) {
+    return Lookup(
+        word, ArrayState::OTHER,
+        {{"active", ArrayState::ACTIVE}, {"inactive", ArrayState::INACTIVE}, {"broken", ArrayState::BROKEN}});
+}
 
 std::string_view Trim(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(BLANKS);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(BLANKS) - first + 1);
+    text.remove_prefix(std::min(text.find_first_not_of(BLANKS), text.size()));
+    return text.substr(0, text.find_last_not_of(BLANKS) + 1);
 }
 
 bool StartsWith(std::string_view text, std::string_view start) {
@@ -26,21 +45,27 @@ bool StartsWith(std::string_view text, std::string_view start) {
 
 /// Removes a start from a text.
 bool Take(std::string_view& text, std::string_view start) {
-    if (!StartsWith(text, start)) {
-        return false;
-    }
-    text.remove_prefix(start.size());
-    return true;
+    const bool isThere = StartsWith(text, start);
+    text.remove_prefix(isThere ? start.size() : 0);
+    return isThere;
 }
 
 /// Removes a number from the start of a text.
 template <class Number>
 bool TakeNumber(std::string_view& text, Number& number) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc()) {
+    text.remove_prefix(error == std::errc() ? static_cast<std::size_t>(end - text.data()) : 0);
+    return error == std::errc();
+}
+
+/// Removes a number with one decimal, "12.6", from the start of a text.
+bool TakeTenths(std::string_view& text, std::uint64_t& tenths) {
+    std::uint32_t whole = 0;
+    std::uint32_t tenth = 0;
+    if (!TakeNumber(text, whole) || !Take(text, ".") || !TakeNumber(text, tenth) || tenth > 9) {
         return false;
     }
-    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    tenths = std::uint64_t{10} * whole + tenth;
     return true;
 }
 
@@ -52,42 +77,13 @@ std::string_view TakeWord(std::string_view& text) {
     return word;
 }
 
-std::string_view NextWord(std::string_view text) {
-    return TakeWord(text);
-}
-
-// One line of the text.
-struct Line {
-    std::size_t m_Number = 0;
-    std::string_view m_Text;
-    bool m_Whole = true;  // ends with a line feed
-};
-
-bool TakeLine(std::string_view& text, Line& line) {
-    if (text.empty()) {
-        return false;
-    }
-    const std::size_t end = text.find('\n');
-    line.m_Whole = end != std::string_view::npos;
-    line.m_Text = text.substr(0, end);
-    text.remove_prefix(line.m_Whole ? end + 1 : text.size());
-    ++line.m_Number;
-    return true;
-}
-
-constexpr std::size_t MAX_NAME = 255;   // bytes of a file name, which names of devices are
-constexpr std::size_t MAX_QUOTED = 40;  // bytes in a message
-constexpr std::size_t MAX_ERRORS = 20;
-
 std::string Shortened(std::string_view text) {
-    return text.size() <= MAX_QUOTED ? std::string(text) : std::string(text.substr(0, MAX_QUOTED)) + "...";
+    return std::string(text.substr(0, MAX_QUOTED)) + (text.size() <= MAX_QUOTED ? "" : "...");
 }
 
 std::string Quoted(std::string_view text) {
     return "\"" + Shortened(text) + "\"";
 }
-
-using Complaints = std::vector<std::string>;
 
 /// "sdb1[1](W)(F)"; the number of a drive that has none yet is -1.
 bool ParseMember(std::string_view word, Member& member) {
@@ -105,21 +101,14 @@ bool ParseMember(std::string_view word, Member& member) {
     if (!Take(word, "]")) {
         return false;
     }
-    while (!word.empty()) {
-        if (word.size() < 3 || word[0] != '(' || word[2] != ')') {
-            return false;
-        }
-        switch (word[1]) {
-            case 'F': member.m_Faulty = true; break;
-            case 'S': member.m_Spare = true; break;
-            case 'W': member.m_WriteMostly = true; break;
-            case 'J': member.m_Journal = true; break;
-            case 'R': member.m_Replacement = true; break;
-            default: break;  // a flag of a newer kernel
-        }
-        word.remove_prefix(3);
+    for (; word.size() >= 3 && word[0] == '(' && word[2] == ')'; word.remove_prefix(3)) {
+        member.m_Faulty |= word[1] == 'F';
+        member.m_Spare |= word[1] == 'S';
+        member.m_WriteMostly |= word[1] == 'W';
+        member.m_Journal |= word[1] == 'J';
+        member.m_Replacement |= word[1] == 'R';  // others are flags of a newer kernel
     }
-    return true;
+    return word.empty();
 }
 
 /// "[4/3]": 4 slots of which 3 work
@@ -130,189 +119,42 @@ bool ParseSlotCounts(std::string_view word, std::uint32_t& slots, std::uint32_t&
 
 /// "[UU_U]"
 bool ParseSlotMap(std::string_view word, std::vector<bool>& map) {
-    if (word.size() < 3 || word.front() != '[' || word.back() != ']' ||
-        word.substr(1, word.size() - 2).find_first_not_of("U_") != std::string_view::npos) {
+    if (!Take(word, "[") || word.size() < 2 || word.find_first_not_of("U_") != word.size() - 1 ||
+        word.back() != ']') {
         return false;
     }
     map.clear();
-    for (const char slot : word.substr(1, word.size() - 2)) {
+    for (const char slot : word.substr(0, word.size() - 1)) {
         map.push_back(slot == 'U');
     }
     return true;
 }
 
-/// Makes of the slots' count and map what is not in conflict.
-void CheckSlots(Array& array, Complaints& complaints) {
-    if (!array.m_Slots.has_value() && !array.m_SlotWorking.empty()) {
-        array.m_Slots = static_cast<std::uint32_t>(array.m_SlotWorking.size());
-        array.m_WorkingSlots = static_cast<std::uint32_t>(
-            std::count(array.m_SlotWorking.begin(), array.m_SlotWorking.end(), true));
-    }
-    if (array.m_WorkingSlots > array.m_Slots.value_or(0)) {
-        complaints.emplace_back("more drives work than the array has slots");
-        array.m_Slots.reset();
-        array.m_WorkingSlots = 0;
-        array.m_SlotWorking.clear();
-    } else if (!array.m_SlotWorking.empty() && array.m_SlotWorking.size() != array.m_Slots) {
-        complaints.emplace_back("the map of the slots does not fit their number");
-        array.m_SlotWorking.clear();
-    }
-}
-
-/// "1953519616 blocks super 1.2 level 5, 512k chunk, algorithm 2 [3/2] [UU_]"
-void ParseSizeLine(std::string_view text, Array& array, Complaints& complaints) {
-    std::uint64_t size = 0;
-    if (TakeNumber(text, size) && TakeWord(text) == "blocks") {
-        array.m_SizeKiB = size;
-    } else {
-        complaints.emplace_back("the size is no number of blocks");
-    }
-    std::string_view previous;
-    for (std::string_view word = TakeWord(text); !word.empty(); previous = word, word = TakeWord(text)) {
-        std::uint32_t slots = 0;
-        std::uint32_t working = 0;
-        std::uint32_t number = 0;
-        std::string_view unit = previous;
-        if (word == "super") {
-            array.m_Metadata = TakeWord(text);
-        } else if (ParseSlotCounts(word, slots, working)) {
-            array.m_Slots = slots;
-            array.m_WorkingSlots = working;
-        } else if (ParseSlotMap(word, array.m_SlotWorking) || !TakeNumber(unit, number)) {
-            continue;
-        } else if (StartsWith(word, "chunk") &&
-                   (unit == "k" || unit == "K")) {  // "512k chunk," "512K chunks"
-            array.m_ChunkKiB = number;
-        } else if (word == "near-copies" && unit.empty()) {
-            array.m_NearCopies = number;
-        } else if ((word == "far-copies" || word == "offset-copies") && unit.empty()) {
-            array.m_FarCopies = number;
-        }
-    }
-    CheckSlots(array, complaints);
-}
-
-constexpr std::pair<std::string_view, ArrayState> STATES[] = {
-    {"active", ArrayState::ACTIVE}, {"inactive", ArrayState::INACTIVE}, {"broken", ArrayState::BROKEN}};
-
-ArrayState FindState(std::string_view word) {
-    for (const auto& [name, state] : STATES) {
-        if (word == name) {
-            return state;
-        }
-    }
-    return ArrayState::OTHER;
-}
-
-constexpr std::string_view COLON = " : ";
-
-/// "md0 : active raid1 sdb1[1] sda1[0]". The name may hold blanks. Kernels before 2.4 go on with the size.
-/// @return false when it is something else
-bool ParseHeader(std::string_view text, Array& array, Complaints& complaints) {
-    const std::size_t colon = text.find(COLON);
-    if (colon == std::string_view::npos || colon == 0 || colon > MAX_NAME) {
-        complaints.push_back(Quoted(text) + " is no array");
-        return false;
-    }
-    array.m_Name = text.substr(0, colon);
-    std::string_view rest = text.substr(colon + COLON.size());
-
-    std::string_view word = TakeWord(rest);
-    array.m_State = FindState(word);
-    if (array.m_State == ArrayState::OTHER) {
-        complaints.push_back(Quoted(word) + " is no state");
-    }
-    word = TakeWord(rest);
-    for (; StartsWith(word, "("); word = TakeWord(rest)) {
-        array.m_ReadOnly = array.m_ReadOnly || word == "(read-only)" || word == "(auto-read-only)";
-    }
-    if (!word.empty() && word != "super" && word.find('[') == std::string_view::npos) {
-        array.m_Level = word;
-        word = TakeWord(rest);
-    } else if (array.m_State != ArrayState::INACTIVE) {
-        complaints.emplace_back("the level is missing");
-    }
-    for (; !word.empty(); word = TakeWord(rest)) {
-        Member member;
-        if (word == "super") {  // is here when there are no members
-            array.m_Metadata = TakeWord(rest);
-        } else if (NextWord(rest) == "blocks") {
-            ParseSizeLine(text.substr(static_cast<std::size_t>(word.data() - text.data())), array,
-                          complaints);
-            break;
-        } else if (ParseMember(word, member)) {
-            array.m_Members.push_back(std::move(member));
-        } else {
-            complaints.push_back(Quoted(word) + " is no member");
-        }
-    }
-    return true;
-}
-
-/// Whether a line can be nothing but the first one of an array.
-bool IsHeader(std::string_view text) {
-    const std::size_t colon = text.find(COLON);
-    if (colon == std::string_view::npos) {
-        return false;
-    }
-    text.remove_prefix(colon + COLON.size());
-    return FindState(TakeWord(text)) != ArrayState::OTHER;
-}
-
-/// "resync=DELAYED". A line that is something else gives false and no complaint.
+/// "resync=DELAYED"
 bool ParseWaitingSync(std::string_view text, Sync& sync) {
-    constexpr std::pair<std::string_view, SyncState> SYNC_STATES[] = {
-        {"DELAYED", SyncState::DELAYED},
-        {"PENDING", SyncState::PENDING},
-        {"REMOTE", SyncState::REMOTE},
-    };
-    const std::size_t equals = text.find('=');
-    for (const auto& [name, value] : SYNC_STATES) {
-        if (equals != std::string_view::npos && text.substr(equals + 1) == name) {
-            sync.m_Kind = FindSyncKind(text.substr(0, equals));
-            sync.m_State = value;
-            return sync.m_Kind != SyncKind::OTHER;
-        }
-    }
-    return false;
-}
-
-/// "12.6%"
-bool TakePercentage(std::string_view& text, std::optional<std::uint32_t>& perMille) {
-    std::uint32_t percent = 0;
-    std::uint32_t tenth = 0;
-    if (!TakeNumber(text, percent) || !Take(text, ".") || !TakeNumber(text, tenth) || !Take(text, "%") ||
-        percent > 100 || tenth > 9 || percent * 10 + tenth > 1000) {
-        return false;
-    }
-    perMille = percent * 10 + tenth;
-    return true;
-}
-
-/// "127.5min"
-std::optional<std::uint64_t> ParseMinutes(std::string_view word) {
-    constexpr std::uint64_t TENTH_MS = 6000;
-    std::uint32_t minutes = 0;
-    std::uint32_t tenth = 0;
-    if (!TakeNumber(word, minutes) || !Take(word, ".") || !TakeNumber(word, tenth) || word != "min" ||
-        tenth > 9) {
-        return std::nullopt;
-    }
-    return (minutes * std::uint64_t{10} + tenth) * TENTH_MS;
+    const std::size_t equals = std::min(text.find('='), text.size());
+    sync.m_Kind = FindSyncKind(text.substr(0, equals));
+    sync.m_State = Lookup(
+        text.substr(equals), SyncState::RUNNING,
+        {{"=DELAYED", SyncState::DELAYED}, {"=PENDING", SyncState::PENDING}, {"=REMOTE", SyncState::REMOTE}});
+    return sync.m_Kind != SyncKind::OTHER && sync.m_State != SyncState::RUNNING;
 }
 
 /// "[==>...]  recovery = 12.6% (37043392/292945152) finish=127.5min speed=33440K/sec"
 /// @return whether all of it was understood
-bool ParseProgressLine(std::string_view text, Sync& sync) {
-    sync.m_Kind = SyncKind::OTHER;
+bool ParseProgress(std::string_view text, Sync& sync) {
+    constexpr std::uint64_t TENTH_OF_A_MINUTE_MS = 6000;
+    sync = Sync();
     text.remove_prefix(std::min(text.find(']'), text.size() - 1) + 1);
     const std::size_t equals = std::min(text.find('='), text.size());
     sync.m_Kind = FindSyncKind(Trim(text.substr(0, equals)));
-    text.remove_prefix(std::min(equals + 1, text.size()));
-    text = Trim(text);
-    if (sync.m_Kind == SyncKind::OTHER || !TakePercentage(text, sync.m_PerMille)) {
+    text = Trim(text.substr(std::min(equals + 1, text.size())));
+    std::uint64_t perMille = 0;
+    if (sync.m_Kind == SyncKind::OTHER || !TakeTenths(text, perMille) || !Take(text, "%") ||
+        perMille > 1000) {
         return false;
     }
+    sync.m_PerMille = static_cast<std::uint32_t>(perMille);
     text = Trim(text);
     std::uint64_t done = 0;
     std::uint64_t total = 0;
@@ -323,8 +165,9 @@ bool ParseProgressLine(std::string_view text, Sync& sync) {
     sync.m_DoneKiB = done;
     sync.m_TotalKiB = total;
     for (std::string_view word = TakeWord(text); !word.empty(); word = TakeWord(text)) {
-        if (Take(word, "finish=")) {
-            sync.m_FinishMs = ParseMinutes(word);
+        std::uint64_t minutes = 0;
+        if (Take(word, "finish=") && TakeTenths(word, minutes) && word == "min") {
+            sync.m_FinishMs = minutes * TENTH_OF_A_MINUTE_MS;
         } else if (word == "speed=0K/sec") {
             sync.m_FinishMs.reset();  // without a pace it says nothing
         }
@@ -338,34 +181,33 @@ public:
     Mdstat Read(std::string_view text) {
         const std::string_view readable = text.substr(0, text.find('\0'));
         const bool isBinary = readable.size() != text.size();
-        std::string_view rest = readable;
-        Line line;
-        while (TakeLine(rest, line)) {
-            if (!line.m_Whole && !StartsWith(Trim(line.m_Text), UNUSED)) {
+        for (std::string_view rest = readable; !rest.empty();) {
+            ++m_Line;
+            const std::size_t end = rest.find('\n');
+            const std::string_view line = rest.substr(0, end);
+            if (end == std::string_view::npos && !StartsWith(Trim(line), UNUSED)) {
                 break;  // half a line: what it says may be wrong
             }
+            rest.remove_prefix(std::min(end, rest.size() - 1) + 1);
             ReadLine(line);
         }
-        line.m_Number = std::max<std::size_t>(line.m_Number, 1);  // an empty text has a first line, too
+        m_Line = std::max<std::size_t>(m_Line, 1);  // an empty text has a first line, too
         if (m_InArray && !m_AfterBlank) {
             m_Mdstat.m_Arrays.back().m_IsCut = true;
-            ComplainOfArray(line.m_Number, "the text breaks off");
+            ComplainOfArray("the text breaks off");
         } else if (!m_Complete && !isBinary) {
-            Complain(line.m_Number, "the text breaks off: the list of unused devices is missing");
+            Complain("the text breaks off: the list of unused devices is missing");
         }
         if (isBinary) {
-            const auto lines = std::count(readable.begin(), readable.end(), '\n');
-            Complain(static_cast<std::size_t>(lines) + 1, "this is binary data");
+            m_Line = static_cast<std::size_t>(std::count(readable.begin(), readable.end(), '\n')) + 1;
+            Complain("this is binary data");
         }
         return std::move(m_Mdstat);
     }
 
 private:
-    static constexpr std::string_view UNUSED = "unused devices:";
-
-    void ReadLine(const Line& line) {
-        std::string_view text = Trim(line.m_Text);
-        const bool isIndented = text.data() != line.m_Text.data();
+    void ReadLine(std::string_view line) {
+        std::string_view text = Trim(line);
         m_AfterBlank = text.empty();
         if (StartsWith(text, "Personalities") || StartsWith(text, "read_ahead ")) {
             m_InArray = false;
@@ -377,14 +219,20 @@ private:
                     m_Mdstat.m_UnusedDevices.emplace_back(word);
                 }
             }
-        } else if (!text.empty() && !ReadDetail(text, line.m_Number) && (!isIndented || IsHeader(text))) {
-            Open(text, line.m_Number);
+        } else if (!text.empty() && !ReadDetail(text)) {
+            std::string_view behindColon = text;
+            behindColon.remove_prefix(std::min(text.find(COLON), text.size()));
+            // An indented line is a first one where it can be nothing else.
+            if (text.data() == line.data() ||
+                (Take(behindColon, COLON) && FindState(TakeWord(behindColon)) != ArrayState::OTHER)) {
+                Open(text);
+            }
         }
     }
 
     /// A line below an array's first one. Most are indented, but not in every copy.
     /// @return false for a line that is not known
-    bool ReadDetail(std::string_view text, std::size_t line) {
+    bool ReadDetail(std::string_view text) {
         const bool isSize = text[0] >= '0' && text[0] <= '9';
         const bool isProgress = text[0] == '[';
         Sync sync;
@@ -395,55 +243,132 @@ private:
             return true;  // of an array that is left out
         }
         Array& array = m_Mdstat.m_Arrays.back();
-        Complaints complaints;
-        if (!isSize) {
-            if (isProgress && !ParseProgressLine(text, sync)) {
-                complaints.emplace_back("the progress of the synchronisation cannot be read");
+        if (isSize && !array.m_SizeKiB.has_value()) {
+            ReadSize(text, array);
+        } else if (!isSize) {
+            if (isProgress && !ParseProgress(text, sync)) {
+                ComplainOfArray("the progress of the synchronisation cannot be read");
             }
             array.m_Sync = sync;
-        } else if (!array.m_SizeKiB.has_value()) {
-            ParseSizeLine(text, array, complaints);
-        }
-        for (const std::string& complaint : complaints) {
-            ComplainOfArray(line, complaint);
         }
         return true;
     }
 
-    void Open(std::string_view text, std::size_t line) {
-        Array array;
-        Complaints complaints;
+    /// "md0 : active raid1 sdb1[1] sda1[0]". The name may hold blanks. Kernels before 2.4 go on with the
+    /// size.
+    void Open(std::string_view text) {
         m_InArray = false;
-        if (!ParseHeader(text, array, complaints)) {
-            Complain(line, complaints.front());
+        const std::size_t colon = text.find(COLON);
+        if (colon == std::string_view::npos || colon == 0 || colon > MAX_NAME) {
+            Complain(Quoted(text) + " is no array");
             return;
         }
-        m_Mdstat.m_Arrays.push_back(std::move(array));
-        for (const std::string& complaint : complaints) {
-            ComplainOfArray(line, complaint);
+        Array& array = m_Mdstat.m_Arrays.emplace_back();
+        array.m_Name = text.substr(0, colon);
+        std::string_view rest = text.substr(colon + COLON.size());
+        std::string_view word = TakeWord(rest);
+        array.m_State = FindState(word);
+        if (array.m_State == ArrayState::OTHER) {
+            ComplainOfArray(Quoted(word) + " is no state");
         }
-        m_InArray = m_Names.insert(m_Mdstat.m_Arrays.back().m_Name).second;
+        word = TakeWord(rest);
+        for (; StartsWith(word, "("); word = TakeWord(rest)) {
+            array.m_AutoReadOnly |= word == "(auto-read-only)";
+            array.m_ReadOnly |= word == "(read-only)" || word == "(auto-read-only)";
+        }
+        if (!word.empty() && word != "super" && word.find('[') == std::string_view::npos) {
+            array.m_Level = word;
+            word = TakeWord(rest);
+        } else if (array.m_State != ArrayState::INACTIVE) {
+            ComplainOfArray("the level is missing");
+        }
+        for (; !word.empty(); word = TakeWord(rest)) {
+            std::string_view next = rest;
+            Member member;
+            if (word == "super") {  // is here when there are no members
+                array.m_Metadata = TakeWord(rest);
+            } else if (TakeWord(next) == "blocks") {
+                ReadSize(text.substr(static_cast<std::size_t>(word.data() - text.data())), array);
+                break;
+            } else if (ParseMember(word, member)) {
+                array.m_Members.push_back(std::move(member));
+            } else {
+                ComplainOfArray(Quoted(word) + " is no member");
+            }
+        }
+        m_InArray = m_Names.insert(array.m_Name).second;
         if (!m_InArray) {
-            ComplainOfArray(line, "the name is here a second time");
+            ComplainOfArray("the name is here a second time");
             m_Mdstat.m_Arrays.pop_back();
         }
     }
 
-    void ComplainOfArray(std::size_t line, const std::string& text) {
-        Complain(line, "array " + Shortened(m_Mdstat.m_Arrays.back().m_Name) + ": " + text);
+    /// "1953519616 blocks super 1.2 level 5, 512k chunk, algorithm 2 [3/2] [UU_]"
+    void ReadSize(std::string_view text, Array& array) {
+        std::uint64_t size = 0;
+        if (TakeNumber(text, size) && TakeWord(text) == "blocks") {
+            array.m_SizeKiB = size;
+        } else {
+            ComplainOfArray("the size is no number of blocks");
+        }
+        std::string_view previous;
+        for (std::string_view word = TakeWord(text); !word.empty(); previous = word, word = TakeWord(text)) {
+            std::uint32_t slots = 0;
+            std::uint32_t working = 0;
+            std::uint32_t number = 0;
+            std::string_view unit = previous;
+            if (word == "super") {
+                array.m_Metadata = TakeWord(text);
+            } else if (ParseSlotCounts(word, slots, working)) {
+                array.m_Slots = slots;
+                array.m_WorkingSlots = working;
+            } else if (ParseSlotMap(word, array.m_SlotWorking) || !TakeNumber(unit, number)) {
+                continue;
+            } else if (StartsWith(word, "chunk") &&
+                       (unit == "k" || unit == "K")) {  // "512k chunk," "512K chunks"
+                array.m_ChunkKiB = number;
+            } else if (word == "near-copies" && unit.empty()) {
+                array.m_NearCopies = number;
+            } else if ((word == "far-copies" || word == "offset-copies") && unit.empty()) {
+                array.m_FarCopies = number;
+            }
+        }
+        CheckSlots(array);
     }
 
-    void Complain(std::size_t line, std::string text) {
-        if (m_Mdstat.m_Errors.size() + 1 == MAX_ERRORS) {
-            text = "from here on there are more errors than are listed";
+    /// Makes of the slots' count and map what is not in conflict.
+    void CheckSlots(Array& array) {
+        std::vector<bool>& map = array.m_SlotWorking;
+        if (!array.m_Slots.has_value() && !map.empty()) {
+            array.m_Slots = static_cast<std::uint32_t>(map.size());
+            array.m_WorkingSlots = static_cast<std::uint32_t>(std::count(map.begin(), map.end(), true));
         }
-        if (m_Mdstat.m_Errors.size() < MAX_ERRORS) {
-            m_Mdstat.m_Errors.push_back({line, std::move(text)});
+        if (array.m_WorkingSlots > array.m_Slots.value_or(0)) {
+            ComplainOfArray("more drives work than the array has slots");
+            array.m_Slots.reset();
+            array.m_WorkingSlots = 0;
+            map.clear();
+        } else if (!map.empty() && map.size() != array.m_Slots) {
+            ComplainOfArray("the map of the slots does not fit their number");
+            map.clear();
+        }
+    }
+
+    void ComplainOfArray(const std::string& text) {
+        Complain("array " + Shortened(m_Mdstat.m_Arrays.back().m_Name) + ": " + text);
+    }
+
+    void Complain(const std::string& text) {
+        std::vector<MdstatError>& errors = m_Mdstat.m_Errors;
+        if (errors.size() < MAX_ERRORS) {
+            const bool isLast = errors.size() + 1 == MAX_ERRORS;
+            errors.push_back({m_Line, isLast ? "from here on there are more errors than are listed" : text});
         }
     }
 
     Mdstat m_Mdstat;
     std::set<std::string> m_Names;
+    std::size_t m_Line = 0;
     bool m_InArray = false;     // the last one
     bool m_AfterBlank = false;  // its lines may all have been read
     bool m_Complete = false;
@@ -452,16 +377,13 @@ private:
 }  // namespace
 
 SyncKind FindSyncKind(std::string_view name) {
-    constexpr std::pair<std::string_view, SyncKind> KINDS[] = {
-        {"resync", SyncKind::RESYNC},    {"repair", SyncKind::RESYNC},   {"recovery", SyncKind::RECOVERY},
-        {"recover", SyncKind::RECOVERY}, {"reshape", SyncKind::RESHAPE}, {"check", SyncKind::CHECK},
-    };
-    for (const auto& [known, kind] : KINDS) {
-        if (name == known) {
-            return kind;
-        }
-    }
-    return SyncKind::OTHER;
+    return Lookup(name, SyncKind::OTHER,
+                  {{"resync", SyncKind::RESYNC},
+                   {"repair", SyncKind::RESYNC},
+                   {"recovery", SyncKind::RECOVERY},
+                   {"recover", SyncKind::RECOVERY},
+                   {"reshape", SyncKind::RESHAPE},
+                   {"check", SyncKind::CHECK}});
 }
 
 Mdstat ParseMdstat(std::string_view text) {

@@ -48,8 +48,9 @@ enum class ArrayState { ACTIVE, INACTIVE, BROKEN, OTHER };
 struct Array {
     std::string m_Name;  ///< such as "md0"
     ArrayState m_State = ArrayState::OTHER;
-    bool m_ReadOnly = false;  ///< until the administrator changes it, or until the first write
-    std::string m_Level;      ///< such as "raid5"; an inactive array has one with old kernels only
+    bool m_ReadOnly = false;      ///< until the administrator changes it, or until the first write
+    bool m_AutoReadOnly = false;  ///< until the first write
+    std::string m_Level;          ///< such as "raid5"; an inactive array has one with old kernels only
     std::vector<Member> m_Members;
     std::optional<std::uint64_t> m_SizeKiB;
     std::string m_Metadata;          ///< such as "1.2" or "external:/md127/0"; empty for the oldest format

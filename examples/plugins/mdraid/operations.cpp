@@ -7,22 +7,18 @@
 #include <pi/plugin_helper.h>
 
 #include <algorithm>
+#include <map>
 #include <sstream>
 #include <stdexcept>
 #include <thread>
 
 #include "inventory.h"
-#include "plugin_interface.h"
 #include "program.h"
 
 namespace mdraid {
 namespace {
 
 namespace fs = std::filesystem;
-namespace ID = PI::PropertyID;
-namespace Value = PI::PropertyValue;
-namespace Operation = PI::OperationID;
-using PI::CPluginHelper;
 
 constexpr std::chrono::seconds PATIENCE(30);  // judgement: mdadm waits for udev and for drives that spin up
 
@@ -30,16 +26,13 @@ constexpr std::chrono::seconds PATIENCE(30);  // judgement: mdadm waits for udev
     throw std::runtime_error(reason);
 }
 
-std::string TextOf(const std::vector<PI::CProperty>& properties, PI::_PROPERTY_ID id) {
-    const auto found = std::find_if(properties.begin(), properties.end(),
-                                    [&](const PI::CProperty& each) { return each.m_ID == id; });
-    return found == properties.end() ? "" : found->m_Data.m_String.m_Value;
-}
-
-/// 0 when it is not known.
-int ChoiceOf(const PI::CObject& object, PI::_PROPERTY_ID id) {
-    const PI::CProperty* const property = CPluginHelper::FindProperty(object, id);
-    return property == nullptr ? 0 : property->m_Data.m_Choice.m_Value;
+const PI::CProperty& Parameter(const PI::COperation& operation, PI::_PROPERTY_ID id) {
+    for (const PI::CProperty& each : operation.m_Properties) {
+        if (each.m_ID == id) {
+            return each;
+        }
+    }
+    Refuse(PI::PropertyIDToString(id) + " is missing");
 }
 
 /// @param output out: all that mdadm says
@@ -79,80 +72,56 @@ std::string RunMdadm(const Machine& machine, const std::vector<std::string>& arg
 class Subject {
 public:
     Subject(const Machine& machine, shared::ObjectIDs& ids, Progress& progress, std::uint64_t objectID)
-        : m_Machine(machine), m_IDs(ids), m_Progress(progress), m_ObjectID(objectID) {
+        : m_Machine(machine), m_IDs(ids), m_Progress(progress), m_ArrayID(objectID) {
         Look();
+        std::vector<PI::CObject> objects;
+        AppendObjects(m_Inventory, m_IDs, objects);
+        const auto object = std::find_if(objects.begin(), objects.end(), [&](const PI::CObject& each) {
+            return each.m_ObjectID == objectID;
+        });
+        if (object == objects.end()) {
+            Refuse("object " + std::to_string(objectID) + " is gone");
+        }
+        m_Object = std::move(*object);
+        if (m_Object.m_ObjectType == PHYSICAL_DRIVE) {
+            m_ArrayID = m_Object.m_RelatedIDs1.at(0);
+        }
     }
 
     void Look() {
         std::vector<std::string> errors;
-        m_Objects.clear();
         m_Inventory = ReadInventory(m_Machine.m_Root, m_IDs, m_Progress, errors);
-        AppendObjects(m_Inventory, m_IDs, m_Objects);
     }
-
-    const PI::CObject& Find(std::uint64_t id) const {
-        const auto object = std::find_if(m_Objects.begin(), m_Objects.end(),
-                                         [&](const PI::CObject& each) { return each.m_ObjectID == id; });
-        if (object == m_Objects.end()) {
-            Refuse("object " + std::to_string(id) + " is gone");
-        }
-        return *object;
-    }
-
-    const PI::CObject& Object() const { return Find(m_ObjectID); }
 
     /// The array itself, or the one that the drive belongs to.
     const ArrayReport& Report() const {
-        const PI::CObject& object = Object();
-        const std::uint64_t id =
-            object.m_ObjectType == LOGICAL_DRIVE ? m_ObjectID : object.m_RelatedIDs1.at(0);
-        return *std::find_if(m_Inventory.m_Arrays.begin(), m_Inventory.m_Arrays.end(),
-                             [&](const ArrayReport& each) { return each.m_ObjectID == id; });
+        for (const ArrayReport& each : m_Inventory.m_Arrays) {
+            if (each.m_ObjectID == m_ArrayID) {
+                return each;
+            }
+        }
+        Refuse("object " + std::to_string(m_ArrayID) + " is gone");
     }
+
+    std::string ArrayDevice() const { return DeviceFile(Report().m_Array.m_Name); }
 
     void Write(const std::string& attribute, const std::string& text) const {
         WriteArrayAttribute(m_Machine.m_Root, Report().m_Array.m_Name, attribute, text);
     }
 
-    /// Size of the smallest of these free drives, in bytes.
-    std::uint64_t SmallestFree(const std::vector<const PI::CObject*>& drives) const {
-        std::uint64_t smallest = UINT64_MAX;
-        for (const FreeDrive& free : m_Inventory.m_FreeDrives) {
-            for (const PI::CObject* const drive : drives) {
-                if (drive->m_ObjectID == m_IDs.Get("unused " + free.m_Name) && free.m_SizeBytes != 0) {
-                    smallest = std::min(smallest, free.m_SizeBytes);
-                }
-            }
-        }
-        return smallest;
-    }
-
     const Machine& m_Machine;
-    std::vector<PI::CObject> m_Objects;
+    shared::ObjectIDs& m_IDs;
+    Inventory m_Inventory;
+    PI::CObject m_Object;
 
 private:
-    shared::ObjectIDs& m_IDs;
     Progress& m_Progress;
-    std::uint64_t m_ObjectID;
-    Inventory m_Inventory;
+    std::uint64_t m_ArrayID;
 };
-
-std::string Device(const PI::CObject& object) {
-    std::string device = TextOf(object.m_Properties, ID::OS_DEVICE);
-    if (device.empty()) {
-        Refuse(TextOf(object.m_Properties, ID::NAME) + " has no file below /dev");
-    }
-    return device;
-}
 
 // ---- Checks. The kernel keeps in sync_min where it was told to end one, and begins there when it is asked
 // for one again: that is the pause. "frozen" would also keep it from rebuilding, should a drive fail
 // meanwhile.
-
-void EndCheck(const Subject& subject) {
-    subject.Write("sync_action", "idle");
-    subject.Write("sync_min", "0");
-}
 
 /// Ends the check that another follows: until that has looked again, sync_min says that the check has not
 /// come to its end.
@@ -162,7 +131,7 @@ void CancelCheck(const Subject& subject) {
     subject.Write("sync_min", "0");
 }
 
-void FollowCheck(Subject& subject, const std::function<bool(const PI::CTask&)>& report, PI::CTask& task) {
+void FollowCheck(Subject& subject, const TaskReport& report, PI::CTask& task) {
     subject.Write("sync_action", "check");
     task.m_TaskText1 = "check of " + subject.Report().m_Title;
     for (subject.Look(); subject.Report().m_Sysfs.m_SyncAction == "check"; subject.Look()) {
@@ -175,7 +144,8 @@ void FollowCheck(Subject& subject, const std::function<bool(const PI::CTask&)>& 
         }
         task.m_TaskValue4 = array.m_RemainingMs.value_or(UINT64_MAX);
         if (!report(task)) {
-            EndCheck(subject);
+            subject.Write("sync_action", "idle");
+            subject.Write("sync_min", "0");
             task.m_TaskStatus = Value::ABORTED;
             return;
         }
@@ -200,82 +170,94 @@ void PauseCheck(Subject& subject, PI::CTask& task) {
 // ---- Drives
 
 /// Refuses a drive that may not be mixed with another.
-void CheckMix(const Machine& machine, const PI::CObject& others, const PI::CObject& drive) {
+void CheckMix(const Machine& machine, const FreeDrive& other, const FreeDrive& drive) {
     const auto isGiven = [&](char permission) {
         return machine.m_Permissions.find(permission) != std::string::npos;
     };
-    const std::vector<PI::CDriveMismatch> mismatches = CPluginHelper::ExplainPhysicalDriveCombination(
-        isGiven('0'), isGiven('1'), isGiven('2'), isGiven('3'), ChoiceOf(others, ID::PROTOCOL),
-        ChoiceOf(others, ID::MEDIA_TYPE), false, ChoiceOf(drive, ID::PROTOCOL),
-        ChoiceOf(drive, ID::MEDIA_TYPE), false);
+    const std::vector<PI::CDriveMismatch> mismatches = PI::CPluginHelper::ExplainPhysicalDriveCombination(
+        isGiven('0'), isGiven('1'), isGiven('2'), isGiven('3'), other.m_Kind.m_Protocol,
+        other.m_Kind.m_Medium, false, drive.m_Kind.m_Protocol, drive.m_Kind.m_Medium, false);
     if (!mismatches.empty()) {
-        Refuse(Device(drive) + " is " + PI::PropertyValueToString(mismatches[0].DriveValue()) + " and " +
-               Device(others) + " " + PI::PropertyValueToString(mismatches[0].ContainerValue()) +
-               ", which may not be mixed");
+        Refuse(DeviceFile(drive.m_Name) + " is " + PI::PropertyValueToString(mismatches[0].DriveValue()) +
+               " and " + DeviceFile(other.m_Name) + " " +
+               PI::PropertyValueToString(mismatches[0].ContainerValue()) + ", which may not be mixed");
     }
 }
 
-/// The device that a user names: inside /dev, with links followed.
-std::string DeviceOf(const Machine& machine, const std::string& text) {
+/// The name of a device that a user gives: inside /dev, with links followed.
+std::string DeviceName(const Machine& machine, const std::string& text) {
     constexpr std::string_view FOLDER = "/dev/";
     const std::string name = text.substr(text.compare(0, FOLDER.size(), FOLDER) == 0 ? FOLDER.size() : 0);
     std::error_code error;
     const fs::path folder = fs::weakly_canonical(machine.m_Root / "dev", error);
-    const fs::path path = fs::weakly_canonical(folder / name, error).lexically_relative(folder);
-    std::string device = name.empty() || name[0] == '/' || error ? "" : DeviceFile(path);
-    if (device.empty() || DeviceFile(name).empty()) {
+    std::string device = fs::weakly_canonical(folder / name, error).lexically_relative(folder);
+    if (name.empty() || name[0] == '/' || error || DeviceFile(name).empty() || DeviceFile(device).empty()) {
         Refuse("\"" + text + "\" is no device below /dev");
     }
     return device;
 }
 
 std::string AddDrive(const Subject& subject, const PI::COperation& operation) {
-    const PI::CObject& array = subject.Object();
-    const std::string device = DeviceOf(subject.m_Machine, TextOf(operation.m_Properties, ID::OS_DEVICE));
-    const auto isMember = [&](const PI::CObject& each) {
-        return each.m_ObjectType == PHYSICAL_DRIVE && each.m_RelatedIDs1.at(0) == array.m_ObjectID;
-    };
-    const auto member = std::find_if(subject.m_Objects.begin(), subject.m_Objects.end(), isMember);
-    for (const PI::CObject& object : subject.m_Objects) {
-        if (TextOf(object.m_Properties, ID::OS_DEVICE) == device && !isMember(object) &&
-            member != subject.m_Objects.end()) {
-            CheckMix(subject.m_Machine, *member, object);
+    const std::string name =
+        DeviceName(subject.m_Machine, Parameter(operation, ID::OS_DEVICE).m_Data.m_String.m_Value);
+    std::map<std::string, DriveKind> kinds;
+    for (const ArrayReport& report : subject.m_Inventory.m_Arrays) {
+        for (const auto& [member, sysfs] : report.m_Sysfs.m_Members) {
+            kinds[member] = sysfs.m_Kind;
         }
     }
-    return RunMdadm(subject.m_Machine, {"--manage", Device(array), "--add", device});
+    for (const FreeDrive& free : subject.m_Inventory.m_FreeDrives) {
+        kinds[free.m_Name] = free.m_Kind;
+    }
+    const std::vector<Member>& members = subject.Report().m_Array.m_Members;
+    if (kinds.count(name) != 0 && !members.empty()) {
+        const std::string& other = members[0].m_Name;
+        CheckMix(subject.m_Machine, {other, 0, kinds[other]}, {name, 0, kinds[name]});
+    }
+    return RunMdadm(subject.m_Machine, {"--manage", subject.ArrayDevice(), "--add", DeviceFile(name)});
 }
 
 std::string ManageDrive(const Subject& subject, const char* option) {
+    const PI::CProperty* const device = PI::CPluginHelper::FindProperty(subject.m_Object, ID::OS_DEVICE);
     return RunMdadm(subject.m_Machine,
-                    {"--manage", Device(subject.Find(subject.Object().m_RelatedIDs1.at(0))), option,
-                     Device(subject.Object())});
+                    {"--manage", subject.ArrayDevice(), option, device->m_Data.m_String.m_Value});
 }
 
 // ---- A new array
 
 /// What a configuration document asks for.
 struct Layout {
-    std::vector<PI::CContainer> m_Containers;
+    explicit Layout(const VELK::XML::xml_document& document) {
+        VELK::XML::xml_document copy;
+        copy.reset(document);
+        if (document.child("ArrayConfiguration")) {
+            const PI::CArray array(copy);
+            Take(array.m_Containers, array.m_Units);
+        } else if (document.child("LogicalDriveConfiguration")) {
+            const PI::CLogicalDrive drive(copy);
+            if (!drive.m_GlobalHotSpares.empty()) {
+                Refuse("software RAID has no global hot spares");
+            }
+            Take(drive.m_Containers, drive.m_Units);
+            m_Spares = drive.m_DedicatedHotSpares;
+        } else {
+            Refuse("CONFIGURATION is no configuration document of an array or a logical drive");
+        }
+    }
+
+    void Take(const std::vector<PI::CContainer>& containers, PI::_UNITS units) {
+        m_ContainerCount = containers.size();
+        m_Units = units;
+        for (const PI::CContainer& container : containers) {
+            m_Drives.insert(m_Drives.end(), container.m_Drives.begin(), container.m_Drives.end());
+        }
+    }
+
+    std::size_t m_ContainerCount = 0;
+    std::vector<PI::CDrive> m_Drives;
     PI::_UNITS m_Units = PI::Units::UNSPECIFIED;
     std::vector<std::uint64_t> m_Spares;
 };
-
-Layout ReadLayout(const VELK::XML::xml_document& document) {
-    VELK::XML::xml_document copy;
-    copy.reset(document);
-    if (document.child("ArrayConfiguration")) {
-        const PI::CArray array(copy);
-        return {array.m_Containers, array.m_Units, {}};
-    }
-    if (!document.child("LogicalDriveConfiguration")) {
-        Refuse("CONFIGURATION is no configuration document of an array or a logical drive");
-    }
-    const PI::CLogicalDrive drive(copy);
-    if (!drive.m_GlobalHotSpares.empty()) {
-        Refuse("software RAID has no global hot spares");
-    }
-    return {drive.m_Containers, drive.m_Units, drive.m_DedicatedHotSpares};
-}
 
 std::uint64_t ToBytes(std::uint64_t size, PI::_UNITS units) {
     constexpr std::pair<PI::_UNITS, unsigned> BITS[] = {
@@ -303,38 +285,27 @@ std::string NewDevice(const std::string& name) {
     return (isNumber ? "/dev/" : "/dev/md/") + name;
 }
 
-/// The smallest part of a drive that the document gives, in bytes; all ones when it gives none.
-std::uint64_t UsedSize(const Layout& layout) {
-    std::uint64_t used = UINT64_MAX;
-    for (const PI::CContainer& container : layout.m_Containers) {
-        for (const PI::CDrive& extent : container.m_Drives) {
-            if (extent.m_UsedSize != 0) {
-                used = std::min(used, ToBytes(extent.m_UsedSize, layout.m_Units));
-            }
-        }
-    }
-    return used;
-}
-
 /// The drives of the document, those of the array first.
-std::vector<const PI::CObject*> FindDrives(const Subject& subject, const Layout& layout) {
+std::vector<FreeDrive> FindDrives(const Subject& subject, const Layout& layout) {
     std::vector<std::uint64_t> ids;
-    for (const PI::CContainer& container : layout.m_Containers) {
-        for (const PI::CDrive& extent : container.m_Drives) {
-            if (extent.m_StartAddress != 0) {
-                Refuse("drive " + std::to_string(extent.m_ObjectID) + ": mdadm begins where a drive begins");
-            }
-            ids.push_back(extent.m_ObjectID);
+    for (const PI::CDrive& drive : layout.m_Drives) {
+        if (drive.m_StartAddress != 0) {
+            Refuse("drive " + std::to_string(drive.m_ObjectID) + ": mdadm begins where a drive begins");
         }
+        ids.push_back(drive.m_ObjectID);
     }
     ids.insert(ids.end(), layout.m_Spares.begin(), layout.m_Spares.end());
-    std::vector<const PI::CObject*> drives;
+    const std::vector<FreeDrive>& free = subject.m_Inventory.m_FreeDrives;
+    std::vector<FreeDrive> drives;
     for (const std::uint64_t id : ids) {
-        const PI::CObject& drive = *drives.emplace_back(&subject.Find(id));
-        if (ChoiceOf(drive, ID::STATUS) != Value::AVAILABLE || std::count(ids.begin(), ids.end(), id) != 1) {
+        const auto found = std::find_if(free.begin(), free.end(), [&](const FreeDrive& each) {
+            return FreeDriveID(each, subject.m_IDs) == id;
+        });
+        if (found == free.end() || std::count(ids.begin(), ids.end(), id) != 1) {
             Refuse("object " + std::to_string(id) + " is no drive that is free, or is named twice");
         }
-        CheckMix(subject.m_Machine, *drives[0], drive);
+        drives.push_back(*found);
+        CheckMix(subject.m_Machine, drives[0], *found);
     }
     return drives;
 }
@@ -352,50 +323,53 @@ bool AsksOfSizesAlone(const std::string& output) {
 }
 
 std::string CreateArray(const Subject& subject, const PI::COperation& operation) {
-    const Layout layout = ReadLayout(operation.m_Properties.at(0).m_Data.m_XML.m_Document);
-    const int level = operation.m_Properties.at(1).m_Data.m_Choice.m_Value;
-    const std::vector<const PI::CObject*> drives = FindDrives(subject, layout);
-    const std::size_t count = drives.size() - layout.m_Spares.size();
-    if (count == 0 || (layout.m_Containers.size() > 1 && level != Value::RAID10)) {
+    const Layout layout(Parameter(operation, ID::CONFIGURATION).m_Data.m_XML.m_Document);
+    const int level = Parameter(operation, ID::RAID_LEVEL_2).m_Data.m_Choice.m_Value;
+    const std::vector<FreeDrive> drives = FindDrives(subject, layout);
+    if (layout.m_Drives.empty() || (layout.m_ContainerCount > 1 && level != Value::RAID10)) {
         Refuse("CONFIGURATION needs drives in one container; only RAID10 takes several, one for each mirror");
     }
-    std::vector<std::string> command = {"--create", NewDevice(TextOf(operation.m_Properties, ID::NAME)),
-                                        "--metadata=1.2", "--level=" + LevelName(level),
-                                        "--raid-devices=" + std::to_string(count)};
+    std::vector<std::string> command = {
+        "--create", NewDevice(Parameter(operation, ID::NAME).m_Data.m_String.m_Value), "--metadata=1.2",
+        "--level=" + LevelName(level), "--raid-devices=" + std::to_string(layout.m_Drives.size())};
     if (level != Value::RAID0 && level != Value::CONCAT) {
         command.emplace_back("--bitmap=internal");  // judgement: a crash then costs no whole synchronisation
     }
     if (!layout.m_Spares.empty()) {
         command.push_back("--spare-devices=" + std::to_string(layout.m_Spares.size()));
     }
+    std::uint64_t used = UINT64_MAX;   // the smallest part of a drive that the document gives, in bytes
+    std::uint64_t whole = UINT64_MAX;  // the smallest drive
+    for (const PI::CDrive& drive : layout.m_Drives) {
+        used = drive.m_UsedSize == 0 ? used : std::min(used, ToBytes(drive.m_UsedSize, layout.m_Units));
+    }
+    for (const FreeDrive& drive : drives) {
+        whole = drive.m_SizeBytes == 0 ? whole : std::min(whole, drive.m_SizeBytes);
+    }
     // Near the size of the smallest drive it means all of it, of which mdadm keeps a little for itself.
-    const std::uint64_t used = UsedSize(layout);
-    const std::uint64_t whole = subject.SmallestFree(drives);
     if (used < whole - whole / 100) {
         command.push_back("--size=" + std::to_string(used / 1024));
     }
-    for (const PI::CObject* const drive : drives) {
-        command.push_back(Device(*drive));
+    for (const FreeDrive& drive : drives) {
+        command.push_back(DeviceFile(drive.m_Name));
     }
     std::string output;
-    bool isMade = TryMdadm(subject.m_Machine, command, output);
-    if (!isMade && used != UINT64_MAX && AsksOfSizesAlone(output)) {
-        command.emplace_back("--run");
-        isMade = TryMdadm(subject.m_Machine, command, output);
+    if (TryMdadm(subject.m_Machine, command, output)) {
+        return shared::OneLine(output);
     }
-    if (!isMade) {
+    if (used == UINT64_MAX || !AsksOfSizesAlone(output)) {
         Refuse(shared::OneLine(output));
     }
-    return shared::OneLine(output);
+    command.emplace_back("--run");
+    return RunMdadm(subject.m_Machine, command);
 }
 
 }  // namespace
 
 void Execute(const Machine& machine, shared::ObjectIDs& ids, Progress& progress, std::uint64_t objectID,
-             const PI::COperation& operation, const std::function<bool(const PI::CTask&)>& report,
-             PI::CTask& task) {
+             const PI::COperation& operation, const TaskReport& report, PI::CTask& task) {
     Subject subject(machine, ids, progress, objectID);
-    const std::vector<PI::COperation>& offers = subject.Object().m_Operations;
+    const std::vector<PI::COperation>& offers = subject.m_Object.m_Operations;
     if (std::none_of(offers.begin(), offers.end(),
                      [&](const PI::COperation& each) { return each.m_Header1 == operation.m_Header1; })) {
         Refuse("the operation is not offered any more");

@@ -3,14 +3,12 @@
 /// Carries out what the objects of the inventory offer: by the kernel's files below /sys, or by mdadm.
 #pragma once
 
-#include <pi/task.h>
-
 #include <chrono>
 #include <filesystem>
-#include <functional>
 #include <string>
 
 #include "plugin_base.h"
+#include "plugin_interface.h"
 #include "progress.h"
 
 namespace mdraid {
@@ -28,7 +26,6 @@ struct Machine {
 /// Carries out an operation; the parameters are those of PluginExecute.
 /// @throws std::runtime_error saying in one line why it failed
 void Execute(const Machine& machine, shared::ObjectIDs& ids, Progress& progress, std::uint64_t objectID,
-             const PI::COperation& operation, const std::function<bool(const PI::CTask&)>& report,
-             PI::CTask& task);
+             const PI::COperation& operation, const TaskReport& report, PI::CTask& task);
 
 }  // namespace mdraid

@@ -69,9 +69,8 @@ int PluginGetEvents(std::vector<PI::CEvent>& events, std::vector<std::string>& e
     return shared::Guard(errors, [&] { events = state.m_EventLog.Take(); });
 }
 
-int PluginExecute(std::uint64_t objectID, const PI::COperation& operation,
-                  const std::function<bool(const PI::CTask&)>& report, PI::CTask& task,
-                  std::vector<std::string>& errors) {
+int PluginExecute(std::uint64_t objectID, const PI::COperation& operation, const TaskReport& report,
+                  PI::CTask& task, std::vector<std::string>& errors) {
     return shared::Guard(errors, [&] {
         mdraid::Execute(state.m_Machine, state.m_IDs, state.m_Progress, objectID, operation, report, task);
     });

@@ -23,6 +23,16 @@ namespace Value = PI::PropertyValue;
 
 constexpr std::uint64_t SECTOR_SIZE = 512;  // of all sizes in /sys/block, whatever the drive's own is
 
+/// What is in a folder; nothing where it cannot be read.
+std::vector<fs::path> Entries(const fs::path& folder) {
+    std::error_code error;
+    std::vector<fs::path> entries;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        entries.push_back(entry->path());
+    }
+    return entries;
+}
+
 std::string ReadAttribute(const fs::path& path) {
     std::string error;
     std::string text = shared::ReadTextFile(path, error).value_or("");
@@ -47,11 +57,11 @@ DriveKind ReadKind(const fs::path& block) {
     for (const fs::path& drive : {block, block / ".."}) {  // a partition is in the folder of its drive
         std::error_code ignored;
         if (const auto rotational = ReadNumber<unsigned>(drive / "queue/rotational")) {
-            kind.m_Rotational = *rotational != 0;
+            kind.m_Medium = *rotational != 0 ? Value::HDD : Value::SSD;
             kind.m_Protocol = ReadAttribute(drive / "device/vendor").substr(0, 4) == "ATA " ? Value::SATA
                               : fs::exists(drive / "device/sas_address", ignored)           ? Value::SAS
                               : fs::exists(drive / "nsid", ignored)                         ? Value::NVME
-                                                                                            : 0;
+                                                                                            : Value::EMPTY;
             break;
         }
     }
@@ -94,34 +104,31 @@ SysfsArray ReadSysfsArray(const fs::path& root, const std::string& name) {
     }
 
     constexpr std::string_view MEMBER_PREFIX = "dev-";
-    std::error_code error;
-    for (fs::directory_iterator entry(md, error), end; !error && entry != end; entry.increment(error)) {
-        const std::string folder = entry->path().filename();
+    for (const fs::path& entry : Entries(md)) {
+        const std::string folder = entry.filename();
         if (folder.compare(0, MEMBER_PREFIX.size(), MEMBER_PREFIX) != 0) {
             continue;
         }
         SysfsMember& member = array.m_Members[folder.substr(MEMBER_PREFIX.size())];
-        member.m_Slot = ReadNumber<std::uint32_t>(entry->path() / "slot");
-        member.m_SizeKiB = ReadNumber<std::uint64_t>(entry->path() / "size");
-        member.m_Errors = ReadNumber<std::uint64_t>(entry->path() / "errors");
-        member.m_Kind = ReadKind(entry->path() / "block");
+        member.m_Slot = ReadNumber<std::uint32_t>(entry / "slot");
+        member.m_SizeKiB = ReadNumber<std::uint64_t>(entry / "size");
+        member.m_Errors = ReadNumber<std::uint64_t>(entry / "errors");
+        member.m_Kind = ReadKind(entry / "block");
         std::error_code missing;
-        member.m_IsGone = !fs::exists(entry->path() / "block", missing);
+        member.m_IsGone = !fs::exists(entry / "block", missing);
     }
     return array;
 }
 
 std::map<std::string, std::string> ReadArrayNames(const fs::path& root) {
     std::map<std::string, std::string> names;
-    std::error_code error;
-    for (fs::directory_iterator entry(root / "dev/md", error), end; !error && entry != end;
-         entry.increment(error)) {
-        std::error_code linkError;
-        const fs::path target = fs::read_symlink(entry->path(), linkError);
-        if (linkError) {
+    for (const fs::path& entry : Entries(root / "dev/md")) {
+        std::error_code error;
+        const fs::path target = fs::read_symlink(entry, error);
+        if (error) {
             continue;
         }
-        const std::string name = entry->path().filename();
+        const std::string name = entry.filename();
         const auto [place, isNew] = names.emplace(target.filename(), name);
         if (!isNew) {
             place->second = std::min(place->second, name);
@@ -135,10 +142,7 @@ std::vector<FreeDrive> ReadFreeDrives(const fs::path& root) {
     const std::string used = shared::ReadTextFile(root / "proc/mounts", ignored).value_or("") +
                              shared::ReadTextFile(root / "proc/swaps", ignored).value_or("");
     std::vector<FreeDrive> drives;
-    std::error_code error;
-    for (fs::directory_iterator entry(root / "sys/block", error), end; !error && entry != end;
-         entry.increment(error)) {
-        const fs::path block = entry->path();
+    for (const fs::path& block : Entries(root / "sys/block")) {
         const std::string name = block.filename();
         std::error_code ignoredError;
         const std::uint64_t sectors = ReadNumber<std::uint64_t>(block / "size").value_or(0);
@@ -147,8 +151,8 @@ std::vector<FreeDrive> ReadFreeDrives(const fs::path& root) {
                       fs::is_empty(block / "holders", ignoredError) &&
                       used.find("/dev/" + name + " ") == std::string::npos &&
                       !HasContents(root, ReadAttribute(block / "dev"));
-        for (fs::directory_iterator part(block, ignoredError); isFree && part != end; ++part) {
-            isFree = !fs::exists(part->path() / "partition", ignoredError);
+        for (const fs::path& part : isFree ? Entries(block) : std::vector<fs::path>()) {
+            isFree = isFree && !fs::exists(part / "partition", ignoredError);
         }
         if (isFree) {
             drives.push_back({name, sectors * SECTOR_SIZE, ReadKind(block)});

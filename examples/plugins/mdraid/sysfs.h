@@ -3,6 +3,8 @@
 /// Reads what /sys and /dev tell about an array beyond /proc/mdstat.
 #pragma once
 
+#include <pi/vocabulary.h>
+
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -14,8 +16,8 @@ namespace mdraid {
 
 /// What kind of drive a device is, or is a partition of.
 struct DriveKind {
-    std::optional<bool> m_Rotational;
-    int m_Protocol = 0;  ///< PropertyValue::SATA, SAS or NVME; 0 when not known
+    PI::_PROPERTY_VALUE m_Medium = PI::PropertyValue::EMPTY;    ///< HDD or SSD; EMPTY when not known
+    PI::_PROPERTY_VALUE m_Protocol = PI::PropertyValue::EMPTY;  ///< SATA, SAS or NVME; EMPTY when not known
 };
 
 /// A member as /sys describes it.

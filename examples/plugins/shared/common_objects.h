@@ -12,6 +12,16 @@
 
 namespace shared {
 
+/// Adds what is known: neither 0 nor an empty text.
+/// @param add of PI::ObjectBuilder
+template <class Value, class AddedValue>
+void AddKnown(void (&add)(PI::CObject&, const PI::_PROPERTY_DESCRIPTION&, AddedValue), PI::CObject& object,
+              const PI::_PROPERTY_DESCRIPTION& description, const Value& value) {
+    if (value != Value()) {
+        add(object, description, value);
+    }
+}
+
 /// An adapter that sits in no slot: its number among all adapters comes from where the plug-in says.
 /// @param place  a number of the plug-in's own, far above those of buses and devices
 /// @param part   of several adapters at one place
@@ -44,9 +54,7 @@ inline PI::CObject MakeDrive(std::uint64_t id, std::uint64_t parentID, const std
     drive.m_ObjectValue = static_cast<std::uint64_t>(
         PI::CPluginHelper::GetPDStatusIcon(status, medium, false, false, PI::PropertyValue::ACTIVATED));
     AddText(drive, NAME, name);
-    if (!device.empty()) {
-        AddText(drive, OS_DEVICE, device);
-    }
+    AddKnown(AddText, drive, OS_DEVICE, device);
     AddState(drive, STATUS, status);
     return drive;
 }

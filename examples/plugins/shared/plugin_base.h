@@ -5,6 +5,7 @@
 
 #include <pi/events.h>
 #include <pi/trace.h>
+#include <pi/vocabulary.h>
 #include <velk/clock.h>
 
 #include <cstdint>

@@ -5,7 +5,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -16,7 +15,7 @@
 #include <system_error>
 #include <thread>
 
-extern char** environ;
+#include "start_program.h"
 
 namespace shared {
 namespace {
@@ -29,94 +28,47 @@ std::string Message(int number) {
     return std::generic_category().message(number);
 }
 
-class FileActions {
-public:
-    FileActions() { posix_spawn_file_actions_init(&m_Actions); }
-    ~FileActions() { posix_spawn_file_actions_destroy(&m_Actions); }
-    FileActions(const FileActions&) = delete;
-    FileActions& operator=(const FileActions&) = delete;
-    posix_spawn_file_actions_t* Get() { return &m_Actions; }
-
-private:
-    posix_spawn_file_actions_t m_Actions;
-};
-
-bool Spawn(const std::vector<std::string>& arguments, int output, ErrorOutput errorOutput, pid_t& child,
-           std::string& error) {
-    FileActions actions;
-    posix_spawn_file_actions_addopen(actions.Get(), STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_adddup2(actions.Get(), output, STDOUT_FILENO);
-    if (errorOutput == ErrorOutput::TAKE) {
-        posix_spawn_file_actions_adddup2(actions.Get(), output, STDERR_FILENO);
-    } else {
-        posix_spawn_file_actions_addopen(actions.Get(), STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    }
-
-    std::vector<std::string> texts = arguments;
-    std::vector<char*> argv;
-    for (std::string& text : texts) {
-        argv.push_back(text.data());
-    }
-    argv.push_back(nullptr);
-    // A process group of its own: Ctrl+C asks the service to end, and no program in the midst of its work.
-    posix_spawnattr_t attributes;
-    posix_spawnattr_init(&attributes);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
-    const int result = posix_spawnp(&child, argv[0], actions.Get(), &attributes, argv.data(), environ);
-    posix_spawnattr_destroy(&attributes);
-    if (result != 0) {
-        error = arguments[0] + ": " + Message(result);
-    }
-    return result == 0;
-}
-
 /// Reads until the other end is closed.
-bool ReadAll(int input, Clock::time_point deadline, std::string& output, std::string& error) {
+/// @return what went wrong, if anything
+std::string ReadAll(int input, Clock::time_point deadline, std::string& output) {
     for (;;) {
-        const auto left =
-            std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
         pollfd wait = {input, POLLIN, 0};
         const int ready = left <= 0 ? 0 : poll(&wait, 1, static_cast<int>(left));
         if (ready == 0) {
-            error = "no answer in time";
-            return false;
+            return "no answer in time";
         }
         char buffer[65536];
         const ssize_t count = ready < 0 ? -1 : read(input, buffer, sizeof buffer);
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count < 0) {
-            error = Message(errno);
-            return false;
+        if (count < 0 && errno != EINTR) {
+            return Message(errno);
         }
         if (count == 0) {
-            return true;
+            return "";
         }
-        output.append(buffer, static_cast<std::size_t>(count));
+        output.append(buffer, static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
         if (output.size() > MAX_SIZE) {
-            error = "too long an answer";
-            return false;
+            return "too long an answer";
         }
     }
 }
 
 /// Waits for the program to end: it may have closed its output and go on.
 /// @param status out: none in a host that ignores SIGCHLD, where the kernel keeps it to itself
-bool Wait(pid_t child, Clock::time_point deadline, std::optional<int>& status, std::string& error) {
+/// @return what went wrong, if anything
+std::string Wait(pid_t child, Clock::time_point deadline, std::optional<int>& status) {
     int known = 0;
     pid_t ended = 0;
     while ((ended = waitpid(child, &known, WNOHANG)) == 0) {
         if (Clock::now() > deadline) {
-            error = "no end in time";
-            return false;
+            return "no end in time";
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     if (ended == child) {
         status = known;
     }
-    return true;
+    return "";
 }
 
 }  // namespace
@@ -152,22 +104,25 @@ std::optional<int> RunProgram(const std::vector<std::string>& arguments, std::ch
         return std::nullopt;
     }
     pid_t child = 0;
-    const bool spawned = Spawn(arguments, ends[1], errorOutput, child, error);
+    const int errorFile = errorOutput == ErrorOutput::TAKE ? ends[1] : -1;
+    const int failure =
+        service::StartProgram(arguments, {{ends[1], STDOUT_FILENO}, {errorFile, STDERR_FILENO}}, child);
     close(ends[1]);
     const Clock::time_point deadline = Clock::now() + timeout;
     std::optional<int> status;
-    bool complete =
-        spawned && ReadAll(ends[0], deadline, output, error) && Wait(child, deadline, status, error);
+    error = failure != 0 ? Message(failure) : ReadAll(ends[0], deadline, output);
     close(ends[0]);
-    if (spawned && !complete) {
-        kill(child, SIGKILL);
-        Wait(child, Clock::time_point::max(), status, output);
-        error.insert(0, arguments[0] + ": ");
-    } else if (status.has_value() && WIFSIGNALED(*status)) {
-        complete = false;
-        error = arguments[0] + ": ended by signal " + std::to_string(WTERMSIG(*status));
+    if (failure == 0 && error.empty()) {
+        error = Wait(child, deadline, status);
     }
-    if (!complete) {
+    if (failure == 0 && !error.empty()) {
+        kill(child, SIGKILL);
+        Wait(child, Clock::time_point::max(), status);
+    } else if (status.has_value() && WIFSIGNALED(*status)) {
+        error = "ended by signal " + std::to_string(WTERMSIG(*status));
+    }
+    if (!error.empty()) {
+        error.insert(0, arguments[0] + ": ");
         return std::nullopt;
     }
     return status.has_value() ? WEXITSTATUS(*status) : -1;

@@ -79,6 +79,41 @@ void Tell(const std::string& program, const std::string& option, const Drive& dr
     }
 }
 
+/// Follows a self-test to its end.
+/// @return whether it came to it; false to end it early
+bool Follow(const std::string& program, const Drive& drive, const TaskReport& report, PI::CTask& task) {
+    PI::CTimeRemaining time;
+    for (bool isSeen = false;; isSeen = true) {
+        std::vector<Drive> found;
+        std::vector<std::string> errors;
+        Ask(program, "-x", drive.m_Source, drive.m_Type, found, errors);
+        if (found.empty()) {
+            throw std::runtime_error(errors.empty() ? drive.m_Source + ": says nothing" : errors[0]);
+        }
+        const PI::CDriveReport& now = found[0].m_Report;
+        if (!now.IsSelfTesting()) {
+            const auto failed = now.GetHealth().GetFigure(PI::HealthFigure::FAILED_SELF_TESTS);
+            if (!isSeen && !failed.HasValue()) {
+                throw std::runtime_error(drive.m_Source + ": was not seen testing itself, and keeps no log");
+            }
+            task.m_TaskText2 = failed.HasValue() ? std::to_string(failed.GetValue()) +
+                                                       " failed since the last one that passed"
+                                                 : "the drive keeps no log of how it ended";
+            return true;
+        }
+        if (now.GetSelfTestProgress() >= 0) {
+            task.m_TaskFlag = true;
+            task.m_TaskValue2 = static_cast<std::uint32_t>(now.GetSelfTestProgress());
+            time.AddSample(PI::CETR::NowSteady(), task.m_TaskValue2, 100);
+            task.m_TaskValue4 = time.GetRemaining().value_or(UINT64_MAX);
+        }
+        if (!report(task)) {
+            return false;
+        }
+        std::this_thread::sleep_for(INTERVAL);
+    }
+}
+
 }  // namespace
 
 std::vector<Drive> ReadFolder(const std::string& folder, std::vector<std::string>& errors) {
@@ -113,7 +148,7 @@ std::vector<Drive> ReadMachine(const std::string& program, std::vector<std::stri
     // A SATA drive that has not been opened is listed as a SCSI one.
     if (!shared::RunProgram({program, "--scan-open"}, PATIENCE, text, reason)) {
         shared::Trace("no drives: " + reason);
-        if (reason != program + ": " + std::generic_category().message(ENOENT)) {
+        if (reason != DEFAULT_PROGRAM + (": " + std::generic_category().message(ENOENT))) {
             errors.push_back(reason);
         }
         return drives;
@@ -139,7 +174,7 @@ std::vector<Drive> ReadMachine(const std::string& program, std::vector<std::stri
 }
 
 void SelfTest(const std::string& program, const Drive& drive, const PI::COperation& operation,
-              const std::function<bool(const PI::CTask&)>& report, PI::CTask& task) {
+              const TaskReport& report, PI::CTask& task) {
     if (operation.m_Header1 == PI::OperationID::CANCEL_VERIFY) {
         Tell(program, "--abort", drive);
         return;
@@ -150,37 +185,16 @@ void SelfTest(const std::string& program, const Drive& drive, const PI::COperati
     }
     Tell(program, "--test=" + kind, drive);
     task.m_TaskText1 = kind + " self-test of " + drive.m_Source;
-    PI::CTimeRemaining time;
-    for (bool isSeen = false;; isSeen = true) {
-        std::vector<Drive> found;
-        std::vector<std::string> errors;
-        Ask(program, "-x", drive.m_Source, drive.m_Type, found, errors);
-        if (found.empty()) {
-            throw std::runtime_error(errors.empty() ? drive.m_Source + ": says nothing" : errors[0]);
-        }
-        const PI::CDriveReport& now = found[0].m_Report;
-        if (!now.IsSelfTesting()) {
-            const auto failed = now.GetHealth().GetFigure(PI::HealthFigure::FAILED_SELF_TESTS);
-            if (!isSeen && !failed.HasValue()) {
-                throw std::runtime_error(drive.m_Source + ": was not seen testing itself, and keeps no log");
-            }
-            task.m_TaskText2 = failed.HasValue() ? std::to_string(failed.GetValue()) +
-                                                       " failed since the last one that passed"
-                                                 : "the drive keeps no log of how it ended";
-            return;
-        }
-        if (now.GetSelfTestProgress() >= 0) {
-            task.m_TaskFlag = true;
-            task.m_TaskValue2 = static_cast<std::uint32_t>(now.GetSelfTestProgress());
-            time.AddSample(PI::CETR::NowSteady(), task.m_TaskValue2, 100);
-            task.m_TaskValue4 = time.GetRemaining().value_or(UINT64_MAX);
-        }
-        if (!report(task)) {
+    try {
+        if (!Follow(program, drive, report, task)) {
             Tell(program, "--abort", drive);
             task.m_TaskStatus = PI::PropertyValue::ABORTED;
-            return;
         }
-        std::this_thread::sleep_for(INTERVAL);
+    } catch (const std::exception&) {
+        std::vector<Drive> ignored;
+        std::vector<std::string> ignoredErrors;
+        Ask(program, "--abort", drive.m_Source, drive.m_Type, ignored, ignoredErrors);
+        throw;
     }
 }
 

@@ -5,11 +5,11 @@
 
 #include <pi/exchange/smartctl.h>
 #include <pi/object.h>
-#include <pi/task.h>
 
-#include <functional>
 #include <string>
 #include <vector>
+
+#include "plugin_interface.h"
 
 namespace smartctl {
 
@@ -23,7 +23,10 @@ struct Drive {
 /// @param errors takes a line for each report that holds no drive
 std::vector<Drive> ReadFolder(const std::string& folder, std::vector<std::string>& errors);
 
-/// Asks smartctl for the drives of this machine. Where it is not installed there are none, which is no error.
+constexpr const char* DEFAULT_PROGRAM = "smartctl";
+
+/// Asks smartctl for the drives of this machine. Where the default one is not installed there are none, which
+/// is no error.
 /// @param program smartctl's name or path
 /// @param errors  takes a line for each drive that could not be read
 std::vector<Drive> ReadMachine(const std::string& program, std::vector<std::string>& errors);
@@ -32,6 +35,6 @@ std::vector<Drive> ReadMachine(const std::string& program, std::vector<std::stri
 /// PluginExecute.
 /// @throws std::runtime_error saying in one line why it failed
 void SelfTest(const std::string& program, const Drive& drive, const PI::COperation& operation,
-              const std::function<bool(const PI::CTask&)>& report, PI::CTask& task);
+              const TaskReport& report, PI::CTask& task);
 
 }  // namespace smartctl

@@ -211,7 +211,7 @@ void EventLog::Update(const std::vector<Drive>& drives, shared::ObjectIDs& ids) 
 
 void EventLog::AddOnce(std::uint64_t handle, PI::_EVENT_ID id, const std::string& drive,
                        const std::string& detail) {
-    if (m_Told.emplace(handle, id).second) {
+    if (m_Told.emplace(handle, drive, id).second) {
         Add(handle, id, PI::Severity::WARNING, drive, detail);
     }
 }

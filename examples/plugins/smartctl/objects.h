@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 #include "drives.h"
@@ -31,7 +31,7 @@ public:
 private:
     void AddOnce(std::uint64_t handle, PI::_EVENT_ID id, const std::string& drive, const std::string& detail);
 
-    std::set<std::pair<std::uint64_t, PI::_EVENT_ID>> m_Told;
+    std::set<std::tuple<std::uint64_t, std::string, PI::_EVENT_ID>> m_Told;
 };
 
 }  // namespace smartctl

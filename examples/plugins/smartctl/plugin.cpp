@@ -20,7 +20,7 @@ namespace {
 // Lives from loading to unloading.
 struct State {
     std::string m_Folder;  // empty: the drives of this machine
-    std::string m_Program = "smartctl";
+    std::string m_Program = smartctl::DEFAULT_PROGRAM;
     shared::ObjectIDs m_IDs;
     smartctl::EventLog m_EventLog;
     std::vector<smartctl::Drive> m_Drives;
@@ -60,9 +60,8 @@ int PluginGetEvents(std::vector<PI::CEvent>& events, std::vector<std::string>& e
     return shared::Guard(errors, [&] { events = state.m_EventLog.Take(); });
 }
 
-int PluginExecute(std::uint64_t objectID, const PI::COperation& operation,
-                  const std::function<bool(const PI::CTask&)>& report, PI::CTask& task,
-                  std::vector<std::string>& errors) {
+int PluginExecute(std::uint64_t objectID, const PI::COperation& operation, const TaskReport& report,
+                  PI::CTask& task, std::vector<std::string>& errors) {
     return shared::Guard(errors, [&] {
         for (const smartctl::Drive& drive : state.m_Drives) {
             if (!drive.m_Type.empty() && smartctl::DriveID(drive, state.m_IDs) == objectID) {
