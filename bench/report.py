@@ -267,13 +267,13 @@ def accuracy_table(measured):
     """How near estimates of the time remaining come."""
     ways = ("mean", "md", "udisks", "CETR", "CTimeRemaining")
     yield "| Rebuilds | Curves | mean speed | marks of md | mean of speeds, as udisks | `CETR` | `CTimeRemaining` " \
-          "| Truth inside its range | Its end jumps by |"
+          "| True value in its range | Change of its end |"
     yield "|---|---|---|---|---|---|---|---|---|"
     for row in measured["rows"]:
         errors = " | ".join(f"{row[way]['median']:.1f} % ({row[way]['ninetieth']:.0f} %)" for way in ways)
         yield f"| {row['kind']} | {row['curves']} | {errors} | {row['inside']:.0f} % | {row['CTimeRemaining']['jump']:.2f} % |"
     yield ""
-    yield f"Over all samples of all curves the range holds the truth for {measured['inside']:.1f} percent."
+    yield f"Over all samples of all curves the range contains the true value for {measured['inside']:.1f} percent."
 
 
 def output_of(*command):
@@ -319,7 +319,7 @@ def main():
         "",
         *statement_table(figures),
         "",
-        "## How near estimates of the time remaining come",
+        "## Accuracy of estimates of the time remaining",
         "",
         "Median of the error after each sample from the second on, in percent of the time that remained, and in brackets",
         "what nine in ten stay below; the curves are explained in [estimates](../docs/estimates.md).",

@@ -1,9 +1,10 @@
 # SPDX-License-Identifier: Apache-2.0
 # shellcheck shell=bash
-# A Debian release through an apt configuration of its own, which leaves the machine's alone; sourced, not run.
+# Uses a Debian release with a separate apt configuration, which does not change the machine's; sourced, not
+# run.
 
-# Prints address and place (file:number) of the machine's own source of its Debian release. apt reads its source files
-# itself, so every format and option it knows is understood.
+# Prints address and place (file:number) of the machine's own source of its Debian release. apt itself reads
+# the source files, so that every format and option is understood.
 own_source() {
   local release
   release=$(. /etc/os-release 2>/dev/null && say "${VERSION_CODENAME:-}")
@@ -13,8 +14,8 @@ own_source() {
     awk -v release="$release" '!found && $1 == release && $2 == "main" && $3 !~ /^cdrom:/ { found = 1; print $3, $4 }'
 }
 
-# Prints the Signed-By field of the source entry at the given place, or nothing when it has none. The number of a place
-# counts paragraphs in .sources files and lines in .list files.
+# Prints the Signed-By field of the source entry at the given place, or nothing if it has none. The number of
+# a place counts paragraphs in .sources files and lines in .list files.
 signed_by() {
   local file=${1%:*} number=${1##*:}
   case $file in
@@ -32,8 +33,9 @@ signed_by() {
   esac
 }
 
-# configure_archive FOLDER RELEASE: an apt configuration in FOLDER whose only source is that release, at the address the
-# machine takes its own from. Sets ARCHIVE_ADDRESS and ARCHIVE_OPTIONS, the options that make apt use it.
+# configure_archive FOLDER RELEASE: an apt configuration in FOLDER whose only source is that release, from the
+# same address as the machine's own. Sets ARCHIVE_ADDRESS and ARCHIVE_OPTIONS, the options that make apt use
+# it.
 configure_archive() {
   local folder=$1 release=$2 source
   source=$(own_source)

@@ -70,9 +70,9 @@ TEST_F(HostileLanguageFile, DepthIsRefusedWithItsPlace) {
     for (const std::size_t levels : {10'000U, 100'000U}) {
         EXPECT_EQ(Failure(Nested(levels, "")), ":1:2: the root element is not Strings");
         EXPECT_EQ(Failure("<Strings>" + Nested(levels, "") + "</Strings>"),
-                  ":1:11: only String elements may stand in Strings");
+                  ":1:11: only String elements may be in Strings");
         EXPECT_EQ(Failure("<Strings><String id='1'>" + Nested(levels, "") + "</String></Strings>"),
-                  ":1:26: a String element holds nothing but text");
+                  ":1:26: a String element may contain only text");
     }
 }
 

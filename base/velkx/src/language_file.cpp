@@ -16,13 +16,13 @@ namespace language_file {
 
 namespace {
 
-/// A language file being read; knows the places in it.
+/// A language file that is being read, with the places in it.
 class LanguageFile {
 public:
     explicit LanguageFile(const std::string& path) : m_Path(path), m_Content(Read(path)) {}
 
     Texts Parse() const {
-        // As a fragment, so that text outside the root element is not passed over.
+        // As a fragment, so that text outside the root element is not ignored.
         pugi::xml_document document;
         Load(pugi::parse_fragment, document);
         const pugi::xml_node root = document.first_child();
@@ -30,7 +30,7 @@ public:
             Fail(root.offset_debug(), "the root element is not Strings");
         }
         if (const pugi::xml_node rest = root.next_sibling()) {
-            Fail(rest.offset_debug(), "nothing may stand behind the root element");
+            Fail(rest.offset_debug(), "nothing may follow the root element");
         }
         // Once more for the texts, of which white space is a part. As a fragment the parser would then accept
         // a file that is cut off after a "<".
@@ -40,11 +40,11 @@ public:
         Texts found;
         for (const pugi::xml_node child : root.children()) {
             if (std::strcmp(child.name(), "String") != 0) {
-                Fail(child.offset_debug(), "only String elements may stand in Strings");
+                Fail(child.offset_debug(), "only String elements may be in Strings");
             }
             if (!found.emplace(Id(child), Text(text)).second) {
                 Fail(child.offset_debug(),
-                     "the id " + std::string(child.attribute("id").value()) + " stands twice");
+                     "the id " + std::string(child.attribute("id").value()) + " occurs twice");
             }
             text = text.next_sibling("String");
         }
@@ -97,7 +97,7 @@ private:
         std::string text;
         for (const pugi::xml_node part : node.children()) {
             if (part.type() != pugi::node_pcdata && part.type() != pugi::node_cdata) {
-                Fail(part.offset_debug(), "a String element holds nothing but text");
+                Fail(part.offset_debug(), "a String element may contain only text");
             }
             text += part.value();
         }
