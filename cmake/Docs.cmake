@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# The reference site: public headers, guides and tables of the vocabularies. docs/doxygen holds what it is made with.
+# The reference site: public headers, guides and tables of the vocabularies. docs/doxygen has the files for it.
 option(PI_BUILD_DOCS "Build the reference site, which needs Doxygen and Python" OFF)
 if(NOT PI_BUILD_DOCS)
     return()
@@ -13,11 +13,11 @@ find_program(XMLLINT xmllint REQUIRED)  # of libxml2-utils
 set(PI_DOCS_DIR ${PROJECT_BINARY_DIR}/docs)
 set(PI_DOXYGEN_EXTRA "")
 if(DOXYGEN_VERSION VERSION_GREATER_EQUAL 1.9.5)
-    # The stylesheet is for a light page; newer versions would follow the reader's system into the dark.
+    # The stylesheet is for a light page; newer versions would use the dark mode of the reader's system.
     set(PI_DOXYGEN_EXTRA "HTML_COLORSTYLE = LIGHT")
 endif()
 
-# All headers that are installed, but for those that hold macros only, and all documents.
+# All installed headers except those with only macros, and all documents.
 file(GLOB headers CONFIGURE_DEPENDS include/pi/*.h base/*/include/*/*.h exchange/include/pi/exchange/*.h)
 file(GLOB documents CONFIGURE_DEPENDS *.md docs/*.md bench/*.md)
 list(JOIN headers "\" \"" PI_DOCS_INPUT)
@@ -27,7 +27,7 @@ file(GLOB sources CONFIGURE_DEPENDS docs/images/* docs/doxygen/* docs/*.tsv incl
     share/pi/strings.en.xml tests/reference/examples_test.cpp)
 add_custom_command(
     OUTPUT docs/built
-    # What an earlier build has left, so that one which fails leaves nothing that looks whole.
+    # Removes the results of an earlier build, so that one that fails leaves nothing that looks complete.
     COMMAND ${CMAKE_COMMAND} -E rm -rf docs/built ${PI_DOCS_DIR}/html ${PI_DOCS_DIR}/xml ${PI_DOCS_DIR}/pages
     COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/docs/doxygen/pages.py ${PI_DOCS_DIR}/pages ${documents}
     COMMAND Doxygen::doxygen ${PI_DOCS_DIR}/Doxyfile

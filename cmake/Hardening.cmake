@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# What makes a fault in the library harder to exploit, in everything built here. scripts/hardening reads it back from
-# the built files. Not for debugging builds: the fortified functions need the optimiser.
+# Options that make faults harder to exploit, for everything built here; scripts/hardening checks the built
+# files. Not for debug builds: the fortified functions need the optimiser.
 string(TOUPPER "${CMAKE_BUILD_TYPE}" build_type)
 if(build_type MATCHES "^(RELEASE|RELWITHDEBINFO|MINSIZEREL)$")
     set(PI_HARDENING_DEFAULT ON)

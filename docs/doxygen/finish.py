@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: Apache-2.0
 
-"""finish.py FOLDER: what Doxygen leaves to be done in the site, and whether its links lead somewhere.
+"""finish.py FOLDER: finishes the site that Doxygen has built, and checks its links.
 
-Doxygen has the places of one name in the search in an order that differs with the folder that it builds in: they are
-sorted. It also makes a page without content of each file that holds a page: these are removed."""
+Doxygen orders the search results of one name differently in each build folder: they are sorted. It also makes an empty
+page for each file that contains a page: these are removed."""
 import pathlib
 import re
 import sys
@@ -32,4 +32,4 @@ for name, text in pages.items():
         if not (site / target).is_file() or place and place not in places.get(target, {place}):
             broken.add(f"{name}: {link} leads nowhere")
 if broken or not pages:
-    sys.exit("\n".join(sorted(broken)) or f"{site} holds no pages")
+    sys.exit("\n".join(sorted(broken)) or f"{site} has no pages")

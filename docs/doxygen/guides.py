@@ -2,8 +2,8 @@
 
 """The Markdown documents of the project as Doxygen reads them.
 
-Headings get places, under the names that repository browsers give them, and links lead to the pages and places of the
-site; Doxygen then refuses those that lead nowhere. A link to what the site does not hold is its text."""
+Headings get the anchors that repository browsers give them, and links lead to the pages and anchors of the site; Doxygen
+then refuses broken ones. A link to a file that is not in the site becomes its text."""
 import pathlib
 import re
 
@@ -35,7 +35,7 @@ def document(path, text):
             return match[0]
         target = pathlib.Path(path).parent / match["path"] if match["path"] else pathlib.Path(path)
         if not target.exists():
-            raise ValueError(f"{path} leads to {match['path']}, which is not there")
+            raise ValueError(f"{path} leads to {match['path']}, which does not exist")
         if match["image"]:
             return f"![{match['text']}]({target.name})"
         if target.suffix != ".md":

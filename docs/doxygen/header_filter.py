@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 
-"""header_filter.py FILE: what Doxygen reads instead of a header: the same lines, with what it cannot see. No line is added or
-dropped, so that a warning names the line of the header."""
+"""header_filter.py FILE: prints a header for Doxygen: the same lines, with what it cannot see. No line is added or removed,
+so that warnings have the line numbers of the header."""
 import html
 import pathlib
 import re
@@ -13,12 +13,12 @@ import lists
 VOCABULARY = re.compile(r"^#define (PI_\w+)\(number, constant, name\) constant = number,\n"
                         r"#include <(pi/vocabulary/(\w+)\.def)>\n"
                         r"#undef \1$", re.MULTILINE)
-# Seen by Doxygen as a name of the outer namespace too, so that texts and signatures link to it.
+# Makes it a name of the outer namespace for Doxygen, too, so that texts and signatures link to it.
 USING_ENUMERATION = re.compile(r"^using (\w+)::(_\w+);$", re.MULTILINE)
 
 
 def constants(match):
-    """The constants of a list on one line, between the lines that stand for it."""
+    """The constants of a list on one line, in place of the lines that include it."""
     texts = lists.event_texts() if match[3] == "event_ids" else {}
     line, seen = [], set()
     for number, constant, name in lists.read_list("include/" + match[2]):

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 
-"""The library's lists, read from the files that the library itself is compiled from."""
+"""The library's lists, read from the files from which the library itself is compiled."""
 import ast
 import csv
 import pathlib
@@ -14,7 +14,7 @@ FIELD = re.compile(r"\s*(\"(?:[^\"\\]|\\.)*\"|[\w.]+)\s*(,|$)")
 
 
 def read_list(path):
-    """The rows of a list: texts without their quotes, everything else as it is written."""
+    """The rows of a list: texts without their quotes, everything else as written."""
     rows = []
     for number, line in enumerate((ROOT / path).read_text().splitlines(), 1):
         if not line or line.startswith(("//", "#define PI_CONSTANT(", "#undef PI_CONSTANT")):
@@ -23,7 +23,7 @@ def read_list(path):
         if not row:
             raise ValueError(f"{path}:{number} is no row: {line}")
         values = fields(row.group(1))
-        rows.append(values + values[1:] if line.startswith("PI_CONSTANT(") else values)  # constant and name in one
+        rows.append(values + values[1:] if line.startswith("PI_CONSTANT(") else values)  # the constant is the name
     return rows
 
 
@@ -43,17 +43,17 @@ VOCABULARIES = {"property": "property_ids", "operation": "operation_ids", "event
 
 
 def read_meanings(path):
-    """The rows of a table of meanings, each led by the number of its constant."""
+    """The rows of a table of meanings, each with the number of its constant first."""
     numbers = {(vocabulary, row[1]): row[0] for vocabulary, name in VOCABULARIES.items()
                for row in read_list(f"include/pi/vocabulary/{name}.def")}
     rows = csv.DictReader((ROOT / path).read_text(encoding="utf-8").splitlines(), delimiter="\t", quoting=csv.QUOTE_NONE)
     try:
         return [[numbers[row["vocabulary"], row["constant"]]] + list(row.values())[1:] for row in rows]
     except KeyError as key:
-        raise ValueError(f"{path} tells of {key}, which is in no vocabulary") from key
+        raise ValueError(f"{path} has {key}, which is in no vocabulary") from key
 
 
 def event_texts():
-    """The English text of every event that has one, by the number as it is written."""
+    """The English text of every event that has one, by the number as written."""
     tree = xml.etree.ElementTree.parse(ROOT / "share/pi/strings.en.xml")
     return {text.get("id"): text.text for text in tree.iter("String")}

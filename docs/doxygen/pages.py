@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 
-"""pages.py FOLDER DOCUMENT...: writes what Doxygen reads beside the headers: a page for each document, and one for each
-table of the library's lists."""
+"""pages.py FOLDER DOCUMENT...: writes what Doxygen reads besides the headers: a page for each document and
+one for each list of the library."""
 import html
 import pathlib
 import re
@@ -13,68 +13,69 @@ import lists
 VOCABULARY_COLUMNS = ("Number", "Constant", "Name")
 SSD_COLUMNS = ("Vendor", "Model", "Characters compared", "Endurance in TB")
 
-# Page, list, title, columns, how many of them name a row, what the table holds. The columns are the first fields of
-# each row of the list.
+# Page, list, title, columns, indexes of those that identify a row, description. The columns are the first fields of each
+# row of the list.
 TABLES = (
     ("table_error_codes", "include/pi/vocabulary/error_codes.def", "Error codes", VOCABULARY_COLUMNS, (0,),
-     "Outcomes of operations: the constants of PI::ErrorCode, with the names that PI::ErrorCodeToString gives them."),
+     "Outcomes of operations: the constants of PI::ErrorCode, with the names that PI::ErrorCodeToString returns."),
     ("table_property_ids", "include/pi/vocabulary/property_ids.def", "Property identifiers", VOCABULARY_COLUMNS, (0,),
      "Which property a value belongs to: the constants of PI::PropertyID, with the names that PI::PropertyIDToString "
-     "gives them. Of two rows of one number the first gives the name."),
+     "returns. If two rows have the same number, the first has the name."),
     ("table_property_values", "include/pi/vocabulary/property_values.def", "Property values", VOCABULARY_COLUMNS, (0,),
      "Named states that properties hold: the constants of PI::PropertyValue, with the names that "
-     "PI::PropertyValueToString gives them and PI::StringToPropertyValue takes."),
+     "PI::PropertyValueToString returns and PI::StringToPropertyValue accepts."),
     ("table_operation_ids", "include/pi/vocabulary/operation_ids.def", "Operation identifiers", VOCABULARY_COLUMNS,
      (0,), "Actions offered on objects: the constants of PI::OperationID, with the names that "
-     "PI::OperationIDToString gives them."),
+     "PI::OperationIDToString returns."),
     ("table_event_ids", "include/pi/vocabulary/event_ids.def", "Event identifiers",
      VOCABULARY_COLUMNS + ("English text",), (0,),
-     "What happened: the constants of PI::EventID, with the names that PI::EventIDToString gives them. Where there is "
-     "an English text, it is the one of `strings.en.xml`, with its placeholders."),
+     "What happened: the constants of PI::EventID, with the names that PI::EventIDToString returns, and the "
+     "English texts of `strings.en.xml` with their placeholders."),
     ("table_meanings", "docs/vocabulary-meanings.tsv", "Meanings",
      ("Number", "Constant", "Type or severity", "Unit", "Set by", "Meaning"), (0,),
-     "What properties, operations and events mean where the example plug-ins, `pitool` and the guides use them. All others "
-     "mean what the plug-ins that use them and their service agree on. `mdraid` and `smartctl` are the example plug-ins, "
-     "the tutorial is that of @ref guide_writing_a_plugin. The type of a property is a constant of PI::PropertyType; where "
-     "another program sets another type or unit, its name precedes that."),
+     "What properties, operations and events mean in the example plug-ins, `pitool` and the guides. The meaning of all "
+     "others is up to the plug-ins that use them and their service. `mdraid` and `smartctl` are the example plug-ins, "
+     "the tutorial is that of @ref guide_writing_a_plugin. The type of a property is a constant of PI::PropertyType; if "
+     "another program sets another type or unit, its name precedes it."),
     ("table_help_topics", "src/vocabulary/help_topics.def", "Help topics", ("Number", "Page and anchor"), (0,),
-     "What PI::CPluginHelper::GetHelpPath gives for the number of a help topic."),
+     "What PI::CPluginHelper::GetHelpPath returns for the number of a help topic."),
     ("table_icons", "src/vocabulary/icons.def", "Icons", ("Number", "File"), (0,),
-     "What PI::CPluginHelper::GetIconPath gives for the number of an icon."),
+     "What PI::CPluginHelper::GetIconPath returns for the number of an icon."),
     ("table_additional_sense", "src/drives/additional_sense.def", "Additional sense codes", ("Code", "Qualifier", "Text"),
-     (0, 1), "What PI::CPluginHelper::TranslateSenseASC gives for a pair of additional sense code and qualifier."),
+     (0, 1), "What PI::CPluginHelper::TranslateSenseASC returns for a pair of additional sense code and qualifier."),
     ("table_sata_ssd", "src/drives/ssd_endurance_sata.def", "Endurance of SATA drives", SSD_COLUMNS, (1,),
-     "The rows of PI::SATASSDEndurance, in their order. PI::CPluginHelper::findLifeTimeProp gives the first that "
-     "matches a model: in as many leading characters as the row says, or in all when it says 0."),
+     "The rows of PI::SATASSDEndurance, in their order. PI::CPluginHelper::findLifeTimeProp returns the first that "
+     "matches a model: in the number of leading characters that the row says, or whole if it says 0."),
     ("table_sas_ssd", "src/drives/ssd_endurance_sas.def", "Endurance of SAS drives",
      ("Vendor", "Model", "Endurance in TB"), (1,), "The rows of PI::SASSSDEndurance, in their order."),
     ("table_nvme_ssd", "src/drives/ssd_endurance_nvme.def", "Endurance of NVMe drives", SSD_COLUMNS, (1,),
      "The rows of PI::NVMeSSDEndurance, in their order."),
     ("table_additional_ssd", "src/drives/ssd_endurance_additional.def", "Endurance of further drives",
      ("Vendor", "Model begins", "Endurance in TB", "Basis"), (1,),
-     "The models that PI::FindEnduranceRating knows beside those of the three lists."),
+     "The models that PI::FindEnduranceRating knows besides those of the three lists."),
     ("table_wear_attributes", "src/drives/wear_attributes.def", "Attributes of wear",
      ("Model", "Name", "Attribute", "Check", "Field", "Meaning", "Parameter", "Drives", "Percent"), (2, 0, 1, 3),
-     "How SMART attributes tell the wear of a solid-state drive, PI::HealthFigure::WEAR: of each attribute the first row that "
-     "applies decides, of all attributes the row that stands first is the figure. Percent of the drives agree with their own "
-     "statistic."),
+     "How the wear of a solid-state drive, PI::HealthFigure::WEAR, is read from SMART attributes: for each attribute the first "
+     "row that applies is used; of several attributes, the one whose row comes first. The last columns are the drives on which "
+     "the row was tested and the percentage of them that agree with their own statistic."),
     ("table_hours_attributes", "src/drives/hours_attributes.def", "Attributes of hours",
      ("Model", "Name", "Field", "Meaning", "Parameter", "Drives", "Percent"), (2, 0, 1),
-     "How attribute 9 counts PI::HealthFigure::POWER_ON_HOURS: the first row that fits decides."),
+     "How PI::HealthFigure::POWER_ON_HOURS is read from attribute 9: the first row that applies is used."),
     ("table_amount_attributes", "src/drives/amount_attributes.def", "Attributes of amounts",
      ("Direction", "Model", "Name", "Attribute", "Check", "Bytes of one count", "Drives", "Percent"), (3, 0, 1, 2, 4),
-     "How attributes count PI::HealthFigure::BYTES_WRITTEN and PI::HealthFigure::BYTES_READ: the first row that applies decides."),
+     "How PI::HealthFigure::BYTES_WRITTEN and PI::HealthFigure::BYTES_READ are read from attributes: the first row that applies "
+     "is used."),
     ("table_spare_attributes", "src/drives/spare_attributes.def", "Attributes of spare",
      ("Model", "Attribute", "Check", "Field", "Meaning", "Drives", "Lowest percent"), (1, 0, 2),
-     "How attributes tell PI::HealthFigure::SPARE: the first row that applies decides."),
+     "How PI::HealthFigure::SPARE is read from attributes: the first row that applies is used."),
     ("table_error_attributes", "src/drives/error_attributes.def", "Attributes of errors",
      ("Figure", "Name", "Attribute", "Field", "Meaning", "Parameter"), (0, 1, 2),
-     "How attributes tell the other figures: constants of PI::HealthFigure."),
+     "How the other figures, constants of PI::HealthFigure, are read from attributes."),
     ("table_health_thresholds", "src/drives/health_thresholds.def", "Thresholds of figures",
-     ("Figure", "Medium", "From", "State", "Rests on"), (0, 1, 2),
-     "From which value a figure speaks against a drive: constants of PI::HealthFigure and PI::DriveState."),
+     ("Figure", "Medium", "From", "State", "Based on"), (0, 1, 2),
+     "The state that a figure gives from a value on: constants of PI::HealthFigure and PI::DriveState."),
     ("table_trace_categories", "src/trace/categories.def", "Trace categories", ("Category", "Tag"), (0,),
-     "The categories that a ::VELKTrace has a tag and a logger of its own for."),
+     "The categories of ::VELKTrace, each with a tag and a logger of its own."),
 )
 
 def table_rows(source):
@@ -88,17 +89,17 @@ def table_rows(source):
 
 
 def place_of(row, key):
-    """The place of a row within its page: its number, or the text that names it."""
+    """The anchor of a row in its page: its number, or the text that identifies it."""
     return "-".join(re.sub(r"[^\w.]+", "-", row[column]).strip("-") for column in key)
 
 
 def kind(column):
-    """Columns of numbers, and of other short words, need little room."""
+    """Columns of numbers and of other short words are narrow."""
     return ' class="short"' if column in ("Number", "Category", "Code", "Qualifier", "Vendor") else ""
 
 
 def same(row, i):
-    """A text that repeats the one before it, which a narrow page leaves out."""
+    """A text that repeats the previous one, which a narrow page leaves out."""
     return ' class="same"' if i > 0 and row[i] == row[i - 1] and not row[i].isdigit() else ""
 
 
@@ -131,8 +132,8 @@ def main():
         (pages / f"{table[0]}.markdown").write_text(table_page(*table), encoding="utf-8")
     index = "".join(f"- @subpage {page}\n" for page, *_ in TABLES)
     (pages / "tables.markdown").write_text(
-        "# Tables {#tables}\n\nEach is made from the list that the library itself is compiled from, and has a field that narrows it "
-        f"down. A row has an address of its own: [event 10057](table_event_ids.html#10057).\n\n{index}", encoding="utf-8")
+        "# Tables {#tables}\n\nEach is generated from the list from which the library itself is compiled, and has a field to filter it. "
+        f"A row has an address of its own: [event 10057](table_event_ids.html#10057).\n\n{index}", encoding="utf-8")
 
 
 if __name__ == "__main__":
