@@ -2,6 +2,9 @@
 // Decimal numbers from text, as a character stream of the classic locale reads them.
 #pragma once
 
+// Boost 1.83 uses uint8_t and does not include it.
+#include <cstdint>
+
 #include <boost/convert/stream.hpp>
 #include <optional>
 #include <string_view>
