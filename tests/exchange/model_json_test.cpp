@@ -438,6 +438,7 @@ TEST(NamesJson, StandBesideTheNumbersOfTheVocabulary) {
     CTask task;
     task.m_ObjectType = ObjectType::ADAPTER_9;
     EXPECT_EQ(JsonOf(task)["object_type_name"], "ADAPTER_9");
+    EXPECT_EQ(JsonOf(CObject(1, ObjectType::UNDEFINED))["object_type_name"], "UNDEFINED");
     EXPECT_EQ(JsonOf(task)["task_status_name"], "OK");
     task.m_TaskStatus = std::numeric_limits<std::uint64_t>::max();
     EXPECT_EQ(JsonOf(task)["task_status_name"], "");

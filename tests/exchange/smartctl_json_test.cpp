@@ -3,6 +3,8 @@
 
 #include <pi/vocabulary.h>
 
+#include <utility>
+
 #include "exchange/read_report.h"
 
 using namespace PI;
@@ -211,6 +213,11 @@ TEST(SmartctlJson, DisksThatReportNoRateAreKnownByWhatOnlyDisksCount) {
     EXPECT_EQ(drive(7, 0).GetMedium(), 0) << "solid-state drives have it as 0";
     EXPECT_EQ(drive(9, 1).GetMedium(), 0);
     EXPECT_EQ(drive(7, 1, R"("rotation_rate": 0, )").GetMedium(), PropertyValue::SSD);
+    const CDriveReport brief = ReadDrive(
+        R"({"device": {"protocol": "ATA"}, "model_name": "HGST HU", "ata_smart_attributes": {"table": [{"id": 7,
+            "raw": {"value": 1}}]}})");
+    EXPECT_EQ(brief.GetMedium(), PropertyValue::HDD);
+    EXPECT_EQ(brief.GetRPM(), 0U) << "the name is too short for the rule";
 }
 
 TEST(SmartctlJson, BlocksAreOfTheSizesThatDrivesHave) {
@@ -235,6 +242,70 @@ TEST(SmartctlJson, VendorsThatTheSplitDoesNotKnowAreFound) {
     EXPECT_EQ(Split("TOSHIBA MG05ACA800E"), "TOSHIBA|MG05ACA800E");
     EXPECT_EQ(Split("MB0500EBNCR"), "|MB0500EBNCR") << "unknown to both";
     EXPECT_EQ(Split("CTX"), "|CTX");
+    EXPECT_EQ(Split("WUS9"), "WDC|WUS9");
+    EXPECT_EQ(Split("WUS0"), "WDC|WUS0");
+    EXPECT_EQ(Split("WUS:"), "|WUS:");
+}
+
+TEST(SmartctlJson, MakersAreKnownByTheModelsThatTheySell) {
+    struct Row {
+        const char* m_Vendor;
+        std::vector<const char*> m_Models;
+    };
+    const Row ROWS[] = {
+        {"INNODISK", {"2.5\\\" SATA SSD 3ME3"}},
+        {"SK HYNIX", {"HFS480G3H2X069N"}},
+        {"HGST",
+         {"HUSMM1640ASS200", "HUS726T4TALA6L4", "HUH721212ALE604", "HUC101818CS4204", "HMS5C4040BLE640",
+          "HTS721010A9E630"}},
+        {"KIOXIA",
+         {"KCM61VUL3T20", "KPM61RUG960G", "KRM61VUG1T60", "KXG80ZNV512G", "KXD51LN11T92", "KBG40ZNS512G"}},
+        {"TOSHIBA", {"KXG50ZNV512G", "KXG60ZNV512G", "THNSNJ256GCSU"}},
+        {"SAMSUNG",
+         {"MZ7LH480HAHQ", "MZ7KM480HMHQ", "MZ1WV480HCGL", "MZQL2960HCJR", "MZPLJ3T2HBJR", "MZWLL1T6HAJQ",
+          "MZVLB512HAJQ"}},
+        {"INTEL", {"SSDSC2BB480G7", "SSDPE2KX010T8", "SSDPF2KX038TZ"}},
+        {"WDC", {"WUH721414ALE6L4", "WUS4BB076D7P3E3", "WD40EFRX", "WDS500G2B0A", "PC SN720 SDAPNTW-256G"}},
+    };
+    for (const Row& row : ROWS) {
+        for (const std::string model : row.m_Models) {
+            EXPECT_EQ(ReadDrive(NVMe(model)).GetVendor(), row.m_Vendor) << model;
+        }
+    }
+}
+
+TEST(SmartctlJson, ProtocolAndTransportAreKnownByWhatIsReported) {
+    struct Case {
+        const char* m_Members;
+        _DRIVE_PROTOCOL m_Protocol;
+        int m_Transport;
+    };
+    constexpr Case CASES[] = {
+        {R"("device": {"protocol": "NVMe"})", DriveProtocol::NVME, PropertyValue::NVME},
+        {R"("device": {"type": "nvme"})", DriveProtocol::NVME, PropertyValue::NVME},
+        {R"("nvme_smart_health_information_log": {})", DriveProtocol::NVME, PropertyValue::NVME},
+        {R"("device": {"protocol": "SCSI"})", DriveProtocol::SCSI, 0},
+        {R"("device": {"type": "scsi"})", DriveProtocol::SCSI, 0},
+        {R"("device": {"protocol": "ATA"})", DriveProtocol::ATA, 0},
+        {R"("device": {"type": "ata"})", DriveProtocol::ATA, 0},
+        {R"("device": {"type": "sat"})", DriveProtocol::ATA, PropertyValue::SATA},
+        {R"("device": {"type": "sat+megaraid,1"})", DriveProtocol::ATA, PropertyValue::SATA},
+        {R"("device": {"type": "ata"}, "interface_speed": {})", DriveProtocol::ATA, PropertyValue::SATA},
+        {R"("ata_smart_attributes": {})", DriveProtocol::ATA, 0},
+    };
+    for (const Case& row : CASES) {
+        const CDriveReport drive = ReadDrive(std::string(R"({"model_name": "A", )") + row.m_Members + "}");
+        EXPECT_EQ(drive.GetProtocol(), row.m_Protocol) << row.m_Members;
+        EXPECT_EQ(drive.GetTransport(), row.m_Transport) << row.m_Members;
+    }
+}
+
+TEST(SmartctlJson, ASCSIDriveThatWearsIsASolidStateDrive) {
+    const std::string wear = R"("scsi_percentage_used_endurance_indicator": 3)";
+    EXPECT_EQ(ReadDrive(SCSI(wear)).GetMedium(), PropertyValue::SSD);
+    EXPECT_EQ(ReadDrive(SCSI(wear + R"(, "rotation_rate": 7200)")).GetMedium(), PropertyValue::HDD);
+    EXPECT_EQ(ReadDrive(SCSI(R"("scsi_grown_defect_list": 3)")).GetMedium(), 0);
+    EXPECT_EQ(ReadDrive(ATA(R"("endurance_used": {"current_percent": 3})")).GetMedium(), 0);
 }
 
 TEST(SmartctlJson, SCSINamesVendorAndProductApart) {
@@ -257,13 +328,42 @@ TEST(SmartctlJson, VolumesSayWhatTheyAre) {
             ReadDrive(R"({"scsi_vendor": ")" + vendor + R"(", "scsi_product": ")" + product + "\"}")
                 .GetVolumeKind());
     };
-    EXPECT_EQ(kind("HP", "LOGICAL VOLUME"), "logical volume of a RAID controller");
-    EXPECT_EQ(kind("DELL", "PERC H730P Mini"), "logical volume of a RAID controller");
-    EXPECT_EQ(kind("LSI", "MR9271-8i"), "logical volume of a RAID controller");
-    EXPECT_EQ(kind("VMware", "Virtual disk"), "virtual disk of a hypervisor");
+    const std::pair<const char*, const char*> RAID[] = {{"HP", "LOGICAL VOLUME"},
+                                                        {"HPE", "LOGICAL VOLUME"},
+                                                        {"COMPAQ", "LOGICAL VOLUME"},
+                                                        {"DELL", "PERC H730P Mini"},
+                                                        {"DELLBOSS", "VD"},
+                                                        {"DELL BOSS", "VD"},
+                                                        {"LSI", "MR9271-8i"},
+                                                        {"LSI", "MegaRAID SAS"},
+                                                        {"LSI", "Logical Volume"},
+                                                        {"LSILOGIC", "Logical Volume"},
+                                                        {"AVAGO", "MR9361-8i"},
+                                                        {"BROADCOM", "MR9560-8i"},
+                                                        {"INTEL", "RS3DC080"},
+                                                        {"IBM", "ServeRAID M5210"},
+                                                        {"Lenovo", "RAID 930-8i"},
+                                                        {"ADAPTEC", "Array"},
+                                                        {"ASR", "7805"},
+                                                        {"AMCC", "9650SE"},
+                                                        {"3ware", "Logical Disk"},
+                                                        {"Areca", "ARC-1880"}};
+    for (const auto& [vendor, product] : RAID) {
+        EXPECT_EQ(kind(vendor, product), "logical volume of a RAID controller") << vendor << " " << product;
+    }
+    EXPECT_EQ(kind("Virtual", "Disk"), "virtual disk");
+    EXPECT_EQ(kind("Virtual", "HD"), "virtual disk of a hypervisor");
+    for (const std::string vendor : {"VMware", "Msft", "QEMU", "VBOX"}) {
+        EXPECT_EQ(kind(vendor, "disk"), "virtual disk of a hypervisor") << vendor;
+    }
     EXPECT_EQ(kind("HP", "EG0600FBDSR"), "") << "a drive that the controller's vendor sells";
     EXPECT_EQ(kind("SEAGATE", "ST1200MM0088"), "");
-    EXPECT_TRUE(ReadDrive(R"({"scsi_vendor": "HP", "scsi_product": "LOGICAL VOLUME"})").IsVolume());
+    const CDriveReport volume = ReadDrive(
+        R"({"device": {"type": "scsi"}, "scsi_vendor": "HP", "scsi_product": "LOGICAL VOLUME", "rotation_rate": 7200})");
+    EXPECT_TRUE(volume.IsVolume());
+    EXPECT_EQ(volume.GetNotes(),
+              std::vector<std::string>{"this is no drive but a logical volume of a RAID controller"});
+    EXPECT_EQ(volume.GetMedium(), PropertyValue::HDD) << "it reports a rate";
 }
 
 TEST(SmartctlJson, RawValuesOfFiftySixBitsAreRead) {
@@ -306,6 +406,40 @@ TEST(SmartctlJson, TextsThatHoldAllOfARawValueOutweighACutNumber) {
     EXPECT_EQ(wear("SanDisk SDSSDXPS480G", R"({"value": 83886085, "string": "83886085"})"), "5 [3/230]");
 }
 
+TEST(SmartctlJson, TheNumberOfARawValueCountsWhereItsTextIsAPart) {
+    const auto cycles = [](const std::string& raw) {
+        return Figure(
+            ReadDrive(ATA(R"("ata_smart_attributes": {"table": [{"id": 12, "raw": )" + raw + "}]}")),
+            HealthFigure::POWER_CYCLES);
+    };
+    EXPECT_EQ(cycles(R"({"value": 7, "string": "5"})"), "7 [3/12]");
+    EXPECT_EQ(cycles(R"({"value": 0, "string": "5"})"), "0 [3/12]");
+    EXPECT_EQ(cycles(R"({"string": "5"})"), "5 [3/12]");
+}
+
+TEST(SmartctlJson, AttributesThatCannotBeReadAreNoted) {
+    const auto notes = [](const std::string& rows) {
+        return ReadDrive(ATA(R"("ata_smart_attributes": {"table": [)" + rows + "]}")).GetNotes();
+    };
+    EXPECT_EQ(notes(R"({"id": 9, "raw": {"value": 1}})").size(), 0U);
+    EXPECT_EQ(notes(R"({"id": 9})"),
+              std::vector<std::string>{"attribute 9 has no raw value and is passed over"});
+    for (const std::string id : {"0", "256"}) {
+        EXPECT_EQ(notes(R"({"id": )" + id + R"(, "raw": {"value": 1}})"),
+                  std::vector<std::string>{"attribute " + id +
+                                           " is not read: its number is none, or 30 are read already"});
+    }
+    EXPECT_EQ(
+        notes(R"({"raw": {"value": 1}})"),
+        std::vector<std::string>{"attribute -1 is not read: its number is none, or 30 are read already"});
+    std::string rows;
+    for (int id = 1; id <= 31; ++id) {
+        rows += (id == 1 ? "" : ",") + (R"({"id": )" + std::to_string(id)) + R"(, "raw": {"value": 1}})";
+    }
+    EXPECT_EQ(notes(rows), std::vector<std::string>{
+                               "attribute 31 is not read: its number is none, or 30 are read already"});
+}
+
 TEST(SmartctlJson, OneOddFigureCostsNoDrive) {
     const auto hours = [](const std::string& value) {
         return Figure(ReadDrive(ATA(R"("power_on_time": {"hours": )" + value + "}")),
@@ -340,6 +474,7 @@ TEST(SmartctlJson, WhatNoJsonCanHoldCostsNoDrive) {
     EXPECT_EQ(serial(R"(x\ud800y)"), "x/ud800y") << "half of a pair";
     EXPECT_EQ(serial(R"(x\ud800)"), "x/ud800");
     EXPECT_EQ(serial(R"(\u00e9\u12g4\q)"), "\xC3\xA9/u12g4/q");
+    EXPECT_EQ(serial(R"(\t\\\q)"), "\t\\/q") << "short escapes stay";
     EXPECT_EQ(serial("x\ty\x01"), "x y ");
     EXPECT_EQ(serial(std::string("x\0y", 3)), "x y");
     const CDriveReport drive =

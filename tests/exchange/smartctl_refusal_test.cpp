@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // What holds no drive is refused by its right name.
 
+#include <sys/mman.h>
 #include <zlib.h>
+
+#include <limits>
 
 #include "exchange/read_report.h"
 
@@ -78,6 +81,12 @@ TEST(SmartctlRefusal, NamesReportsWithoutADrive) {
     EXPECT_EQ(ReasonOf(WithMessage("something else")), "smartctl says: something else");
 }
 
+TEST(SmartctlRefusal, OneReportIsRefusedOnceWhateverItStandsIn) {
+    const std::string report = R"({"json_format_version": [1, 0], "smart_status": {"passed": true}})";
+    EXPECT_EQ(ReasonOf(R"({"serial_number": "1", "smart": )" + report + "}"), NO_IDENTITY);
+    EXPECT_EQ(ReadDrive(R"({"device": {}, "reports": [{"model_name": "A"}]})").GetModel(), "A");
+}
+
 TEST(SmartctlRefusal, NamesTextsWithoutADrive) {
     const std::string header = "smartctl 7.4 2023-08-01 r5530 [x86_64-linux] (local build)\n\n";
     EXPECT_EQ(ReasonOf(header + "=== START OF READ SMART DATA SECTION ===\n"
@@ -140,6 +149,24 @@ TEST(SmartctlGzip, IsUnpackedUpToTheLimit) {
     const std::string most = report + std::string(LIMIT - report.size(), ' ');
     EXPECT_EQ(ReadDrive(Packed(most)).GetModel(), "X");
     EXPECT_EQ(ReasonOf(Packed(most + " ")), "the compressed text unpacks to more than 64 MiB");
+    EXPECT_EQ(ReasonOf(Packed(most + most)), "the compressed text unpacks to more than 64 MiB");
+}
+
+TEST(SmartctlGzip, IsReadUpToTheLengthThatZlibCanCount) {
+    constexpr std::size_t MOST = std::numeric_limits<uInt>::max();
+    void* const pages =
+        mmap(nullptr, MOST + 1, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    ASSERT_NE(pages, MAP_FAILED);
+    char* const text = static_cast<char*>(pages);
+    text[0] = '\x1F';
+    text[1] = '\x8B';
+    ReadResult result;
+    ReadSmartctl(text, MOST, result.m_Drives, result.m_Refusals);
+    ReadSmartctl(text, MOST + 1, result.m_Drives, result.m_Refusals);
+    munmap(pages, MOST + 1);
+    ASSERT_EQ(result.m_Refusals.size(), 2U);
+    EXPECT_EQ(result.m_Refusals[0].GetReason(), "the compressed text is damaged");
+    EXPECT_EQ(result.m_Refusals[1].GetReason(), "the compressed text is too long");
 }
 
 TEST(SmartctlGzip, IsRefusedWhenDamaged) {

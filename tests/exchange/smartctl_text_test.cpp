@@ -3,6 +3,8 @@
 
 #include <pi/vocabulary.h>
 
+#include <utility>
+
 #include "exchange/read_report.h"
 
 using namespace PI;
@@ -132,8 +134,21 @@ TEST(SmartctlText, TimeIsThatOfItsZone) {
     EXPECT_EQ(TimeOf("Sat Feb 14 02:31:30 2009 +03"), 1234567890);
     EXPECT_EQ(TimeOf("Fri Feb 13 20:01:30 2009 -0330"), 1234567890);
     EXPECT_EQ(TimeOf("Fri Feb 13 23:31:30 2009 CST"), 0) << "stands for several offsets";
+    EXPECT_EQ(TimeOf("Fri Feb 13 23:31:30 2009 12345"), 0) << "no sign";
     EXPECT_EQ(TimeOf("Mon Feb ... 2022 MSK"), 0);
     EXPECT_EQ(TimeOf("Fri ebM 13 23:31:30 2009 UTC"), 0);
+}
+
+TEST(SmartctlText, ZonesAreThoseOfOneOffset) {
+    const std::pair<const char*, int> MINUTES[] = {
+        {"UTC", 0},     {"GMT", 0},     {"WET", 0},     {"WEST", 60},   {"CET", 60},   {"CEST", 120},
+        {"EET", 120},   {"EEST", 180},  {"MSK", 180},   {"EST", -300},  {"EDT", -240}, {"CDT", -300},
+        {"MST", -420},  {"MDT", -360},  {"PST", -480},  {"PDT", -420},  {"JST", 540},  {"KST", 540},
+        {"AEST", 600},  {"AEDT", 660},  {"NZST", 720},  {"NZDT", 780},  {"SAST", 120}, {"HST", -600},
+        {"AKST", -540}, {"AKDT", -480}, {"+1245", 765}, {"-1000", -600}};
+    for (const auto& [zone, minutes] : MINUTES) {
+        EXPECT_EQ(TimeOf(std::string("Fri Feb 13 23:31:30 2009 ") + zone), 1234567890 - 60 * minutes) << zone;
+    }
 }
 
 TEST(SmartctlText, RawValuesComeBackFromTheirTexts) {
@@ -144,6 +159,34 @@ TEST(SmartctlText, RawValuesComeBackFromTheirTexts) {
     EXPECT_EQ(Hours("Power_On_Half_Minutes", "8811h+23m"), "8811 [3/9]");
     EXPECT_EQ(Hours("Power_On_Seconds", "8811h+23m+10s"), "8811 [3/9]");
     EXPECT_EQ(Hours("Power_On_Hours", "-"), "unknown");
+}
+
+TEST(SmartctlText, RawValuesAreMadeOfAllTheirParts) {
+    // Of an amount in sectors all 48 bits count.
+    const auto raw = [](const std::string& text, const std::string& name = "Total_LBAs_Written") {
+        return ReadDrive(ATA_IDENTITY +
+                         "ID# ATTRIBUTE_NAME          FLAGS    VALUE WORST THRESH FAIL RAW_VALUE\n241 " +
+                         name + "      -O--CK   100   100   000    -    " + text + "\n")
+                   .GetHealth()
+                   .GetFigure(HealthFigure::BYTES_WRITTEN)
+                   .GetValue() /
+               512;
+    };
+    EXPECT_EQ(raw("1"), 1);
+    EXPECT_EQ(raw("0x0102"), 0x102);
+    EXPECT_EQ(raw("1 (0 0 2 3 4)"), 0x02030401);
+    EXPECT_EQ(raw("16777215 (0 2 3)"), 0x0203FFFFFF);
+    EXPECT_EQ(raw("65535 (2 3)"), 0x00020003FFFF);
+    EXPECT_EQ(raw("5 (Average 7)"), 0x70005);
+    EXPECT_EQ(raw("0 1 2 3 4 5"), 0x0102030405);
+    EXPECT_EQ(raw("1 2 3"), 0x000100020003);
+    EXPECT_EQ(raw("2/3"), 0x2000003);
+    EXPECT_EQ(raw("2h+3m+4s"), 7384);
+    EXPECT_EQ(raw("2h+3m"), 123);
+    EXPECT_EQ(raw("2h+3m", "Half_Minutes_Total_LBAs_Written"), 246);
+    EXPECT_EQ(raw("1h+0m+0.004s"), (std::int64_t{4} << 32) + 1);
+    EXPECT_EQ(raw("1h+0m+2.004s"), (std::int64_t{2004} << 32) + 1);
+    EXPECT_EQ(raw("1h+1m+2.004s"), (std::int64_t{62004} << 32) + 1);
 }
 
 TEST(SmartctlText, BothTablesOfAttributesAreRead) {
@@ -163,7 +206,31 @@ TEST(SmartctlText, BothTablesOfAttributesAreRead) {
         EXPECT_EQ(Figure(drive, HealthFigure::ATTRIBUTES_BELOW_THRESHOLD), "1 [3/5]");
         EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE), "25 [3/194]");
         EXPECT_EQ(Figure(drive, HealthFigure::HIGHEST_TEMPERATURE), "39 [3/194]");
+        EXPECT_EQ(ReadDrive(ATA_IDENTITY + table + "\nSMART Error Log not supported\n").GetNotes().size(), 0U)
+            << "the table ends with a blank line";
     }
+}
+
+TEST(SmartctlText, FlagsOfAttributesAreReadFromLettersAndNumbers) {
+    const auto state = [](const std::string& flags) {
+        return ReadDrive(ATA_IDENTITY +
+                         "ID# ATTRIBUTE_NAME          FLAGS    VALUE WORST THRESH FAIL RAW_VALUE\n"
+                         "  8 Seek_Time_Performance   " +
+                         flags + "   005   005   010    NOW  0\n")
+            .GetHealth()
+            .GetState();
+    };
+    EXPECT_EQ(state("P-----"), DriveState::REPLACE) << "of the pre-fail kind";
+    EXPECT_EQ(state("POSRCK"), DriveState::REPLACE);
+    EXPECT_EQ(state("-OSRCK"), DriveState::LOOK);
+    EXPECT_EQ(state("0x0001"), DriveState::REPLACE);
+    EXPECT_EQ(state("0x003e"), DriveState::LOOK);
+}
+
+TEST(SmartctlText, HexadecimalNumbersHaveNoSeparators) {
+    EXPECT_EQ(Figure(ReadDrive(HEADER + "Model Number: A\nCritical Warning:   0x04 100\n"),
+                     HealthFigure::CRITICAL_WARNING),
+              "4 [4/2]");
 }
 
 TEST(SmartctlText, ATALogsAreRead) {
@@ -335,6 +402,8 @@ TEST(SmartctlText, CapacityOfAnNVMeDriveIsThatOfItsNamespace) {
     EXPECT_EQ(capacity("Total NVM Capacity: 2,000 [2.00 KB]\nNamespace 1 Size/Capacity: 1,024 [1.02 KB]\n"),
               1024U);
     EXPECT_EQ(capacity("Namespace 12 Size: 1,024 [1.02 KB]\nNamespace 12 Capacity: 512\n"), 1024U);
+    EXPECT_EQ(capacity("Total NVM Capacity: 2,000\nNamespace 1 Size: 9223372036854775808\n"), 0U)
+        << "beyond every number";
     EXPECT_EQ(ReadDrive(HEADER + "Model Number: A\nNamespace 2 Formatted LBA Size: 4096\n").GetBlockSize(),
               4096U);
 }
@@ -349,6 +418,11 @@ TEST(SmartctlText, ASelfTestThatRunsIsReadWithItsProgress) {
     EXPECT_EQ(progress(ata + "(   0)\tThe previous self-test routine completed\n"), -2);
     EXPECT_EQ(progress("Model Number: A\nSelf-test status: Short self-test in progress (23% completed)\n"),
               23);
+    EXPECT_EQ(progress("Model Number: A\nSelf-test status: Short self-test in progress (0% completed)\n"), 0);
+    EXPECT_EQ(progress("Model Number: A\nSelf-test status: Short self-test in progress (100% completed)\n"),
+              100);
+    EXPECT_EQ(progress("Model Number: A\nSelf-test status: Short self-test in progress (101% completed)\n"),
+              -1);
     EXPECT_EQ(progress("Model Number: A\nSelf-test status: No self-test in progress\n"), -2);
     EXPECT_EQ(progress("Product: A\n# 1  Background short  Self test in progress ...   -     NOW\n"), -1);
 }
