@@ -68,6 +68,7 @@ TEST(HealthJson, EveryFigureIsThereWithWhatIsKnownOfIt) {
                     {"text", drive.GetFigure(HealthFigure::BYTES_WRITTEN).GetText()}}));
     EXPECT_EQ(FigureOf(json, HealthFigure::TEMPERATURE)["value"], -5);
     EXPECT_EQ(FigureOf(json, HealthFigure::TEMPERATURE)["unit_name"], "CELSIUS");
+    EXPECT_EQ(FigureOf(json, HealthFigure::TEMPERATURE)["direction_name"], "NONE");
     EXPECT_EQ(FigureOf(json, HealthFigure::SPARE),
               (Json{{"figure", 2},
                     {"figure_name", "SPARE"},

@@ -18,6 +18,9 @@ using Json = nlohmann::json;
 
 namespace {
 
+/// Before any test has made an object.
+const std::uint64_t FIRST_IDENTIFIER = CObject::m_UniqueIDCounter;
+
 template <class Record>
 Record ReadBack(const std::string& text) {
     Record read;
@@ -470,6 +473,10 @@ TEST(ObjectsJson, CarryTheirIdentifierAndTakeNone) {
     EXPECT_EQ(read.m_Operations[0].m_ObjectList[2].m_UniqueID,
               object.m_Operations[0].m_ObjectList[2].m_UniqueID);
     EXPECT_TRUE(read == object);
+}
+
+TEST(ObjectsJson, LoadingTheLibraryTakesNoIdentifier) {
+    EXPECT_EQ(FIRST_IDENTIFIER, 0U);
 }
 
 TEST(ObjectsJson, ReplaceAllThatTheRecordHeld) {

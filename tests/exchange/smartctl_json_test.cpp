@@ -105,6 +105,7 @@ TEST(SmartctlJson, WhatSurroundsAReportIsPassedOver) {
     EXPECT_EQ(Models("[sudo] password for root: {secret}\n" + one), std::vector<std::string>{"A"});
     EXPECT_EQ(Models("{\r\n\"model_name\": \"A\"\r\n}\r\n"), std::vector<std::string>{"A"});
     EXPECT_EQ(Models(one + " and more"), std::vector<std::string>{"A"});
+    EXPECT_EQ(Models(one + "\njson = {};\n"), std::vector<std::string>{"A"});
 }
 
 TEST(SmartctlJson, ReportsInWhatOtherProgramsWriteAreRead) {
@@ -589,6 +590,18 @@ TEST(SmartctlJson, NVMeFiguresAreThoseOfTheLog) {
     EXPECT_EQ(Figure(drive, HealthFigure::UNSAFE_SHUTDOWNS), "43 [4/2]");
     EXPECT_EQ(Figure(drive, HealthFigure::MEDIA_ERRORS), "3 [4/2]");
     EXPECT_EQ(Figure(drive, HealthFigure::LOGGED_ERRORS), "4 [4/2]");
+}
+
+TEST(SmartctlJson, NoWearOfADriveThatWasWrittenAHundredTimesIsDoubtful) {
+    const auto wear = [](int unitsWritten) {
+        return Figure(ReadDrive(R"({"device": {"protocol": "NVMe"}, "model_name": "A",
+                          "user_capacity": {"bytes": 512000}, "nvme_smart_health_information_log":
+                          {"percentage_used": 0, "data_units_written": )" +
+                                std::to_string(unitsWritten) + "}}"),
+                      HealthFigure::WEAR);
+    };
+    EXPECT_EQ(wear(99), "0 [4/2]");
+    EXPECT_EQ(wear(100), "0? [4/2]");
 }
 
 TEST(SmartctlJson, AnNVMeAmountOfNoneIsUnknown) {

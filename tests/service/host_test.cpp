@@ -715,11 +715,11 @@ TEST(MdraidPlugin, RebuildThatHasJustBegunHasTheKernelsTime) {
     EXPECT_NE(outcome.m_Output.find("REMAINING_TIME: 22:47:00 "), std::string::npos);
 }
 
-TEST(MdraidPlugin, DriveThatIsNamedTwiceIsTwoObjects) {
+TEST(MdraidPlugin, DriveThatIsNamedSeveralTimesIsAsManyObjects) {
     const TemporaryFolder root;
-    root.Write(
-        "proc/mdstat",
-        "md0 : active raid1 sda[2](S) sda[1] sdb[0]\n      64 blocks [2/2] [UU]\n\nunused devices: <none>\n");
+    root.Write("proc/mdstat",
+               "md0 : active raid1 sda[3](S) sda[2](S) sda[1] sdb[0]\n      64 blocks [2/2] [UU]\n\nunused "
+               "devices: <none>\n");
     const auto plugin = service::LoadPlugin(MDRAID, {{"mdraid", "root", root.Path()}});
     std::vector<std::string> errors;
     std::vector<std::uint64_t> ids;
@@ -727,7 +727,7 @@ TEST(MdraidPlugin, DriveThatIsNamedTwiceIsTwoObjects) {
         ids.push_back(object.m_ObjectID);
     }
     std::sort(ids.begin(), ids.end());
-    EXPECT_EQ(ids.size(), 5U);
+    EXPECT_EQ(ids.size(), 6U);
     EXPECT_EQ(std::adjacent_find(ids.begin(), ids.end()), ids.end());
 }
 

@@ -127,6 +127,7 @@ TEST(ArrayStatus, TheWorseOfCountAndMapCounts) {
     EXPECT_EQ(missing("[4/3] [UU__]"), 2U);
     EXPECT_EQ(missing("[4/3]"), 1U);
     EXPECT_EQ(missing("[UU__]"), 2U);
+    EXPECT_EQ(missing("[4/4] [UUU_]\n      [>...]  recovery =  2.1% (1/64) finish=1.0min speed=1K/sec"), 1U);
     // A reshape adds drives, which are in no slot that works before it is over.
     EXPECT_EQ(missing("[4/3] [UU__]\n      [>...]  reshape =  2.1% (1/64) finish=1.0min speed=1K/sec"), 1U);
 }
@@ -189,6 +190,11 @@ TEST(ArrayStatus, InactiveArrayIsOfflineWithTheLevelThatSysTells) {
     EXPECT_EQ(assessment.m_Status, Value::OFFLINE);
     EXPECT_EQ(assessment.m_MissingDrives, 0U);
     EXPECT_THAT(Members(assessment), ElementsAre("OFFLINE not in use", "OFFLINE not in use"));
+}
+
+TEST(ArrayLevel, ThoseThatCanBeMadeAreListed) {
+    EXPECT_THAT(mdraid::Levels(), ElementsAre(Value::CONCAT, Value::RAID0, Value::RAID1, Value::RAID4,
+                                              Value::RAID5, Value::RAID6, Value::RAID10));
 }
 
 TEST(ArrayLevel, EveryLevelHasItsValue) {

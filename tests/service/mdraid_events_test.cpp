@@ -102,6 +102,14 @@ TEST(MdraidEvents, ResyncIsAConsistencyCheck) {
     EXPECT_THAT(Take(log), ElementsAre("CHECK_STARTED 2 [md0|]", "CHECK_FINISHED 2 [md0|]"));
 }
 
+TEST(MdraidEvents, ReshapeIsAMigration) {
+    EventLog log;
+    log.Update(Report(WHOLE));
+    log.Update(Report(WHOLE + "      [>...]  reshape =  1.0% (1/64) finish=1.0min speed=1K/sec\n"));
+    log.Update(Report(WHOLE));
+    EXPECT_THAT(Take(log), ElementsAre("MIGRATION_STARTED 2 [md0|]", "MIGRATION_FINISHED 2 [md0|]"));
+}
+
 TEST(MdraidEvents, WhatIsNotKnownHasNotChanged) {
     EventLog log;
     const std::string cut = "md0 : active raid1 sdb[1] sda[0]\n";

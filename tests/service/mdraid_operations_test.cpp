@@ -411,6 +411,7 @@ TEST_F(MdraidOperations, DrivesThatNothingUsesAreFree) {
         {"sys/block/sdc/holders/md1/x", ""},
         {"sys/block/sdc/sdc1/partition", "1\n"},
         {"sys/block/sdc/size", "0\n"},
+        {"sys/block/sdc/size", "\n"},
         {"sys/block/sdc/removable", "1\n"},
         {"sys/block/sdc/ro", "1\n"},
         {"proc/mounts", "/dev/sdc / ext4 rw 0 0\n"},
@@ -445,6 +446,12 @@ TEST_F(MdraidOperations, ASolidStateDriveIsNotAddedToDisksUnlessThatIsPermitted)
     EXPECT_EQ(Execute("md0", Operation::CREATE_DEDICATED_HOTSPARE, WithDevice("/dev/sdd")), "");
     m_Machine.m_Permissions = "0123";
     EXPECT_EQ(Execute("md0", Operation::CREATE_DEDICATED_HOTSPARE, WithDevice("/dev/sdc")), "");
+}
+
+TEST_F(MdraidOperations, AnArrayOfAnUnknownLevelIsLeftAlone) {
+    SetList("md0 : active raid99 sdb1[1] sda1[0]\n      64 blocks super 1.2 [2/2] [UU]\n");
+    EXPECT_THAT(Offers("md0"), IsEmpty());
+    EXPECT_THAT(Offers("sda1"), IsEmpty());
 }
 
 TEST(MdraidSettings, AreThoseOfThePlugin) {
@@ -616,8 +623,9 @@ TEST_F(MdraidCreation, TheMixingRulesAreKept) {
     const std::string protocols = ArrayOf(Drive("sdc") + Drive("sdd"));
     m_Machine.m_Permissions = "";
     EXPECT_EQ(Create(protocols, Value::RAID1), "/dev/sdd is SAS and /dev/sdc SATA, which may not be mixed");
-    m_Machine.m_Permissions = "01";
+    m_Machine.m_Permissions = mdraid::Machine().m_Permissions;
     EXPECT_EQ(Create(protocols, Value::RAID1), "");
+    EXPECT_EQ(Create(mixed, Value::RAID1), "/dev/sdg is SSD and /dev/sdc HDD, which may not be mixed");
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Pieces of the host.
+#include <elf.h>
 #include <gmock/gmock.h>
 #include <pi/exchange/model_json.h>
 #include <pi/object_builder.h>
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstring>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -15,11 +17,13 @@
 
 #include "changes.h"
 #include "event_text.h"
+#include "execution.h"
 #include "inventory.h"
 #include "options.h"
 #include "plugin_interface.h"
 #include "printable_text.h"
 #include "run_program.h"
+#include "shared_object.h"
 #include "trace_files.h"
 
 namespace {
@@ -165,6 +169,10 @@ TEST(Changes, AreListedByObject) {
     EXPECT_THAT(service::ChangesText(now, before), testing::HasSubstr("\n    STATUS: yes -> (none)\n"));
 }
 
+TEST(Changes, AnObjectOfWhichNothingIsKnownIsNewToo) {
+    EXPECT_THAT(service::ChangesText({}, {PI::CObject(7, PHYSICAL_DRIVE)}), testing::EndsWith(" is new\n"));
+}
+
 TEST(Changes, AreLinesOfJson) {
     const std::vector<PI::CObject> before = {MakeObject(1, PHYSICAL_DRIVE, "same", {}),
                                              MakeObject(2, PHYSICAL_DRIVE, "old name", {}),
@@ -285,6 +293,83 @@ TEST(Options, MistakesAreNamed) {
         EXPECT_EQ(ParseError({"-s", setting, "a"}),
                   "\"" + setting + "\" is not of the form PLUGIN.KEY=VALUE");
     }
+}
+
+/// Has a drive and, where it is asked for, an error.
+class OneDrive : public service::Plugin {
+public:
+    const std::string& Name() const override { return m_Name; }
+    std::vector<PI::CObject> GetObjects(service::Texts& errors) override {
+        errors.insert(errors.end(), m_Errors.begin(), m_Errors.end());
+        return m_Objects;
+    }
+    std::vector<PI::CEvent> GetEvents(service::Texts&) override { return {}; }
+    int Execute(std::uint64_t objectID, const PI::COperation&, const TaskReport&, PI::CTask&,
+                service::Texts&) override {
+        m_Executed.push_back(objectID);
+        return PI::ErrorCode::SUCCESS;
+    }
+
+    std::string m_Name = "one";
+    std::vector<PI::CObject> m_Objects = {MakeObject(7, PHYSICAL_DRIVE, "Disk 1", {})};
+    service::Texts m_Errors;
+    std::vector<std::uint64_t> m_Executed;
+};
+
+/// @return why nothing was executed; empty when the drive's operation was
+std::string Execute(OneDrive& plugin, const std::string& object) {
+    try {
+        plugin.m_Executed.clear();
+        service::Execute(plugin, {"one", object, "START_VERIFY", {}}, [](const PI::CTask&) { return true; });
+        EXPECT_THAT(plugin.m_Executed, ElementsAre(7U));
+        return "";
+    } catch (const std::runtime_error& error) {
+        return error.what();
+    }
+}
+
+TEST(Execute, ObjectsAreCalledByIdentifierNameOrDevice) {
+    OneDrive plugin;
+    plugin.m_Objects[0].m_Properties.emplace_back(PI::PropertyID::OS_DEVICE, false).SetValue("/dev/sda");
+    plugin.m_Objects[0].m_Properties.emplace_back(PI::PropertyID::VENDOR, false).SetValue("ACME");
+    PI::ObjectBuilder::AddOperation(plugin.m_Objects[0], PI::OperationID::START_VERIFY, 1);
+    for (const std::string object : {"7", "Disk 1", "/dev/sda", "sda"}) {
+        EXPECT_EQ(Execute(plugin, object), "") << object;
+    }
+    for (const std::string object : {"8", "7x", "Disk", "da", "ACME"}) {
+        EXPECT_EQ(Execute(plugin, object), "there is no object " + object);
+    }
+}
+
+TEST(Execute, ErrorsBesideObjectsDoNotHinder) {
+    OneDrive plugin;
+    PI::ObjectBuilder::AddOperation(plugin.m_Objects[0], PI::OperationID::START_VERIFY, 1);
+    plugin.m_Errors = {"another drive does not answer"};
+    EXPECT_EQ(Execute(plugin, "7"), "");
+    plugin.m_Objects.clear();
+    EXPECT_EQ(Execute(plugin, "7"), "another drive does not answer");
+    plugin.m_Errors.clear();
+    EXPECT_EQ(Execute(plugin, "7"), "there is no object 7");
+}
+
+TEST(SharedObject, IsWholeWhenAllThatIsLoadedIsThere) {
+    const std::string whole = PI::Test::ReadFile("/proc/self/exe");
+    Elf64_Ehdr header = {};
+    std::memcpy(&header, whole.data(), sizeof header);
+    std::uint64_t end = 0;
+    for (unsigned i = 0; i < header.e_phnum; ++i) {
+        Elf64_Phdr segment = {};
+        std::memcpy(&segment, whole.data() + header.e_phoff + i * sizeof segment, sizeof segment);
+        end = std::max(end, segment.p_offset + segment.p_filesz);
+    }
+    const PI::Test::TemporaryFolder folder;
+    const auto check = [&](std::uint64_t size) {
+        folder.Write("cut.so", whole.substr(0, size));
+        service::RequireSharedObject(folder.Path() / "cut.so");
+    };
+    EXPECT_NO_THROW(check(end));
+    EXPECT_THROW(check(end - 1), std::runtime_error);
+    EXPECT_THROW(check(header.e_phoff + 1), std::runtime_error);
 }
 
 TEST(TraceFiles, KnowTheCategoriesOfTheLibraryAndNoOthers) {

@@ -65,6 +65,10 @@ TEST(SmartctlObjects, AMissingVerdictIsUnknown) {
 TEST(SmartctlObjects, ADriveThatIsToBeReplacedHasTheStatusOfOne) {
     EXPECT_EQ(Property(Disk(R"(,"smart_status":{"passed":true})"), ID::STATUS), "AVAILABLE");
     EXPECT_EQ(Property(Disk(R"(,"smart_status":{"passed":false})"), ID::STATUS), "AVAILABLE_SMART");
+    EXPECT_EQ(Property(Disk(R"(,"ata_smart_attributes":{"table":[{"id":197,"name":"Current_Pending_Sector",)"
+                            R"("raw":{"value":878}}]})"),
+                       ID::STATUS),
+              "AVAILABLE_SMART");
 }
 
 TEST(SmartctlObjects, ABlockSizeIsShownWhereItIsKnown) {

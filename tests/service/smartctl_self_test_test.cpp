@@ -168,7 +168,7 @@ TEST_F(SmartctlSelfTest, ThatCannotBeStartedSaysWhy) {
     EXPECT_THAT(Execute("short", GoOn), ElementsAre("/dev/sda:1:1: smartctl says: no luck"));
     fs::remove(m_Folder.Path() / "refusal");
     std::vector<std::string> errors;
-    EXPECT_NE(PluginExecute(4711, PI::COperation(), GoOn, m_Task, errors), PI::ErrorCode::SUCCESS);
+    EXPECT_EQ(PluginExecute(4711, PI::COperation(), GoOn, m_Task, errors), PI::ErrorCode::GENERAL);
     EXPECT_THAT(errors, ElementsAre("there is no such drive"));
 }
 
@@ -195,7 +195,11 @@ TEST_F(SmartctlSelfTest, IsNotOfferedOnADriveFromAFile) {
     m_Folder.Write("reports/a.json", ReadFile(m_Folder.Path() / "answer"));
     PluginConfigure("folder", (m_Folder.Path() / "reports").c_str());
     EXPECT_THAT(Objects().at(1).m_Operations, IsEmpty());
+    m_Folder.Write("reports/a.json",
+                   ReadFile(m_Folder.Path() / "answer") + ReadFile(m_Folder.Path() / "answer"));
+    EXPECT_EQ(Objects().size(), 3U) << "a file may hold several";
     PluginConfigure("folder", "");
+    EXPECT_EQ(PluginConfigure("nonsense", ""), PI::ErrorCode::INVALID_PARAMETER);
 }
 
 }  // namespace
