@@ -22,11 +22,11 @@ TEST(DriveCommand, ShowsTheEventsBehindTheSheet) {
     const Outcome sheet = RunPitool({"drive", "drives/hot-nvme-ssd.json"});
     ExpectRun(RunPitool({"drive", "--events", "drives/hot-nvme-ssd.json"}), 0,
               sheet.m_Output +
-                  "\nevents\n"
-                  "  WARNING      11090  Wear of drive INTEL SSDPE2KE016T8 (serial number "
+                  "\nSEVERITY  EVENT  DESCRIPTION\n"
+                  "WARNING   11090  Wear of drive INTEL SSDPE2KE016T8 (serial number "
                   "PHLN000000201P6AGN, /dev/nvme1) is above "
                   "its threshold: 93 percent used, threshold 90. Plan its replacement\n"
-                  "  WARNING      11021  Temperature of drive INTEL SSDPE2KE016T8 (serial number "
+                  "WARNING   11021  Temperature of drive INTEL SSDPE2KE016T8 (serial number "
                   "PHLN000000201P6AGN, /dev/nvme1) is "
                   "too high: 74 degrees Celsius, limit 70. Check its cooling\n",
               "");
@@ -43,7 +43,8 @@ TEST(DriveCommand, ShowsTheEventsBehindTheTableWorstFirst) {
     ASSERT_EQ(run.m_Output.substr(0, table.m_Output.size()), table.m_Output);
     const std::string events = run.m_Output.substr(table.m_Output.size());
     const std::string worst =
-        "\nevents\n  ERROR        10045  Drive HGST HUS724040ALA640 (serial number PN2334PIT00009, "
+        "\nSEVERITY  EVENT  DESCRIPTION\nERROR     10045  Drive HGST HUS724040ALA640 (serial number "
+        "PN2334PIT00009, "
         "/dev/sdi) ";
     EXPECT_EQ(events.substr(0, worst.size()), worst);
     EXPECT_EQ(std::count(events.begin(), events.end(), '\n'), 5);
@@ -64,7 +65,7 @@ TEST(DriveCommand, EventsStandInJsonWhereTheyAreWanted) {
 TEST(DriveCommand, EventsTakeAnotherLanguageFile) {
     const Outcome run = RunPitool(
         {"drive", "--events", "--strings", "events/strings.de.xml", "drives/failing-hgst-disk.json"});
-    EXPECT_NE(run.m_Output.find("  ERROR        10045  Unknown Event\n"), std::string::npos);
+    EXPECT_NE(run.m_Output.find("\nERROR     10045  Unknown Event\n"), std::string::npos);
     const Outcome missing =
         RunPitool({"drive", "--events", "--strings", "missing.xml", "drives/wd-disk.json"});
     EXPECT_EQ(missing.m_Output, "");

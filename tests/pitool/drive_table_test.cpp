@@ -2,6 +2,8 @@
 
 #include "drive_table.h"
 
+#include "by_model.h"
+
 #include "sample_reports.h"
 
 #include <gtest/gtest.h>
@@ -74,7 +76,7 @@ protected:
         Screen screen;
         screen.m_Columns = columns;
         screen.m_Colors = colors;
-        return DriveTable(list, screen);
+        return DriveTable(list).Text(screen);
     }
 };
 
@@ -105,21 +107,24 @@ TEST_F(DriveTableTest, LeavesColumnsOutWhereTheScreenIsTooNarrow) {
     };
     EXPECT_EQ(
         headings(120),
-        "STATE    MODEL                SERIAL  SIZE    AGE  WEAR  LIFE LEFT           TEMP  ERRORS  FILE");
+        "STATE    MODEL                SERIAL    AGE  WEAR  LIFE LEFT        ERRORS  REASON                "
+        "        FILE");
     EXPECT_EQ(headings(100),
-              "STATE    MODEL                SERIAL  SIZE    AGE  WEAR     TEMP  ERRORS  FILE");
-    EXPECT_EQ(headings(80), "STATE    MODEL                SERIAL  SIZE    AGE  WEAR  ERRORS  FILE");
-    EXPECT_EQ(headings(60), "STATE    MODEL                  AGE  WEAR  FILE");
-    EXPECT_EQ(headings(1), "STATE    FILE");
+              "STATE    MODEL                SERIAL    AGE  WEAR  ERRORS  REASON                     FILE");
+    EXPECT_EQ(headings(80), "STATE    MODEL                SERIAL    AGE  WEAR  REASON");
+    EXPECT_EQ(headings(60), "STATE    MODEL                WEAR  REASON");
+    EXPECT_EQ(headings(1), "STATE    MODEL     REASON");
 }
 
 TEST_F(DriveTableTest, OddModelsCostNoColumn) {
     const DriveSummary drive = SummaryOf(AtaReport("MTFDDAK128MAR-1J1AA  90Y8649 90Y8652IBM"));
     Screen screen;
-    EXPECT_NE(DriveTable({&drive}, screen).find("90Y8652IBM"), std::string::npos);
-    screen.m_Columns = 200;
-    EXPECT_NE(DriveTable({&drive}, screen).find("MTFDDAK128MAR-1J1AA  90...  "), std::string::npos)
-        << DriveTable({&drive}, screen);
+    EXPECT_NE(DriveTable({&drive}).Text(screen).find("90Y8652IBM"), std::string::npos);
+    screen.m_Columns = 74;
+    EXPECT_NE(DriveTable({&drive}).Text(screen).find(
+                  "MTFDDAK128MAR-1J1AA  90...  no verdict of the dri...  sample"),
+              std::string::npos)
+        << DriveTable({&drive}).Text(screen);
 }
 
 TEST_F(DriveTableTest, WhatIsWornOrHotStandsOut) {
@@ -132,7 +137,8 @@ TEST_F(DriveTableTest, WhatIsWornOrHotStandsOut) {
 
 TEST_F(DriveTableTest, DoubtfulFiguresHaveAQuestionMark) {
     const DriveSummary drive = SummaryOf(Nvme("N", 255, 30));
-    EXPECT_NE(DriveTable({&drive}, {}).find("  255 %?  "), std::string::npos) << DriveTable({&drive}, {});
+    EXPECT_NE(DriveTable({&drive}).Text({}).find("  255 %?  "), std::string::npos)
+        << DriveTable({&drive}).Text({});
 }
 
 TEST_F(DriveTableTest, SortsByEveryKey) {
@@ -151,22 +157,19 @@ TEST_F(DriveTableTest, SortsByEveryKey) {
 }
 
 TEST_F(DriveTableTest, ModelsAreCounted) {
-    EXPECT_EQ(ModelTable(All(), {}),
+    EXPECT_EQ(ModelTable(All()).Text({}),
               "FAILED  REPLACE  LOOK  DRIVES  MEDIAN AGE  MEDIAN WEAR  HIGHEST WEAR  MODEL\n"
               "     -        -     2       2       2.3 y         50 %          95 %  INTEL SSDPE2KX010T7\n"
               "     -        -     1       2       3.4 y            -             -  ST2000NM0033-9ZM175\n"
               "     -        -     -       1           -            -             -  QEMU HARDDISK\n");
 }
 
-TEST(StateCounts, LeavesOutStatesWithoutDrives) {
-    StateCounts counts;
-    EXPECT_EQ(counts.Text(), "0 drives");
-    counts.Add(PI::DriveState::GOOD);
-    EXPECT_EQ(counts.Text(), "1 drive: 1 good");
-    counts.Add(PI::DriveState::UNKNOWN);
-    counts.Add(PI::DriveState::LOOK);
-    counts.Add(PI::DriveState::REPLACE);
-    counts.Add(PI::DriveState::FAILED);
-    counts.Add(PI::DriveState::FAILED);
-    EXPECT_EQ(counts.Text(), "6 drives: 2 failed, 1 to replace, 1 to look at, 1 unknown, 1 good");
+TEST_F(DriveTableTest, CountsLeaveOutStatesWithoutDrives) {
+    EXPECT_EQ(StateCounts({}).Text(), "0 drives");
+    EXPECT_EQ(StateCounts({&m_Drives[3]}).Text(), "1 drive: 1 good");
+    EXPECT_EQ(StateCounts(All()).Text(), "5 drives: 3 to look at, 1 unknown, 1 good");
+    const DriveSummary failed = SummaryOf(
+        Json::parse(R"({"device":{"protocol":"ATA"},"model_name":"M","smart_status":{"passed":false}})"));
+    const DriveSummary replace = SummaryOf(Nvme("N3", 5, 30));
+    EXPECT_EQ(StateCounts({&failed, &failed, &m_Drives[4]}).Text(), "3 drives: 2 failed, 1 unknown");
 }

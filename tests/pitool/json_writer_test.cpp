@@ -83,7 +83,7 @@ TEST(JsonWriter, ReplacesWhatIsNoUtf8) {
     EXPECT_EQ(Json("\xFF"), R"("\ufffd")");
     EXPECT_EQ(Json("a\xC3"), R"("a\ufffd")");
     EXPECT_EQ(Json("\xC0\x80"), R"("\ufffd\ufffd")");
-    EXPECT_EQ(Json("\xED\xA0\x80z"), R"("\ufffdz")");  // a surrogate
+    EXPECT_EQ(Json("\xED\xA0\x80z"), R"("\ufffd\ufffd\ufffdz")");  // a surrogate
 }
 
 TEST(JsonWriter, WritesValuesOfEveryKind) {

@@ -209,7 +209,11 @@ TEST_F(Program, ShowsOnlyTheStatesAskedFor) {
     EXPECT_NE(run.m_Output.find("\n12 drives: 1 failed, 2 to look at, 9 good\n"), std::string::npos);
     EXPECT_EQ(Json::parse(RunPitool({"drive", "--state", "failed", "--json", "."}).m_Output)["drives"].size(),
               1U);
-    EXPECT_EQ(RunPitool({"drive", "--state", "bad", "."}).m_ExitStatus, 2);
+    EXPECT_EQ(RunPitool({"drive", "--state", "failed", "--state", "look", "."}).m_Output, run.m_Output);
+    EXPECT_EQ(RunPitool({"drive", "--state", "failed,bad", "."}).m_ExitStatus, 2);
+    EXPECT_EQ(RunPitool({"drive", "--state", ",", "."}).m_Errors,
+              "pitool: --state: \"\" is none of failed, replace, look, unknown and good; see pitool drive "
+              "--help\n");
 }
 
 TEST_F(Program, SortsAndLimits) {
@@ -229,7 +233,13 @@ TEST_F(Program, CountsByModel) {
     EXPECT_EQ(run.m_Output.find("     1        -     -       1       5.9 y            -             -  HGST"),
               run.m_Output.find('\n') + 1)
         << run.m_Output;
+    EXPECT_EQ(RunPitool({"drive", "--by-model", "--json", "."}).m_Errors,
+              "pitool: --by-model prints text, and no json; see pitool drive --help\n");
     EXPECT_EQ(RunPitool({"drive", "--by-model", "--json", "."}).m_ExitStatus, 2);
+    EXPECT_EQ(RunPitool({"drive", "--by-model", "--format", "text", "."}).m_Output, run.m_Output);
+    EXPECT_NE(
+        RunPitool({"drive", "--by-model", "--check", "."}).m_Output.find("\nFAILED  REPLACE  LOOK  DRIVES"),
+        std::string::npos);
 }
 
 TEST_F(Program, CsvHasALineADrive) {
@@ -243,11 +253,24 @@ TEST_F(Program, CsvHasALineADrive) {
     EXPECT_EQ(lines, 13U);
 }
 
+TEST_F(Program, EventsAreRefusedWhereNoFormatHasAPlaceForThem) {
+    for (const std::string format : {"csv", "prometheus", "html"}) {
+        const Outcome run = RunPitool({"drive", "--events", "--format", format, "."});
+        EXPECT_EQ(run.m_Errors, "pitool: --events are in text and json, and not in " + format +
+                                    "; see pitool drive --help\n");
+        EXPECT_EQ(run.m_ExitStatus, 2);
+    }
+}
+
 TEST_F(Program, FormatJsonIsJson) {
     EXPECT_EQ(RunPitool({"drive", "--format", "json", "."}).m_Output,
               RunPitool({"drive", "--json", "."}).m_Output);
     EXPECT_EQ(RunPitool({"drive", "--format", "yaml", "."}).m_ExitStatus, 2);
-    EXPECT_EQ(RunPitool({"drive", "--json", "--format", "csv", "."}).m_ExitStatus, 2);
+    EXPECT_EQ(RunPitool({"drive", "--format", "json", "--json", "."}).m_Output,
+              RunPitool({"drive", "--json", "."}).m_Output);
+    const Outcome both = RunPitool({"drive", "--json", "--format", "csv", "."});
+    EXPECT_EQ(both.m_Errors, "pitool: --json: --format says csv; see pitool drive --help\n");
+    EXPECT_EQ(both.m_ExitStatus, 2);
 }
 
 TEST_F(Program, ReadsFoldersBelowAndCompressedReports) {
@@ -284,6 +307,21 @@ TEST_F(Program, OutputMayBeANewFileOrALinkToOne) {
               0);
     EXPECT_EQ(ReadFile(target), expected);
     EXPECT_TRUE(fs::is_symlink(m_Directory + "/link"));
+    fs::create_symlink("nowhere", m_Directory + "/dangling");
+    EXPECT_EQ(RunPitool({"drive", "--output", m_Directory + "/dangling", "wd-disk.json"}).m_Errors,
+              "pitool: " + m_Directory + "/dangling: a link to nothing\n");
+}
+
+TEST_F(Program, ASignalThatEndsItLeavesNoTemporaryFile) {
+    const std::string file = Create("out.json", "before");
+    const Outcome run =
+        RunProgram("/bin/sh", m_Directory,
+                   {"-c", "mkfifo in; exec 3<> in; " PITOOL_PROGRAM
+                          " drive --output out.json in & until ls out.json.* > names 2> /dev/null; do :; "
+                          "done; kill -TERM $!; wait $!; status=$?; rm in names; exit $status"});
+    EXPECT_EQ(run.m_ExitStatus, 128 + 15) << run.m_Errors;
+    EXPECT_EQ(ReadFile(file), "before");
+    EXPECT_EQ(std::distance(fs::directory_iterator(m_Directory), fs::directory_iterator()), 1);
 }
 
 TEST_F(Program, OutputThatCannotBeWrittenIsNamedBeforeAnythingIsRead) {

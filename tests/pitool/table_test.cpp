@@ -78,28 +78,53 @@ TEST(Table, ShowsALesserColumnWhereABetterOneDoesNotFit) {
 }
 
 TEST(Table, CutsNamesOfFilesInFront) {
-    Table table({{"STATE"}, {"FILE"}}, Table::LastColumn::CUT_IN_FRONT);
+    Table table({{"STATE"}, {"FILE", Align::PATH}});
     table.Add("good");
     table.Add("folder/of/reports/host.json");
     EXPECT_EQ(Shown(table, 34), "STATE  FILE\ngood   folder/of/reports/host.json\n");
     EXPECT_EQ(Shown(table, 33), "STATE  FILE\ngood   ...er/of/reports/host.json\n");
-    EXPECT_EQ(Shown(table, 1), "STATE  FILE\ngood   ...reports/host.json\n");
+    EXPECT_EQ(Shown(table, 15), "STATE  FILE\ngood   ....json\n");
+    EXPECT_EQ(Shown(table, 1), "STATE  FILE\ngood   ....json\n");
 }
 
-TEST(Table, CutsCellsOfColumnsWithAWidestWidthOnAScreenOnly) {
-    Table table({{"A", Align::LEFT, 0, 6}, {"B"}});
-    table.Add("1234567");
-    table.Add("b");
-    EXPECT_EQ(Shown(table, 0), "A        B\n1234567  b\n");
-    EXPECT_EQ(Shown(table, 80), "A       B\n123...  b\n");
+TEST(Table, CutsTheWidestOfTheColumnsThatMayBe) {
+    Table table({{"A", Align::LEFT, 0, 10}, {"B"}, {"C", Align::LEFT, 0, 10}});
+    for (const char* text : {"12345678901234", "12345678901234", "123456789012"}) {
+        table.Add(text);
+    }
+    EXPECT_EQ(Shown(table, 44),
+              "A               B               C\n12345678901234  12345678901234  123456789012\n");
+    EXPECT_EQ(Shown(table, 43),
+              "A              B               C\n1234567890...  12345678901234  123456789012\n");
+    EXPECT_EQ(Shown(table, 41),
+              "A            B               C\n12345678...  12345678901234  123456789012\n");
+    EXPECT_EQ(Shown(table, 1), "A         B               C\n12345...  12345678901234  12345...\n");
+}
+
+TEST(Table, AColumnIsShownWhereOthersMayStillBeCut) {
+    Table table({{"A", Align::LEFT, 0, 10}, {"B", Align::LEFT, 1}});
+    table.Add("12345678901234");
+    table.Add("12345678");
+    EXPECT_EQ(Shown(table, 20), "A           B\n1234567...  12345678\n");
+    EXPECT_EQ(Shown(table, 19), "A\n12345678901234\n");
+}
+
+TEST(Table, ColumnsThatSayNothingAreLeftOutFirst) {
+    Table table({{"A"}, {"NUMBER"}, {"B", Align::LEFT, 9}});
+    for (const char* text : {"a", "", "b", "aa", "-", "bb"}) {
+        table.Add(text);
+    }
+    EXPECT_EQ(Shown(table, 0), "A   NUMBER  B\na   -       b\naa  -       bb\n");
+    EXPECT_EQ(Shown(table, 14), Shown(table, 0));
+    EXPECT_EQ(Shown(table, 13), "A   B\na   b\naa  bb\n");
 }
 
 TEST(Table, IsWiderThanAScreenThatIsTooNarrowForTheColumnsThatStay) {
     const std::string least =
         "STATE   REMARK\n"
-        "good    nothing t...\n"
+        "good    nothi...\n"
         "failed  replace\n";
-    EXPECT_EQ(Shown(Drives(), 20), least);
+    EXPECT_EQ(Shown(Drives(), 16), least);
     EXPECT_EQ(Shown(Drives(), 1), least);
 }
 
@@ -119,9 +144,7 @@ TEST(Table, WhatIsLastThenIsCutOrWrapped) {
     }
     EXPECT_EQ(Shown(table, 35), "1  one two three four  five six\n                       seven\n");
     EXPECT_EQ(Shown(table, 34), "1  one two three four\n");
-    EXPECT_EQ(Shown(table, 20), "1  one two three\n   four\n");
-    EXPECT_EQ(Shown(table, 15), "1  one two\n   three four\n");
-    EXPECT_EQ(Shown(table, 14), "1\n");
+    EXPECT_EQ(Shown(table, 20), "1  five six seven\n");
 }
 
 TEST(Table, AnIndentCounts) {
@@ -161,6 +184,83 @@ TEST(Table, CutsBetweenWideCharacters) {
     table.Add("abcdefg\xE7\xA3\x81\xE7\xA3\x81\xE7\xA3\x81");  // 13 columns
     EXPECT_EQ(Shown(table, 13), "abcdefg\xE7\xA3\x81\xE7\xA3\x81\xE7\xA3\x81\n");
     EXPECT_EQ(Shown(table, 12), "abcdefg\xE7\xA3\x81...\n");
+}
+
+TEST(Table, AListShowsAsManyRowsAsFitTheHeight) {
+    const auto rows = [](std::size_t height, const char* summary, std::size_t columns = 80) {
+        Table table({{"A"}}, Table::LastColumn::WRAPPED);
+        for (const char* text : {"1", "2", "3", "4"}) {
+            table.Add(text);
+        }
+        table.SetSummary(summary);
+        Screen screen;
+        screen.m_Columns = columns;
+        screen.m_Rows = height;
+        return table.Text(screen);
+    };
+    EXPECT_EQ(rows(6, ""), "A\n1\n2\n3\n4\n") << "and the prompt";
+    EXPECT_EQ(rows(5, ""), "A\n1\n2\n... and 2 more; | less shows all\n");
+    EXPECT_EQ(rows(7, "four"), "A\n1\n2\n3\n4\nfour\n");
+    EXPECT_EQ(rows(6, "four"), "A\n1\n2\n... and 2 more; | less shows all\nfour\n");
+    EXPECT_EQ(rows(7, "four of four", 8), "A\n1\n2\n... and 2 more; | less shows all\nfour of\nfour\n");
+    EXPECT_EQ(rows(1, ""), "A\n1\n... and 3 more; | less shows all\n") << "the worst in any case";
+}
+
+TEST(Table, RowsOfSeveralLinesCountAsSuch) {
+    Table table({{"A"}}, Table::LastColumn::WRAPPED);
+    for (const char* text : {"one two three", "four five six", "seven"}) {
+        table.Add(text);
+    }
+    Screen screen;
+    screen.m_Columns = 8;
+    screen.m_Rows = 7;
+    EXPECT_EQ(table.Text(screen), "A\none two\nthree\nfour\nfive six\nseven\n");
+    screen.m_Rows = 6;
+    EXPECT_EQ(table.Text(screen), "A\none two\nthree\n... and 2 more; | less shows all\n");
+}
+
+TEST(Table, WhatIsNoListIsShownWhole) {
+    Table table({{nullptr}});
+    table.Add("1");
+    table.Add("2");
+    Screen screen;
+    screen.m_Rows = 1;
+    EXPECT_EQ(table.Text(screen), "1\n2\n");
+}
+
+TEST(Table, CountsTheRowsThatItWasNotGiven) {
+    Table table({{"A"}});
+    table.Add("1");
+    table.SetFurther(5, "there are the others");
+    table.SetSummary("six");
+    EXPECT_EQ(table.Text({}), "A\n1\n... and 5 more; there are the others\nsix\n");
+    EXPECT_EQ(table.Html(),
+              "<div class=scroll><table>\n<tr><th>A\n<tr><td>1</table></div>"
+              "<p>... and 5 more; there are the others</p>");
+}
+
+TEST(Table, WithoutRowsThereAreNoHeadings) {
+    Table table({{"A"}});
+    EXPECT_EQ(table.Text({}), "");
+    table.SetSummary("none");
+    EXPECT_EQ(table.Text({}), "none\n");
+}
+
+TEST(Table, NoCellSteersATerminal) {
+    Table table({{nullptr}});
+    table.Add("a\x1B[2J");
+    EXPECT_EQ(Shown(table, 0), "a?[2J\n");
+}
+
+TEST(Table, IsHtmlAsWell) {
+    Table table({{"STATE"}, {"WEAR", Align::RIGHT, 1}, {"SIZE", Align::RIGHT, 2}});
+    table.Add("<look>", Style::WARNING);
+    table.Add("95 %", Style::FAILING);
+    table.Add("");
+    EXPECT_EQ(table.Html([](std::size_t row) { return "#" + std::to_string(row); }),
+              "<div class=scroll><table>\n<tr><th>STATE<th class=\"n\">WEAR<th class=\"n w\">SIZE\n"
+              "<tr><td class=\"look\"><a href=\"#0\">&lt;look&gt;</a><td class=\"n bad\">95 %<td class=\"n w "
+              "faint\">-</table></div>");
 }
 
 TEST(Table, AStyleCoversTheTextAndNotTheBlanks) {

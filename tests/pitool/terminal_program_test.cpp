@@ -19,11 +19,11 @@ using namespace pitool::test;
 
 /// Runs a shell's command line in the folder of the examples; pitool is in its path.
 std::string Show(const std::string& command, unsigned short columns, Environment variables = {"TERM=xterm"},
-                 int status = 0) {
+                 int status = 0, unsigned short rows = 24) {
     static const std::string FOLDER = std::filesystem::path(PITOOL_PROGRAM).parent_path();
     variables.push_back("PATH=" + FOLDER + ":/usr/bin:/bin");
     variables.emplace_back("TZ=UTC");
-    return ShowOnTerminal(PITOOL_ALL_EXAMPLES, {"/bin/sh", "-c", command}, columns, variables, status);
+    return ShowOnTerminal(PITOOL_ALL_EXAMPLES, {"/bin/sh", "-c", command}, columns, variables, status, rows);
 }
 
 const Environment PLAIN{"TERM=xterm", "NO_COLOR=1"};
@@ -57,7 +57,7 @@ std::size_t LongestLine(const std::string& text) {
 }  // namespace
 
 TEST(Terminal, TheTableOfDrivesFits) {
-    EXPECT_EQ(Show("pitool drive --events drives", 200, PLAIN),
+    EXPECT_EQ(Show("pitool drive --events drives", 200, PLAIN, 0, 60),
               RunProgram(PITOOL_PROGRAM, PITOOL_ALL_EXAMPLES, {"drive", "--events", "drives"}).m_Output);
     for (const char* columns : {"132", "110", "80", "40"}) {
         EXPECT_EQ(
@@ -121,6 +121,34 @@ TEST(Terminal, NamesAndSenseDataFit) {
               "severity    WARNING\n");
 }
 
+TEST(Terminal, WithoutAWidthItHasThatOfColumnsOr80) {
+    const std::string name = "pitool name rebuild_not_supported_on_level 30045";
+    EXPECT_EQ(Show("COLUMNS=60 " + name, 0, PLAIN), Show(name, 60, PLAIN));
+    EXPECT_EQ(Show("COLUMNS=60 " + name, 80, PLAIN), Show(name, 80, PLAIN));
+    for (const char* columns : {"''", "0", "-5", "wide", "70000", "' 60'"}) {
+        EXPECT_EQ(Show(std::string("COLUMNS=") + columns + " " + name, 0, PLAIN), Show(name, 80, PLAIN))
+            << columns;
+    }
+}
+
+TEST(Terminal, TheWorstDoesNotScrollAway) {
+    for (const std::string command : {"drive drives", "drive --by-model drives", "drive --check drives",
+                                      "drive --events drives", "forecast drives"}) {
+        const int status = command == "drive --check drives" ? 2 : 0;
+        const unsigned short rows = command == "drive --events drives" ? 24 : 12;
+        for (const unsigned short columns : std::initializer_list<unsigned short>{40, 80, 200}) {
+            const std::string shown = Show("pitool " + command, columns, PLAIN, status, rows);
+            std::size_t lines = 0;
+            for (std::size_t at = 0; at < shown.size();) {
+                const std::size_t length = shown.find('\n', at) - at;
+                lines += length == 0 ? 1 : (length + columns - 1) / columns;  // a terminal wraps long ones
+                at += length + 1;
+            }
+            EXPECT_LT(lines, rows) << command << " in " << columns << "\n" << shown;
+        }
+    }
+}
+
 TEST(Terminal, NothingIsWiderThanTheTerminal) {
     for (const char* command :
          {"drive --events drives", "drive drives/worn-intel-ssd.json",
@@ -150,7 +178,8 @@ TEST(Terminal, ColorsSayWhatTheWordsSay) {
               "sense key   3h, medium error\n"
               "additional  11h 00h, unrecovered read error\n"
               "severity    \x1B[33mWARNING\x1B[0m\n");
-    EXPECT_EQ(Show("pitool drive --events drives", 110), Expected("drives-110-columns-colors.txt"));
+    EXPECT_EQ(Show("pitool drive --events drives", 110, {"TERM=xterm"}, 0, 60),
+              Expected("drives-110-columns-colors.txt"));
     EXPECT_EQ(Show("pitool layout layouts/raid1-array.xml", 80), Expected("raid1-array-colors.txt"));
 }
 

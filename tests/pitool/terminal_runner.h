@@ -28,12 +28,12 @@ inline std::vector<char*> Pointers(std::vector<std::string>& texts) {
     return pointers;
 }
 
-/// What a program shows on a terminal of so many columns, both its outputs together and without the
+/// What a program shows on a terminal of so many columns and rows, both its outputs together and without the
 /// terminal's carriage returns. It must exit with the status given.
 inline std::string ShowOnTerminal(const std::string& directory, std::vector<std::string> arguments,
                                   unsigned short columns, Environment environment = {"TERM=xterm"},
-                                  int expectedStatus = 0) {
-    const winsize size{24, columns, 0, 0};
+                                  int expectedStatus = 0, unsigned short rows = 24) {
+    const winsize size{rows, columns, 0, 0};
     int terminal = -1;
     const pid_t process = forkpty(&terminal, nullptr, nullptr, &size);
     if (process == 0) {

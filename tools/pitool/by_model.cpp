@@ -3,63 +3,79 @@
 #include "by_model.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
-#include <tuple>
 
 namespace pitool {
 namespace {
 
-using Values = std::vector<std::int64_t>;
+namespace State = PI::DriveState;
 
-void AddKnown(const SummaryFigure& figure, Values& values) {
-    if (figure.IsKnown()) {
-        values.push_back(figure.m_Value);
+struct Model {
+    std::string_view m_Name;  ///< as reported
+    StateCounts m_Counts;
+    std::vector<std::int64_t> m_Hours;  ///< those that are known, the smallest first
+    std::vector<std::int64_t> m_Wear;
+};
+
+std::vector<std::int64_t> Known(const DriveList& drives, PI::_HEALTH_FIGURE id) {
+    std::vector<std::int64_t> values;
+    for (const DriveSummary* drive : drives) {
+        if (const SummaryFigure figure = drive->GetFigure(id); figure.IsKnown()) {
+            values.push_back(figure.m_Value);
+        }
     }
+    std::sort(values.begin(), values.end());
+    return values;
 }
 
 /// Of an even number of values the lower one of the two in the middle.
-std::optional<std::int64_t> Median(Values& values) {
-    if (values.empty()) {
-        return std::nullopt;
-    }
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>((values.size() - 1) / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
+std::int64_t Median(const std::vector<std::int64_t>& values) {
+    return values[(values.size() - 1) / 2];
 }
 
 }  // namespace
 
-std::vector<ModelCounts> CountByModel(const std::vector<const DriveSummary*>& drives) {
-    struct Model {
-        ModelCounts m_Counts;
-        Values m_Hours;
-        Values m_Wear;
-    };
-    std::map<std::string_view, Model> models;
+Table ModelTable(const DriveList& drives) {
+    std::map<std::string_view, DriveList> byName;
     for (const DriveSummary* drive : drives) {
-        Model& model = models[drive->GetModel()];
-        model.m_Counts.m_Drives += 1;
-        model.m_Counts.m_Failed += drive->GetState() == PI::DriveState::FAILED ? 1 : 0;
-        model.m_Counts.m_Replace += drive->GetState() == PI::DriveState::REPLACE ? 1 : 0;
-        model.m_Counts.m_Look += drive->GetState() == PI::DriveState::LOOK ? 1 : 0;
-        AddKnown(drive->GetFigure(PI::HealthFigure::POWER_ON_HOURS), model.m_Hours);
-        AddKnown(drive->GetFigure(PI::HealthFigure::WEAR), model.m_Wear);
+        byName[drive->GetModel()].push_back(drive);
     }
-    std::vector<ModelCounts> counts;
-    for (auto& [name, model] : models) {
-        model.m_Counts.m_Model = name;
-        model.m_Counts.m_MedianHours = Median(model.m_Hours);
-        model.m_Counts.m_MedianWear = Median(model.m_Wear);
-        if (!model.m_Wear.empty()) {
-            model.m_Counts.m_HighestWear = *std::max_element(model.m_Wear.begin(), model.m_Wear.end());
-        }
-        counts.push_back(std::move(model.m_Counts));
+    std::vector<Model> models;
+    for (const auto& [name, list] : byName) {
+        models.push_back({name, StateCounts(list), Known(list, PI::HealthFigure::POWER_ON_HOURS),
+                          Known(list, PI::HealthFigure::WEAR)});
     }
-    std::stable_sort(counts.begin(), counts.end(), [](const ModelCounts& left, const ModelCounts& right) {
-        return std::tie(left.m_Failed, left.m_Replace, left.m_Drives) >
-               std::tie(right.m_Failed, right.m_Replace, right.m_Drives);
+    std::stable_sort(models.begin(), models.end(), [](const Model& left, const Model& right) {
+        const auto rank = [](const StateCounts& counts) {
+            return std::array{counts.m_InState[State::FAILED], counts.m_InState[State::REPLACE],
+                              counts.m_InState[State::LOOK], counts.m_Drives};
+        };
+        return rank(left.m_Counts) > rank(right.m_Counts);
     });
-    return counts;
+
+    Table table({{"FAILED", Align::RIGHT},
+                 {"REPLACE", Align::RIGHT},
+                 {"LOOK", Align::RIGHT, 1},
+                 {"DRIVES", Align::RIGHT},
+                 {"MEDIAN AGE", Align::RIGHT, 3},
+                 {"MEDIAN WEAR", Align::RIGHT, 2},
+                 {"HIGHEST WEAR", Align::RIGHT, 4},
+                 {"MODEL", Align::LEFT, 0, 24}});
+    for (const Model& model : models) {
+        for (const auto& [state, style] : {std::pair{State::FAILED, Style::FAILING},
+                                           {State::REPLACE, Style::FAILING},
+                                           {State::LOOK, Style::WARNING}}) {
+            const std::size_t count = model.m_Counts.m_InState[state];
+            table.Add(count != 0 ? std::to_string(count) : "", style);
+        }
+        table.Add(std::to_string(model.m_Counts.m_Drives));
+        table.Add(model.m_Hours.empty() ? "" : AgeText(static_cast<std::uint64_t>(Median(model.m_Hours))));
+        table.Add(model.m_Wear.empty() ? "" : std::to_string(Median(model.m_Wear)) + " %");
+        table.Add(model.m_Wear.empty() ? "" : std::to_string(model.m_Wear.back()) + " %");
+        table.Add(model.m_Name);
+    }
+    return table;
 }
 
 }  // namespace pitool

@@ -199,7 +199,7 @@ Findings Compare(const DriveReports& before, const DriveReports& after) {
     return findings;
 }
 
-std::string CompareTable(const Findings& findings, const Screen& screen) {
+Table CompareTable(const Findings& findings) {
     Table table({{"STATE"}, {"MODEL", Align::LEFT, 1}, {"SERIAL"}, {"CHANGE"}}, Table::LastColumn::WRAPPED);
     for (const Finding& finding : findings.m_Drives) {
         const DriveSummary& drive = finding.Drive();
@@ -207,11 +207,11 @@ std::string CompareTable(const Findings& findings, const Screen& screen) {
                             : finding.m_Status == CHECK_LOOK   ? Style::WARNING
                                                                : Style::PLAIN;
         table.Add(finding.m_New != nullptr ? StateWord(drive.GetState()) : finding.m_Text, style);
-        table.Add(PrintableText(drive.GetModel()));
-        table.Add(PrintableText(drive.GetSerial()));
+        table.Add(drive.GetModel());
+        table.Add(drive.GetSerial());
         table.Add(finding.m_Text, style);
     }
-    return findings.m_Drives.empty() ? "" : table.Text(screen);
+    return table;
 }
 
 /// What --check exits with. Nothing is known where no drive could be compared, or an input was refused.
@@ -291,10 +291,11 @@ ExitStatus Run(const Options& options) {
     if (options.m_Json) {
         text = CompareJson(findings);
     } else if (options.m_Check) {
-        text = CheckLine(findings) + CompareTable(findings, screen);
+        text = CheckLine(findings) + CompareTable(findings).Text(screen);
     } else if (!before.m_Drives.empty() && !after.m_Drives.empty()) {
-        text = CompareTable(findings, screen);
-        AddWrapped("", "", SummaryText(findings), Style::HEADING, screen, text);
+        Table table = CompareTable(findings);
+        table.SetSummary(SummaryText(findings));
+        text = table.Text(screen);
     }
     const ExitStatus printed = Print(text);
     if (options.m_Check) {

@@ -3,7 +3,6 @@
 #include "drive_identity.h"
 
 #include "print/output.h"
-#include "reports.h"
 
 #include <algorithm>
 #include <cctype>
@@ -79,47 +78,31 @@ std::pair<std::string, std::string> IdentityOf(const DriveSummary& drive) {
 
 DriveReports ReadDrives(const std::vector<std::string>& arguments) {
     DriveReports reports;
-    std::size_t unidentified = 0;
-    std::string firstUnidentified;
+    std::vector<std::string> unidentified;
     std::map<std::pair<std::string, std::string>, std::size_t> indices;
-    ReadReports(
-        arguments,
-        [&](const std::string& file, const PI::CDriveReport& report) {
-            DriveSummary summary = Summarize(file, report);
-            if (!IdentifiesDrive(summary.GetSerial())) {
-                unidentified += 1;
-                firstUnidentified = unidentified == 1 ? file : firstUnidentified;
-                reports.m_Drives.push_back({std::move(summary)});
-                return;
-            }
-            const auto [found, isNew] = indices.try_emplace(IdentityOf(summary), reports.m_Drives.size());
-            if (isNew) {
-                reports.m_Drives.emplace_back();
-            }
-            reports.m_Drives[found->second].push_back(std::move(summary));
-        },
-        [&](const std::string& file, const std::string& reason) {
-            reports.m_Errors.emplace_back(file, reason);
-        });
-    if (unidentified == 1) {
-        ReportFileWarning(firstUnidentified,
-                          "its serial number identifies no drive: it matches no other report");
-    } else if (unidentified > 1) {  // a line for each would be thousands where reports are published
-        ReportFileWarning(firstUnidentified, "its serial number, as those of " +
-                                                 std::to_string(unidentified - 1) +
-                                                 " more, identifies no drive: they match no other report");
+    reports.m_Errors = ReadReports(arguments, [&](const std::string& file, const PI::CDriveReport& report) {
+        DriveSummary summary = Summarize(file, report);
+        std::size_t index = reports.m_Drives.size();
+        if (IdentifiesDrive(summary.GetSerial())) {
+            index = indices.try_emplace(IdentityOf(summary), index).first->second;
+        } else {
+            unidentified.push_back(file);
+        }
+        reports.m_Drives.resize(std::max(reports.m_Drives.size(), index + 1));
+        reports.m_Drives[index].push_back(std::move(summary));
+    });
+    if (!unidentified.empty()) {  // a line for each would be thousands where reports are published
+        const bool isOne = unidentified.size() == 1;
+        ReportFileWarning(
+            unidentified.front(),
+            "its serial number" +
+                (isOne ? "" : ", as those of " + std::to_string(unidentified.size() - 1) + " more,") +
+                " identifies no drive: " + (isOne ? "it matches" : "they match") + " no other report");
     }
     for (std::vector<DriveSummary>& drive : reports.m_Drives) {
         SortByAge(drive);
     }
     return reports;
-}
-
-void AddErrors(const std::vector<std::pair<std::string, std::string>>& errors, JsonWriter& json) {
-    json.Objects("errors", errors, [&json](const auto& error) {
-        json.Member("file", error.first);
-        json.Member("reason", error.second);
-    });
 }
 
 }  // namespace pitool

@@ -4,11 +4,10 @@
 #pragma once
 
 #include "drive_summary.h"
-#include "print/json.h"
+#include "reports.h"
 
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace pitool {
@@ -27,14 +26,11 @@ struct DriveReports {
     /// its model and serial number. One whose serial number identifies nothing matches no other
     /// report.
     std::vector<std::vector<DriveSummary>> m_Drives;
-    std::vector<std::pair<std::string, std::string>> m_Errors;  ///< inputs that were refused, with the reason
+    Refusals m_Errors;
 };
 
 /// Reads the reports of files and folders, as ReadReports does. Standard error names what is refused, and the
 /// reports whose drives cannot be identified.
 DriveReports ReadDrives(const std::vector<std::string>& arguments);
-
-/// Adds the list of the inputs that were refused, as the member "errors".
-void AddErrors(const std::vector<std::pair<std::string, std::string>>& errors, JsonWriter& json);
 
 }  // namespace pitool

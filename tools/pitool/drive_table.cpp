@@ -2,9 +2,7 @@
 
 #include "drive_table.h"
 
-#include "by_model.h"
 #include "drive_figures.h"
-#include "print/table.h"
 
 #include <algorithm>
 #include <iterator>
@@ -16,122 +14,92 @@ namespace {
 
 namespace Figure = PI::HealthFigure;
 
-constexpr const char* NOTHING = "-";
-constexpr std::size_t LONGEST_NAME =
-    26;  // of a cell on a screen: most models fit, and odd ones cost no column
-
-/// What a cell shows.
+/// What a cell shows. Drives are sorted by its number, the smallest first, or by its text where it has none.
 struct Content {
-    std::string m_Text;
-    bool m_Warning = false;
+    std::string m_Text;  ///< empty: unknown
+    Style m_Style = Style::PLAIN;
+    std::optional<double> m_Number = std::nullopt;
 };
 
-Content TextContent(std::string_view text) {
-    return {PrintableText(text)};
+/// A figure, the largest first.
+Content FigureContent(const SummaryFigure& figure, const std::string& text, bool isWarning = false) {
+    return !figure.HasValue()
+               ? Content{}
+               : Content{figure.IsDoubtful() ? text + "?" : text, isWarning ? Style::WARNING : Style::PLAIN,
+                         -static_cast<double>(figure.m_Value)};
 }
 
-std::string Marked(const std::string& text, const SummaryFigure& figure) {
-    return figure.IsDoubtful() ? text + "?" : text;
+Content State(const DriveSummary& drive) {
+    return {StateWord(drive.GetState()), StateStyle(drive.GetState()), 0};
 }
 
-Content Reason(const DriveSummary& drive) {
-    const bool isSaid = drive.GetState() != PI::DriveState::GOOD;
-    return isSaid ? TextContent(drive.GetReason()) : Content{NOTHING};
+Content Size(const DriveSummary& drive) {
+    return {SizeText(drive.GetCapacity()), Style::PLAIN, -static_cast<double>(drive.GetCapacity())};
 }
 
 Content Age(const DriveSummary& drive) {
     const SummaryFigure hours = drive.GetFigure(Figure::POWER_ON_HOURS);
-    return {hours.HasValue() ? Marked(AgeText(static_cast<std::uint64_t>(hours.m_Value)), hours) : NOTHING};
+    return FigureContent(hours, AgeText(static_cast<std::uint64_t>(hours.m_Value)));
 }
 
 Content Wear(const DriveSummary& drive) {
     const SummaryFigure wear = drive.GetFigure(Figure::WEAR);
-    return {wear.HasValue() ? Marked(std::to_string(wear.m_Value) + " %", wear) : NOTHING, drive.IsWorn()};
+    return FigureContent(wear, std::to_string(wear.m_Value) + " %", drive.IsWorn());
 }
 
 Content Life(const DriveSummary& drive) {
     const PI::CWearForecast forecast = drive.GetForecast();
-    return {LifeText(forecast), forecast.GetState() == PI::WearForecastState::WORN};
+    const bool isWorn = forecast.GetState() == PI::WearForecastState::WORN;
+    const std::optional<std::uint64_t> hours = forecast.GetHours() ? forecast.GetHours() : forecast.GetLow();
+    return !isWorn && !hours ? Content{}
+                             : Content{LifeText(forecast), isWorn ? Style::WARNING : Style::PLAIN,
+                                       static_cast<double>(hours.value_or(0))};
 }
 
 Content Temperature(const DriveSummary& drive) {
     const SummaryFigure now = drive.GetFigure(Figure::TEMPERATURE);
     const SummaryFigure limit = drive.GetTemperatureLimit();
-    if (!now.HasValue()) {
-        return {NOTHING};
-    }
-    return {Marked(std::to_string(now.m_Value) +
-                       (limit.HasValue() ? "/" + std::to_string(limit.m_Value) : "") + " C",
-                   now),
-            drive.ExceededLimit().has_value()};
+    return FigureContent(
+        now,
+        std::to_string(now.m_Value) + (limit.HasValue() ? "/" + std::to_string(limit.m_Value) : "") + " C",
+        drive.ExceededLimit().has_value());
 }
 
 Content Errors(const DriveSummary& drive) {
     const SummaryFigure errors = drive.GetErrors();
-    return {errors.HasValue() ? Marked(std::to_string(errors.m_Value), errors) : NOTHING};
+    return FigureContent(errors, std::to_string(errors.m_Value));
 }
 
-Content Size(const DriveSummary& drive) {
-    const std::string size = SizeText(drive.GetCapacity());
-    return {size.empty() ? NOTHING : size};
+Content Reason(const DriveSummary& drive) {
+    return drive.GetState() == PI::DriveState::GOOD ? Content{} : Content{std::string(drive.GetReason())};
 }
 
-/// Ways to put drives in order, each by a number, the smallest first, or by a text.
-using NumberKey = std::optional<double> (*)(const DriveSummary& drive);
-using TextKey = std::string_view (*)(const DriveSummary& drive);
-
-std::optional<double> Largest(const SummaryFigure& figure) {
-    return figure.HasValue() ? std::optional(-static_cast<double>(figure.m_Value)) : std::nullopt;
-}
-
-std::optional<double> LargestSize(const DriveSummary& drive) {
-    return drive.GetCapacity() != 0 ? std::optional(-static_cast<double>(drive.GetCapacity())) : std::nullopt;
-}
-
-std::optional<double> ShortestLife(const DriveSummary& drive) {
-    const PI::CWearForecast forecast = drive.GetForecast();
-    const std::optional<std::uint64_t> hours = forecast.GetHours() ? forecast.GetHours() : forecast.GetLow();
-    return hours ? std::optional(static_cast<double>(*hours)) : std::nullopt;
-}
-
-template <PI::_HEALTH_FIGURE FIGURE>
-std::optional<double> LargestFigure(const DriveSummary& drive) {
-    return Largest(drive.GetFigure(FIGURE));
-}
-
-std::optional<double> MostErrors(const DriveSummary& drive) {
-    return Largest(drive.GetErrors());
+/// A text as the summary has it.
+template <std::string_view (DriveSummary::*GET)() const>
+Content Text(const DriveSummary& drive) {
+    return {std::string((drive.*GET)())};
 }
 
 /// A column of the table, which is also a way to sort.
 struct DriveColumn {
-    const char* m_Heading;
-    Align m_Align;
-    int m_LeaveOut;  ///< as Column has it
-    Content (*m_Content)(const DriveSummary& drive);
+    Column m_Column;
     const char* m_Key;  ///< null: no way to sort
-    NumberKey m_Number;
-    TextKey m_SortText;
+    Content (*m_Content)(const DriveSummary& drive);
 };
 
-// Left out first is what the sheet of a drive says just as well, last what finds it.
+// Left out first is what the sheet of a drive says just as well.
 constexpr DriveColumn COLUMNS[] = {
-    {"STATE", Align::LEFT, 0,
-     [](const DriveSummary& drive) { return TextContent(StateWord(drive.GetState())); }, "state", nullptr,
-     nullptr},
-    {"MODEL", Align::LEFT, 1, [](const DriveSummary& drive) { return TextContent(drive.GetModel()); },
-     "model", nullptr, [](const DriveSummary& drive) { return drive.GetModel(); }},
-    {"SERIAL", Align::LEFT, 4, [](const DriveSummary& drive) { return TextContent(drive.GetSerial()); },
-     "serial", nullptr, [](const DriveSummary& drive) { return drive.GetSerial(); }},
-    {"SIZE", Align::RIGHT, 6, Size, "size", LargestSize, nullptr},
-    {"AGE", Align::RIGHT, 3, Age, "age", LargestFigure<Figure::POWER_ON_HOURS>, nullptr},
-    {"WEAR", Align::RIGHT, 2, Wear, "wear", LargestFigure<Figure::WEAR>, nullptr},
-    {"LIFE LEFT", Align::LEFT, 8, Life, "life", ShortestLife, nullptr},
-    {"TEMP", Align::RIGHT, 7, Temperature, "temperature", LargestFigure<Figure::TEMPERATURE>, nullptr},
-    {"ERRORS", Align::RIGHT, 5, Errors, "errors", MostErrors, nullptr},
-    {"REASON", Align::LEFT, 9, Reason, nullptr, nullptr, nullptr},
-    {"FILE", Align::LEFT, 0, [](const DriveSummary& drive) { return TextContent(drive.GetFile()); }, "file",
-     nullptr, [](const DriveSummary& drive) { return drive.GetFile(); }},
+    {{"STATE"}, "state", State},
+    {{"MODEL", Align::LEFT, 0, 26}, "model", Text<&DriveSummary::GetModel>},  // most fit into this width
+    {{"SERIAL", Align::LEFT, 3, 20}, "serial", Text<&DriveSummary::GetSerial>},
+    {{"SIZE", Align::RIGHT, 7}, "size", Size},
+    {{"AGE", Align::RIGHT, 2}, "age", Age},
+    {{"WEAR", Align::RIGHT, 1}, "wear", Wear},
+    {{"LIFE LEFT", Align::LEFT, 6}, "life", Life},
+    {{"TEMP", Align::RIGHT, 8}, "temperature", Temperature},
+    {{"ERRORS", Align::RIGHT, 4}, "errors", Errors},
+    {{"REASON", Align::LEFT, 0, 24}, nullptr, Reason},
+    {{"FILE", Align::PATH, 5, 20}, "file", Text<&DriveSummary::GetFile>},
 };
 
 }  // namespace
@@ -150,33 +118,33 @@ void SortDrives(const std::string& key, DriveList& drives) {
     std::stable_sort(drives.begin(), drives.end(), [](const DriveSummary* left, const DriveSummary* right) {
         return IsWorse(*left, *right);
     });
-    const auto column = std::find_if(std::begin(COLUMNS), std::end(COLUMNS), [&key](const DriveColumn& each) {
-        return each.m_Key != nullptr && key == each.m_Key;
-    });
-    if (column == std::end(COLUMNS) || (column->m_Number == nullptr && column->m_SortText == nullptr)) {
+    const auto* const column =
+        std::find_if(std::begin(COLUMNS), std::end(COLUMNS),
+                     [&key](const DriveColumn& each) { return each.m_Key != nullptr && key == each.m_Key; });
+    if (column == std::begin(COLUMNS) || column == std::end(COLUMNS)) {
         return;
     }
     // What is unknown last, then the number, then the text.
-    std::vector<std::tuple<bool, double, std::string_view, const DriveSummary*>> keyed;
+    using Keyed = std::tuple<bool, double, std::string, const DriveSummary*>;
+    std::vector<Keyed> keyed;
     keyed.reserve(drives.size());
     for (const DriveSummary* drive : drives) {
-        const std::string_view text = column->m_SortText != nullptr ? column->m_SortText(*drive) : "";
-        const std::optional<double> number =
-            column->m_Number != nullptr ? column->m_Number(*drive) : std::nullopt;
-        keyed.emplace_back(!number && text.empty(), number.value_or(0), text, drive);
+        const Content content = column->m_Content(*drive);
+        keyed.emplace_back(content.m_Text.empty(), content.m_Number.value_or(0),
+                           content.m_Number ? "" : content.m_Text, drive);
     }
-    const auto rank = [](const auto& item) {
-        return std::tie(std::get<0>(item), std::get<1>(item), std::get<2>(item));
-    };
-    std::stable_sort(keyed.begin(), keyed.end(),
-                     [&rank](const auto& left, const auto& right) { return rank(left) < rank(right); });
+    std::stable_sort(keyed.begin(), keyed.end(), [](const Keyed& left, const Keyed& right) {
+        return std::tie(std::get<0>(left), std::get<1>(left), std::get<2>(left)) <
+               std::tie(std::get<0>(right), std::get<1>(right), std::get<2>(right));
+    });
     std::transform(keyed.begin(), keyed.end(), drives.begin(),
-                   [](const auto& item) { return std::get<3>(item); });
+                   [](const Keyed& each) { return std::get<3>(each); });
 }
 
-void StateCounts::Add(PI::_DRIVE_STATE state) {
-    ++m_Drives;
-    ++m_InState[state];
+StateCounts::StateCounts(const DriveList& drives) : m_Drives(drives.size()) {
+    for (const DriveSummary* drive : drives) {
+        ++m_InState[drive->GetState()];
+    }
 }
 
 std::string StateCounts::Text() const {
@@ -196,52 +164,27 @@ std::string StateCounts::Text() const {
     return text;
 }
 
-std::string DriveTable(const DriveList& drives, const Screen& screen) {
+Table DriveTable(const DriveList& drives) {
     std::vector<Column> columns;
-    for (const DriveColumn& column : COLUMNS) {
-        columns.push_back({column.m_Heading, column.m_Align, column.m_LeaveOut,
-                           column.m_SortText != nullptr ? LONGEST_NAME : 0});
-    }
-    Table table(std::move(columns), Table::LastColumn::CUT_IN_FRONT);
+    std::transform(std::begin(COLUMNS), std::end(COLUMNS), std::back_inserter(columns),
+                   [](const DriveColumn& column) { return column.m_Column; });
+    Table table(std::move(columns));
     for (const DriveSummary* drive : drives) {
         for (const DriveColumn& column : COLUMNS) {
             const Content content = column.m_Content(*drive);
-            const Style style = &column == std::begin(COLUMNS) ? StateStyle(drive->GetState())
-                                : content.m_Warning            ? Style::WARNING
-                                : content.m_Text == NOTHING    ? Style::FAINT
-                                                               : Style::PLAIN;
-            table.Add(content.m_Text.empty() ? NOTHING : content.m_Text, style);
+            table.Add(content.m_Text, content.m_Style);
         }
     }
-    return table.Text(screen);
+    return table;
 }
 
-std::string ModelTable(const DriveList& drives, const Screen& screen) {
-    Table table({{"FAILED", Align::RIGHT},
-                 {"REPLACE", Align::RIGHT},
-                 {"LOOK", Align::RIGHT, 4},
-                 {"DRIVES", Align::RIGHT},
-                 {"MEDIAN AGE", Align::RIGHT, 1},
-                 {"MEDIAN WEAR", Align::RIGHT, 2},
-                 {"HIGHEST WEAR", Align::RIGHT, 3},
-                 {"MODEL"}});
-    const auto addCount = [&table](std::size_t count, Style style) {
-        table.Add(count != 0 ? std::to_string(count) : NOTHING, count != 0 ? style : Style::FAINT);
-    };
-    const auto addPercent = [&table](const std::optional<std::int64_t>& wear) {
-        table.Add(wear ? std::to_string(*wear) + " %" : NOTHING, wear ? Style::PLAIN : Style::FAINT);
-    };
-    for (const ModelCounts& model : CountByModel(drives)) {
-        addCount(model.m_Failed, Style::FAILING);
-        addCount(model.m_Replace, Style::FAILING);
-        addCount(model.m_Look, Style::WARNING);
-        addCount(model.m_Drives, Style::PLAIN);
-        table.Add(model.m_MedianHours ? AgeText(static_cast<std::uint64_t>(*model.m_MedianHours)) : NOTHING);
-        addPercent(model.m_MedianWear);
-        addPercent(model.m_HighestWear);
-        table.Add(model.m_Model.empty() ? NOTHING : PrintableText(model.m_Model));
+Table SheetTable(const DriveSummary& drive, const PI::CDriveReport& report, const DecidedHealth& health) {
+    Table table({{nullptr}, {nullptr}}, Table::LastColumn::WRAPPED);
+    for (const SheetLine& line : SheetOf(drive, report, health)) {
+        table.Add(line.m_Name);
+        table.Add(line.m_Text, line.m_Style);
     }
-    return table.Text(screen);
+    return table;
 }
 
 }  // namespace pitool

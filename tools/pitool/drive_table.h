@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Many drives for people: a line each, or a line a model.
+/// Drives for people: a row each, or the sheet of one.
 #pragma once
 
 #include "drive_summary.h"
-#include "print/terminal.h"
+#include "print/table.h"
 
 #include <cstddef>
 #include <string>
@@ -27,15 +27,16 @@ struct StateCounts {
     std::size_t m_Drives = 0;
     std::size_t m_InState[PI::DriveState::FAILED + 1] = {};
 
-    void Add(PI::_DRIVE_STATE state);
+    explicit StateCounts(const DriveList& drives);
     /// "5 drives: 1 failed, 4 good".
     std::string Text() const;
 };
 
-/// Headings and a line each, in the order given.
-std::string DriveTable(const DriveList& drives, const Screen& screen);
+/// A row each, in the order given.
+Table DriveTable(const DriveList& drives);
 
-/// Headings and a line a model.
-std::string ModelTable(const DriveList& drives, const Screen& screen);
+/// The sheet of one drive: a row for all that there is to say.
+/// @param drive, health of the report
+Table SheetTable(const DriveSummary& drive, const PI::CDriveReport& report, const DecidedHealth& health);
 
 }  // namespace pitool

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "commands.h"
-#include "whole_number.h"
 
 #include <CLI/CLI.hpp>
 

@@ -4,7 +4,6 @@
 #include "commands.h"
 
 #include "input_files.h"
-#include "whole_number.h"
 
 #include <CLI/CLI.hpp>
 
@@ -160,23 +159,6 @@ RenderedEvent RenderEvent(const PI::CEvent& event) {
                                    [](const auto& pair) { return pair.first == "Datetime"; });
     rendered.emplace(date + 1, "ISO8601", IsoTime(event.m_TimeStamp));
     return rendered;
-}
-
-std::string EventLine(const RenderedEvent& event, const Screen& screen) {
-    constexpr std::size_t INDENT = 2;
-    constexpr std::size_t SEVERITY_WIDTH = 11;
-    Table table({{nullptr}, {nullptr}, {nullptr}}, Table::LastColumn::WRAPPED);
-    for (const char* wanted : {"Severity", "EventID", "Description"}) {
-        for (const auto& [key, value] : event) {
-            if (key == wanted) {
-                std::string text = PrintableText(value);
-                const bool isSeverity = key == "Severity";
-                text.resize(std::max(text.size(), isSeverity ? SEVERITY_WIDTH : 0), ' ');
-                table.Add(text, isSeverity ? SeverityStyle(value) : Style::PLAIN);
-            }
-        }
-    }
-    return table.Text(screen, INDENT);
 }
 
 void AddEvent(const RenderedEvent& event, JsonWriter& json) {

@@ -4,7 +4,6 @@
 #pragma once
 
 #include "print/json.h"
-#include "print/terminal.h"
 
 #include <pi/event.h>
 
@@ -26,9 +25,6 @@ bool LoadStrings(const std::string& file);
 
 /// Renders an event; markers in placeholders are text.
 RenderedEvent RenderEvent(const PI::CEvent& event);
-
-/// Severity, identifier and description of a rendered event in one line.
-std::string EventLine(const RenderedEvent& event, const Screen& screen = {});
 
 /// The pairs of an event as an object.
 void AddEvent(const RenderedEvent& event, JsonWriter& json);

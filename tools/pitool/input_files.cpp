@@ -84,48 +84,54 @@ bool IsReport(const std::string& name) {
     });
 }
 
-/// @return whether something was found, or refused
-bool WalkFolder(const fs::path& folder, const std::function<void(const std::string& file)>& take,
-                const std::function<void(const std::string& folder, const std::string& reason)>& refuse) {
-    std::vector<std::pair<std::string, bool>> entries;  // name, and whether it is a folder
+/// Adds the reports of a folder and of those in it.
+void AddFiles(const fs::path& folder, std::vector<std::string>& files, const Refuse& refuse) {
     std::error_code error;
-    fs::directory_iterator entry(folder, error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        std::error_code ignored;
-        const fs::file_type type = entry->symlink_status(ignored).type();
+    for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
+        std::error_code ignored;  // what is no longer there is passed over
         const std::string name = entry->path().filename().string();
-        if (name.front() != '.' &&
-            (type == fs::file_type::directory || (type == fs::file_type::regular && IsReport(name)))) {
-            entries.emplace_back(name, type == fs::file_type::directory);
+        if (name.front() == '.' || entry->is_symlink(ignored)) {
+            continue;
+        }
+        if (entry->is_directory(ignored)) {
+            AddFiles(entry->path(), files, refuse);
+        } else if (IsReport(name) && entry->is_regular_file(ignored)) {
+            files.push_back(entry->path().string());
         }
     }
     if (error) {
         refuse(folder.string(), error.message());
-        return true;
     }
-    std::sort(entries.begin(), entries.end());
-    bool isAny = false;
-    for (const auto& [name, isFolder] : entries) {
-        if (isFolder) {
-            isAny = WalkFolder(folder / name, take, refuse) || isAny;
-        } else {
-            take((folder / name).string());
-            isAny = true;
-        }
-    }
-    return isAny;
+}
+
+/// Orders by the names of folders and files, one after another.
+bool IsBefore(const std::string& left, const std::string& right) {
+    const auto rank = [](char c) { return c == '/' ? 0 : static_cast<unsigned char>(c); };
+    return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
+                                        [&rank](char a, char b) { return rank(a) < rank(b); });
 }
 
 }  // namespace
 
 void ForEachFile(const std::string& argument, const std::function<void(const std::string& file)>& take,
-                 const std::function<void(const std::string& folder, const std::string& reason)>& refuse) {
+                 const Refuse& refuse) {
     std::error_code error;
     if (argument == STANDARD_INPUT || !fs::is_directory(argument, error)) {
         take(argument);
-    } else if (!WalkFolder(argument, take, refuse)) {
-        refuse(argument, "no file ending \".json\", \".txt\" or \".gz\" in this folder");
+        return;
     }
+    bool isRefused = false;
+    std::vector<std::string> files;
+    AddFiles(argument, files, [&](const std::string& folder, const std::string& reason) {
+        isRefused = true;
+        refuse(folder, reason);
+    });
+    if (files.empty() && !isRefused) {
+        refuse(argument, R"(no file ending ".json", ".txt" or ".gz" in this folder)");
+    }
+    std::sort(files.begin(), files.end(), IsBefore);
+    std::for_each(files.begin(), files.end(), take);
 }
 
 bool ReadInput(const std::string& file, std::string& text, std::string& reason) {

@@ -3,6 +3,7 @@
 #include "reports.h"
 
 #include "input_files.h"
+#include "print/json.h"
 #include "print/output.h"
 
 #include <chrono>
@@ -19,11 +20,6 @@ std::string RefusalText(const PI::CReportRefusal& refusal) {
 /// Says how many drives were read, from the first second on.
 class Progress {
 public:
-    Progress() = default;
-    Progress(const Progress&) = delete;
-    Progress& operator=(const Progress&) = delete;
-    ~Progress() { ShowProgress(""); }
-
     void Count(std::size_t drives) {
         m_Drives += drives;
         const auto now = std::chrono::steady_clock::now();
@@ -40,19 +36,20 @@ private:
 
 }  // namespace
 
-void ReadReports(const std::vector<std::string>& arguments,
-                 const std::function<void(const std::string& file, const PI::CDriveReport& report)>& take,
-                 const std::function<void(const std::string& file, const std::string& reason)>& refuse) {
+Refusals ReadReports(
+    const std::vector<std::string>& arguments,
+    const std::function<void(const std::string& file, const PI::CDriveReport& report)>& take) {
+    Refusals all;
     std::string text;
     std::string reason;
     Progress progress;
-    const auto tell = [&refuse](const std::string& file, const std::string& why) {
+    const auto refuse = [&all](const std::string& file, const std::string& why) {
         ReportFileError(file, why);
-        refuse(file, why);
+        all.emplace_back(file, why);
     };
     const auto read = [&](const std::string& file) {
         if (!ReadInput(file, text, reason)) {
-            tell(file, reason);
+            refuse(file, reason);
             return;
         }
         std::vector<PI::CDriveReport> reports;
@@ -62,13 +59,22 @@ void ReadReports(const std::vector<std::string>& arguments,
             take(file, report);
         }
         for (const PI::CReportRefusal& refusal : refusals) {
-            tell(file, RefusalText(refusal));
+            refuse(file, RefusalText(refusal));
         }
         progress.Count(reports.size());
     };
     for (const std::string& argument : arguments) {
-        ForEachFile(argument, read, tell);
+        ForEachFile(argument, read, refuse);
     }
+    ShowProgress("");
+    return all;
+}
+
+void AddErrors(const Refusals& refusals, JsonWriter& json) {
+    json.Objects("errors", refusals, [&json](const auto& refusal) {
+        json.Member("file", refusal.first);
+        json.Member("reason", refusal.second);
+    });
 }
 
 }  // namespace pitool

@@ -4,7 +4,6 @@
 
 #include "print/text.h"
 
-#include <optional>
 #include <utility>
 
 namespace pitool {
@@ -44,10 +43,6 @@ std::string Cell(std::string_view value) {
     return quoted + '"';
 }
 
-std::string Number(const std::optional<std::uint64_t>& number) {
-    return number ? std::to_string(*number) : "";
-}
-
 constexpr const char* LINE_END = "\r\n";
 
 }  // namespace
@@ -79,7 +74,7 @@ std::string CsvLine(const DriveSummary& drive) {
     }
     const PI::CWearForecast forecast = drive.GetForecast();
     for (const auto& hours : {forecast.GetHours(), forecast.GetLow(), forecast.GetHigh()}) {
-        line += "," + Number(hours);
+        line += hours ? "," + std::to_string(*hours) : ",";
     }
     return line + "," + doubtful + LINE_END;
 }

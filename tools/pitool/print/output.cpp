@@ -2,22 +2,62 @@
 
 #include "print/output.h"
 
-#include "print/text.h"
-
-#include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <fcntl.h>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <utility>
 
 namespace pitool {
 namespace {
+
+namespace fs = std::filesystem;
+
+WhenColor whenColor = WhenColor::AUTO;  // one for the whole run: messages come from everywhere
+std::size_t progressLength = 0;         // of the text that is on the terminal now
+
+/// The file that is written, and the one that it will replace.
+struct OutputFile {
+    int m_Descriptor = -1;
+    std::string m_Name;
+    std::string m_Temporary;
+} outputFile;
+
+std::string_view Variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+/// The screen of a file descriptor, as it is now.
+Screen ScreenOf(int descriptor) {
+    constexpr std::size_t USUAL = 80;
+    const bool isTerminal = isatty(descriptor) == 1;
+    winsize size{};
+    if (isTerminal) {
+        static_cast<void>(ioctl(descriptor, TIOCGWINSZ, &size));
+    }
+    Screen screen;
+    const std::string_view kind = Variable("TERM");
+    screen.m_Colors =
+        whenColor == WhenColor::ALWAYS || (whenColor == WhenColor::AUTO && isTerminal && !kind.empty() &&
+                                           kind != "dumb" && Variable("NO_COLOR").empty());
+    unsigned short columns = size.ws_col;
+    if (columns == 0 && (isTerminal || screen.m_Colors)) {
+        ReadWholeNumber(Variable("COLUMNS"), columns);
+    }
+    screen.m_Columns = columns == 0 && isTerminal ? USUAL : columns;
+    screen.m_Rows = size.ws_row;
+    return screen;
+}
 
 /// Writes past the C library's buffers: what the function reports written has left the process.
 bool WriteAll(int descriptor, std::string_view text) {
@@ -34,41 +74,31 @@ bool WriteAll(int descriptor, std::string_view text) {
     return true;
 }
 
-WhenColor whenColor = WhenColor::AUTO;  // one for the whole run: messages come from everywhere
-std::size_t progressLength = 0;         // of the text that stands on the terminal now
-
-/// The file that is written, and the one that it will replace.
-struct OutputFile {
-    int m_Descriptor = -1;
-    std::string m_Name;
-    std::string m_Temporary;
-} outputFile;
-
 bool FailOutput() {
     ReportFileError(outputFile.m_Name, std::strerror(errno));
     return false;
+}
+
+/// Ends the program as the signal would have, without leaving half a file behind.
+void RemoveTemporary(int signal) {
+    unlink(outputFile.m_Temporary.c_str());
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
 }
 
 /// Writes "pitool: file: mark: message", of which all but the message may be empty. A line stays a line on a
 /// terminal too: messages are searched for and pasted.
 void Report(std::string_view file, Style style, std::string_view mark, std::string_view message) {
     ShowProgress("");
-    const bool colors = ScreenOf(STDERR_FILENO, whenColor).m_Colors;
+    const bool colors = ScreenOf(STDERR_FILENO).m_Colors;
     std::string line;
     AddStyled("pitool:", mark.empty() ? style : Style::PLAIN, colors, line);
-    line += ' ';
-    if (!file.empty()) {
-        line += PrintableText(file) + ": ";
-    }
-    if (!mark.empty()) {
-        AddStyled(mark, style, colors, line);
-        line += ' ';
-    }
+    line += file.empty() ? " " : " " + PrintableText(file) + ": ";
+    AddStyled(mark, style, colors, line);
+    line += mark.empty() ? "" : " ";
     // Nobody is left to be told when standard error fails.
     static_cast<void>(WriteAll(STDERR_FILENO, line + PrintableText(message) + "\n"));
 }
-
-constexpr const char* WARNING_MARK = "warning:";
 
 }  // namespace
 
@@ -81,29 +111,28 @@ void UseColors(WhenColor when) {
 }
 
 Screen OutputScreen() {
-    return ScreenOf(outputFile.m_Descriptor >= 0 ? outputFile.m_Descriptor : STDOUT_FILENO, whenColor);
+    return ScreenOf(outputFile.m_Descriptor >= 0 ? outputFile.m_Descriptor : STDOUT_FILENO);
 }
 
 bool OpenOutput(const std::string& file) {
-    outputFile.m_Name = file;
-    struct stat status = {};
-    mode_t mode = 0666;
-    if (stat(file.c_str(), &status) == 0) {
-        if (!S_ISREG(status.st_mode)) {
-            ReportFileError(file, "no regular file");
-            return false;
-        }
-        mode = status.st_mode & 0777U;
-        char* const target = realpath(file.c_str(), nullptr);
-        outputFile.m_Name = target != nullptr ? target : file;
-        std::free(target);
-    } else {
-        const mode_t mask = umask(0);
-        umask(mask);
-        mode &= ~mask;
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    const bool isThere = fs::exists(status);
+    if (isThere ? !fs::is_regular_file(status) : fs::is_symlink(file, error)) {
+        ReportFileError(file, isThere ? "no regular file" : "a link to nothing");
+        return false;
     }
+    outputFile.m_Name = isThere ? fs::canonical(file, error).string() : file;
     outputFile.m_Temporary = outputFile.m_Name + ".XXXXXX";
     outputFile.m_Descriptor = mkostemp(outputFile.m_Temporary.data(), O_CLOEXEC);
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+        if (outputFile.m_Descriptor >= 0 && std::signal(signal, RemoveTemporary) == SIG_IGN) {
+            std::signal(signal, SIG_IGN);
+        }
+    }
+    const mode_t mask = umask(0);
+    umask(mask);
+    const mode_t mode = isThere ? static_cast<mode_t>(status.permissions()) & 0777U : 0666U & ~mask;
     return (outputFile.m_Descriptor >= 0 && fchmod(outputFile.m_Descriptor, mode) == 0) || FailOutput();
 }
 
@@ -141,7 +170,7 @@ bool WriteOutput(std::string_view text) {
         return true;
     }
     if (errno != EPIPE) {
-        ReportError(std::string("standard output: ") + std::strerror(errno));
+        ReportFileError("standard output", std::strerror(errno));
     }
     return false;
 }
@@ -151,15 +180,15 @@ void ReportError(std::string_view message) {
 }
 
 void ReportWarning(std::string_view message) {
-    Report("", Style::WARNING, WARNING_MARK, message);
+    ReportFileWarning("", message);
 }
 
 void ReportFileError(std::string_view file, std::string_view reason) {
-    ReportError(std::string(file) + ": " + std::string(reason));
+    Report(file, Style::FAILING, "", reason);
 }
 
 void ReportFileWarning(std::string_view file, std::string_view message) {
-    Report(file, Style::WARNING, WARNING_MARK, message);
+    Report(file, Style::WARNING, "warning:", message);
 }
 
 }  // namespace pitool

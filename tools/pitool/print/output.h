@@ -3,12 +3,19 @@
 /// The two streams that pitool writes to.
 #pragma once
 
-#include "print/terminal.h"
+#include "print/text.h"
 
 #include <string>
 #include <string_view>
 
 namespace pitool {
+
+/// When an output is coloured.
+enum class WhenColor {
+    AUTO,    ///< on a terminal that knows colours, unless NO_COLOR is set
+    ALWAYS,  ///< also into files and pipes
+    NEVER,
+};
 
 /// Makes a reader that goes away an error of the writer instead of its death. Call once, at the start.
 void PrepareOutput();
@@ -16,13 +23,16 @@ void PrepareOutput();
 /// Says when both streams are coloured; AUTO until then.
 void UseColors(WhenColor when);
 
-/// What a text for standard output is laid out for.
+/// What a text for standard output is laid out for. A terminal has the width that it says, else that of
+/// COLUMNS, else 80 columns. What is coloured although it is no terminal is likely shown on one later, and
+/// has the width of COLUMNS where that is given.
 Screen OutputScreen();
 
 /// Lets WriteOutput write to a file instead of standard output: to a new one beside it, which CloseOutput
-/// renames, so that a reader finds the old content or all of the new.
+/// renames, so that a reader finds the old content or all of the new, and which a signal that ends the
+/// program removes.
 ///
-/// A link is followed. What exists and is no regular file is refused.
+/// A link is followed. What exists and is no regular file is refused, and so is a link to nothing.
 /// @return false when it cannot be created; standard error says why
 bool OpenOutput(const std::string& file);
 

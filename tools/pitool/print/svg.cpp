@@ -12,101 +12,90 @@ namespace {
 
 namespace Health = PI::HealthFigure;
 
+// The frame of a plot: x from the left, y from the top.
 constexpr int WIDTH = 520;
 constexpr int HEIGHT = 300;
 constexpr int LEFT = 44;
-constexpr int RIGHT = 10;
+constexpr int RIGHT = WIDTH - 10;
 constexpr int TOP = 10;
-constexpr int BOTTOM = 40;
+constexpr int BOTTOM = HEIGHT - 40;
 constexpr double HOURS_PER_YEAR = 365.25 * 24;
 
-/// What is drawn in a colour and a form of its own, in the order drawn: the worst on top.
-enum Class { GOOD, LOOK, BAD, CLASSES };
-constexpr const char* CLASS_NAMES[CLASSES] = {"good", "look", "bad"};
+// What is drawn in a colour and a form of its own, in the order drawn: the worst on top.
+constexpr const char* CLASSES[] = {"good", "look", "bad"};
 
 struct Point {
     double m_X;
     double m_Y;
-    Class m_Class;
+    std::size_t m_Class;
 };
 
-Class ClassOf(PI::_DRIVE_STATE state) {
-    return state >= PI::DriveState::REPLACE ? BAD : state == PI::DriveState::LOOK ? LOOK : GOOD;
-}
-
-/// An axis from 0 in steps that are easily read.
+/// An axis from 0 in steps that are easily read, drawn from one place to another.
 struct Axis {
-    double m_Step;
-    int m_Steps;
-    double m_End;
-};
-
-Axis MakeAxis(double largest) {
-    constexpr double STEPS[] = {1, 2, 5, 10, 20, 25, 50, 100, 200};
-    constexpr double MOST_STEPS = 6;
-    for (const double step : STEPS) {
-        if (largest <= step * MOST_STEPS) {
-            const int steps = std::max(1, static_cast<int>(std::ceil(largest / step)));
-            return {step, steps, step * steps};
+    Axis(double largest, int from, int to) : m_From(from), m_To(to) {
+        constexpr double MOST_STEPS = 6;
+        for (const double step : {1, 2, 5, 10, 20, 25, 50, 100, 200}) {
+            if (largest <= step * MOST_STEPS) {
+                m_Step = step;
+                break;
+            }
         }
+        m_Step = m_Step != 0 ? m_Step : largest;
+        m_Steps = static_cast<int>(std::ceil(largest / m_Step));
     }
-    return {largest, 1, largest};
-}
+    int Place(double value) const {
+        return m_From + static_cast<int>(std::lround(value / (m_Step * m_Steps) * (m_To - m_From)));
+    }
 
-int Scaled(double value, const Axis& axis, int from, int to) {
-    return from + static_cast<int>(std::lround(value / axis.m_End * (to - from)));
-}
+    int m_From;
+    int m_To;
+    double m_Step = 0;
+    int m_Steps = 1;
+};
 
 std::string Label(int x, int y, const char* anchor, const std::string& text) {
     return "<text x=" + std::to_string(x) + " y=" + std::to_string(y) + " text-anchor=" + anchor + ">" +
            text + "</text>";
 }
 
-std::string Plot(const std::vector<Point>& points, const char* title, const char* xLabel) {
+std::string Plot(const std::vector<Point>& points, const std::string& title, const char* xLabel) {
     double largestX = 1;
     double largestY = 100;
     for (const Point& point : points) {
         largestX = std::max(largestX, point.m_X);
         largestY = std::max(largestY, point.m_Y);
     }
-    const Axis x = MakeAxis(largestX);
-    const Axis y = MakeAxis(largestY);
+    const Axis x(largestX, LEFT, RIGHT);
+    const Axis y(largestY, BOTTOM, TOP);
+    const std::string caption =
+        title + " of " + std::to_string(points.size()) + (points.size() == 1 ? " drive" : " drives");
     std::string svg = "<figure><svg viewBox=\"0 0 " + std::to_string(WIDTH) + " " + std::to_string(HEIGHT) +
-                      "\" role=img aria-label=\"" + title + ", " + std::to_string(points.size()) +
-                      " drives\">";
+                      "\" role=img aria-label=\"" + caption + "\">";
     std::string lines;
     for (int step = 0; step <= y.m_Steps; ++step) {
-        const double tick = step * y.m_Step;
-        const int place = Scaled(tick, y, HEIGHT - BOTTOM, TOP);
-        lines +=
-            "M" + std::to_string(LEFT) + " " + std::to_string(place) + "H" + std::to_string(WIDTH - RIGHT);
-        svg += Label(LEFT - 6, place + 4, "end", std::to_string(std::lround(tick)) + "%");
+        const int place = y.Place(step * y.m_Step);
+        lines += "M" + std::to_string(LEFT) + " " + std::to_string(place) + "H" + std::to_string(RIGHT);
+        svg += Label(LEFT - 6, place + 4, "end", std::to_string(std::lround(step * y.m_Step)) + "%");
     }
     for (int step = 0; step <= x.m_Steps; ++step) {
-        const double tick = step * x.m_Step;
-        svg += Label(Scaled(tick, x, LEFT, WIDTH - RIGHT), HEIGHT - BOTTOM + 16, "middle",
-                     std::to_string(std::lround(tick)));
+        svg += Label(x.Place(step * x.m_Step), BOTTOM + 16, "middle",
+                     std::to_string(std::lround(step * x.m_Step)));
     }
-    svg += Label((LEFT + WIDTH - RIGHT) / 2, HEIGHT - 6, "middle", xLabel);
+    svg += Label((LEFT + RIGHT) / 2, HEIGHT - 6, "middle", xLabel);
     svg += "<path class=a d=\"" + lines + "\"/>";
-
     // Points of many drives fall together: each place is drawn once.
-    std::set<std::pair<int, int>> places[CLASSES];
+    std::set<std::pair<int, int>> places[std::size(CLASSES)];
     for (const Point& point : points) {
-        places[point.m_Class].emplace(Scaled(point.m_X, x, LEFT, WIDTH - RIGHT),
-                                      Scaled(point.m_Y, y, HEIGHT - BOTTOM, TOP));
+        places[point.m_Class].emplace(x.Place(point.m_X), y.Place(point.m_Y));
     }
-    for (int each = GOOD; each < CLASSES; ++each) {
-        std::string path;
-        for (const auto& [left, top] : places[each]) {
-            path += "M" + std::to_string(left) + " " + std::to_string(top) + "h0";
+    for (std::size_t i = 0; i < std::size(CLASSES); ++i) {
+        svg += places[i].empty() ? "" : std::string("<path class=\"p ") + CLASSES[i] + "\" d=\"";
+        for (const auto& [left, top] : places[i]) {
+            svg += "M" + std::to_string(left) + " " + std::to_string(top) + "h0";
         }
-        if (!path.empty()) {
-            svg.append("<path class=\"p ").append(CLASS_NAMES[each]).append("\" d=\"").append(path) += "\"/>";
-        }
+        svg += places[i].empty() ? "" : "\"/>";
     }
-    return svg + "</svg><figcaption><small>" + title + " of " + std::to_string(points.size()) +
-           (points.size() == 1 ? " drive" : " drives") + "</small></figcaption></figure>";
+    return svg + "</svg><figcaption><small>" + caption + "</small></figcaption></figure>";
 }
 
 }  // namespace
@@ -119,7 +108,9 @@ std::string WearPlots(const std::vector<const DriveSummary*>& drives) {
         const SummaryFigure hours = drive->GetFigure(Health::POWER_ON_HOURS);
         const SummaryFigure temperature = drive->GetFigure(Health::TEMPERATURE);
         const auto y = static_cast<double>(wear.m_Value);
-        const Class drawn = ClassOf(drive->GetState());
+        const std::size_t drawn = drive->GetState() >= PI::DriveState::REPLACE ? 2
+                                  : drive->GetState() == PI::DriveState::LOOK  ? 1
+                                                                               : 0;
         if (wear.IsKnown() && hours.IsKnown()) {
             byAge.push_back({static_cast<double>(hours.m_Value) / HOURS_PER_YEAR, y, drawn});
         }

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Text in columns.
+/// Rows and columns, printed as text for a screen or as HTML.
 #pragma once
 
-#include "print/terminal.h"
 #include "print/text.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,48 +14,63 @@
 
 namespace pitool {
 
-enum class Align : std::uint8_t { LEFT, RIGHT };
+enum class Align : std::uint8_t {
+    LEFT,
+    RIGHT,
+    PATH,  ///< left, and cut in front: names of files differ at their ends
+};
 
 struct Column {
     const char* m_Heading;  ///< null in all columns: no line of headings
     Align m_Align = Align::LEFT;
-    int m_LeaveOut = 0;        ///< 0: never; else shown where there is room left, the lowest first
-    std::size_t m_Widest = 0;  ///< longer cells are cut on a screen, unless in the last column; 0: any
+    int m_LeaveOut = 0;       ///< 0: never; else shown where there is room left, the lowest first
+    std::size_t m_Least = 0;  ///< width in which it may be cut and is worth showing; 0: it is not cut
 };
 
-/// A table whose columns are as wide as their contents. Where a screen is too narrow, columns are left out;
-/// what is still too wide in the last column is wrapped or cut.
+/// A table whose columns are as wide as their contents. Where a screen is too narrow, columns are left out,
+/// those first in which no cell says anything; then the widest ones that may be are cut, and the last one is
+/// cut or wrapped. A list with headings shows no more rows than fit the height of a screen.
 class Table {
 public:
-    enum class LastColumn : std::uint8_t {
-        WRAPPED,
-        CUT,
-        CUT_IN_FRONT,  ///< for names of files, whose ends differ
-    };
+    enum class LastColumn : std::uint8_t { WRAPPED, CUT };
 
-    explicit Table(std::vector<Column> columns, LastColumn lastColumn = LastColumn::CUT)
-        : m_Columns(std::move(columns)), m_LastColumn(lastColumn) {}
+    explicit Table(std::vector<Column> columns, LastColumn lastColumn = LastColumn::CUT);
 
-    /// Adds the next cell, row by row.
-    /// @param printable text that brings no control characters of its own
-    void Add(std::string_view printable, Style style = Style::PLAIN);
+    /// Adds the next cell, row by row. Below a heading an empty one reads "-".
+    void Add(std::string_view text, Style style = Style::PLAIN);
+    /// Says how many further rows there would be, and where they can be had.
+    void SetFurther(std::size_t rows, std::string where);
+    /// Sets the text that stands below the table.
+    void SetSummary(std::string text) { m_Summary = std::move(text); }
 
     /// The lines, those of the headings first, each with its end.
     /// @param indent blanks before each line
     std::string Text(const Screen& screen, std::size_t indent = 0) const;
 
+    /// The rows as an HTML table, whose page decides on the classes: n for numbers, w for what narrow screens
+    /// do without, bad, look and faint.
+    /// @param link of the first cell of a row, such as "#d1"; an empty one is none
+    std::string Html(const std::function<std::string(std::size_t row)>& link = {}) const;
+
 private:
-    /// Rows are many: the texts are one.
-    struct Cell {
+    struct Shown;
+    struct Cell {  ///< rows are many: the texts are one
         std::uint32_t m_End;
         Style m_Style;
     };
     std::string_view CellText(std::size_t cell) const;
+    bool HasHeadings() const { return m_Columns.front().m_Heading != nullptr; }
+    std::vector<Shown> Fit(std::size_t rows, std::size_t room) const;
+    void AddRow(std::size_t row, const std::vector<Shown>& shown, const Screen& screen, std::size_t indent,
+                std::string& text) const;
 
     std::vector<Column> m_Columns;
     LastColumn m_LastColumn;
     std::string m_Texts;
-    std::vector<Cell> m_Cells;
+    std::vector<Cell> m_Cells;  ///< those of the headings first
+    std::size_t m_Further = 0;
+    std::string m_Where = "| less shows all";
+    std::string m_Summary;
 };
 
 }  // namespace pitool

@@ -2,52 +2,37 @@
 
 #include "print/text.h"
 
+#include <unictype.h>
+#include <unistr.h>
+#include <uniwidth.h>
+
 #include <algorithm>
-#include <clocale>
-#include <cwchar>
 
 namespace pitool {
 namespace {
 
-struct Range {
-    std::uint32_t m_First;
-    std::uint32_t m_Last;
-};
+constexpr std::size_t NONE = std::string_view::npos;
 
-constexpr Range UNPRINTABLE[] = {
-    {0x0000, 0x001F},  // C0 controls
-    {0x007F, 0x009F},  // DEL and C1 controls
-    {0x061C, 0x061C},  // Arabic letter mark
-    {0x200E, 0x200F},  // direction marks
-    {0x2028, 0x202E},  // line and paragraph separators, direction embeddings and overrides
-    {0x2066, 0x2069},  // direction isolates
-    {0xD800, 0xDFFF},  // surrogates are no characters
-};
-
-bool IsContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
+bool IsPlain(char byte) {
+    return byte >= ' ' && byte <= '~';
 }
 
 bool IsPrintable(std::uint32_t codePoint) {
-    for (const Range& range : UNPRINTABLE) {
-        if (codePoint >= range.m_First && codePoint <= range.m_Last) {
-            return false;
-        }
-    }
-    return true;
+    constexpr std::uint32_t BREAKING = UC_CATEGORY_MASK_Cc | UC_CATEGORY_MASK_Zl | UC_CATEGORY_MASK_Zp;
+    return !uc_is_general_category_withtable(codePoint, BREAKING) && !uc_is_property_bidi_control(codePoint);
 }
 
-/// The C library's width of a character, as the locale C.UTF-8 knows it, which is built into the library. The
-/// locale of the process is left alone: it decides on what other functions print.
-std::size_t WidthOf(std::uint32_t codePoint) {
-    static const locale_t UNICODE = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    if (UNICODE == nullptr) {
-        return 1;
-    }
-    const locale_t before = uselocale(UNICODE);
-    const int width = wcwidth(static_cast<wchar_t>(codePoint));
-    uselocale(before);
-    return width < 0 ? 1 : static_cast<std::size_t>(width);
+struct Character {
+    std::size_t m_Length;  ///< bytes
+    std::size_t m_Width;   ///< columns
+};
+
+/// The first character of a text that is not empty. Bytes that are none take a column each.
+Character FirstCharacter(std::string_view text) {
+    std::uint32_t codePoint = 0;
+    const std::size_t length = IsPlain(text.front()) ? 0 : DecodeCharacter(text, codePoint);
+    const int width = length != 0 ? uc_width(codePoint, "UTF-8") : 1;
+    return {std::max<std::size_t>(length, 1), static_cast<std::size_t>(width < 0 ? 1 : width)};
 }
 
 /// The escape sequence that begins a style; empty for PLAIN.
@@ -62,102 +47,58 @@ const char* Begin(Style style) {
     return "";
 }
 
-constexpr std::size_t NONE = std::string_view::npos;
-
-/// Behind these a name can be read on in the next line.
-constexpr std::string_view PIECE_ENDS = "/_-";
-
-/// Bytes from the beginning of a text that fit a width; at least one character.
-std::size_t FittingLength(std::string_view text, std::size_t width) {
-    std::size_t length = 0;
-    std::size_t used = 0;
-    while (length < text.size()) {
-        const Character next = FirstCharacter(text.substr(length));
-        if (used + next.m_Width > width && length != 0) {
-            break;
-        }
-        used += next.m_Width;
-        length += next.m_Length;
-    }
-    return length;
-}
-
 /// Where a line that is too long ends, given how much of it fits.
 std::size_t BreakPlace(std::string_view text, std::size_t fitting) {
     const std::size_t blank = text.rfind(' ', fitting);
-    if (blank != NONE && text.find_last_not_of(' ', blank) != NONE) {
+    if (blank != NONE && text.find_first_not_of(' ') < blank) {
         return blank;
     }
-    // A path is better divided between its folders than within a name, even if that takes a line more.
-    for (const std::string_view ends : {PIECE_ENDS.substr(0, 1), PIECE_ENDS.substr(1)}) {
-        const std::size_t end = text.find_last_of(ends, fitting - 1);
-        if (end != NONE && end != 0) {
-            return end + 1;
-        }
-    }
-    return fitting;
+    const std::size_t end = text.find_last_of("/_-", fitting - 1);
+    return end != NONE && end != 0 ? end + 1 : fitting;
 }
 
 }  // namespace
 
 std::size_t DecodeCharacter(std::string_view text, std::uint32_t& codePoint) {
-    const auto lead = static_cast<unsigned char>(text[0]);
-    if (lead < 0x80) {
-        codePoint = lead;
-        return 1;
-    }
-    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    constexpr std::uint32_t SMALLEST[] = {0, 0, 0x80, 0x800, 0x10000};
-    if (lead < 0xC2 || lead > 0xF4 || text.size() < length) {
-        return 0;
-    }
-    codePoint = lead & (0x7FU >> length);
-    for (std::size_t i = 1; i < length; ++i) {
-        if (!IsContinuation(text[i])) {
-            return 0;
-        }
-        codePoint = codePoint << 6U | (static_cast<unsigned char>(text[i]) & 0x3FU);
-    }
-    return codePoint >= SMALLEST[length] && codePoint <= 0x10FFFF ? length : 0;
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const int length = u8_mbtoucr(&codePoint, bytes, text.size());
+    return length > 0 ? static_cast<std::size_t>(length) : 0;
 }
 
 std::string PrintableText(std::string_view text) {
     std::string printable;
-    printable.reserve(text.size());
-    while (!text.empty()) {
+    for (;;) {
+        const auto* const special = std::find_if_not(text.begin(), text.end(), IsPlain);
+        printable.append(text.begin(), special);
+        text.remove_prefix(static_cast<std::size_t>(special - text.begin()));
+        if (text.empty()) {
+            return printable;
+        }
         std::uint32_t codePoint = 0;
         const std::size_t length = DecodeCharacter(text, codePoint);
-        if (length != 0 && IsPrintable(codePoint)) {
-            printable.append(text.substr(0, length));
-        } else {
-            printable.push_back('?');
-        }
-        text.remove_prefix(length != 0 ? length : 1);
+        printable += length != 0 && IsPrintable(codePoint) ? text.substr(0, length) : "?";
+        text.remove_prefix(std::max<std::size_t>(length, 1));
     }
-    return printable;
 }
 
-std::size_t CharacterCount(std::string_view text) {
-    std::size_t count = 0;
-    for (const char byte : text) {
-        count += IsContinuation(byte) ? 0 : 1;
+std::string HtmlText(std::string_view text) {
+    std::string html;
+    for (const char byte : PrintableText(text)) {
+        switch (byte) {
+            case '&': html += "&amp;"; break;
+            case '<': html += "&lt;"; break;
+            case '>': html += "&gt;"; break;
+            case '"': html += "&quot;"; break;
+            default: html += byte;
+        }
     }
-    return count;
+    return html;
 }
 
 std::string Quoted(std::string_view text) {
     constexpr std::size_t LONGEST = 40;
     const bool cut = text.size() > LONGEST;
     return "\"" + PrintableText(text.substr(0, LONGEST)) + (cut ? "...\"" : "\"");
-}
-
-Character FirstCharacter(std::string_view text) {
-    if (static_cast<unsigned char>(text.front()) < 0x80) {
-        return {1, 1};
-    }
-    std::uint32_t codePoint = 0;
-    const std::size_t length = DecodeCharacter(text, codePoint);
-    return length == 0 ? Character{1, 1} : Character{length, WidthOf(codePoint)};
 }
 
 std::size_t DisplayWidth(std::string_view text) {
@@ -168,6 +109,20 @@ std::size_t DisplayWidth(std::string_view text) {
         text.remove_prefix(character.m_Length);
     }
     return width;
+}
+
+std::size_t FittingLength(std::string_view text, std::size_t width) {
+    std::size_t length = 0;
+    std::size_t used = 0;
+    while (length < text.size()) {
+        const Character next = FirstCharacter(text.substr(length));
+        used += next.m_Width;
+        if (used > width && length != 0) {
+            break;
+        }
+        length += next.m_Length;
+    }
+    return length;
 }
 
 void AddStyled(std::string_view printable, Style style, bool colors, std::string& text) {
@@ -200,22 +155,6 @@ std::vector<std::string_view> WrapText(std::string_view text, std::size_t width)
             return lines;
         }
     }
-}
-
-std::size_t LongestPiece(std::string_view text) {
-    std::size_t longest = 0;
-    std::size_t width = 0;
-    while (!text.empty()) {
-        const char c = text.front();
-        const Character character = FirstCharacter(text);
-        width += c == ' ' ? 0 : character.m_Width;
-        longest = std::max(longest, width);
-        if (c == ' ' || PIECE_ENDS.find(c) != NONE) {
-            width = 0;
-        }
-        text.remove_prefix(character.m_Length);
-    }
-    return longest;
 }
 
 void AddWrapped(std::string_view lead, std::string_view furtherLead, std::string_view text, Style style,

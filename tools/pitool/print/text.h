@@ -4,15 +4,22 @@
 /// out.
 #pragma once
 
-#include "print/terminal.h"
-
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace pitool {
+
+/// What a text is laid out for. A file or a pipe takes lines of any length, without colours.
+struct Screen {
+    std::size_t m_Columns = 0;  ///< width that the lines have to fit; 0: any
+    bool m_Colors = false;
+    std::size_t m_Rows = 0;  ///< height of a terminal; 0: any
+};
 
 /// The text with everything that could steer a terminal replaced by '?': control characters (C0, DEL, C1),
 /// characters that turn the writing direction or break the line, and bytes that are not UTF-8.
@@ -23,23 +30,34 @@ std::string PrintableText(std::string_view text);
 /// @param codePoint out: meaningful when there is one
 std::size_t DecodeCharacter(std::string_view text, std::uint32_t& codePoint);
 
-/// How many characters a printable UTF-8 text holds; good for aligning columns of names.
-std::size_t CharacterCount(std::string_view text);
+/// The printable text with what means something in HTML escaped.
+std::string HtmlText(std::string_view text);
 
 /// The text in quotation marks, printable, and cut where it is too long for a message of one line.
 std::string Quoted(std::string_view text);
 
-/// The first character of a printable UTF-8 text.
-struct Character {
-    std::size_t m_Length;  ///< bytes
-    std::size_t m_Width;  ///< columns: 2 for wide East Asian characters, 0 for marks that combine with others
-};
+/// Reads a decimal number that makes up the whole text: digits, a minus sign before them for signed types,
+/// nothing else.
+///
+/// @param number out: written only when the result is true
+/// @return false also when the number does not fit the type
+template <class Number>
+bool ReadWholeNumber(std::string_view text, Number& number) {
+    Number read = 0;
+    const char* end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, read);
+    if (error != std::errc() || rest != end) {
+        return false;
+    }
+    number = read;
+    return true;
+}
 
-/// @param text printable, not empty
-Character FirstCharacter(std::string_view text);
-
-/// Columns that a printable text takes, whatever the locale of the process.
+/// Columns that a printable text takes: 2 for wide East Asian characters, none for marks that combine.
 std::size_t DisplayWidth(std::string_view text);
+
+/// Bytes from the beginning of a printable text that fit a width, in columns; at least one character.
+std::size_t FittingLength(std::string_view text, std::size_t width);
 
 /// How a text stands out. It only adds to what the words say.
 enum class Style : std::uint8_t {
@@ -60,16 +78,12 @@ Style SeverityStyle(std::string_view severity);
 /// Text in fewer columns than these is not worth reading.
 constexpr std::size_t NARROWEST_TEXT = 8;
 
-/// Divides a printable text into lines of a width: at blanks, else behind '/', else behind '_' or '-', else
-/// anywhere.
+/// Divides a printable text into lines of a width: at blanks, else after '/', '_' or '-', else anywhere.
 /// Nothing but the blanks at the breaks is lost.
 ///
 /// @param width in columns; a character that is wider has a line of its own
 /// @return at least one line
 std::vector<std::string_view> WrapText(std::string_view text, std::size_t width);
-
-/// Width of the longest piece of a printable text that WrapText would not like to divide.
-std::size_t LongestPiece(std::string_view text);
 
 /// Adds a text for reading and ends its line. Where it does not fit the screen it goes on in further lines.
 ///
