@@ -116,9 +116,9 @@ void ExpectTabToComplete(InteractiveShell& shell) {
 }  // namespace
 
 TEST(Completion, OffersEveryCommandAndOptionOfTheHelpAndNoOther) {
-    EXPECT_EQ(Completions({""}), Words(COMMANDS.begin(), COMMANDS.end()));
-    std::vector<std::string> commands = COMMANDS;
-    commands.emplace_back();
+    Words commands = Commands();
+    EXPECT_EQ(Completions({""}), commands);
+    commands.insert("");
     for (const std::string& command : commands) {
         Words options = Options(command);
         options.insert("--color");  // of the program, but taken after the command as well

@@ -17,9 +17,6 @@ namespace pitool::test {
 
 using Words = std::set<std::string>;
 
-inline const std::vector<std::string> COMMANDS{"drive", "forecast", "compare", "layout",
-                                               "event", "eta",      "name",    "sense"};
-
 /// The help of a command, or the general one.
 inline std::string Help(const std::string& command) {
     const Outcome run = RunProgram(
@@ -47,6 +44,13 @@ inline Words Find(const std::string& text, const char* pattern) {
         words.insert(match->str(1));
     }
     return words;
+}
+
+/// The commands that the general help lists.
+inline Words Commands() {
+    const std::string help = Help("");
+    const std::size_t begin = help.find("\nCommands:");
+    return Find(help.substr(begin, help.find("\nExamples") - begin), "\n  ([a-z]+) ");
 }
 
 /// The long options that a help lists.

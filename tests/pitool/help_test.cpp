@@ -36,8 +36,8 @@ std::string Manual() {
 }  // namespace
 
 TEST(Help, FitsInto80Columns) {
-    std::vector<std::string> commands = COMMANDS;
-    commands.emplace_back();
+    Words commands = Commands();
+    commands.insert("");
     for (const std::string& command : commands) {
         for (const std::string& line : Lines(Help(command))) {
             EXPECT_LE(line.size(), 80U) << line;
@@ -47,8 +47,8 @@ TEST(Help, FitsInto80Columns) {
 
 TEST(Help, EveryCommandHasExamplesThatRun) {
     const std::string folder = std::filesystem::path(PITOOL_PROGRAM).parent_path();
-    std::vector<std::string> commands = COMMANDS;
-    commands.emplace_back();
+    Words commands = Commands();
+    commands.insert("");
     for (const std::string& command : commands) {
         const std::vector<std::string> examples = Examples(command);
         EXPECT_GE(examples.size(), 2U) << command;
@@ -63,17 +63,10 @@ TEST(Help, EveryCommandHasExamplesThatRun) {
     }
 }
 
-TEST(Help, TheGeneralOneNamesEveryCommand) {
-    const std::string help = Help("");
-    EXPECT_EQ(Find(help.substr(help.find("\nCommands:"), help.find("\nExamples") - help.find("\nCommands:")),
-                   "\n  ([a-z]+) "),
-              Words(COMMANDS.begin(), COMMANDS.end()));
-}
-
 TEST(Manual, HasEveryCommandAndOptionOfTheHelpAndNoOther) {
     Words options = Options("");
     options.insert("--colour");
-    for (const std::string& command : COMMANDS) {
+    for (const std::string& command : Commands()) {
         const Words own = Options(command);
         EXPECT_GE(own.size(), 1U);
         options.insert(own.begin(), own.end());
@@ -98,8 +91,9 @@ TEST(Manual, HasEveryCommandAndOptionOfTheHelpAndNoOther) {
         }
         sections.insert(name);
     }
-    EXPECT_EQ(sections, Words(COMMANDS.begin(), COMMANDS.end()));
-    EXPECT_EQ(Find(page, "\n\\.B[R]? pitool ([a-z]+)\n"), Words(COMMANDS.begin(), COMMANDS.end()));
+    EXPECT_GE(sections.size(), 8U);
+    EXPECT_EQ(sections, Commands());
+    EXPECT_EQ(Find(page, "\n\\.B[R]? pitool ([a-z]+)\n"), Commands());
 }
 
 TEST(Manual, BearsTheVersionOfTheProgram) {

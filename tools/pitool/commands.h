@@ -47,17 +47,13 @@ constexpr const char* JSON_HELP = "Print JSON instead of text";
 constexpr const char* EXAMPLES = "Examples, typed in the folder examples of the sources or of libpi-doc:\n";
 constexpr const char* STRINGS_HELP = "Language file (the one that came with pitool)";
 
-/// @{
 /// Adds a command with its options and examples to the command line.
 /// @param action set when the command is given; must live as long as the command line
-void AddDrive(CLI::App& app, Action& action);
-void AddForecast(CLI::App& app, Action& action);
-void AddCompare(CLI::App& app, Action& action);
-void AddLayout(CLI::App& app, Action& action);
-void AddEvent(CLI::App& app, Action& action);
-void AddEta(CLI::App& app, Action& action);
-void AddName(CLI::App& app, Action& action);
-void AddSense(CLI::App& app, Action& action);
-/// @}
+using AddCommand = void(CLI::App& app, Action& action);
+AddCommand AddDrive, AddForecast, AddCompare, AddLayout, AddEvent, AddEta, AddName, AddSense;
+
+/// All commands, in the order of the help.
+constexpr AddCommand* COMMANDS[] = {AddDrive, AddForecast, AddCompare, AddLayout,
+                                    AddEvent, AddEta,      AddName,    AddSense};
 
 }  // namespace pitool

@@ -14,11 +14,6 @@ namespace {
 
 using pitool::WhenColor;
 
-constexpr void (*COMMANDS[])(CLI::App& app, pitool::Action& action) = {
-    pitool::AddDrive, pitool::AddForecast, pitool::AddCompare, pitool::AddLayout,
-    pitool::AddEvent, pitool::AddEta,      pitool::AddName,    pitool::AddSense,
-};
-
 constexpr std::size_t OPTION_COLUMNS = 26;
 
 constexpr const char* FOOTER =
@@ -61,7 +56,7 @@ int Run(int argc, char** argv) {
         ->type_name("WHEN")
         ->take_last();
     pitool::Action action;
-    for (const auto add : COMMANDS) {
+    for (pitool::AddCommand* const add : pitool::COMMANDS) {
         add(app, action);
     }
     for (CLI::App* command : app.get_subcommands({})) {
