@@ -124,12 +124,12 @@ bool OpenOutput(const std::string& file) {
     }
     outputFile.m_Name = isThere ? fs::canonical(file, error).string() : file;
     outputFile.m_Temporary = outputFile.m_Name + ".XXXXXX";
-    outputFile.m_Descriptor = mkostemp(outputFile.m_Temporary.data(), O_CLOEXEC);
     for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
-        if (outputFile.m_Descriptor >= 0 && std::signal(signal, RemoveTemporary) == SIG_IGN) {
+        if (std::signal(signal, RemoveTemporary) == SIG_IGN) {
             std::signal(signal, SIG_IGN);
         }
     }
+    outputFile.m_Descriptor = mkostemp(outputFile.m_Temporary.data(), O_CLOEXEC);
     const mode_t mask = umask(0);
     umask(mask);
     const mode_t mode = isThere ? static_cast<mode_t>(status.permissions()) & 0777U : 0666U & ~mask;
