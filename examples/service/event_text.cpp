@@ -9,13 +9,6 @@
 namespace service {
 namespace {
 
-using Pairs = std::vector<std::pair<std::string, std::string>>;
-
-Pairs Render(const PI::CEvent& event, const Language& language) {
-    return PI::CPluginHelper::StringifyEventMessageWith(event, language.m_Texts,
-                                                        PI::WithoutText::NAME_AND_PLACEHOLDERS);
-}
-
 std::string Line(const std::string& key, const std::string& value) {
     return "    " + PrintableText(key + ": " + value) + "\n";
 }
@@ -43,7 +36,8 @@ std::string EventsText(const std::vector<PI::CEvent>& events, const std::vector<
         text += "  Event " + (name.empty() ? std::to_string(id) : name) + "\n";
         for (const Language& language : languages) {
             const bool isFirst = &language == &languages.front();
-            for (const auto& [key, value] : Render(event, language)) {
+            for (const auto& [key, value] : PI::CPluginHelper::StringifyEventMessageWith(
+                     event, language.m_Texts, PI::WithoutText::NAME_AND_PLACEHOLDERS)) {
                 if (isFirst) {
                     text += Line(key, value);
                 } else if (key == "Description") {

@@ -21,12 +21,6 @@ constexpr std::uint64_t NOT_KNOWN = ~std::uint64_t{0};
     throw std::runtime_error(reason);
 }
 
-template <class Number>
-bool ToNumber(const std::string& text, Number& number) {
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size();
-}
-
 /// Those texts that are not empty in one, for people.
 std::string Joined(const Texts& texts, const char* otherwise = "nothing") {
     std::string joined;
@@ -37,15 +31,14 @@ std::string Joined(const Texts& texts, const char* otherwise = "nothing") {
 }
 
 bool IsCalled(const PI::CObject& object, const std::string& text) {
-    std::uint64_t id = 0;
-    if (ToNumber(text, id) && id == object.m_ObjectID) {
-        return true;
+    for (const PI::_PROPERTY_ID id : {PI::PropertyID::NAME, PI::PropertyID::OS_DEVICE}) {
+        const PI::CProperty* const property = PI::CPluginHelper::FindProperty(object, id);
+        const std::string value = property == nullptr ? "" : property->m_Data.m_String.m_Value;
+        if (value == text || (id == PI::PropertyID::OS_DEVICE && value == "/dev/" + text)) {
+            return true;
+        }
     }
-    return std::any_of(object.m_Properties.begin(), object.m_Properties.end(), [&](const auto& property) {
-        const std::string& value = property.m_Data.m_String.m_Value;
-        return (property.m_ID == PI::PropertyID::NAME && value == text) ||
-               (property.m_ID == PI::PropertyID::OS_DEVICE && (value == text || value == "/dev/" + text));
-    });
+    return std::to_string(object.m_ObjectID) == text;
 }
 
 /// The object and its operation. Things of one name, such as a drive in two arrays, are told apart by what
@@ -97,7 +90,9 @@ bool SetParameter(PI::CProperty& parameter, const std::string& text) {
         }
         case PI::PropertyType::LONG: {
             unsigned long number = 0;
-            return ToNumber(text, number) && parameter.SetValue(number) == PI::ErrorCode::SUCCESS;
+            const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+            return error == std::errc() && end == text.data() + text.size() &&
+                   parameter.SetValue(number) == PI::ErrorCode::SUCCESS;
         }
         case PI::PropertyType::XML: {
             if (!std::filesystem::is_regular_file(text)) {  // a pipe would be waited for

@@ -54,19 +54,6 @@ std::string LoaderError(const std::filesystem::path& file) {
     return text;
 }
 
-/// Refuses a plug-in whose objects lie in memory otherwise than those of this host.
-void CheckBuild(decltype(PluginBuild)* build) {
-    if (build == nullptr) {
-        return;
-    }
-    std::size_t count = 0;
-    const PI::_BUILD_FIGURE* const figures = build(&count);
-    const std::string difference = PI::BuildDifference(figures, count);
-    if (!difference.empty()) {
-        throw std::runtime_error("does not fit this host: " + difference);
-    }
-}
-
 class LoadedPlugin : public Plugin {
 public:
     LoadedPlugin(const std::filesystem::path& file, const std::vector<Setting>& settings) {
@@ -76,7 +63,13 @@ public:
         if (m_Handle == nullptr) {
             throw std::runtime_error(LoaderError(path));
         }
-        CheckBuild(FindOptional<decltype(PluginBuild)>("PluginBuild"));
+        if (const auto build = FindOptional<decltype(PluginBuild)>("PluginBuild")) {
+            std::size_t count = 0;
+            const PI::_BUILD_FIGURE* const figures = build(&count);
+            if (const std::string difference = PI::BuildDifference(figures, count); !difference.empty()) {
+                throw std::runtime_error("does not fit this host: " + difference);
+            }
+        }
         const int version = Find<decltype(PluginInterfaceVersion)>("PluginInterfaceVersion")();
         if (version != PLUGIN_INTERFACE_VERSION) {
             throw std::runtime_error("is made for version " + std::to_string(version) +

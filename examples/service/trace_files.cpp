@@ -63,10 +63,10 @@ void RequireWritable(const std::filesystem::path& file) {
 
 }  // namespace
 
-std::set<int> TraceCategories() {
-    std::set<int> categories;
+std::vector<std::string> TraceCategories() {
+    std::vector<std::string> categories;
     for (const auto& [category, init] : Categories()) {
-        categories.insert(category);
+        categories.push_back(std::to_string(category));
     }
     return categories;
 }

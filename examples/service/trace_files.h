@@ -4,13 +4,13 @@
 #pragma once
 
 #include <filesystem>
-#include <set>
 #include <string>
+#include <vector>
 
 namespace service {
 
-/// The categories that traces have.
-std::set<int> TraceCategories();
+/// The numbers of the categories that traces have.
+std::vector<std::string> TraceCategories();
 
 /// Switches traces on and writes those of one category to "trace-CATEGORY.log" in a folder, those of an
 /// isolated plug-in to "trace-CATEGORY-PLUGIN.log". A file that has grown to a megabyte is put aside as

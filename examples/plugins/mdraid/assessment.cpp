@@ -99,9 +99,11 @@ bool IsHeld(const Array& array, const SysfsArray& sysfs) {
 MemberAssessment AssessMember(const Array& array, const Member& member, const SysfsArray& sysfs,
                               bool isOutOfDate, bool isAnyMissing) {
     const std::optional<std::uint32_t> slot = FindSlot(array, member, sysfs);
-    const std::string slotText = slot.has_value() ? "slot " + std::to_string(*slot) : "";
-    MemberAssessment result;
+    const auto inSlot = [&](const std::string& before, const std::string& otherwise) {
+        return slot.has_value() ? before + "slot " + std::to_string(*slot) : otherwise;
+    };
     const auto found = sysfs.m_Members.find(member.m_Name);
+    MemberAssessment result;
     if (member.m_Faulty) {
         result = {Value::FAILED, "failed"};
     } else if (found != sysfs.m_Members.end() && found->second.m_IsGone) {
@@ -114,16 +116,15 @@ MemberAssessment AssessMember(const Array& array, const Member& member, const Sy
         result = {Value::DEDICATED_HOTSPARE, "spare"};  // kernels before 2.6 do not mark it
     } else if (member.m_Replacement) {
         result = {IsRebuilding(array) ? Value::COPY_BACK : Value::OPERATIONAL,
-                  slot.has_value() ? "replacement for " + slotText : "replacement"};
+                  inSlot("replacement for ", "replacement")};
     } else if (isOutOfDate && !IsHeld(array, sysfs)) {
-        result = {Value::OFFLINE, slot.has_value() ? slotText + ", not up to date" : "not up to date"};
+        result = {Value::OFFLINE, slot.has_value() ? inSlot("", "") + ", not up to date" : "not up to date"};
     } else if (isOutOfDate) {
         result = {IsRebuilding(array) ? Value::REBUILDING : Value::REBUILD_PAUSED,
-                  slot.has_value() ? "rebuilding " + slotText : "rebuilding"};
-    } else {
-        // A drive that works in another slot than that of its number.
-        const bool isElsewhere = slot.has_value() && IsHole(array, *slot);
-        result = {Value::OPERATIONAL, slot.has_value() && !isElsewhere ? slotText : "in use"};
+                  inSlot("rebuilding ", "rebuilding")};
+    } else {  // perhaps in another slot than that of its number
+        result = {Value::OPERATIONAL,
+                  slot.has_value() && IsHole(array, *slot) ? "in use" : inSlot("", "in use")};
     }
     if (member.m_WriteMostly) {
         result.m_Role += ", write-mostly";

@@ -39,46 +39,35 @@ constexpr ActivityRow ACTIVITIES[] = {
 
 void EventLog::Update(const std::vector<ArrayReport>& reports) {
     for (const ArrayReport& report : reports) {
-        Known now = {report.m_Assessment.m_Status, report.m_Assessment.m_Activity, {}};
+        const _PROPERTY_VALUE status = report.m_Assessment.m_Status;
+        const _PROPERTY_VALUE activity = report.m_Assessment.m_Activity;
+        Known& known = m_Known[report.m_ObjectID];
+        std::set<std::string> failed;
         for (const Member& member : report.m_Array.m_Members) {
-            if (member.m_Faulty) {
-                now.m_FailedMembers.insert(member.m_Name);
+            if (member.m_Faulty && failed.insert(member.m_Name).second &&
+                known.m_FailedMembers.count(member.m_Name) == 0) {
+                Add(report.m_ObjectID, Event::DISK_OFFLINE, Severity::ERROR, member.m_Name, report.m_Title);
             }
         }
-        const auto before = m_Known.find(report.m_ObjectID);
-        const bool isNew = before == m_Known.end();
-        if (now.m_Status == Value::UNKNOWN) {  // what is not known has not changed
-            now.m_Status = isNew ? Value::OPERATIONAL : before->second.m_Status;
+        for (const StatusRow& row : STATUSES) {
+            if (row.m_Status == status && status != known.m_Status) {
+                Add(report.m_ObjectID, row.m_Event, row.m_Severity, report.m_Title,
+                    report.m_Assessment.m_Reason);
+            }
         }
-        if (now.m_Activity == Value::UNKNOWN) {
-            now.m_Activity = isNew ? Value::IDLE : before->second.m_Activity;
+        const bool hasChanged = known.m_Activity != Value::EMPTY && activity != known.m_Activity;
+        for (const ActivityRow& row : ACTIVITIES) {
+            if (hasChanged && row.m_Activity == known.m_Activity && activity == Value::IDLE) {
+                Add(report.m_ObjectID, row.m_Finished, Severity::INFORMATION, report.m_Title);
+            } else if (hasChanged && row.m_Activity == activity) {
+                Add(report.m_ObjectID, row.m_Started, Severity::INFORMATION, report.m_Title);
+            }
         }
-        UpdateArray(report, isNew ? nullptr : &before->second, now);
-        m_Known[report.m_ObjectID] = std::move(now);
-    }
-}
-
-void EventLog::UpdateArray(const ArrayReport& report, const Known* before, const Known& now) {
-    for (const std::string& member : now.m_FailedMembers) {
-        if (before == nullptr || before->m_FailedMembers.count(member) == 0) {
-            Add(report.m_ObjectID, Event::DISK_OFFLINE, Severity::ERROR, member, report.m_Title);
-        }
-    }
-    const _PROPERTY_VALUE statusBefore = before == nullptr ? Value::OPERATIONAL : before->m_Status;
-    for (const StatusRow& row : STATUSES) {
-        if (row.m_Status == now.m_Status && now.m_Status != statusBefore) {
-            Add(report.m_ObjectID, row.m_Event, row.m_Severity, report.m_Title, report.m_Assessment.m_Reason);
-        }
-    }
-    if (before == nullptr || before->m_Activity == now.m_Activity) {
-        return;
-    }
-    for (const ActivityRow& row : ACTIVITIES) {
-        if (row.m_Activity == before->m_Activity && now.m_Activity == Value::IDLE) {
-            Add(report.m_ObjectID, row.m_Finished, Severity::INFORMATION, report.m_Title);
-        } else if (row.m_Activity == now.m_Activity) {
-            Add(report.m_ObjectID, row.m_Started, Severity::INFORMATION, report.m_Title);
-        }
+        known.m_FailedMembers = std::move(failed);
+        known.m_Status = status == Value::UNKNOWN ? known.m_Status : status;  // the unknown has not changed
+        known.m_Activity = activity != Value::UNKNOWN         ? activity
+                           : known.m_Activity == Value::EMPTY ? Value::IDLE
+                                                              : known.m_Activity;
     }
 }
 

@@ -21,12 +21,11 @@ public:
 
 private:
     struct Known {
-        PI::_PROPERTY_VALUE m_Status = PI::PropertyValue::EMPTY;
-        PI::_PROPERTY_VALUE m_Activity = PI::PropertyValue::EMPTY;
+        _PROPERTY_VALUE m_Status = Value::OPERATIONAL;
+        _PROPERTY_VALUE m_Activity = Value::EMPTY;  // before the first poll
         std::set<std::string> m_FailedMembers;
     };
 
-    void UpdateArray(const ArrayReport& report, const Known* before, const Known& now);
     std::map<std::uint64_t, Known> m_Known;
 };
 

@@ -17,6 +17,7 @@ namespace Value = PI::PropertyValue;
 namespace Type = PI::PropertyType;
 namespace Figure = PI::HealthFigure;
 using namespace PI::ObjectBuilder;
+using shared::AddKnown;
 
 // Property, help topic, kind of data.
 constexpr auto PROTOCOL = Describe(ID::PROTOCOL, 23103, Type::CHOICE);
@@ -94,9 +95,7 @@ std::uint64_t Known(const PI::CDriveHealth& health, PI::_HEALTH_FIGURE kind) {
 }
 
 void AddHealth(PI::CObject& object, const PI::CDriveHealth& health) {
-    if (const std::uint64_t written = Known(health, Figure::BYTES_WRITTEN)) {
-        AddCapacity(object, DriveRow::BYTES_WRITTEN, written);
-    }
+    AddKnown(AddCapacity, object, DriveRow::BYTES_WRITTEN, Known(health, Figure::BYTES_WRITTEN));
     for (const FigureRow& row : FIGURES) {
         const PI::CHealthFigure figure = health.GetFigure(row.m_Figure);
         if (figure.GetState() == PI::FigureState::KNOWN && figure.GetValue() >= 0) {
@@ -123,18 +122,10 @@ PI::CObject MakeDrive(const Drive& drive, std::uint64_t adapterID, shared::Objec
     AddText(object, DriveRow::PRODUCT, report.GetProduct());
     AddText(object, DriveRow::SERIAL_NUMBER, report.GetCorrectedSerialNumber());
     AddText(object, DriveRow::FIRMWARE_VERSION, report.GetFirmware());
-    if (report.GetMedium() != 0) {
-        AddState(object, DriveRow::MEDIA_TYPE, static_cast<PI::_PROPERTY_VALUE>(report.GetMedium()));
-    }
-    if (report.GetCapacity() != 0) {
-        AddCapacity(object, DriveRow::SIZE, report.GetCapacity());
-    }
-    if (report.GetBlockSize() != 0) {
-        AddNumber(object, DriveRow::BLOCK_SIZE, report.GetBlockSize());
-    }
-    if (report.GetRPM() != 0) {
-        AddNumber(object, DriveRow::RPM, report.GetRPM());
-    }
+    AddKnown(AddState, object, DriveRow::MEDIA_TYPE, static_cast<PI::_PROPERTY_VALUE>(report.GetMedium()));
+    AddKnown(AddCapacity, object, DriveRow::SIZE, report.GetCapacity());
+    AddKnown(AddNumber, object, DriveRow::BLOCK_SIZE, report.GetBlockSize());
+    AddKnown(AddNumber, object, DriveRow::RPM, report.GetRPM());
     AddHealth(object, report.GetHealth());
     if (drive.m_Type.empty()) {  // read from a file
         return object;
