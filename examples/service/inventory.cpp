@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <climits>
 #include <map>
+#include <optional>
 #include <set>
 
 #include "plugin_interface.h"
@@ -44,62 +45,33 @@ std::string ParameterText(const PI::COperation& operation) {
     return text.empty() ? "" : text + ")";
 }
 
-class Tree {
-public:
-    explicit Tree(const std::vector<PI::CObject>& objects) {
-        std::set<std::uint64_t> ids;
-        for (const PI::CObject& object : objects) {
-            ids.insert(object.m_ObjectID);
-        }
-        for (const PI::CObject& object : objects) {
-            const auto parent = std::find_if(object.m_RelatedIDs1.begin(), object.m_RelatedIDs1.end(),
-                                             [&](std::uint64_t id) { return ids.count(id) != 0; });
-            if (parent == object.m_RelatedIDs1.end()) {
-                m_Roots.push_back(&object);
-            } else {
-                m_Parts[*parent].push_back(&object);
-            }
-        }
-        for (const PI::CObject* const root : m_Roots) {
-            Print(*root, 1);
-        }
-        for (const PI::CObject& object : objects) {  // what is part of itself, in a plug-in that got it wrong
-            Print(object, 1);
+/// Objects, by what they are part of: the first of those that are there, or nothing.
+using Parts = std::multimap<std::optional<std::uint64_t>, const PI::CObject*>;
+
+void Append(const PI::CObject& object, std::size_t depth, const Parts& parts,
+            std::set<const PI::CObject*>& printed, std::string& text) {
+    if (!printed.insert(&object).second) {
+        return;
+    }
+    const auto addLine = [&text](std::size_t indent, const std::string& line) {
+        text += std::string(indent * INDENT, ' ') + PrintableText(line) + "\n";
+    };
+    addLine(depth, ObjectHeading(object));
+    for (const PI::CProperty& property : object.m_Properties) {
+        if (property.m_ID != PI::PropertyID::NAME) {
+            addLine(depth + 1, PI::PropertyIDToString(property.m_ID) + ": " +
+                                   CPluginHelper::StringifyProperty(property) +
+                                   HelpText(property.m_Attribute1));
         }
     }
-
-    std::string m_Text;
-
-private:
-    void Line(std::size_t depth, const std::string& text) {
-        m_Text += std::string(depth * INDENT, ' ') + PrintableText(text) + "\n";
+    for (const PI::COperation& operation : object.m_Operations) {
+        addLine(depth + 1, "can " + PI::OperationIDToString(static_cast<int>(operation.m_Header1)) +
+                               ParameterText(operation) + HelpText(static_cast<int>(operation.m_Header2)));
     }
-
-    void Print(const PI::CObject& object, std::size_t depth) {
-        if (!m_Printed.insert(&object).second) {
-            return;
-        }
-        Line(depth, ObjectHeading(object));
-        for (const PI::CProperty& property : object.m_Properties) {
-            if (property.m_ID != PI::PropertyID::NAME) {
-                Line(depth + 1, PI::PropertyIDToString(property.m_ID) + ": " +
-                                    CPluginHelper::StringifyProperty(property) +
-                                    HelpText(property.m_Attribute1));
-            }
-        }
-        for (const PI::COperation& operation : object.m_Operations) {
-            Line(depth + 1, "can " + PI::OperationIDToString(static_cast<int>(operation.m_Header1)) +
-                                ParameterText(operation) + HelpText(static_cast<int>(operation.m_Header2)));
-        }
-        for (const PI::CObject* const part : m_Parts[object.m_ObjectID]) {
-            Print(*part, depth + 1);
-        }
-    }
-
-    std::vector<const PI::CObject*> m_Roots;
-    std::map<std::uint64_t, std::vector<const PI::CObject*>> m_Parts;
-    std::set<const PI::CObject*> m_Printed;
-};
+    const auto [first, last] = parts.equal_range(object.m_ObjectID);
+    std::for_each(first, last,
+                  [&](const auto& part) { Append(*part.second, depth + 1, parts, printed, text); });
+}
 
 }  // namespace
 
@@ -120,7 +92,25 @@ std::string ObjectHeading(const PI::CObject& object) {
 }
 
 std::string InventoryText(const std::vector<PI::CObject>& objects) {
-    return Tree(objects).m_Text;
+    std::set<std::uint64_t> ids;
+    for (const PI::CObject& object : objects) {
+        ids.insert(object.m_ObjectID);
+    }
+    Parts parts;
+    for (const PI::CObject& object : objects) {
+        const auto& wholes = object.m_RelatedIDs1;
+        const auto whole =
+            std::find_if(wholes.begin(), wholes.end(), [&](std::uint64_t id) { return ids.count(id) != 0; });
+        parts.emplace(whole == wholes.end() ? std::nullopt : std::optional(*whole), &object);
+    }
+    std::set<const PI::CObject*> printed;
+    std::string text;
+    const auto [first, last] = parts.equal_range(std::nullopt);
+    std::for_each(first, last, [&](const auto& root) { Append(*root.second, 1, parts, printed, text); });
+    for (const PI::CObject& object : objects) {  // what is part of itself, in a plug-in that got it wrong
+        Append(object, 1, parts, printed, text);
+    }
+    return text;
 }
 
 }  // namespace service

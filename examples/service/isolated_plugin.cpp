@@ -22,15 +22,6 @@ struct Refusal : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-const char* RequestText(int request) {
-    switch (request) {
-        case Ask::LOAD: return "loading";
-        case Ask::OBJECTS: return "PluginGetObjects";
-        case Ask::EVENTS: return "PluginGetEvents";
-        default: return "PluginExecute";
-    }
-}
-
 class IsolatedPlugin : public Plugin {
 public:
     IsolatedPlugin(Texts command, std::string name, const IsolationLimits& limits)
@@ -48,7 +39,7 @@ public:
 
     std::vector<PI::CObject> GetObjects(Texts& errors) override {
         std::vector<PI::CObject> objects;
-        Call({Ask::OBJECTS, {}}, errors, [&](const std::string& line) {
+        Call({Ask::OBJECTS}, errors, [&](const std::string& line) {
             PI::CObject object;
             const std::uint64_t uniqueID = object.m_UniqueID;
             ReadRecord(line, object);
@@ -60,7 +51,7 @@ public:
 
     std::vector<PI::CEvent> GetEvents(Texts& errors) override {
         std::vector<PI::CEvent> events;
-        Call({Ask::EVENTS, {}}, errors, [&](const std::string& line) {
+        Call({Ask::EVENTS}, errors, [&](const std::string& line) {
             PI::CEvent event;
             ReadRecord(line, event);
             events.push_back(std::move(event));
@@ -72,8 +63,9 @@ public:
 
     int Execute(std::uint64_t objectID, const PI::COperation& operation, const TaskReport& report,
                 PI::CTask& task, Texts& errors) override {
-        const Texts request = {std::to_string(objectID), PI::ToJson(operation), PI::ToJson(task)};
-        return Call({Ask::EXECUTE, request}, errors, [&](const std::string& line) {
+        const Texts request = {Ask::EXECUTE, std::to_string(objectID), PI::ToJson(operation),
+                               PI::ToJson(task)};
+        return Call(request, errors, [&](const std::string& line) {
             if (!line.empty()) {
                 ReadRecord(line, task);
                 return;
@@ -89,8 +81,8 @@ private:
 
     /// @return the error code
     template <class Take>
-    int Call(const Message& request, Texts& errors, Take take) {
-        Message outcome = {PI::ErrorCode::GENERAL, {}};
+    int Call(const Texts& request, Texts& errors, Take take) {
+        Message outcome = {{}, PI::ErrorCode::GENERAL};
         try {
             if (m_IsRunning || Clock::now() >= m_NextStart) {
                 Start();
@@ -105,19 +97,19 @@ private:
             std::move(texts->begin(), texts->end(), std::back_inserter(errors));
         }
         m_Untold.clear();
-        return outcome.m_Number;
+        return outcome.m_Code;
     }
 
     /// @param take gets each line that comes before the outcome
     template <class Take>
-    Message Exchange(const Message& request, Take take) {
-        m_Doing = RequestText(request.m_Number);
+    Message Exchange(const Texts& request, Take take) {
+        m_Doing = request[0];
         Channel& socket = m_Process->Socket();
         if (socket.HasMore()) {
             throw std::runtime_error("an answer without a request");
         }
         Limit();
-        socket.Send(WriteMessage(request));
+        socket.Send(WriteMessage({request}));
         for (std::string line; socket.Receive(line);) {
             if (IsMessage(line)) {
                 m_LastAnswer = Clock::now();
@@ -132,16 +124,15 @@ private:
         if (m_IsRunning) {
             return;
         }
-        m_Doing = RequestText(Ask::LOAD);
+        m_Doing = Ask::LOAD;
         if (m_Process != nullptr && !m_Process->IsGone()) {
             throw std::runtime_error("the process of before cannot be ended");
         }
         m_Started = m_LastAnswer = Clock::now();
         m_Process = std::make_unique<PluginProcess>(m_Command);
-        const Message loaded = Exchange({Ask::LOAD, {}}, [](const std::string&) {
-            throw std::runtime_error("a record where none belongs");
-        });
-        if (loaded.m_Number != PI::ErrorCode::SUCCESS) {
+        const Message loaded = Exchange(
+            {Ask::LOAD}, [](const std::string&) { throw std::runtime_error("a record where none belongs"); });
+        if (loaded.m_Code != PI::ErrorCode::SUCCESS) {
             throw Refusal(loaded.m_Texts.at(0));
         }
         m_Name = loaded.m_Texts.at(0);

@@ -72,10 +72,7 @@ std::unique_ptr<service::Plugin> Load(const std::filesystem::path& file, const s
     service::Texts command = options.m_Arguments;  // settings among them
     command[0] = "/proc/self/exe";
     command.insert(command.begin() + 1, "--isolated-plugin=" + file.string());
-    service::IsolationLimits limits;
-    limits.m_Time = std::chrono::milliseconds(options.m_TimeLimitMs);
-    limits.m_MemoryMB = options.m_MemoryLimitMB;
-    return service::IsolatePlugin(command, file.stem(), limits);
+    return service::IsolatePlugin(command, file.stem(), options.m_Limits);
 }
 
 Plugins LoadPlugins(const service::Options& options, bool& anyError) {
@@ -179,7 +176,7 @@ bool Execute(const Plugins& plugins, const service::Request& request) {
             Print(service::PrintableText(service::TaskText(task)) + "\n");
             std::fflush(stdout);
         }
-        return !service::IsEndAsked();
+        return !service::WaitForEnd(std::chrono::milliseconds(0));
     };
     try {
         return service::Execute(**plugin, request, report);
@@ -208,7 +205,7 @@ int Run(const service::Options& options) {
         service::WriteTraces(category, options.m_TraceFolder, options.m_IsolatedPlugin.stem());
     }
     if (!options.m_IsolatedPlugin.empty()) {
-        service::ServePlugin(options.m_IsolatedPlugin, options.m_MemoryLimitMB, options.m_Settings);
+        service::ServePlugin(options.m_IsolatedPlugin, options.m_Limits.m_MemoryMB, options.m_Settings);
         return EXIT_OK;
     }
     if (options.m_Request.has_value() || options.m_WatchInterval.has_value()) {

@@ -73,6 +73,7 @@ Options ParseOptions(int argc, char** argv) {
     options.m_Arguments.assign(argv, argv + argc);
     std::vector<std::string> settings;
     std::string interval;
+    int timeLimitMs = 60000;
     std::string request;
     CLI::App app("Loads the plug-ins (*.so) in FOLDER and prints their inventory and events.", "service");
     app.add_option("FOLDER", options.m_PluginFolder, "Where the plug-ins are")->required()->option_text(" ");
@@ -109,11 +110,11 @@ Options ParseOptions(int argc, char** argv) {
     app.add_flag("-i,--isolate", options.m_Isolate,
                  "Run each plug-in in a process of its own, which is started again when it\nends, reaches a "
                  "limit, or answers what cannot be read");
-    app.add_option("--time-limit", options.m_TimeLimitMs,
+    app.add_option("--time-limit", timeLimitMs,
                    "For an answer of an isolated plug-in, in milliseconds (60000)")
         ->check(CLI::Range(1, INT_MAX))
         ->option_text("MS");
-    app.add_option("--memory-limit", options.m_MemoryLimitMB,
+    app.add_option("--memory-limit", options.m_Limits.m_MemoryMB,
                    "For an isolated plug-in, beyond the memory of the host's program (1024)")
         ->check(CLI::Range(1, INT_MAX))
         ->option_text("MB");
@@ -129,6 +130,7 @@ Options ParseOptions(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         throw std::invalid_argument(error.what());
     }
+    options.m_Limits.m_Time = std::chrono::milliseconds(timeLimitMs);
     for (const std::string& setting : settings) {
         options.m_Settings.push_back(ParseSetting(setting));
     }

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <set>
@@ -12,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "plugin.h"
+#include "isolated_plugin.h"
 
 namespace service {
 
@@ -36,8 +35,7 @@ struct Options {
     bool m_PrintJson = false;
     std::optional<std::chrono::milliseconds> m_WatchInterval;  ///< go on, and print changes
     bool m_Isolate = false;
-    int m_TimeLimitMs = 60000;               ///< of a call into an isolated plug-in
-    std::size_t m_MemoryLimitMB = 1024;      ///< of an isolated plug-in
+    IsolationLimits m_Limits;
     std::filesystem::path m_IsolatedPlugin;  ///< what this process is there for; empty in the host itself
     std::string m_Help;                      ///< what is asked for; otherwise empty
 };

@@ -24,12 +24,12 @@ constexpr int PLUGIN_SOCKET = 3;
 /// Exit status of a process that has used up its memory (judgement: a number that programs do not use).
 constexpr int OUT_OF_MEMORY = 112;
 
-/// Numbers of requests.
+/// The first texts of requests. EXECUTE comes with an identifier, an operation and a task.
 namespace Ask {
-constexpr int LOAD = 1;     ///< brings the name, or why it cannot be loaded
-constexpr int OBJECTS = 2;  ///< brings objects, and errors
-constexpr int EVENTS = 3;   ///< brings events, and errors
-constexpr int EXECUTE = 4;  ///< with an identifier, operation and task; brings the task, and errors
+constexpr const char* LOAD = "loading";              ///< brings the name, or why it cannot be loaded
+constexpr const char* OBJECTS = "PluginGetObjects";  ///< brings objects, and errors
+constexpr const char* EVENTS = "PluginGetEvents";    ///< brings events, and errors
+constexpr const char* EXECUTE = "PluginExecute";     ///< brings the task, and errors
 }  // namespace Ask
 
 /// An empty line within the outcome of EXECUTE asks whether to go on with the task as it was sent last. This
@@ -37,8 +37,8 @@ constexpr int EXECUTE = 4;  ///< with an identifier, operation and task; brings 
 constexpr const char* GO_ON = "go on";
 
 struct Message {
-    int m_Number = 0;  ///< a request, or the error code of an outcome
     std::vector<std::string> m_Texts;
+    int m_Code = 0;  ///< the error code of an outcome
 };
 
 /// @throws std::runtime_error when the line is no such record
@@ -67,7 +67,7 @@ inline PI::CProperty TextList(const std::vector<std::string>& texts) {
 /// A message as a line, and the adapters of this process.
 inline std::string WriteMessage(const Message& message) {
     PI::COperation operation;
-    operation.m_Header1 = static_cast<std::uint32_t>(message.m_Number);
+    operation.m_Header1 = static_cast<std::uint32_t>(message.m_Code);
     operation.m_Properties.push_back(TextList(message.m_Texts));
     for (const auto& [host, ids] : PI::CGlobalAdapterID::AllHostsAdaptersUniqueIDs) {
         PI::CObject& list = operation.m_ObjectList.emplace_back();
@@ -89,8 +89,8 @@ inline Message ReadMessage(const std::string& line) {
             adapter.SetAdapterUniqueID(static_cast<int>(id));
         }
     }
-    return {static_cast<int>(operation.m_Header1),
-            operation.m_Properties.at(0).m_Data.m_MultiString.m_Values};
+    return {operation.m_Properties.at(0).m_Data.m_MultiString.m_Values,
+            static_cast<int>(operation.m_Header1)};
 }
 
 }  // namespace service

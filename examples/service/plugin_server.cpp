@@ -36,18 +36,18 @@ void LimitMemory(std::size_t memoryMB) {
     std::set_new_handler([] { _exit(OUT_OF_MEMORY); });
 }
 
-int Execute(const Message& request, Plugin& plugin, Channel& host, Texts& errors) {
+int Execute(const Texts& request, Plugin& plugin, Channel& host, Texts& errors) {
     PI::COperation operation;
     PI::CTask task;
-    ReadRecord(request.m_Texts.at(1), operation);
-    ReadRecord(request.m_Texts.at(2), task);
+    ReadRecord(request.at(2), operation);
+    ReadRecord(request.at(3), task);
     const auto report = [&host](const PI::CTask& changed) {
         host.Send(PI::ToJson(changed));
         host.Send("");
         std::string line;
         return host.Receive(line) && line == GO_ON;
     };
-    const int code = plugin.Execute(std::stoull(request.m_Texts.at(0)), operation, report, task, errors);
+    const int code = plugin.Execute(std::stoull(request.at(1)), operation, report, task, errors);
     host.Send(PI::ToJson(task));
     return code;
 }
@@ -72,18 +72,19 @@ void ServePlugin(const std::filesystem::path& file, std::size_t memoryMB,
     for (std::string line; host.Receive(line);) {
         Message outcome;
         try {
-            const Message request = ReadMessage(line);
-            switch (request.m_Number) {
-                case Ask::LOAD:
-                    plugin = LoadPlugin(file, settings);
-                    outcome.m_Texts = {plugin->Name()};
-                    break;
-                case Ask::OBJECTS: Send(plugin->GetObjects(outcome.m_Texts), host); break;
-                case Ask::EVENTS: Send(plugin->GetEvents(outcome.m_Texts), host); break;
-                default: outcome.m_Number = Execute(request, *plugin, host, outcome.m_Texts);
+            const Texts request = ReadMessage(line).m_Texts;
+            if (request.at(0) == Ask::LOAD) {
+                plugin = LoadPlugin(file, settings);
+                outcome.m_Texts = {plugin->Name()};
+            } else if (request[0] == Ask::OBJECTS) {
+                Send(plugin->GetObjects(outcome.m_Texts), host);
+            } else if (request[0] == Ask::EVENTS) {
+                Send(plugin->GetEvents(outcome.m_Texts), host);
+            } else {
+                outcome.m_Code = Execute(request, *plugin, host, outcome.m_Texts);
             }
         } catch (const std::exception& error) {
-            outcome = {PI::ErrorCode::GENERAL, {error.what()}};
+            outcome = {{error.what()}, PI::ErrorCode::GENERAL};
         }
         host.Send(WriteMessage(outcome));
     }

@@ -11,15 +11,11 @@ namespace {
 /// Length of the UTF-8 character at the start of a text; 0 when there is none.
 std::size_t DecodeCharacter(std::string_view text, std::uint32_t& character) {
     const auto lead = static_cast<unsigned char>(text[0]);
-    if (lead < 0x80) {
-        character = lead;
-        return 1;
-    }
-    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    if (lead < 0xC2 || lead > 0xF4 || text.size() < length) {
+    const std::size_t length = lead < 0x80 ? 1 : lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+    if ((length > 1 && (lead < 0xC2 || lead > 0xF4)) || text.size() < length) {
         return 0;
     }
-    character = lead & (0x7FU >> length);
+    character = length == 1 ? lead : lead & (0x7FU >> length);
     for (const char next : text.substr(1, length - 1)) {
         const auto byte = static_cast<unsigned char>(next);
         if ((byte & 0xC0U) != 0x80) {

@@ -234,14 +234,14 @@ TEST(Options, LimitsAndIntervals) {
     EXPECT_FALSE(none.m_Isolate);
     EXPECT_FALSE(none.m_PrintJson);
     EXPECT_FALSE(none.m_WatchInterval.has_value());
-    EXPECT_EQ(none.m_TimeLimitMs, 60000);
-    EXPECT_EQ(none.m_MemoryLimitMB, 1024U);
+    EXPECT_EQ(none.m_Limits.m_Time, milliseconds(60000));
+    EXPECT_EQ(none.m_Limits.m_MemoryMB, 1024U);
     const Options all = Parse({"-i", "-j", "-w", "--time-limit", "1", "--memory-limit=2147483647", "folder"});
     EXPECT_TRUE(all.m_Isolate);
     EXPECT_TRUE(all.m_PrintJson);
     EXPECT_EQ(all.m_WatchInterval, milliseconds(10000));
-    EXPECT_EQ(all.m_TimeLimitMs, 1);
-    EXPECT_EQ(all.m_MemoryLimitMB, 2147483647U);
+    EXPECT_EQ(all.m_Limits.m_Time, milliseconds(1));
+    EXPECT_EQ(all.m_Limits.m_MemoryMB, 2147483647U);
     EXPECT_THAT(all.m_Arguments, testing::Contains("--memory-limit=2147483647"));
     EXPECT_EQ(Parse({"--watch=0.001", "folder"}).m_WatchInterval, milliseconds(1));
     EXPECT_EQ(Parse({"--watch=86400", "folder"}).m_WatchInterval, milliseconds(86400000));

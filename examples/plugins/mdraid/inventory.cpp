@@ -107,19 +107,16 @@ int ArrayIcon(const Assessment& assessment) {
 
 /// The worst of all arrays; what is not known may be worse than it looks.
 _PROPERTY_VALUE AdapterStatus(const Inventory& inventory) {
-    _PROPERTY_VALUE status = inventory.m_IsComplete ? Value::OK : Value::UNKNOWN;
+    constexpr _PROPERTY_VALUE FROM_GOOD_TO_BAD[] = {Value::OK, Value::UNKNOWN, Value::WARNING, Value::ERROR};
+    int worst = inventory.m_IsComplete ? 0 : 1;
     for (const ArrayReport& report : inventory.m_Arrays) {
-        const _PROPERTY_VALUE arrayStatus = report.m_Assessment.m_Status;
-        if (ArrayIcon(report.m_Assessment) == ICON_ARRAY_FAIL) {
-            return Value::ERROR;
-        }
-        if (arrayStatus == Value::UNKNOWN && status == Value::OK) {
-            status = Value::UNKNOWN;
-        } else if (arrayStatus != Value::UNKNOWN && arrayStatus != Value::OPERATIONAL) {
-            status = Value::WARNING;
-        }
+        const _PROPERTY_VALUE status = report.m_Assessment.m_Status;
+        worst = std::max(worst, ArrayIcon(report.m_Assessment) == ICON_ARRAY_FAIL ? 3
+                                : status == Value::UNKNOWN                        ? 1
+                                : status == Value::OPERATIONAL                    ? 0
+                                                                                  : 2);
     }
-    return status;
+    return FROM_GOOD_TO_BAD[worst];
 }
 
 PI::CObject MakeAdapter(const Inventory& inventory, std::uint64_t id) {

@@ -40,20 +40,21 @@ const char* PluginName() {
 // array or member may mix (Machine::m_Permissions).
 int PluginConfigure(const char* key, const char* value) {
     const std::string_view name = key;
+    if (name == "mix" && std::string_view(value).find_first_not_of("0123") != std::string_view::npos) {
+        return PI::ErrorCode::INVALID_CHARACTER;
+    }
+    if (name != "root" && name != "mdadm" && name != "mix") {
+        return PI::ErrorCode::INVALID_PARAMETER;
+    }
     std::vector<std::string> errors;
-    if (name == "root") {
-        return shared::Guard(errors, [&] { state.m_Machine.m_Root = value; });
-    }
-    if (name == "mdadm") {
-        return shared::Guard(errors, [&] { state.m_Machine.m_Mdadm = value; });
-    }
-    if (name == "mix") {
-        if (std::string_view(value).find_first_not_of("0123") != std::string_view::npos) {
-            return PI::ErrorCode::INVALID_CHARACTER;
+    mdraid::Machine& machine = state.m_Machine;
+    return shared::Guard(errors, [&] {
+        if (name == "root") {
+            machine.m_Root = value;
+        } else {
+            (name == "mdadm" ? machine.m_Mdadm : machine.m_Permissions) = value;
         }
-        return shared::Guard(errors, [&] { state.m_Machine.m_Permissions = value; });
-    }
-    return PI::ErrorCode::INVALID_PARAMETER;
+    });
 }
 
 int PluginGetObjects(std::vector<PI::CObject>& objects, std::vector<std::string>& errors) {

@@ -23,13 +23,14 @@ namespace Value = PI::PropertyValue;
 
 constexpr std::uint64_t SECTOR_SIZE = 512;  // of all sizes in /sys/block, whatever the drive's own is
 
-/// What is in a folder; nothing where it cannot be read.
+/// What is in a folder, in alphabetical order; nothing where it cannot be read.
 std::vector<fs::path> Entries(const fs::path& folder) {
     std::error_code error;
     std::vector<fs::path> entries;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         entries.push_back(entry->path());
     }
+    std::sort(entries.begin(), entries.end());
     return entries;
 }
 
@@ -125,13 +126,8 @@ std::map<std::string, std::string> ReadArrayNames(const fs::path& root) {
     for (const fs::path& entry : Entries(root / "dev/md")) {
         std::error_code error;
         const fs::path target = fs::read_symlink(entry, error);
-        if (error) {
-            continue;
-        }
-        const std::string name = entry.filename();
-        const auto [place, isNew] = names.emplace(target.filename(), name);
-        if (!isNew) {
-            place->second = std::min(place->second, name);
+        if (!error) {
+            names.emplace(target.filename(), entry.filename());
         }
     }
     return names;
@@ -158,8 +154,6 @@ std::vector<FreeDrive> ReadFreeDrives(const fs::path& root) {
             drives.push_back({name, sectors * SECTOR_SIZE, ReadKind(block)});
         }
     }
-    std::sort(drives.begin(), drives.end(),
-              [](const FreeDrive& a, const FreeDrive& b) { return a.m_Name < b.m_Name; });
     return drives;
 }
 

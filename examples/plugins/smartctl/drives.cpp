@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <chrono>
 #include <filesystem>
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 #include <system_error>
@@ -23,8 +24,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::chrono::seconds PATIENCE(30);  // judgement: a drive that is spun down takes a while
-constexpr std::chrono::seconds INTERVAL(
-    2);  // between looks at a self-test, of which the shortest takes one minute
+constexpr std::chrono::seconds INTERVAL(2);   // between looks at a self-test; the shortest takes one minute
 
 /// Appends the drives of a report, or the reasons why there are none.
 void Append(const std::string& source, const std::string& type, const std::string& text,
@@ -37,28 +37,38 @@ void Append(const std::string& source, const std::string& type, const std::strin
             {i == 0 ? source : source + " " + std::to_string(i + 1), std::move(reports[i]), type});
     }
     for (const PI::CReportRefusal& refusal : refusals) {
-        const std::string place = refusal.GetLine() == 0 ? ""
-                                                         : ":" + std::to_string(refusal.GetLine()) + ":" +
-                                                               std::to_string(refusal.GetColumn());
-        errors.push_back(source + place + ": " + refusal.GetReason());
+        const std::string line = std::to_string(refusal.GetLine());
+        const std::string column = std::to_string(refusal.GetColumn());
+        errors.push_back(source + (line == "0" ? "" : ":" + line + ":" + column) + ": " +
+                         refusal.GetReason());
     }
 }
 
-/// Asks smartctl for something about a drive.
-/// @return its exit status; none with an error
-std::optional<int> Ask(const std::string& program, const std::string& option, const std::string& device,
-                       const std::string& type, std::vector<Drive>& drives,
-                       std::vector<std::string>& errors) {
+/// What smartctl says of a drive.
+struct Answer {
+    /// @throws std::runtime_error with the first error
+    [[noreturn]] void Refuse(const std::string& otherwise) const {
+        throw std::runtime_error(m_Errors.empty() ? otherwise : m_Errors[0]);
+    }
+
+    std::optional<int> m_Status;  // its exit status; none with an error
+    std::vector<Drive> m_Drives;
+    std::vector<std::string> m_Errors;
+};
+
+Answer Ask(const std::string& program, const std::string& option, const std::string& device,
+           const std::string& type) {
+    Answer answer;
     std::string text;
     std::string reason;
-    const std::optional<int> status =
+    answer.m_Status =
         shared::RunProgram({program, "--json", option, "-d", type, device}, PATIENCE, text, reason);
-    if (status.has_value()) {
-        Append(device, type, text, drives, errors);
+    if (answer.m_Status.has_value()) {
+        Append(device, type, text, answer.m_Drives, answer.m_Errors);
     } else {
-        errors.push_back(device + ": " + reason);
+        answer.m_Errors.push_back(device + ": " + reason);
     }
-    return status;
+    return answer;
 }
 
 void Count(const std::string& place, const std::vector<Drive>& drives,
@@ -69,13 +79,10 @@ void Count(const std::string& place, const std::vector<Drive>& drives,
 
 /// Tells a drive to do something.
 void Tell(const std::string& program, const std::string& option, const Drive& drive) {
-    constexpr int FAILED =
-        7;  // exit status bits of smartctl(8): usage, device, command; others tell of health
-    std::vector<Drive> ignored;
-    std::vector<std::string> errors;
-    const std::optional<int> status = Ask(program, option, drive.m_Source, drive.m_Type, ignored, errors);
-    if (!status.has_value() || (*status & FAILED) != 0) {
-        throw std::runtime_error(errors.empty() ? drive.m_Source + ": refuses" : errors[0]);
+    constexpr int FAILED = 7;  // bits of smartctl(8)'s status: usage, device, command; others tell of health
+    const Answer answer = Ask(program, option, drive.m_Source, drive.m_Type);
+    if (!answer.m_Status.has_value() || (*answer.m_Status & FAILED) != 0) {
+        answer.Refuse(drive.m_Source + ": refuses");
     }
 }
 
@@ -84,13 +91,11 @@ void Tell(const std::string& program, const std::string& option, const Drive& dr
 bool Follow(const std::string& program, const Drive& drive, const TaskReport& report, PI::CTask& task) {
     PI::CTimeRemaining time;
     for (bool isSeen = false;; isSeen = true) {
-        std::vector<Drive> found;
-        std::vector<std::string> errors;
-        Ask(program, "-x", drive.m_Source, drive.m_Type, found, errors);
-        if (found.empty()) {
-            throw std::runtime_error(errors.empty() ? drive.m_Source + ": says nothing" : errors[0]);
+        const Answer answer = Ask(program, "-x", drive.m_Source, drive.m_Type);
+        if (answer.m_Drives.empty()) {
+            answer.Refuse(drive.m_Source + ": says nothing");
         }
-        const PI::CDriveReport& now = found[0].m_Report;
+        const PI::CDriveReport& now = answer.m_Drives[0].m_Report;
         if (!now.IsSelfTesting()) {
             const auto failed = now.GetHealth().GetFigure(PI::HealthFigure::FAILED_SELF_TESTS);
             if (!isSeen && !failed.HasValue()) {
@@ -166,7 +171,9 @@ std::vector<Drive> ReadMachine(const std::string& program, std::vector<std::stri
         }
         words >> option >> type;
         if (name.compare(0, 1, "/") == 0 && option == "-d" && !type.empty()) {  // a name is never an option
-            Ask(program, "-x", name, type, drives, errors);
+            Answer answer = Ask(program, "-x", name, type);
+            std::move(answer.m_Drives.begin(), answer.m_Drives.end(), std::back_inserter(drives));
+            std::move(answer.m_Errors.begin(), answer.m_Errors.end(), std::back_inserter(errors));
         }
     }
     Count(program, drives, errors);
@@ -191,9 +198,7 @@ void SelfTest(const std::string& program, const Drive& drive, const PI::COperati
             task.m_TaskStatus = PI::PropertyValue::ABORTED;
         }
     } catch (const std::exception&) {
-        std::vector<Drive> ignored;
-        std::vector<std::string> ignoredErrors;
-        Ask(program, "--abort", drive.m_Source, drive.m_Type, ignored, ignoredErrors);
+        Ask(program, "--abort", drive.m_Source, drive.m_Type);
         throw;
     }
 }
