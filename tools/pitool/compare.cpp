@@ -70,7 +70,7 @@ struct Findings {
     std::size_t m_New = 0;
     std::size_t m_NotRead = 0;  ///< in one of both only, where the other could not be read whole
     std::size_t m_Unidentified = 0;
-    std::vector<std::pair<std::string, std::string>> m_Errors;
+    Refusals m_Errors;
 };
 
 /// Whether wear has grown by more than a step, and more than twice as fast as in the drive's life until then
@@ -199,7 +199,7 @@ Findings Compare(const DriveReports& before, const DriveReports& after) {
     return findings;
 }
 
-Table CompareTable(const Findings& findings) {
+std::string CompareTable(const Findings& findings, std::string summary) {
     Table table({{"STATE"}, {"MODEL", Align::LEFT, 1}, {"SERIAL"}, {"CHANGE"}}, Table::LastColumn::WRAPPED);
     for (const Finding& finding : findings.m_Drives) {
         const DriveSummary& drive = finding.Drive();
@@ -211,7 +211,8 @@ Table CompareTable(const Findings& findings) {
         table.Add(drive.GetSerial());
         table.Add(finding.m_Text, style);
     }
-    return table;
+    table.SetSummary(std::move(summary));
+    return table.Text(OutputScreen());
 }
 
 /// What --check exits with. Nothing is known where no drive could be compared, or an input was refused.
@@ -286,18 +287,11 @@ ExitStatus Run(const Options& options) {
     const DriveReports before = ReadDrives({options.m_Old});
     const DriveReports after = ReadDrives({options.m_New});
     const Findings findings = Compare(before, after);
-    const Screen screen = OutputScreen();
-    std::string text;
-    if (options.m_Json) {
-        text = CompareJson(findings);
-    } else if (options.m_Check) {
-        text = CheckLine(findings) + CompareTable(findings).Text(screen);
-    } else if (!before.m_Drives.empty() && !after.m_Drives.empty()) {
-        Table table = CompareTable(findings);
-        table.SetSummary(SummaryText(findings));
-        text = table.Text(screen);
-    }
-    const ExitStatus printed = Print(text);
+    const bool areRead = !before.m_Drives.empty() && !after.m_Drives.empty();
+    const ExitStatus printed = Print(options.m_Json    ? CompareJson(findings)
+                                     : options.m_Check ? CheckLine(findings) + CompareTable(findings, "")
+                                     : areRead         ? CompareTable(findings, SummaryText(findings))
+                                                       : "");
     if (options.m_Check) {
         return static_cast<ExitStatus>(printed == EXIT_DONE ? StatusOf(findings) : CHECK_UNKNOWN);
     }
