@@ -75,12 +75,9 @@ std::optional<long long> NumberOf(const std::string& text) {
     return end != text.c_str() && *end == '\0' ? std::optional(number) : std::nullopt;
 }
 
-void FindNumber(const std::string& query, long long number, std::vector<Finding>& findings) {
-    if (number != static_cast<int>(number)) {
-        return;
-    }
+void FindNumber(const std::string& query, int number, std::vector<Finding>& findings) {
     for (const Vocabulary& vocabulary : VOCABULARIES) {
-        if (const auto entry = vocabulary.m_Rows().Find(static_cast<int>(number))) {
+        if (const auto entry = vocabulary.m_Rows().Find(number)) {
             findings.push_back({&query, &vocabulary, *entry, "number"});
         }
     }
@@ -111,7 +108,11 @@ const char* Find(const std::string& query, std::vector<Finding>& findings) {
     }
     const std::size_t before = findings.size();
     const std::optional<long long> number = NumberOf(query);
-    number ? FindNumber(query, *number, findings) : FindWord(query, findings);
+    if (!number) {
+        FindWord(query, findings);
+    } else if (*number == static_cast<int>(*number)) {
+        FindNumber(query, static_cast<int>(*number), findings);
+    }
     return findings.size() > before ? nullptr
            : number                 ? "no vocabulary holds this number"
                                     : "no name holds this word";

@@ -133,19 +133,6 @@ std::string AdditionalText(const PI::CSense& sense, const Meaning& meaning) {
                       (meaning.m_AdditionalText.empty() ? "unknown" : meaning.m_AdditionalText));
 }
 
-std::string ProgressText(std::uint16_t progress) {
-    constexpr double WHOLE = 65536;
-    char text[16];
-    std::snprintf(text, sizeof text, "%.1f percent", 100 * progress / WHOLE);
-    return text;
-}
-
-std::string FieldText(const PI::CSense& sense) {
-    return "byte " + std::to_string(*sense.GetFieldPointer()) +
-           (sense.IsFieldInCommand() ? " of the command" : " of the data sent with the command") +
-           (sense.GetFieldBit() ? ", bit " + std::to_string(*sense.GetFieldBit()) : "");
-}
-
 /// @param isData false when the codes were given by themselves: then nothing is said of a format
 std::string SenseText(const PI::CSense& sense, bool isData) {
     const Meaning meaning = Explain(sense);
@@ -166,10 +153,16 @@ std::string SenseText(const PI::CSense& sense, bool isData) {
         add("information", std::to_string(*sense.GetInformation()) + ", the LBA for a read, write or verify");
     }
     if (sense.GetFieldPointer()) {
-        add("field", FieldText(sense));
+        add("field",
+            "byte " + std::to_string(*sense.GetFieldPointer()) +
+                (sense.IsFieldInCommand() ? " of the command" : " of the data sent with the command") +
+                (sense.GetFieldBit() ? ", bit " + std::to_string(*sense.GetFieldBit()) : ""));
     }
     if (sense.GetProgress()) {
-        add("progress", ProgressText(*sense.GetProgress()));
+        constexpr double WHOLE = 65536;
+        char text[16];
+        std::snprintf(text, sizeof text, "%.1f percent", 100 * *sense.GetProgress() / WHOLE);
+        add("progress", text);
     }
     if (sense.GetFieldReplaceableUnit()) {
         add("unit",
