@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "print/csv.h"
+#include "print/formats.h"
 
 #include "sample_reports.h"
 

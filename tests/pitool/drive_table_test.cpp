@@ -2,8 +2,6 @@
 
 #include "drive_table.h"
 
-#include "by_model.h"
-
 #include "sample_reports.h"
 
 #include <gtest/gtest.h>

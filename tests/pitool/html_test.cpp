@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "print/html.h"
-
-#include "drive_table.h"
+#include "print/formats.h"
 
 #include "drive_samples.h"
 

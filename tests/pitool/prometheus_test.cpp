@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "print/prometheus.h"
+#include "print/formats.h"
 
 #include "drive_samples.h"
 

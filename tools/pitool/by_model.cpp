@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "by_model.h"
+#include "drive_figures.h"
+#include "drive_table.h"
 
 #include <algorithm>
 #include <array>
@@ -13,21 +14,29 @@ namespace State = PI::DriveState;
 
 struct Model {
     std::string_view m_Name;  ///< as reported
-    StateCounts m_Counts;
-    std::vector<std::int64_t> m_Hours;  ///< those that are known, the smallest first
-    std::vector<std::int64_t> m_Wear;
-};
+    DriveList m_Drives;
+    StateCounts m_Counts = StateCounts(m_Drives);
 
-std::vector<std::int64_t> Known(const DriveList& drives, PI::_HEALTH_FIGURE id) {
-    std::vector<std::int64_t> values;
-    for (const DriveSummary* drive : drives) {
-        if (const SummaryFigure figure = drive->GetFigure(id); figure.IsKnown()) {
-            values.push_back(figure.m_Value);
+    /// The values of a figure that are known, the smallest first.
+    std::vector<std::int64_t> Known(PI::_HEALTH_FIGURE id) const {
+        std::vector<std::int64_t> values;
+        for (const DriveSummary* drive : m_Drives) {
+            if (const SummaryFigure figure = drive->GetFigure(id); figure.IsKnown()) {
+                values.push_back(figure.m_Value);
+            }
         }
+        std::sort(values.begin(), values.end());
+        return values;
     }
-    std::sort(values.begin(), values.end());
-    return values;
-}
+
+    bool operator<(const Model& other) const {
+        const auto rank = [](const StateCounts& counts) {
+            return std::array{counts.m_InState[State::FAILED], counts.m_InState[State::REPLACE],
+                              counts.m_InState[State::LOOK], counts.m_Drives};
+        };
+        return rank(m_Counts) > rank(other.m_Counts);
+    }
+};
 
 /// Of an even number of values the lower one of the two in the middle.
 std::int64_t Median(const std::vector<std::int64_t>& values) {
@@ -43,17 +52,9 @@ Table ModelTable(const DriveList& drives) {
     }
     std::vector<Model> models;
     for (const auto& [name, list] : byName) {
-        models.push_back({name, StateCounts(list), Known(list, PI::HealthFigure::POWER_ON_HOURS),
-                          Known(list, PI::HealthFigure::WEAR)});
+        models.push_back({name, list});
     }
-    std::stable_sort(models.begin(), models.end(), [](const Model& left, const Model& right) {
-        const auto rank = [](const StateCounts& counts) {
-            return std::array{counts.m_InState[State::FAILED], counts.m_InState[State::REPLACE],
-                              counts.m_InState[State::LOOK], counts.m_Drives};
-        };
-        return rank(left.m_Counts) > rank(right.m_Counts);
-    });
-
+    std::stable_sort(models.begin(), models.end());
     Table table({{"FAILED", Align::RIGHT},
                  {"REPLACE", Align::RIGHT},
                  {"LOOK", Align::RIGHT, 1},
@@ -63,16 +64,16 @@ Table ModelTable(const DriveList& drives) {
                  {"HIGHEST WEAR", Align::RIGHT, 4},
                  {"MODEL", Align::LEFT, 0, 24}});
     for (const Model& model : models) {
-        for (const auto& [state, style] : {std::pair{State::FAILED, Style::FAILING},
-                                           {State::REPLACE, Style::FAILING},
-                                           {State::LOOK, Style::WARNING}}) {
+        for (const auto state : {State::FAILED, State::REPLACE, State::LOOK}) {
             const std::size_t count = model.m_Counts.m_InState[state];
-            table.Add(count != 0 ? std::to_string(count) : "", style);
+            table.Add(count != 0 ? std::to_string(count) : "", StateStyle(state));
         }
-        table.Add(std::to_string(model.m_Counts.m_Drives));
-        table.Add(model.m_Hours.empty() ? "" : AgeText(static_cast<std::uint64_t>(Median(model.m_Hours))));
-        table.Add(model.m_Wear.empty() ? "" : std::to_string(Median(model.m_Wear)) + " %");
-        table.Add(model.m_Wear.empty() ? "" : std::to_string(model.m_Wear.back()) + " %");
+        const std::vector<std::int64_t> hours = model.Known(PI::HealthFigure::POWER_ON_HOURS);
+        const std::vector<std::int64_t> wear = model.Known(PI::HealthFigure::WEAR);
+        table.Add(std::to_string(model.m_Drives.size()));
+        table.Add(hours.empty() ? "" : AgeText(static_cast<std::uint64_t>(Median(hours))));
+        table.Add(wear.empty() ? "" : std::to_string(Median(wear)) + " %");
+        table.Add(wear.empty() ? "" : std::to_string(wear.back()) + " %");
         table.Add(model.m_Name);
     }
     return table;

@@ -1,17 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // "pitool drive FILE|FOLDER..."
 
-#include "by_model.h"
 #include "commands.h"
 #include "drive_events.h"
 #include "drive_json.h"
-#include "drive_table.h"
 #include "event.h"
 #include "input_files.h"
-#include "print/csv.h"
-#include "print/html.h"
-#include "print/prometheus.h"
-#include "reports.h"
+#include "print/formats.h"
 
 #include <CLI/CLI.hpp>
 
@@ -51,13 +46,6 @@ struct Result {
     DriveList m_Shown;          ///< those asked for, in the order asked for
     std::size_t m_Further = 0;  ///< as many more would be shown without a limit
     const StateCounts m_Counts = StateCounts(m_All);
-};
-
-/// A form of output.
-struct Format {
-    const char* m_Name;
-    /// @return whether everything could be written
-    bool (*m_Write)(const Result& result);
 };
 
 /// The events that drives raise.
@@ -207,7 +195,8 @@ bool WriteHtml(const Result& result) {
     return WriteOutput(HtmlPage(result.m_Shown, result.m_Refusals));
 }
 
-constexpr Format FORMATS[] = {
+/// The forms of output, and what writes them: whether everything could be written.
+constexpr std::pair<const char*, bool (*)(const Result& result)> FORMATS[] = {
     {"text", WriteText}, {"json", WriteJson}, {"csv", WriteCsv}, {"prometheus", WritePrometheus},
     {"html", WriteHtml},
 };
@@ -280,13 +269,13 @@ ExitStatus RunDrive(const Options& options) {
         result.m_Further = result.m_Shown.size() - std::min(result.m_Shown.size(), *options.m_Limit);
         result.m_Shown.resize(result.m_Shown.size() - result.m_Further);
     }
-    const Format& format =
-        *std::find_if(std::begin(FORMATS), std::end(FORMATS),
-                      [&options](const Format& each) { return options.m_Format == each.m_Name; });
+    const auto* const format =
+        std::find_if(std::begin(FORMATS), std::end(FORMATS),
+                     [&options](const auto& each) { return options.m_Format == each.first; });
     // What was not read must not take the place of what was, before.
     const bool hasReport = options.m_Output.empty() || !all.empty() || result.m_Refusals.empty() ||
                            options.m_Check || options.m_Format == "json" || options.m_Format == "html";
-    const bool isWritten = CloseOutput(hasReport && format.m_Write(result));
+    const bool isWritten = CloseOutput(hasReport && format->second(result));
     if (options.m_Check) {
         return static_cast<ExitStatus>(isWritten ? StatusOf(result) : CHECK_UNKNOWN);
     }
@@ -322,8 +311,8 @@ void AddDrive(CLI::App& app, Action& action) {
     CLI::App* command = app.add_subcommand("drive", "Report drives from what smartctl printed");
     const auto options = std::make_shared<Options>();
     std::vector<std::string> formats;
-    for (const Format& format : FORMATS) {
-        formats.emplace_back(format.m_Name);
+    for (const auto& [name, write] : FORMATS) {
+        formats.emplace_back(name);
     }
     command
         ->add_option("FILE", options->m_Files,

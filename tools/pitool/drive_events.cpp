@@ -33,38 +33,33 @@ std::string DriveName(const DriveSummary& drive) {
            (details.empty() ? PrintableText(drive.GetFile()) : details) + ")";
 }
 
-PI::CEvent MakeDriveEvent(PI::_EVENT_ID id, PI::_SEVERITY severity, const DriveSummary& drive,
-                          std::uint64_t handle, const std::string& detail) {
-    PI::CEvent event;
-    event.m_Handle = handle;
-    event.m_EventID = static_cast<std::uint32_t>(id);
-    event.m_Severity = severity;
-    event.m_TimeStamp = VELK::now();
-    event.m_Source = "pitool";
-    event.m_Host = HostName();
-    event.SetPlaceHolder1(DriveName(drive));
-    event.SetPlaceHolder2(detail);
-    return event;
-}
-
 }  // namespace
 
 std::vector<PI::CEvent> RaiseDriveEvents(const DriveSummary& drive, std::uint64_t handle) {
     std::vector<PI::CEvent> events;
+    const auto raise = [&](PI::_EVENT_ID id, PI::_SEVERITY severity, const std::string& detail) {
+        PI::CEvent& event = events.emplace_back();
+        event.m_Handle = handle;
+        event.m_EventID = static_cast<std::uint32_t>(id);
+        event.m_Severity = severity;
+        event.m_TimeStamp = VELK::now();
+        event.m_Source = "pitool";
+        event.m_Host = HostName();
+        event.SetPlaceHolder1(DriveName(drive));
+        event.SetPlaceHolder2(detail);
+    };
     if (drive.IsFailing()) {
-        events.push_back(MakeDriveEvent(PI::EventID::SMART_ERROR, PI::Severity::ERROR, drive, handle,
-                                        "its self-assessment failed"));
+        raise(PI::EventID::SMART_ERROR, PI::Severity::ERROR, "its self-assessment failed");
     }
     const std::int64_t wear = drive.GetFigure(Figure::WEAR).m_Value;
     if (drive.IsWorn() && wear > WORN_PERCENT) {
-        events.push_back(MakeDriveEvent(
-            PI::EventID::PD_WEAR_LEVEL_COUNT_ABOVE_THRESHOLD, PI::Severity::WARNING, drive, handle,
-            std::to_string(wear) + " percent used, threshold " + std::to_string(WORN_PERCENT)));
+        raise(PI::EventID::PD_WEAR_LEVEL_COUNT_ABOVE_THRESHOLD, PI::Severity::WARNING,
+              std::to_string(wear) + " percent used, threshold " + std::to_string(WORN_PERCENT));
     }
     if (const std::optional<std::int64_t> limit = drive.ExceededLimit()) {
-        events.push_back(MakeDriveEvent(PI::EventID::PD_TEMP_HIGH, PI::Severity::WARNING, drive, handle,
-                                        std::to_string(drive.GetFigure(Figure::TEMPERATURE).m_Value) +
-                                            " degrees Celsius, limit " + std::to_string(*limit)));
+        raise(PI::EventID::PD_TEMP_HIGH, PI::Severity::WARNING,
+              std::to_string(drive.GetFigure(Figure::TEMPERATURE).m_Value) + " degrees Celsius, limit " +
+                  std::to_string(*limit));
     }
     return events;
 }

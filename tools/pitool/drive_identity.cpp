@@ -12,26 +12,9 @@ namespace pitool {
 namespace {
 
 /// Words that stand in place of a serial number, in lower case.
-constexpr std::string_view PLACEHOLDERS[] = {
-    "redacted",
-    "removed",
-    "hidden",
-    "masked",
-    "private",
-    "censored",
-    "anonymized",
-    "unknown",
-    "none",
-    "not available",
-    "not reported",
-    "n/a",
-    "na",
-    "null",
-    "serial",
-    "serial number",
-    "no information found",
-    "to be filled by o.e.m.",
-};
+constexpr std::string_view PLACEHOLDERS =
+    "|redacted|removed|hidden|masked|private|censored|anonymized|unknown|none|not available|not reported|n/a|"
+    "na|null|serial|serial number|no information found|to be filled by o.e.m.|";
 
 /// In lower case, without what stands before the first and behind the last letter or digit.
 std::string Core(std::string_view serial) {
@@ -63,7 +46,7 @@ void SortByAge(std::vector<DriveSummary>& reports) {
 bool IdentifiesDrive(std::string_view serial) {
     const std::string core = Core(serial);
     return core.find_first_not_of(std::string{' ', core[0]}) != std::string::npos &&
-           std::find(std::begin(PLACEHOLDERS), std::end(PLACEHOLDERS), core) == std::end(PLACEHOLDERS) &&
+           PLACEHOLDERS.find("|" + core + "|") == std::string_view::npos &&
            core.find("xxxx") == std::string::npos && serial.find_first_of("*#?") == std::string_view::npos &&
            serial.find("...") == std::string_view::npos;
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Drives for people: a row each, or the sheet of one.
+/// Drives for people: a row each, a row a model, or the sheet of one.
 #pragma once
 
 #include "drive_summary.h"
@@ -34,6 +34,11 @@ struct StateCounts {
 
 /// A row each, in the order given.
 Table DriveTable(const DriveList& drives);
+
+/// A row a model: how many of its drives are in which state, and the figures that are known of them. The
+/// models with the most failed drives come first, then those with the most to replace, to look at, and of
+/// all.
+Table ModelTable(const DriveList& drives);
 
 /// The sheet of one drive: a row for all that there is to say.
 /// @param drive, health of the report

@@ -17,23 +17,6 @@ std::string RefusalText(const PI::CReportRefusal& refusal) {
                                         ", column " + std::to_string(refusal.GetColumn()) + ")";
 }
 
-/// Says how many drives were read, from the first second on.
-class Progress {
-public:
-    void Count(std::size_t drives) {
-        m_Drives += drives;
-        const auto now = std::chrono::steady_clock::now();
-        if (now >= m_Next) {
-            ShowProgress(std::to_string(m_Drives) + " drives read");
-            m_Next = now + std::chrono::milliseconds(200);
-        }
-    }
-
-private:
-    std::size_t m_Drives = 0;
-    std::chrono::steady_clock::time_point m_Next = std::chrono::steady_clock::now() + std::chrono::seconds(1);
-};
-
 }  // namespace
 
 Refusals ReadReports(
@@ -42,7 +25,9 @@ Refusals ReadReports(
     Refusals all;
     std::string text;
     std::string reason;
-    Progress progress;
+    using Clock = std::chrono::steady_clock;
+    std::size_t drives = 0;
+    Clock::time_point next = Clock::now() + std::chrono::seconds(1);  // of saying how many there are
     const auto refuse = [&all](const std::string& file, const std::string& why) {
         ReportFileError(file, why);
         all.emplace_back(file, why);
@@ -61,7 +46,11 @@ Refusals ReadReports(
         for (const PI::CReportRefusal& refusal : refusals) {
             refuse(file, RefusalText(refusal));
         }
-        progress.Count(reports.size());
+        drives += reports.size();
+        if (const Clock::time_point now = Clock::now(); now >= next) {
+            ShowProgress(std::to_string(drives) + " drives read");
+            next = now + std::chrono::milliseconds(200);
+        }
     };
     for (const std::string& argument : arguments) {
         ForEachFile(argument, read, refuse);

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "print/html.h"
-
-#include "by_model.h"
-#include "print/svg.h"
+#include "print/formats.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "print/prometheus.h"
+#include "print/formats.h"
 
 #include "drive_identity.h"
 #include "print/text.h"
@@ -9,7 +9,6 @@
 #include <cmath>
 #include <limits>
 #include <map>
-#include <optional>
 #include <string_view>
 
 namespace pitool {
@@ -18,18 +17,13 @@ namespace {
 namespace Health = PI::HealthFigure;
 
 constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
-constexpr double SECONDS_PER_HOUR = 3600;
+constexpr int SECONDS_PER_HOUR = 3600;
 
-/// A figure of the drive's health where it is known.
-template <PI::_HEALTH_FIGURE FIGURE>
+/// A figure of the drive's health where it is known, in the unit of its family.
+template <PI::_HEALTH_FIGURE FIGURE, int FACTOR = 1, int DIVISOR = 1>
 double Known(const DriveSummary& drive) {
     const SummaryFigure figure = drive.GetFigure(FIGURE);
-    return figure.IsKnown() ? static_cast<double>(figure.m_Value) : NONE;
-}
-
-template <PI::_HEALTH_FIGURE FIGURE>
-double Ratio(const DriveSummary& drive) {
-    return Known<FIGURE>(drive) / 100;
+    return figure.IsKnown() ? static_cast<double>(figure.m_Value) * FACTOR / DIVISOR : NONE;
 }
 
 double State(const DriveSummary& drive) {
@@ -44,16 +38,14 @@ double Time(const DriveSummary& drive) {
     return drive.GetTime() != 0 ? static_cast<double>(drive.GetTime()) : NONE;
 }
 
-double Number(const std::optional<std::uint64_t>& hours) {
-    return hours ? static_cast<double>(*hours) : NONE;
-}
-
 double LifeLeft(const DriveSummary& drive) {
-    return Number(drive.GetForecast().GetHours());
+    const auto hours = drive.GetForecast().GetHours();
+    return hours ? static_cast<double>(*hours) * SECONDS_PER_HOUR : NONE;
 }
 
 double LeastLifeLeft(const DriveSummary& drive) {
-    return Number(drive.GetForecast().GetLow());
+    const auto hours = drive.GetForecast().GetLow();
+    return hours ? static_cast<double>(*hours) * SECONDS_PER_HOUR : NONE;
 }
 
 double Doubtful(const DriveSummary& drive) {
@@ -66,45 +58,36 @@ double Doubtful(const DriveSummary& drive) {
 
 struct Family {
     const char* m_Name;
-    const char* m_Type;
-    double (*m_Value)(const DriveSummary& drive);  ///< NaN: the drive has no series
-    double m_Factor;                               ///< to the unit of the family
     const char* m_Help;
+    double (*m_Value)(const DriveSummary& drive);  ///< NaN: the drive has no series
 };
 
-// Names and units never change: dashboards and alert rules rest on them.
+// Names and units never change: dashboards and alert rules rest on them. Names of counters end in "_total".
 constexpr Family FAMILIES[] = {
-    {"pi_drive_state", "gauge", State, 1,
-     "What to do: 0 unknown, 1 good, 2 look at it, 3 replace it, 4 failed."},
-    {"pi_drive_verdict", "gauge", Known<Health::VERDICT>, 1,
-     "The drive's own: 0 passed, 1 failing, 2 a warning."},
-    {"pi_drive_wear_ratio", "gauge", Ratio<Health::WEAR>, 1, "Life that the drive has used; may pass 1."},
-    {"pi_drive_life_left_seconds", "gauge", LifeLeft, SECONDS_PER_HOUR,
-     "Forecast of powered time until worn."},
-    {"pi_drive_life_left_low_seconds", "gauge", LeastLifeLeft, SECONDS_PER_HOUR,
-     "Low end of the forecast: one drive in ten is worn earlier."},
-    {"pi_drive_spare_ratio", "gauge", Ratio<Health::SPARE>, 1, "Reserve blocks that are left."},
-    {"pi_drive_power_on_seconds_total", "counter", Known<Health::POWER_ON_HOURS>, SECONDS_PER_HOUR,
-     "Time that the drive was powered."},
-    {"pi_drive_temperature_celsius", "gauge", Known<Health::TEMPERATURE>, 1, "Temperature now."},
-    {"pi_drive_temperature_limit_celsius", "gauge", Known<Health::TEMPERATURE_LIMIT>, 1,
-     "Temperature from which the drive warns."},
-    {"pi_drive_capacity_bytes", "gauge", Capacity, 1, "Size of the drive."},
-    {"pi_drive_written_bytes_total", "counter", Known<Health::BYTES_WRITTEN>, 1, "Bytes that hosts wrote."},
-    {"pi_drive_read_bytes_total", "counter", Known<Health::BYTES_READ>, 1, "Bytes that hosts read."},
-    {"pi_drive_media_errors_total", "counter", Known<Health::MEDIA_ERRORS>, 1,
-     "Errors that the drive could not correct."},
-    {"pi_drive_reallocated_sectors", "gauge", Known<Health::REALLOCATED_SECTORS>, 1,
-     "Sectors replaced by spare ones."},
-    {"pi_drive_pending_sectors", "gauge", Known<Health::PENDING_SECTORS>, 1,
-     "Sectors that could not be read."},
-    {"pi_drive_interface_errors_total", "counter", Known<Health::INTERFACE_ERRORS>, 1,
-     "Damaged transfers between drive and host."},
-    {"pi_drive_failed_self_tests", "gauge", Known<Health::FAILED_SELF_TESTS>, 1,
-     "Self-tests failed since the last one that passed."},
-    {"pi_drive_doubtful_figures", "gauge", Doubtful, 1,
-     "Figures against which something speaks; they have no series."},
-    {"pi_drive_report_timestamp_seconds", "gauge", Time, 1, "When the report was made."},
+    {"pi_drive_state", "What to do: 0 unknown, 1 good, 2 look at it, 3 replace it, 4 failed.", State},
+    {"pi_drive_verdict", "The drive's own: 0 passed, 1 failing, 2 a warning.", Known<Health::VERDICT>},
+    {"pi_drive_wear_ratio", "Life that the drive has used; may pass 1.", Known<Health::WEAR, 1, 100>},
+    {"pi_drive_life_left_seconds", "Forecast of powered time until worn.", LifeLeft},
+    {"pi_drive_life_left_low_seconds", "Low end of the forecast: one drive in ten is worn earlier.",
+     LeastLifeLeft},
+    {"pi_drive_spare_ratio", "Reserve blocks that are left.", Known<Health::SPARE, 1, 100>},
+    {"pi_drive_power_on_seconds_total", "Time that the drive was powered.",
+     Known<Health::POWER_ON_HOURS, SECONDS_PER_HOUR>},
+    {"pi_drive_temperature_celsius", "Temperature now.", Known<Health::TEMPERATURE>},
+    {"pi_drive_temperature_limit_celsius", "Temperature from which the drive warns.",
+     Known<Health::TEMPERATURE_LIMIT>},
+    {"pi_drive_capacity_bytes", "Size of the drive.", Capacity},
+    {"pi_drive_written_bytes_total", "Bytes that hosts wrote.", Known<Health::BYTES_WRITTEN>},
+    {"pi_drive_read_bytes_total", "Bytes that hosts read.", Known<Health::BYTES_READ>},
+    {"pi_drive_media_errors_total", "Errors that the drive could not correct.", Known<Health::MEDIA_ERRORS>},
+    {"pi_drive_reallocated_sectors", "Sectors replaced by spare ones.", Known<Health::REALLOCATED_SECTORS>},
+    {"pi_drive_pending_sectors", "Sectors that could not be read.", Known<Health::PENDING_SECTORS>},
+    {"pi_drive_interface_errors_total", "Damaged transfers between drive and host.",
+     Known<Health::INTERFACE_ERRORS>},
+    {"pi_drive_failed_self_tests", "Self-tests failed since the last one that passed.",
+     Known<Health::FAILED_SELF_TESTS>},
+    {"pi_drive_doubtful_figures", "Figures against which something speaks; they have no series.", Doubtful},
+    {"pi_drive_report_timestamp_seconds", "When the report was made.", Time},
 };
 
 void AddNumber(double value, std::string& text) {
@@ -121,9 +104,10 @@ void AddLabel(const char* name, std::string_view value, std::string& text) {
     text += '"';
 }
 
-void AddHeading(const char* name, const char* type, const char* help, std::string& text) {
+void AddHeading(const std::string& name, const char* help, std::string& text) {
+    const bool isCounter = name.find("_total") != std::string::npos;
     text.append("# HELP ").append(name).append(" ").append(help);
-    text.append("\n# TYPE ").append(name).append(" ").append(type).append("\n");
+    text.append("\n# TYPE ").append(name).append(isCounter ? " counter\n" : " gauge\n");
 }
 
 /// Labels that tell drives apart.
@@ -137,7 +121,7 @@ std::string Labels(const DriveSummary& drive) {
 
 }  // namespace
 
-std::string PrometheusText(const std::vector<const DriveSummary*>& drives, std::size_t refused) {
+std::string PrometheusText(const DriveList& drives, std::size_t refused) {
     std::map<std::string, const DriveSummary*> series;
     for (const DriveSummary* drive : drives) {
         const DriveSummary*& kept = series[Labels(*drive)];
@@ -149,9 +133,9 @@ std::string PrometheusText(const std::vector<const DriveSummary*>& drives, std::
         kept = isTaken ? drive : kept;
     }
     std::string text;
-    AddHeading("pi_inputs_refused", "gauge", "Inputs that gave no drive.", text);
+    AddHeading("pi_inputs_refused", "Inputs that gave no drive.", text);
     text += "pi_inputs_refused " + std::to_string(refused) + "\n";
-    AddHeading("pi_drive_info", "gauge", "What the drive is; always 1.", text);
+    AddHeading("pi_drive_info", "What the drive is; always 1.", text);
     for (const auto& [labels, drive] : series) {
         std::string info = labels;
         AddLabel("firmware", drive->GetFirmware(), info);
@@ -159,9 +143,9 @@ std::string PrometheusText(const std::vector<const DriveSummary*>& drives, std::
         text.append("pi_drive_info{").append(info).append("} 1\n");
     }
     for (const Family& family : FAMILIES) {
-        AddHeading(family.m_Name, family.m_Type, family.m_Help, text);
+        AddHeading(family.m_Name, family.m_Help, text);
         for (const auto& [labels, drive] : series) {
-            const double value = family.m_Value(*drive) * family.m_Factor;
+            const double value = family.m_Value(*drive);
             if (!std::isnan(value)) {
                 text.append(family.m_Name).append("{").append(labels).append("} ");
                 AddNumber(value, text);

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "print/svg.h"
+#include "print/formats.h"
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <set>
 #include <utility>
 
@@ -34,13 +35,10 @@ struct Point {
 struct Axis {
     Axis(double largest, int from, int to) : m_From(from), m_To(to) {
         constexpr double MOST_STEPS = 6;
-        for (const double step : {1, 2, 5, 10, 20, 25, 50, 100, 200}) {
-            if (largest <= step * MOST_STEPS) {
-                m_Step = step;
-                break;
-            }
-        }
-        m_Step = m_Step != 0 ? m_Step : largest;
+        constexpr double STEPS[] = {1, 2, 5, 10, 20, 25, 50, 100, 200};
+        const auto* const step = std::find_if(std::begin(STEPS), std::end(STEPS),
+                                              [&](double each) { return largest <= each * MOST_STEPS; });
+        m_Step = step != std::end(STEPS) ? *step : largest;
         m_Steps = static_cast<int>(std::ceil(largest / m_Step));
     }
     int Place(double value) const {
@@ -49,8 +47,8 @@ struct Axis {
 
     int m_From;
     int m_To;
-    double m_Step = 0;
-    int m_Steps = 1;
+    double m_Step;
+    int m_Steps;
 };
 
 std::string Label(int x, int y, const char* anchor, const std::string& text) {
@@ -100,7 +98,7 @@ std::string Plot(const std::vector<Point>& points, const std::string& title, con
 
 }  // namespace
 
-std::string WearPlots(const std::vector<const DriveSummary*>& drives) {
+std::string WearPlots(const DriveList& drives) {
     std::vector<Point> byAge;
     std::vector<Point> byTemperature;
     for (const DriveSummary* drive : drives) {

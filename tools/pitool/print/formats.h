@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Drives in the formats of other programs.
+#pragma once
+
+#include "drive_table.h"
+#include "reports.h"
+
+#include <cstddef>
+#include <string>
+
+namespace pitool {
+
+/// The names of the columns as a line of comma-separated values (RFC 4180); docs/pitool-json.md lists them.
+std::string CsvHeader();
+
+/// The line of a drive. Figures that are not known are empty, doubtful ones are in their columns and named in
+/// the last one. A text that a spreadsheet would take for a formula begins with an apostrophe.
+std::string CsvLine(const DriveSummary& drive);
+
+/// Metrics in the text format 0.0.4 that the textfile collector of Prometheus' node exporter reads: a series
+/// for each drive and family. A drive is its model, serial number and device; of several reports of one the
+/// newest counts, since a series may be there only once; of those of one time the worst. Where the serial
+/// number identifies no drive, the worst counts.
+///
+/// Only what is known is printed: an alert must not rest on a doubtful figure.
+/// @param refused how many inputs gave no drive
+std::string PrometheusText(const DriveList& drives, std::size_t refused);
+
+/// With more drives, good ones have no sheet on a page.
+constexpr std::size_t HTML_SHEETS_OF_ALL = 500;
+
+/// An HTML page that can be mailed and printed, without scripts and addresses: what to act on first, pictures
+/// of wear, models, all drives, and the sheets.
+/// @param drives  in the order shown; their details are their sheets as HTML, empty where they have none
+/// @param refused inputs that gave no drive
+std::string HtmlPage(const DriveList& drives, const Refusals& refused);
+
+/// SVG within that page, whose style decides on the colours: wear against age, and wear against temperature,
+/// a point for each drive of which both are known.
+std::string WearPlots(const DriveList& drives);
+
+}  // namespace pitool
