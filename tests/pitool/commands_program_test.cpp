@@ -110,9 +110,9 @@ TEST(EtaCommand, ALineThatIsRefusedIsNamedAndTheOthersCount) {
               "50 percent, time remaining not known; CETR 00:50:00\n"
               "60 percent, time remaining not known; CETR 00:40:00\n"
               "60 percent, time remaining not known; CETR 00:40:00\n",
-              "pitool: standard input: line 2: \"abc\" is no percentage: a whole number from 0 to 100 is "
-              "expected\n"
-              "pitool: standard input: line 4: the time 500 lies before that of the sample before, 1000\n"
+              "pitool: standard input: line 2: \"abc\" is not a percentage: expected a whole number from "
+              "0 to 100\n"
+              "pitool: standard input: line 4: the time 500 is before that of the previous sample, 1000\n"
               "pitool: standard input: line 5: longer than 4096 bytes\n"
               "pitool: standard input: line 7: longer than 4096 bytes\n");
 }
@@ -127,16 +127,15 @@ TEST(EtaCommand, TakesWholeNumbersOnly) {
     };
     for (const std::string word : {"-1", "101", "2147483648", "-2147483649", "99999999999999999999", "1.5",
                                    "50%", "+5", "0x10", "1e2"}) {
-        refuse(word + " 5", "\"" + word + "\" is no percentage: a whole number from 0 to 100 is expected");
+        refuse(word + " 5", "\"" + word + "\" is not a percentage: expected a whole number from 0 to 100");
     }
     for (const std::string word : {"-1", "100000000000000", "18446744073709551616", "x", "1.0"}) {
-        refuse("5 " + word,
-               "\"" + word + "\" is no time: milliseconds from 0 to 99999999999999 are expected");
+        refuse("5 " + word, "\"" + word + "\" is not a time: expected milliseconds from 0 to 99999999999999");
     }
     refuse("5 6 7", "more than a percentage and a time");
-    refuse("\x1B[2J", "\"?[2J\" is no percentage: a whole number from 0 to 100 is expected");
+    refuse("\x1B[2J", "\"?[2J\" is not a percentage: expected a whole number from 0 to 100");
     refuse(std::string(41, 'a'),
-           "\"" + std::string(40, 'a') + "...\" is no percentage: a whole number from 0 to 100 is expected");
+           "\"" + std::string(40, 'a') + "...\" is not a percentage: expected a whole number from 0 to 100");
     ExpectRun(RunPitool({"eta"}, input), 1, "", errors);
 }
 

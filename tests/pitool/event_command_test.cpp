@@ -151,13 +151,13 @@ TEST(EventCommand, RefusalsNameTheOptionOrTheMember) {
         {{"--id", "NONE_SUCH"}, "neither the name of an event nor a whole number from 0 to 4294967295"},
         {{"--id", "-1"}, "neither the name of an event nor a whole number from 0 to 4294967295"},
         {{"--severity", "BAD"},
-         "none of DEBUG, INFORMATION, WARNING, ERROR and no whole number from -2147483648 to 2147483647"},
-        {{"--timestamp", "18446744073709551616"}, "no whole number from 0 to 18446744073709551615"},
-        {{"--timestamp", "-1"}, "no whole number from 0 to 18446744073709551615"},
-        {{"--sequence", "4294967296"}, "no whole number from 0 to 4294967295"},
-        {{"--sequence", "0x10"}, "no whole number from 0 to 4294967295"},
-        {{"--resource6", "2147483648"}, "no whole number from -2147483648 to 2147483647"},
-        {{"--resource2", ""}, "no whole number from -2147483648 to 2147483647"},
+         "neither DEBUG, INFORMATION, WARNING, ERROR nor a whole number from -2147483648 to 2147483647"},
+        {{"--timestamp", "18446744073709551616"}, "not a whole number from 0 to 18446744073709551615"},
+        {{"--timestamp", "-1"}, "not a whole number from 0 to 18446744073709551615"},
+        {{"--sequence", "4294967296"}, "not a whole number from 0 to 4294967295"},
+        {{"--sequence", "0x10"}, "not a whole number from 0 to 4294967295"},
+        {{"--resource6", "2147483648"}, "not a whole number from -2147483648 to 2147483647"},
+        {{"--resource2", ""}, "not a whole number from -2147483648 to 2147483647"},
     };
     for (const auto& [words, reason] : refusals) {
         ExpectRun(

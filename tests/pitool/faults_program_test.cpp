@@ -213,7 +213,7 @@ TEST_F(ProgramFaults, ADocumentThatReachesOutsideReachesNothing) {
               "array, size 0 (0 bytes), sizes in bytes\n|-- containers: none\n`-- logical drives: none\n");
     EXPECT_EQ(
         number.m_Errors,
-        "pitool: number.xml:2:1: warning: ArrayConfiguration: Size \"&e9;\" is no number, taken as 0\n");
+        "pitool: number.xml:2:1: warning: ArrayConfiguration: Size \"&e9;\" is no number, read as 0\n");
 }
 
 TEST_F(ProgramFaults, AnExpandingDocumentDoesNotExpand) {
@@ -223,7 +223,7 @@ TEST_F(ProgramFaults, AnExpandingDocumentDoesNotExpand) {
     EXPECT_EQ(run.m_Output,
               "array, size 0 (0 bytes), sizes in bytes\n|-- containers: none\n`-- logical drives: none\n");
     EXPECT_EQ(run.m_Errors,
-              "pitool: bomb.xml:2:1: warning: ArrayConfiguration: Size \"&e9;\" is no number, taken as 0\n");
+              "pitool: bomb.xml:2:1: warning: ArrayConfiguration: Size \"&e9;\" is no number, read as 0\n");
 }
 
 TEST_F(ProgramFaults, DepthIsRefused) {

@@ -42,16 +42,16 @@ TEST(LayoutCommand, PrintsJson) {
 TEST(LayoutCommand, WarnsOfWhatWasNotTakenAsWritten) {
     const std::string file = "pitool: layouts/careless-array.xml:";
     const std::string errors =
-        file + "3:1: warning: ArrayConfiguration: Size \"931 GB\" is no number, taken as 0\n" + file +
+        file + "3:1: warning: ArrayConfiguration: Size \"931 GB\" is no number, read as 0\n" + file +
         "3:1: warning: ArrayConfiguration: Units 3 is no unit\n" + file +
-        "6:13: warning: Drive: StartAddress \"-1\" is negative, taken as 18446744073709551615\n" + file +
-        "6:13: warning: Drive: UsedSize is empty, taken as 0\n" + file +
-        "6:13: warning: Drive: IsConfigurable \"yes\" is neither 0 nor 1, taken as 1\n" + file +
-        "7:13: warning: Drive: StartAddress is missing, taken as 0\n" + file +
-        "7:13: warning: Drive: UsedSize is missing, taken as 0\n" + file +
-        "7:13: warning: Drive: IsConfigurable is missing, taken as 1\n" + file +
-        "7:13: warning: Drive: LogicalDrive is missing, taken as 0\n" + file +
-        "7:13: warning: Drive: LogicalOwner is missing, taken as 0\n" + file +
+        "6:13: warning: Drive: StartAddress \"-1\" is negative, read as 18446744073709551615\n" + file +
+        "6:13: warning: Drive: UsedSize is empty, read as 0\n" + file +
+        "6:13: warning: Drive: IsConfigurable \"yes\" is neither 0 nor 1, read as 1\n" + file +
+        "7:13: warning: Drive: StartAddress is missing, read as 0\n" + file +
+        "7:13: warning: Drive: UsedSize is missing, read as 0\n" + file +
+        "7:13: warning: Drive: IsConfigurable is missing, read as 1\n" + file +
+        "7:13: warning: Drive: LogicalDrive is missing, read as 0\n" + file +
+        "7:13: warning: Drive: LogicalOwner is missing, read as 0\n" + file +
         "10:5: warning: HotSpares: is not read\n";
     ExpectRun(RunPitool({"layout", "layouts/careless-array.xml"}), 0, Expected("careless-array.txt"), errors);
     ExpectRun(RunPitool({"layout", "--json", "layouts/careless-array.xml"}), 0,
@@ -91,7 +91,7 @@ TEST(LayoutCommand, WhatTheDocumentNamesSteersNoTerminal) {
                                   "<ArrayConfiguration Size='\x1B[2J' Units='21025'><a\xC2\x9B/>"
                                   "</ArrayConfiguration>");
     EXPECT_EQ(run.m_Errors,
-              "pitool: -:1:1: warning: ArrayConfiguration: Size \"?[2J\" is no number, taken as 0\n"
+              "pitool: -:1:1: warning: ArrayConfiguration: Size \"?[2J\" is no number, read as 0\n"
               "pitool: -:1:47: warning: a?: is not read\n");
 }
 

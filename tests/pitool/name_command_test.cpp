@@ -54,7 +54,7 @@ TEST(NameCommand, NumbersAreDecimalOrHexadecimal) {
     }
     for (const char* number :
          {"-1", "12146", "2147483648", "99999999999999999999", "0x80000000", "0xFFFFFFFFFFFFFFFFF"}) {
-        ExpectNothing(number, "no vocabulary holds this number");
+        ExpectNothing(number, "no vocabulary has this number");
     }
 }
 
@@ -82,10 +82,10 @@ TEST(NameCommand, FindsIconsAndHelpTopics) {
 TEST(NameCommand, WhatIsNowhereIsNamedAndTheRestIsPrinted) {
     ExpectRun(RunPitool({"name", "XYZZY\n", "10057", "99999999999"}), 1,
               "10057  REBUILD_FAILED  event identifiers  EventID::REBUILD_FAILED\n",
-              "pitool: \"XYZZY?\": no name holds this word\n"
-              "pitool: \"99999999999\": no vocabulary holds this number\n");
+              "pitool: \"XYZZY?\": no name contains this word\n"
+              "pitool: \"99999999999\": no vocabulary has this number\n");
     for (const char* word : {"0x", "-", "+-1", "1x", "0x5G"}) {
-        ExpectNothing(word, "no name holds this word");
+        ExpectNothing(word, "no name contains this word");
     }
     ExpectNothing("", "an empty word is in every name");
 }
@@ -103,10 +103,10 @@ TEST(NameCommand, PrintsJson) {
               "\"constant\":null,\"vocabulary\":\"icons\",\"match\":\"part\"}\n"
               "  ],\n"
               "  \"errors\": [\n"
-              "    {\"query\":\"\\ufffd\",\"reason\":\"no name holds this word\"}\n"
+              "    {\"query\":\"\\ufffd\",\"reason\":\"no name contains this word\"}\n"
               "  ]\n"
               "}\n",
-              "pitool: \"?\": no name holds this word\n");
+              "pitool: \"?\": no name contains this word\n");
 }
 
 TEST(NameCommand, ListsEveryVocabulary) {

@@ -177,7 +177,7 @@ TEST_F(Program, LimitKeepsNoDriveFromTheCountsOfModels) {
     EXPECT_EQ(RunPitool({"drive", "--by-model", "--limit", "1", "."}).m_Output,
               RunPitool({"drive", "--by-model", "."}).m_Output);
     EXPECT_EQ(RunPitool({"drive", "--limit", "-1", "."}).m_Errors,
-              "pitool: --limit: \"-1\" is no whole number from 0; see pitool drive --help\n");
+              "pitool: --limit: \"-1\" is not a whole number from 0; see pitool drive --help\n");
 }
 
 TEST_F(Program, WithoutAnyDriveAFileOfMetricsStaysAsItWas) {
@@ -342,12 +342,12 @@ TEST_F(Program, RefusedInputsDoNotKeepTheOutputBack) {
 
 TEST_F(Program, AWordThatIsNoCommandIsNamed) {
     EXPECT_EQ(RunPitool({"dirve", "wd-disk.json"}).m_Errors,
-              "pitool: \"dirve\" is no command; see pitool --help\n");
+              "pitool: \"dirve\" is not a command; see pitool --help\n");
     EXPECT_EQ(RunPitool({"--color", "never", "[a]"}).m_Errors,
-              "pitool: \"[a]\" is no command; see pitool --help\n");
-    EXPECT_EQ(RunPitool({"--bad"}).m_Errors, "pitool: \"--bad\" is no option; see pitool --help\n");
+              "pitool: \"[a]\" is not a command; see pitool --help\n");
+    EXPECT_EQ(RunPitool({"--bad"}).m_Errors, "pitool: \"--bad\" is not an option; see pitool --help\n");
     EXPECT_EQ(RunPitool({std::string(41, 'x')}).m_Errors,
-              "pitool: \"" + std::string(40, 'x') + "...\" is no command; see pitool --help\n");
+              "pitool: \"" + std::string(40, 'x') + "...\" is not a command; see pitool --help\n");
     EXPECT_EQ(RunPitool({}).m_Errors, "pitool: A subcommand is required; see pitool --help\n");
 }
 

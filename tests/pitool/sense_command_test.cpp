@@ -38,10 +38,10 @@ TEST(SenseCommand, TakesCodesInTheUsualSpellings) {
     }
     for (const char* code : {"", "0x", "h", "100", "005", "g", "-1", "+1", " 5", "5 "}) {
         ExpectRun(RunPitool({"sense", "--", "5", "24", code}), 2, "",
-                  "pitool: ASCQ: \"" + std::string(code) + "\" is no hexadecimal number from 0 to FFh\n");
+                  "pitool: ASCQ: \"" + std::string(code) + "\" is not a hexadecimal number from 0 to FFh\n");
     }
     ExpectRun(RunPitool({"sense", "10", "0", "0"}), 2, "",
-              "pitool: KEY: \"10\" is no hexadecimal number from 0 to 0Fh\n");
+              "pitool: KEY: \"10\" is not a hexadecimal number from 0 to 0Fh\n");
 }
 
 TEST(SenseCommand, QualifiersOfPatternedTextsAreDigits) {
@@ -130,10 +130,10 @@ TEST(SenseCommand, RefusesWhatHoldsNoKey) {
         {"74" + rest, "response code 74" + other},
         {"EF" + rest, "response code 6F" + other},
         {"7f" + rest, "response code 7Fh: the vendor's own format"},
-        {"72 05 zz 00", "\"zz\" is no hexadecimal byte"},
-        {"720", "\"720\" is no hexadecimal byte"},
-        {"72 0x0500", "\"0x0500\" is no hexadecimal byte"},
-        {"\x1B[2J", "\"?[2J\" is no hexadecimal byte"},
+        {"72 05 zz 00", "\"zz\" is not a hexadecimal byte"},
+        {"720", "\"720\" is not a hexadecimal byte"},
+        {"72 0x0500", "\"0x0500\" is not a hexadecimal byte"},
+        {"\x1B[2J", "\"?[2J\" is not a hexadecimal byte"},
     };
     for (const auto& [data, reason] : cases) {
         ExpectRun(RunPitool({"sense", "--data", data}), 1, "", "pitool: sense data: " + reason + "\n");

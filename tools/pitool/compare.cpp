@@ -74,7 +74,7 @@ struct Findings {
 };
 
 /// Whether wear has grown by more than a step, and more than twice as fast as in the drive's life until then
-/// (judgement): that it grows is no news.
+/// (judgement): wear always grows.
 bool WearsFaster(const DriveSummary& before, const DriveSummary& after, std::int64_t growth) {
     constexpr double HALF_STEP = 0.5;
     const auto lived = static_cast<double>(before.GetFigure(Figure::POWER_ON_HOURS).m_Value);
@@ -301,7 +301,7 @@ ExitStatus Run(const Options& options) {
 }  // namespace
 
 void AddCompare(CLI::App& app, Action& action) {
-    CLI::App* command = app.add_subcommand("compare", "Tell what changed between reports of drives");
+    CLI::App* command = app.add_subcommand("compare", "Show what changed between reports of drives");
     const auto options = std::make_shared<Options>();
     command->add_option("OLD", options->m_Old, "File or folder of reports; - is standard input")
         ->option_text(" ")

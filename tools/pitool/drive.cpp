@@ -308,7 +308,7 @@ std::string StatesError(const std::string& states) {
 }  // namespace
 
 void AddDrive(CLI::App& app, Action& action) {
-    CLI::App* command = app.add_subcommand("drive", "Report drives from what smartctl printed");
+    CLI::App* command = app.add_subcommand("drive", "Report on drives from the output of smartctl");
     const auto options = std::make_shared<Options>();
     std::vector<std::string> formats;
     for (const auto& [name, write] : FORMATS) {
@@ -330,9 +330,9 @@ void AddDrive(CLI::App& app, Action& action) {
         ->option_text("N")
         ->check([](const std::string& text) {
             std::size_t number = 0;
-            return ReadWholeNumber(text, number) ? "" : Quoted(text) + " is no whole number from 0";
+            return ReadWholeNumber(text, number) ? "" : Quoted(text) + " is not a whole number from 0";
         });
-    command->add_flag("--by-model", options->m_ByModel, "Show a line a model");
+    command->add_flag("--by-model", options->m_ByModel, "Show one line for each model");
     CLI::Option* events =
         command->add_flag("--events", options->m_Events, "Show the events that the drives raise");
     command->add_option("--strings", options->m_Strings, STRINGS_HELP)->option_text("FILE")->needs(events);
@@ -341,8 +341,7 @@ void AddDrive(CLI::App& app, Action& action) {
             ->option_text("FORMAT")
             ->check(CLI::IsMember(formats).description(""));
     command->add_flag("--json", options->m_Json, "The same as --format json");
-    command
-        ->add_option("--output", options->m_Output, "Write to this file, and replace it when all is written")
+    command->add_option("--output", options->m_Output, "Write to this file, replaced when all is written")
         ->option_text("FILE");
     command->add_flag("--check", options->m_Check, "Exit as monitoring plug-ins do: 0, 1, 2 or 3");
     command->footer(std::string(EXAMPLES) +

@@ -11,12 +11,12 @@
 namespace pitool {
 namespace {
 
-/// Words that stand in place of a serial number, in lower case.
+/// Words instead of a serial number, in lower case.
 constexpr std::string_view PLACEHOLDERS =
     "|redacted|removed|hidden|masked|private|censored|anonymized|unknown|none|not available|not reported|n/a|"
     "na|null|serial|serial number|no information found|to be filled by o.e.m.|";
 
-/// In lower case, without what stands before the first and behind the last letter or digit.
+/// In lower case, without anything before the first and after the last letter or digit.
 std::string Core(std::string_view serial) {
     const auto isWordCharacter = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; };
     const auto first = std::find_if(serial.begin(), serial.end(), isWordCharacter);

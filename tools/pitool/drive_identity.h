@@ -12,9 +12,9 @@
 
 namespace pitool {
 
-/// Whether a serial number can tell a drive from others: not what is empty, a row of one character such as
-/// "0000" or "----", hidden wholly or in part ("S3Z8****", "Z1Z5DWJK0000XXXXXXXX"), or a word in place of one
-/// such as "REDACTED". What counts as such is a judgement.
+/// Whether a serial number can distinguish a drive from others: not if it is empty, a row of one character
+/// such as "0000" or "----", hidden wholly or in part ("S3Z8****", "Z1Z5DWJK0000XXXXXXXX"), or a word in
+/// place of one such as "REDACTED". What counts as such is a judgement.
 bool IdentifiesDrive(std::string_view serial);
 
 /// Model and serial number, without the blanks around them: some reports keep those of the drive.

@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::size_t LONGEST_LINE = 4096;
 
-/// Latest time that is taken, in milliseconds: far beyond any clock, and no arithmetic of CETR wraps.
+/// Latest time that is accepted, in milliseconds: far beyond any clock, and no arithmetic of CETR wraps.
 constexpr std::uint64_t LATEST_TIME = 99'999'999'999'999;
 
 /// Reads up to the end of a line, and no further than a byte more than the longest line.
@@ -57,17 +57,17 @@ std::string ReadSample(const std::string& line, Sample& sample) {
     words >> percent >> time >> more;
     Sample read;
     if (!ReadWholeNumber(percent, read.m_Percent) || read.m_Percent < 0 || read.m_Percent > 100) {
-        return Quoted(percent) + " is no percentage: a whole number from 0 to 100 is expected";
+        return Quoted(percent) + " is not a percentage: expected a whole number from 0 to 100";
     }
     if (!time.empty() && (!ReadWholeNumber(time, read.m_TimeMs) || read.m_TimeMs > LATEST_TIME)) {
-        return Quoted(time) + " is no time: milliseconds from 0 to " + std::to_string(LATEST_TIME) +
-               " are expected";
+        return Quoted(time) + " is not a time: expected milliseconds from 0 to " +
+               std::to_string(LATEST_TIME);
     }
     if (!more.empty()) {
         return "more than a percentage and a time";
     }
     if (read.m_TimeMs < sample.m_TimeMs) {
-        return "the time " + std::to_string(read.m_TimeMs) + " lies before that of the sample before, " +
+        return "the time " + std::to_string(read.m_TimeMs) + " is before that of the previous sample, " +
                std::to_string(sample.m_TimeMs);
     }
     sample = read;
@@ -114,7 +114,7 @@ ExitStatus RunEta() {
     constexpr std::uint64_t WHOLE = 100;
     const bool isTerminal = isatty(STDOUT_FILENO) == 1;
     PI::CTimeRemaining time;
-    std::vector<PI::CETR> prescribed;
+    std::vector<PI::CETR> estimates;
     Sample sample = {0, 0};
     bool isDrawn = false;  // a line that has no end yet
     const auto finish = [&isDrawn] { return !std::exchange(isDrawn, false) || WriteOutput("\n"); };
@@ -137,9 +137,9 @@ ExitStatus RunEta() {
             continue;
         }
         time.AddSample(sample.m_TimeMs, static_cast<std::uint64_t>(sample.m_Percent), WHOLE);
-        PI::CETR::Add(prescribed, ACTIVITY, sample.m_Percent, false, sample.m_TimeMs);
+        PI::CETR::Add(estimates, ACTIVITY, sample.m_Percent, false, sample.m_TimeMs);
         const std::string text = std::to_string(sample.m_Percent) + " percent, " + EstimateText(time) +
-                                 "; CETR " + Duration(prescribed.front().m_RemainingTime);
+                                 "; CETR " + Duration(estimates.front().m_RemainingTime);
         isDrawn = isTerminal;
         if (!WriteOutput(isTerminal ? OnTerminal(sample.m_Percent, text, OutputScreen().m_Columns)
                                     : text + "\n")) {
@@ -157,9 +157,9 @@ ExitStatus RunEta() {
 }  // namespace
 
 void AddEta(CLI::App& app, Action& action) {
-    CLI::App* command = app.add_subcommand("eta", "Estimate the time remaining of a progress");
+    CLI::App* command = app.add_subcommand("eta", "Estimate the time remaining of an activity");
     command->footer(
-        std::string("Standard input holds lines \"percent milliseconds\", or \"percent\" for now.\n\n") +
+        std::string("Standard input has lines \"percent milliseconds\", or \"percent\" for now.\n\n") +
         EXAMPLES +
         "  pitool eta < progress/rebuild.txt\n"
         "  echo 40 | pitool eta");

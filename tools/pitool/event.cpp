@@ -38,7 +38,7 @@ struct Options {
 
 /// @throws std::invalid_argument with the reason for what is none
 template <class Number>
-Number NumberOf(const std::string& text, const char* refusal = "is no whole number") {
+Number NumberOf(const std::string& text, const char* refusal = "is not a whole number") {
     using Limits = std::numeric_limits<Number>;
     Number number = 0;
     if (!ReadWholeNumber(text, number)) {
@@ -65,7 +65,7 @@ PI::_SEVERITY SeverityOf(const std::string& text) {
         }
     }
     return static_cast<PI::_SEVERITY>(
-        NumberOf<std::int32_t>(text, "is none of DEBUG, INFORMATION, WARNING, ERROR and no whole number"));
+        NumberOf<std::int32_t>(text, "is neither DEBUG, INFORMATION, WARNING, ERROR nor a whole number"));
 }
 
 template <class Value>
@@ -170,7 +170,7 @@ void AddEvent(const RenderedEvent& event, JsonWriter& json) {
 }
 
 void AddEvent(CLI::App& app, Action& action) {
-    CLI::App* command = app.add_subcommand("event", "Render an event of the options or of standard input");
+    CLI::App* command = app.add_subcommand("event", "Render an event from options or standard input");
     const auto options = std::make_shared<Options>();
     PI::CEvent& event = options->m_Event;
     event.m_TimeStamp = VELK::now();

@@ -51,7 +51,8 @@ DriveForecast MakeForecast(const std::vector<DriveSummary>& reports) {
             PI::CWearForecast(readings, rated.IsKnown() ? static_cast<std::uint64_t>(rated.m_Value) : 0)};
 }
 
-/// Whether a drive comes first: what is worn earliest, then what stands still, then what cannot be said.
+/// Whether a drive comes first: those worn out earliest, then those whose wear stands still, then those
+/// without a forecast.
 bool IsWornEarlier(const DriveForecast& left, const DriveForecast& right) {
     const auto rank = [](const DriveForecast& drive) {
         const PI::CWearForecast& forecast = drive.m_Forecast;
@@ -145,7 +146,7 @@ ExitStatus Run(const Options& options) {
 }  // namespace
 
 void AddForecast(CLI::App& app, Action& action) {
-    CLI::App* command = app.add_subcommand("forecast", "Tell when drives will be worn, from their reports");
+    CLI::App* command = app.add_subcommand("forecast", "Say when drives will be worn out, from reports");
     const auto options = std::make_shared<Options>();
     command->add_option("FILE", options->m_Files, "Files or folders of reports; - is standard input")
         ->option_text("...")

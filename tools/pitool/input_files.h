@@ -12,15 +12,15 @@ namespace pitool {
 /// Largest input that is read, in bytes. What smartctl prints for one drive stays below a hundredth of it.
 constexpr std::size_t MAX_INPUT_SIZE = std::size_t{64} * 1024 * 1024;
 
-/// The argument that stands for standard input.
+/// The argument that means standard input.
 constexpr const char* STANDARD_INPUT = "-";
 
 /// Called with a file or folder that is refused, and why.
 using Refuse = std::function<void(const std::string& file, const std::string& reason)>;
 
-/// Takes the files that an argument stands for: itself; or for a folder the files in it and in its folders
-/// that end in ".json", ".txt" or ".gz", in the order of their names. Below a folder, links are not followed
-/// and names that begin with a dot are passed over.
+/// Takes the files that an argument names: itself, or for a folder the files in it and in its folders that
+/// end in ".json", ".txt" or ".gz", in the order of their names. Below a folder, links are not followed and
+/// names that begin with a dot are ignored.
 /// @param refuse called with a folder that cannot be read or holds no such file, and why
 void ForEachFile(const std::string& argument, const std::function<void(const std::string& file)>& take,
                  const Refuse& refuse);

@@ -52,7 +52,7 @@ struct Layout {
     }
 };
 
-/// Each 1024 of the one before; the last one stands for what is no unit.
+/// Each is 1024 of the one before; the last one is for unknown units.
 constexpr std::pair<PI::_UNITS, const char*> UNITS[] = {
     {PI::Units::BYTES, "bytes"},         {PI::Units::KILOBYTES, "kibibytes"},
     {PI::Units::MEGABYTES, "mebibytes"}, {PI::Units::GIGABYTES, "gibibytes"},
@@ -165,7 +165,7 @@ std::string LayoutText(const Layout& layout) {
 std::string FindingText(const PI::CLayoutFinding& finding) {
     constexpr std::size_t LONGEST_NAME = 40;
     return finding.GetElement().substr(0, LONGEST_NAME) + ": " + finding.GetText() +
-           (finding.GetAssumed().empty() ? "" : ", taken as " + finding.GetAssumed());
+           (finding.GetAssumed().empty() ? "" : ", read as " + finding.GetAssumed());
 }
 
 std::uint64_t LeftOut(const Findings& findings) {

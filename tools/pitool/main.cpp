@@ -20,7 +20,7 @@ constexpr const char* FOOTER =
     "  pitool drive drives  # the drives of a folder, the worst first\n"
     "  pitool name 10057    # what a number means\n"
     "\n"
-    "\"pitool COMMAND --help\" tells the options of a command.";
+    "\"pitool COMMAND --help\" shows the options of a command.";
 
 /// What is wrong: the parser asks for a command, and does not name the word that should be one.
 std::string ReasonText(const CLI::App& app, const CLI::ParseError& error) {
@@ -29,10 +29,10 @@ std::string ReasonText(const CLI::App& app, const CLI::ParseError& error) {
         return error.what();
     }
     return pitool::Quoted(words.front()) +
-           (words.front().rfind('-', 0) == 0 ? " is no option" : " is no command");
+           (words.front().rfind('-', 0) == 0 ? " is not an option" : " is not a command");
 }
 
-/// @param arguments of the command line: what is wrong may stand before the options are known
+/// @param arguments of the command line: an error may occur before the options are known
 int Refuse(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
     const auto commands = app.get_subcommands();
     pitool::ReportError(ReasonText(app, error) + "; see pitool " +
@@ -42,7 +42,7 @@ int Refuse(const CLI::App& app, const CLI::ParseError& error, const std::vector<
 }
 
 int Run(int argc, char** argv) {
-    CLI::App app("Shows what the pi library knows of drives, layouts, events and sense data.", "pitool");
+    CLI::App app("Shows what the pi library knows about drives, layouts, events and sense data.", "pitool");
     app.set_version_flag("--version", "pitool " PITOOL_VERSION);
     app.get_formatter()->column_width(OPTION_COLUMNS);
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");

@@ -114,8 +114,8 @@ const char* Find(const std::string& query, std::vector<Finding>& findings) {
         FindNumber(query, static_cast<int>(*number), findings);
     }
     return findings.size() > before ? nullptr
-           : number                 ? "no vocabulary holds this number"
-                                    : "no name holds this word";
+           : number                 ? "no vocabulary has this number"
+                                    : "no name contains this word";
 }
 
 /// Number and name, the columns that every output has.
@@ -174,7 +174,7 @@ std::string VocabularyJson(const Vocabulary& vocabulary) {
     });
 }
 
-/// Lists the vocabulary whose title begins with a text, in any case; '-' and '_' stand for blanks.
+/// Lists the vocabulary whose title begins with a text, in any case; '-' and '_' count as blanks.
 ExitStatus ListVocabulary(const Options& options) {
     std::string wanted = UpperCase(options.m_List);
     std::replace_if(

@@ -41,7 +41,7 @@ std::string HexText(std::uint8_t byte) {
     return text;
 }
 
-/// Reads a byte of one or two digits, before which "0x" may stand and after which "h", or several of two.
+/// Reads a byte of one or two digits, with an optional "0x" before or "h" after it, or several of two digits.
 bool ReadWord(std::string_view word, std::vector<std::uint8_t>& bytes) {
     const bool isPrefixed = word.substr(0, 2) == "0x" || word.substr(0, 2) == "0X";
     word.remove_prefix(isPrefixed ? 2 : 0);
@@ -66,7 +66,7 @@ std::string ReadSenseData(std::string text, PI::CSense& sense) {
     std::istringstream words(text);
     for (std::string word; words >> word;) {
         if (!ReadWord(word, bytes)) {
-            return Quoted(word) + " is no hexadecimal byte";
+            return Quoted(word) + " is not a hexadecimal byte";
         }
     }
     sense = PI::DecodeSense(bytes.data(), bytes.size());
@@ -94,7 +94,7 @@ std::string ReadCodes(const std::vector<std::string>& texts, PI::CSense& sense) 
     for (std::size_t i = 0; i < std::size(CODES); ++i) {
         const auto [name, largest] = CODES[i];
         if (!ReadWord(texts[i], bytes) || bytes.size() != i + 2 || bytes.back() > largest) {
-            return std::string(name) + ": " + Quoted(texts[i]) + " is no hexadecimal number from 0 to " +
+            return std::string(name) + ": " + Quoted(texts[i]) + " is not a hexadecimal number from 0 to " +
                    HexText(largest);
         }
     }

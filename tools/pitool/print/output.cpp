@@ -96,7 +96,7 @@ void Report(std::string_view file, Style style, std::string_view mark, std::stri
     line += file.empty() ? " " : " " + PrintableText(file) + ": ";
     AddStyled(mark, style, colors, line);
     line += mark.empty() ? "" : " ";
-    // Nobody is left to be told when standard error fails.
+    // If standard error fails, too, nothing is left to report to.
     static_cast<void>(WriteAll(STDERR_FILENO, line + PrintableText(message) + "\n"));
 }
 

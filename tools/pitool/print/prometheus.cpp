@@ -62,7 +62,7 @@ struct Family {
     double (*m_Value)(const DriveSummary& drive);  ///< NaN: the drive has no series
 };
 
-// Names and units never change: dashboards and alert rules rest on them. Names of counters end in "_total".
+// Names and units never change: dashboards and alert rules depend on them. Names of counters end in "_total".
 constexpr Family FAMILIES[] = {
     {"pi_drive_state", "What to do: 0 unknown, 1 good, 2 look at it, 3 replace it, 4 failed.", State},
     {"pi_drive_verdict", "The drive's own: 0 passed, 1 failing, 2 a warning.", Known<Health::VERDICT>},
@@ -86,7 +86,7 @@ constexpr Family FAMILIES[] = {
      Known<Health::INTERFACE_ERRORS>},
     {"pi_drive_failed_self_tests", "Self-tests failed since the last one that passed.",
      Known<Health::FAILED_SELF_TESTS>},
-    {"pi_drive_doubtful_figures", "Figures against which something speaks; they have no series.", Doubtful},
+    {"pi_drive_doubtful_figures", "Doubtful figures, which have no series.", Doubtful},
     {"pi_drive_report_timestamp_seconds", "When the report was made.", Time},
 };
 

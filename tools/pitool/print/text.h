@@ -14,7 +14,7 @@
 
 namespace pitool {
 
-/// What a text is laid out for. A file or a pipe takes lines of any length, without colours.
+/// What a text is formatted for. In a file or a pipe, lines have any length and no colours.
 struct Screen {
     std::size_t m_Columns = 0;  ///< width that the lines have to fit; 0: any
     bool m_Colors = false;
@@ -59,7 +59,7 @@ std::size_t DisplayWidth(std::string_view text);
 /// Bytes from the beginning of a printable text that fit a width, in columns; at least one character.
 std::size_t FittingLength(std::string_view text, std::size_t width);
 
-/// How a text stands out. It only adds to what the words say.
+/// How a text is highlighted, in addition to its words.
 enum class Style : std::uint8_t {
     PLAIN,
     HEADING,
