@@ -211,9 +211,8 @@ TEST_F(ProgramFaults, ADocumentThatReachesOutsideReachesNothing) {
     const Outcome number = Shell("$PITOOL layout number.xml");
     EXPECT_EQ(number.m_Output,
               "array, size 0 (0 bytes), sizes in bytes\n|-- containers: none\n`-- logical drives: none\n");
-    EXPECT_EQ(
-        number.m_Errors,
-        "pitool: number.xml:2:1: warning: ArrayConfiguration: Size \"&e9;\" is no number, read as 0\n");
+    EXPECT_EQ(number.m_Errors,
+              "pitool: number.xml:2:1: warning: ArrayConfiguration: Size \"&e9;\" is no number, read as 0\n");
 }
 
 TEST_F(ProgramFaults, AnExpandingDocumentDoesNotExpand) {
