@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Says in the service's terms how arrays and their members are.
+/// States of arrays and their members in the service's terms.
 #pragma once
 
 #include "mdstat.h"
@@ -44,18 +44,18 @@ struct Assessment {
 std::vector<int> Levels();
 std::string LevelName(int level);
 
-/// Whether its metadata are those of a BIOS, which another process looks after.
+/// Whether its metadata are those of a BIOS, which another process manages.
 bool IsExternal(const Array& array);
 
-/// Whether an array is but the frame that drives with metadata of a BIOS are kept in: the arrays proper are
-/// made from its drives.
+/// Whether an array is only a container for drives with metadata of a BIOS, from whose drives the actual
+/// arrays are made.
 bool IsContainer(const Array& array, const SysfsArray& sysfs);
 
 /// The arrays that use a drive of a container, by the names of container and drive.
 using ContainerUse = std::map<std::pair<std::string, std::string>, std::string>;
 ContainerUse FindContainerUse(const std::vector<Array>& arrays);
 
-/// @param sysfs decides where both tell; may be empty
+/// @param sysfs takes precedence; may be empty
 /// @param use   for a container
 Assessment Assess(const Array& array, const SysfsArray& sysfs, const ContainerUse& use = {});
 

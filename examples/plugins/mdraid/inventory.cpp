@@ -55,8 +55,8 @@ constexpr std::pair<_PROPERTY_VALUE, PI::_PROPERTY_ID> PROGRESS[] = {
     {Value::CHECKING, ID::CHECK_PROGRESS},
 };
 
-// What can be done about an activity. Missing are those that the kernel begins anew when stopped, and
-// reshapes, which mdadm may look after until their end.
+// The operations for an activity. There are none for activities that the kernel restarts when they are
+// stopped, and for reshapes, which mdadm may monitor until their end.
 struct OperationRow {
     _PROPERTY_VALUE m_Activity;
     PI::_OPERATION_ID m_Operation;

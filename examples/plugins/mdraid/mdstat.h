@@ -76,9 +76,9 @@ struct Mdstat {
     std::vector<MdstatError> m_Errors;  ///< in the order of the lines, at most 20; none: all was understood
 };
 
-/// Reads the whole text, up to a NUL byte. What cannot be understood is an error and costs nothing else: an
-/// array is left out only where its first line is none. Lines and words inside an array that are not known
-/// are passed over: newer kernels may add some.
+/// Reads the whole text, up to a NUL byte. What cannot be understood is an error and does not affect the
+/// rest: an array is left out only if its first line is invalid. Unknown lines and words inside an array are
+/// ignored, since newer kernels may add some.
 Mdstat ParseMdstat(std::string_view text);
 
 /// @param name such as "recovery" in the list, or "recover" in sync_action below /sys

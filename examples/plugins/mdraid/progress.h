@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Time that the synchronisations still need.
+/// Time remaining of the synchronisations.
 #pragma once
 
 #include "mdstat.h"
@@ -13,7 +13,8 @@
 
 namespace mdraid {
 
-/// Keeps an estimate for each array and feeds it on every poll. Until it knows a pace, the kernel's counts.
+/// Keeps an estimate for each array and adds a sample on every poll. Until a pace is known, the kernel's
+/// estimate is used.
 class Progress {
 public:
     /// Takes what the kernel says about an array.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Reads what /sys and /dev tell about an array beyond /proc/mdstat.
+/// Reads what /sys and /dev say about an array beyond /proc/mdstat.
 #pragma once
 
 #include <pi/vocabulary.h>
@@ -53,15 +53,15 @@ struct SysfsArray {
 SysfsArray ReadSysfsArray(const std::filesystem::path& root, const std::string& name);
 
 /// The names that the links in root/dev/md give arrays, by array: {"md127", "Home Data"}. A link that was
-/// given up for a home host's prefix or a clash of names counts as well; of several the first in alphabetical
-/// order is taken.
+/// abandoned because of a home host's prefix or a clash of names counts as well; of several, the first in
+/// alphabetical order is used.
 std::map<std::string, std::string> ReadArrayNames(const std::filesystem::path& root);
 
 /// Whole drives of root/sys/block without partitions, users, a mount, or contents that udev knows of.
 std::vector<FreeDrive> ReadFreeDrives(const std::filesystem::path& root);
 
 /// Writes to root/sys/block/NAME/md/ATTRIBUTE.
-/// @throws std::runtime_error saying what the kernel does not take
+/// @throws std::runtime_error saying what the kernel does not accept
 void WriteArrayAttribute(const std::filesystem::path& root, const std::string& name,
                          const std::string& attribute, const std::string& text);
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// The beginning of an adapter and of a physical drive, which is the same whoever reports them; more is added
-/// by the plug-in.
+/// The properties of adapters and physical drives that all plug-ins report; the plug-in adds others.
 #pragma once
 
 #include <pi/object_builder.h>
@@ -22,7 +21,7 @@ void AddKnown(void (&add)(PI::CObject&, const PI::_PROPERTY_DESCRIPTION&, AddedV
     }
 }
 
-/// An adapter that sits in no slot: its number among all adapters comes from where the plug-in says.
+/// An adapter without a slot, whose number among all adapters depends on numbers of the plug-in.
 /// @param place  a number of the plug-in's own, far above those of buses and devices
 /// @param part   of several adapters at one place
 /// @param status OK, ERROR, or another, which counts as a warning

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// What every plug-in needs, whatever its hardware is.
+/// What every plug-in needs, independent of its hardware.
 #pragma once
 
 #include <pi/events.h>

@@ -54,7 +54,7 @@ std::string ReadAll(int input, Clock::time_point deadline, std::string& output) 
 }
 
 /// Waits for the program to end: it may have closed its output and go on.
-/// @param status out: none in a host that ignores SIGCHLD, where the kernel keeps it to itself
+/// @param status out: none in a host that ignores SIGCHLD, for which the kernel does not keep it
 /// @return what went wrong, if anything
 std::string Wait(pid_t child, Clock::time_point deadline, std::optional<int>& status) {
     int known = 0;

@@ -16,7 +16,7 @@ namespace shared {
 /// @param error out: why it could not be read, when the result is empty
 std::optional<std::string> ReadTextFile(const std::filesystem::path& path, std::string& error);
 
-/// What becomes of a program's error output: thrown away, or taken with what it prints.
+/// What happens to a program's standard error: it is discarded, or read with its output.
 enum class ErrorOutput { DROP, TAKE };
 
 /// Runs a program without a shell, with nothing to read.
@@ -25,7 +25,7 @@ enum class ErrorOutput { DROP, TAKE };
 /// @param timeout   after which the program is killed
 /// @param output    out: what it printed, whatever its exit status
 /// @param error     out: why it could not be run or read to the end, when the result is empty
-/// @return its exit status; -1 where the host ignores SIGCHLD, so that nobody is told
+/// @return its exit status; -1 if the host ignores SIGCHLD, so that it is not available
 std::optional<int> RunProgram(const std::vector<std::string>& arguments, std::chrono::milliseconds timeout,
                               std::string& output, std::string& error,
                               ErrorOutput errorOutput = ErrorOutput::DROP);

@@ -77,7 +77,7 @@ void Count(const std::string& place, const std::vector<Drive>& drives,
                   " errors");
 }
 
-/// Tells a drive to do something.
+/// Runs smartctl to make a drive do something.
 void Tell(const std::string& program, const std::string& option, const Drive& drive) {
     constexpr int FAILED = 7;  // bits of smartctl(8)'s status: usage, device, command; others tell of health
     const Answer answer = Ask(program, option, drive.m_Source, drive.m_Type);
@@ -158,7 +158,7 @@ std::vector<Drive> ReadMachine(const std::string& program, std::vector<std::stri
         }
         return drives;
     }
-    // Such as "/dev/sda -d sat # /dev/sda [SAT], ATA device"; behind "# " when it cannot be opened.
+    // Such as "/dev/sda -d sat # /dev/sda [SAT], ATA device"; after "# " if it cannot be opened.
     std::istringstream scan(text);
     for (std::string line; std::getline(scan, line);) {
         std::istringstream words(line);

@@ -23,7 +23,7 @@ std::uint64_t DriveID(const Drive& drive, shared::ObjectIDs& ids);
 void AppendObjects(const std::vector<Drive>& drives, shared::ObjectIDs& ids,
                    std::vector<PI::CObject>& objects);
 
-/// Tells of every drive once that it fails or is to be replaced, and once that it is wearing out.
+/// Reports of every drive once that it fails or is to be replaced, and once that it is wearing out.
 class EventLog : public shared::EventList {
 public:
     void Update(const std::vector<Drive>& drives, shared::ObjectIDs& ids);
