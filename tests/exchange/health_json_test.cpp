@@ -85,6 +85,14 @@ TEST(HealthJson, EveryFigureIsThereWithWhatIsKnownOfIt) {
                     {"text", drive.GetFigure(HealthFigure::SPARE).GetText()}}));
 }
 
+TEST(HealthJson, WhatIsDoubtfulIsCalledSo) {
+    CDriveHealth drive(DriveProtocol::NVME, "NOBODY KNOWS IT");
+    drive.TakeFigure(HealthFigure::WEAR, 255, FigureSource::NVME_LOG, 2);
+    const Json wear = FigureOf(Json::parse(ToJson(drive)), HealthFigure::WEAR);
+    EXPECT_EQ(wear["state"], 2);
+    EXPECT_EQ(wear["state_name"], "DOUBTFUL");
+}
+
 TEST(HealthJson, SourcesHaveTheirNames) {
     constexpr const char* NAMES[] = {
         "NONE",          "ATA_DEVICE_STATISTICS", "ATA_LOG",       "ATA_ATTRIBUTE",

@@ -288,6 +288,7 @@ TEST(FloatsJson, HaveTheFewestDigitsThatGiveThemAgain) {
         {-0.0F, "-0.0"},
         {0.1F, "0.1"},
         {-2.5F, "-2.5"},
+        {-5.0F, "-5"},
         {16777216.0F, "16777216"},
         {931.5125F, "931.5125"},
         {1e20F, "1e+20"},
@@ -442,6 +443,12 @@ TEST(NamesJson, StandBesideTheNumbersOfTheVocabulary) {
     task.m_ObjectType = ObjectType::ADAPTER_9;
     EXPECT_EQ(JsonOf(task)["object_type_name"], "ADAPTER_9");
     EXPECT_EQ(JsonOf(CObject(1, ObjectType::UNDEFINED))["object_type_name"], "UNDEFINED");
+    constexpr _OBJECT_TYPE ADAPTERS[] = {ObjectType::ADAPTER_1, ObjectType::ADAPTER_2, ObjectType::ADAPTER_3,
+                                         ObjectType::ADAPTER_4, ObjectType::ADAPTER_5, ObjectType::ADAPTER_6,
+                                         ObjectType::ADAPTER_7, ObjectType::ADAPTER_8, ObjectType::ADAPTER_9};
+    for (int i = 0; i < 9; ++i) {
+        EXPECT_EQ(JsonOf(CObject(1, ADAPTERS[i]))["object_type_name"], "ADAPTER_" + std::to_string(i + 1));
+    }
     EXPECT_EQ(JsonOf(task)["task_status_name"], "OK");
     task.m_TaskStatus = std::numeric_limits<std::uint64_t>::max();
     EXPECT_EQ(JsonOf(task)["task_status_name"], "");

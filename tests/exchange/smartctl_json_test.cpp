@@ -233,6 +233,12 @@ TEST(SmartctlJson, BlocksAreOfTheSizesThatDrivesHave) {
 
 TEST(SmartctlJson, VendorsThatTheSplitDoesNotKnowAreFound) {
     EXPECT_EQ(Split("KXG60ZNV512G TOSHIBA"), "TOSHIBA|KXG60ZNV512G");
+    EXPECT_EQ(Split("KXG80ZNV512G KIOXIA"), "KIOXIA|KXG80ZNV512G");
+    EXPECT_EQ(Split("MZVLB512HAJQ SAMSUNG"), "SAMSUNG|MZVLB512HAJQ");
+    EXPECT_EQ(Split("SN520 NVMe WDC 256GB"), "WDC|SN520 NVMe WDC 256GB");
+    EXPECT_EQ(Split("SSDPEKKF256G8 NVMe Intel 256GB"), "Intel|SSDPEKKF256G8 NVMe Intel 256GB");
+    EXPECT_EQ(Split("2200S NVMe Micron 256GB"), "Micron|2200S NVMe Micron 256GB");
+    EXPECT_EQ(Split("PC401 NVMe SK hynix 512GB"), "SK hynix|PC401 NVMe SK hynix 512GB");
     EXPECT_EQ(Split("THNSN5512GPUK NVMe TOSHIBA 512GB"), "TOSHIBA|THNSN5512GPUK NVMe TOSHIBA 512GB");
     EXPECT_EQ(Split("Force MP510"), "CORSAIR|Force MP510");
     EXPECT_EQ(Split("CT250P2SSD8"), "CRUCIAL|CT250P2SSD8");
@@ -521,6 +527,22 @@ TEST(SmartctlJson, OfAKeyThatOccursTwiceTheLastCounts) {
                                         "\"name\" occurs more than once in device; the last one counts"}));
 }
 
+TEST(SmartctlJson, NamesThatOccurTwiceAreNotedAsDeepAsReportsMayNest) {
+    const auto notes = [](std::size_t depth) {
+        std::string open;
+        for (std::size_t i = 0; i < depth; ++i) {
+            open += R"({"a": )";
+        }
+        return ReadDrive(R"({"model_name": "A", "x": )" + open + R"({"b": 1, "b": 2})" +
+                         std::string(depth + 1, '}'))
+            .GetNotes()
+            .size();
+    };
+    EXPECT_EQ(notes(0), 1U);
+    EXPECT_EQ(notes(31), 1U);
+    EXPECT_EQ(notes(32), 0U);
+}
+
 TEST(SmartctlJson, CapacityThatNoDriveHasIsUnknown) {
     const auto capacity = [](const std::string& bytes) {
         return ReadDrive(R"({"model_name": "A", "user_capacity": {"bytes": )" + bytes + "}}").GetCapacity();
@@ -682,6 +704,39 @@ TEST(SmartctlJson, StatisticsAndLogsOfDisksAreRead) {
     EXPECT_EQ(Figure(drive, HealthFigure::PENDING_SECTORS), "4 [2/12]");
     EXPECT_EQ(Figure(drive, HealthFigure::HIGHEST_TEMPERATURE), "55 [2/224]");
     EXPECT_EQ(Figure(drive, HealthFigure::TEMPERATURE_LIMIT), "60 [10/0]");
+}
+
+TEST(SmartctlJson, StatisticsAreKnownByTheirNamesToo) {
+    struct Case {
+        int m_Page;
+        const char* m_Name;
+        _HEALTH_FIGURE m_Figure;
+    };
+    constexpr Case CASES[] = {
+        {1, "Lifetime Power-On Resets", HealthFigure::POWER_CYCLES},
+        {1, "Power-on Hours", HealthFigure::POWER_ON_HOURS},
+        {1, "Logical Sectors Written", HealthFigure::BYTES_WRITTEN},
+        {1, "Logical Sectors Read", HealthFigure::BYTES_READ},
+        {1, "Pending Error Count", HealthFigure::PENDING_SECTORS},
+        {3, "Number of Reallocated Logical Sectors", HealthFigure::REALLOCATED_SECTORS},
+        {4, "Number of Reported Uncorrectable Errors", HealthFigure::MEDIA_ERRORS},
+        {5, "Current Temperature", HealthFigure::TEMPERATURE},
+        {5, "Highest Temperature", HealthFigure::HIGHEST_TEMPERATURE},
+        {5, "Specified Maximum Operating Temperature", HealthFigure::TEMPERATURE_LIMIT},
+        {6, "Number of Interface CRC Errors", HealthFigure::INTERFACE_ERRORS},
+        {7, "Percentage Used Endurance Indicator", HealthFigure::WEAR},
+    };
+    for (const Case& row : CASES) {
+        const auto figure = [&row](int page) {
+            return Figure(
+                ReadDrive(ATA(R"("logical_block_size": 1, "ata_device_statistics": {"pages": [{"number": )" +
+                              std::to_string(page) + R"(, "table": [{"name": ")" + row.m_Name +
+                              R"(", "value": 7}]}]})")),
+                row.m_Figure);
+        };
+        EXPECT_EQ(figure(row.m_Page), "7 [1/" + std::to_string(row.m_Page) + "]") << row.m_Name;
+        EXPECT_EQ(figure(row.m_Page + 1), "unknown") << row.m_Name;
+    }
 }
 
 TEST(SmartctlJson, FailedSelfTestsCountUntilOnePasses) {

@@ -128,6 +128,8 @@ TEST(SmartctlRefusal, SaysWhereATextIsNoJson) {
     EXPECT_EQ(result.m_Refusals[0].GetLine(), 2U);
     ASSERT_EQ(result.m_Drives.size(), 1U) << "the next report is read";
     EXPECT_EQ(result.m_Drives[0].GetModel(), "Y");
+    EXPECT_EQ(ReadAll("{\"model_name\": nothing}\n{{\"model_name\": \"Y\"}").m_Drives.size(), 0U)
+        << "only a list is looked into";
 }
 
 TEST(SmartctlRefusal, CopiesAreEqualAndOnTheirOwn) {

@@ -62,6 +62,13 @@ TEST(SmartctlText, LinesMayEndInTheOtherWay) {
     }
     EXPECT_EQ(ReadDrive(text).GetModel(), "ST1000NM0008-2F2100");
     EXPECT_EQ(ReadDrive(text).GetFirmware(), "SN02");
+    EXPECT_EQ(Figure(ReadDrive(text + "SMART Extended Self-test Log Version: 1 (1 sectors)\r\n"
+                                      "Num  Test_Description    Status\r\n"
+                                      "# 1  Short offline       Completed without error\r\n\r\n"
+                                      "Current Temperature:                    39 Celsius\r\n"),
+                     HealthFigure::TEMPERATURE),
+              "39 [2/224]")
+        << "a blank line ends the table";
 }
 
 TEST(SmartctlText, OfALineThatOccursTwiceTheLastCounts) {
@@ -159,6 +166,19 @@ TEST(SmartctlText, RawValuesComeBackFromTheirTexts) {
     EXPECT_EQ(Hours("Power_On_Half_Minutes", "8811h+23m"), "8811 [3/9]");
     EXPECT_EQ(Hours("Power_On_Seconds", "8811h+23m+10s"), "8811 [3/9]");
     EXPECT_EQ(Hours("Power_On_Hours", "-"), "unknown");
+}
+
+TEST(SmartctlText, OnlyInBracketsNumbersAreNegative) {
+    const auto highest = [](const std::string& raw) {
+        return Figure(ReadDrive(ATA_IDENTITY +
+                                "ID# ATTRIBUTE_NAME          FLAGS    VALUE WORST THRESH FAIL RAW_VALUE\n194 "
+                                "Temperature_Celsius     -O---K   100   100   000    -    " +
+                                raw + "\n"),
+                      HealthFigure::HIGHEST_TEMPERATURE);
+    };
+    EXPECT_EQ(highest("25 (Min/Max -5/39)"), "39 [3/194]");
+    EXPECT_EQ(highest("25 (Min/Max -39/-5)"), "unknown") << "it is hotter now";
+    EXPECT_EQ(highest("-25 (Min/Max -39/-5)"), "unknown");
 }
 
 TEST(SmartctlText, RawValuesAreMadeOfAllTheirParts) {

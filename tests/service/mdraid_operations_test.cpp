@@ -182,6 +182,16 @@ TEST_F(MdraidOperations, ACheckThatIsToEndEarlyIsTakenBack) {
     EXPECT_EQ(GetArray("sync_min"), "0");
 }
 
+TEST_F(MdraidOperations, ATaskNamesTheArrayAsItsUserDoes) {
+    fs::create_directories(m_Machine.m_Root / "dev/md");
+    for (const char* const name : {"later", "data", "much_later", "last", "other"}) {  // the first counts
+        fs::create_symlink("../md0", m_Machine.m_Root / "dev/md" / name);
+    }
+    Execute(
+        "data", Operation::START_CHECK, [](PI::COperation&) {}, [](const PI::CTask&) { return false; });
+    EXPECT_EQ(m_Task.m_TaskText1, "check of md0 (data)");
+}
+
 TEST_F(MdraidOperations, ACheckThatAnotherHasPausedIsNotComplete) {
     bool isSeen = false;
     EXPECT_EQ(Execute(
@@ -213,6 +223,7 @@ TEST_F(MdraidOperations, APositionAtTheVeryBeginningIsThatOfTheKernelsFile) {
     EXPECT_EQ(progress("1", "2 / 128"), "0.0");
     EXPECT_EQ(progress("1", "130 / 128"), "0.0");
     EXPECT_EQ(progress("1", "x / 128"), "0.0");
+    EXPECT_EQ(progress("1", "96x / 128"), "0.0");
 }
 
 TEST_F(MdraidOperations, ACheckThatWaitsIsPending) {
@@ -455,6 +466,7 @@ TEST_F(MdraidOperations, AnArrayOfAnUnknownLevelIsLeftAlone) {
 }
 
 TEST(MdraidSettings, AreThoseOfThePlugin) {
+    EXPECT_EQ(mdraid::Machine().m_Root, "/");
     EXPECT_EQ(PluginConfigure("mix", "013"), PI::ErrorCode::SUCCESS);
     EXPECT_EQ(PluginConfigure("mix", ""), PI::ErrorCode::SUCCESS);
     EXPECT_EQ(PluginConfigure("mix", "014"), PI::ErrorCode::INVALID_CHARACTER);

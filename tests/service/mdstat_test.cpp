@@ -124,7 +124,7 @@ TEST(Mdstat, KnowsTheLayoutsWithCopiesInOtherStripes) {
 
 TEST(Mdstat, LevelsWithoutRedundancyHaveNoSlots) {
     for (const std::string level : {"raid0", "linear"}) {
-        const std::string line = level == "raid0" ? "512k chunks" : "0k rounding";
+        const std::string line = level == "raid0" ? "512k chunks" : "64k rounding";
         const Array array = ParseArray("md0 : active " + level +
                                        " sdb[1] sda[0]\n      1953260544 blocks super 1.2 " + line + "\n");
         EXPECT_EQ(array.m_Level, level);

@@ -24,6 +24,8 @@ static_assert(std::is_same_v<VELKTrace, PI::VELKTrace>);
 static_assert(!std::is_copy_constructible_v<VELKTrace>);
 static_assert(std::is_nothrow_destructible_v<VELKTrace>);
 
+const bool ENABLED_AT_FIRST = VELKTrace::tracesEnabled;
+
 /// Runs while no trace flag or logger is left over from another test.
 void Trace(int category) {
     VELKTrace(494, "VELK_Trace", category, "%s, %d") << std::string("text") << 7;
@@ -123,6 +125,10 @@ TEST_P(UnlistedCategory, GoesToLoggerZeroUnderTheDefaultTag) {
     TraceRecorder<0> recorder;
     Trace(GetParam());
     ExpectRecord(recorder.m_Records, "[defaultLog]", 453, 0);
+}
+
+TEST(TraceFlag, IsOffAtFirst) {
+    EXPECT_FALSE(ENABLED_AT_FIRST);
 }
 
 TEST(TraceCategory, UnlistedOneDoesNotGoToTheLoggerOfItsNumber) {
