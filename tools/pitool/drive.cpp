@@ -103,15 +103,13 @@ std::string CheckLine(const Result& result) {
 
 /// A list of the drives, or of their models.
 Table ListOf(const Result& result, const Screen& screen) {
-    DriveList drives = result.m_Shown;
+    const DriveList& drives = result.m_Shown;
     if (result.m_Options.m_ByModel) {
         return ModelTable(drives);
     }
-    if (screen.m_Rows != 0) {
-        drives.resize(std::min(drives.size(), screen.m_Rows));  // more than fit, and no need to make all
-    }
-    Table table = DriveTable(drives);
-    table.SetFurther(result.m_Shown.size() - drives.size() + result.m_Further, "--limit 0 shows all");
+    const std::size_t rows = std::min(drives.size(), screen.m_Rows != 0 ? screen.m_Rows : SIZE_MAX);
+    Table table = DriveTable(drives, rows);  // more than fit, and no need to make all
+    table.SetFurther(drives.size() - rows + result.m_Further, "--limit 0 shows all");
     return table;
 }
 
@@ -119,13 +117,14 @@ bool WriteText(const Result& result) {
     const Options& options = result.m_Options;
     Screen screen = OutputScreen();
     screen.m_Rows = options.m_Limit ? 0 : screen.m_Rows;
+    std::string checkLine;
     std::string text;
     const auto takeRows = [&screen](std::size_t rows) {
         screen.m_Rows = screen.m_Rows == 0 ? 0 : std::max(screen.m_Rows, rows + 1) - rows;
     };
     if (options.m_Check) {
-        text = CheckLine(result);
-        takeRows(screen.m_Columns == 0 ? 1 : 1 + (DisplayWidth(text) - 2) / screen.m_Columns);
+        checkLine = CheckLine(result);
+        takeRows(screen.m_Columns == 0 ? 1 : 1 + (DisplayWidth(checkLine) - 2) / screen.m_Columns);
     } else if (result.m_All.empty()) {
         return true;
     }
@@ -137,15 +136,14 @@ bool WriteText(const Result& result) {
         upper.m_Rows = options.m_Events ? (screen.m_Rows + 1) / 2 : screen.m_Rows;
         Table table = ListOf(result, upper);
         table.SetSummary(options.m_Check ? "" : CountsText(result));
-        const std::string list = table.Text(upper);
-        takeRows(static_cast<std::size_t>(std::count(list.begin(), list.end(), '\n')) + 1);
-        text += list;
+        text = table.Text(upper);
+        takeRows(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1);
     }
     if (options.m_Events) {
         const std::string events = EventTable(result.m_Shown).Text(screen);
         text += events.empty() ? "\nno events\n" : "\n" + events;
     }
-    return WriteOutput(text);
+    return WriteOutput(checkLine) && WriteOutput(text);
 }
 
 bool WriteJson(const Result& result) {
@@ -264,7 +262,8 @@ ExitStatus RunDrive(const Options& options) {
     for (const DriveSummary& drive : drives) {
         all.push_back(&drive);
     }
-    Result result = {options, all, std::move(refusals), Select(all, options)};
+    DriveList shown = Select(all, options);
+    Result result = {options, std::move(all), std::move(refusals), std::move(shown)};
     if (options.m_Limit.value_or(0) != 0 && !options.m_ByModel) {
         result.m_Further = result.m_Shown.size() - std::min(result.m_Shown.size(), *options.m_Limit);
         result.m_Shown.resize(result.m_Shown.size() - result.m_Further);
@@ -273,7 +272,7 @@ ExitStatus RunDrive(const Options& options) {
         std::find_if(std::begin(FORMATS), std::end(FORMATS),
                      [&options](const auto& each) { return options.m_Format == each.first; });
     // What was not read must not take the place of what was, before.
-    const bool hasReport = options.m_Output.empty() || !all.empty() || result.m_Refusals.empty() ||
+    const bool hasReport = options.m_Output.empty() || !result.m_All.empty() || result.m_Refusals.empty() ||
                            options.m_Check || options.m_Format == "json" || options.m_Format == "html";
     const bool isWritten = CloseOutput(hasReport && format->second(result));
     if (options.m_Check) {

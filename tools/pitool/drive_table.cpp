@@ -164,14 +164,14 @@ std::string StateCounts::Text() const {
     return text;
 }
 
-Table DriveTable(const DriveList& drives) {
+Table DriveTable(const DriveList& drives, std::size_t most) {
     std::vector<Column> columns;
     std::transform(std::begin(COLUMNS), std::end(COLUMNS), std::back_inserter(columns),
                    [](const DriveColumn& column) { return column.m_Column; });
     Table table(std::move(columns));
-    for (const DriveSummary* drive : drives) {
+    for (std::size_t row = 0; row < std::min(most, drives.size()); ++row) {
         for (const DriveColumn& column : COLUMNS) {
-            const Content content = column.m_Content(*drive);
+            const Content content = column.m_Content(*drives[row]);
             table.Add(content.m_Text, content.m_Style);
         }
     }

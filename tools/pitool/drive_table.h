@@ -7,6 +7,7 @@
 #include "print/table.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -32,8 +33,8 @@ struct StateCounts {
     std::string Text() const;
 };
 
-/// A row each, in the order given.
-Table DriveTable(const DriveList& drives);
+/// A row each, in the order given, and no more than asked for.
+Table DriveTable(const DriveList& drives, std::size_t most = SIZE_MAX);
 
 /// A row a model: how many of its drives are in which state, and the figures that are known of them. The
 /// models with the most failed drives come first, then those with the most to replace, to look at, and of

@@ -64,9 +64,9 @@ std::string HtmlPage(const DriveList& drives, const Refusals& refused) {
                       HtmlText(drive->GetFile()) + "</small></summary>" + drive->GetDetail() + "</details>\n";
         }
     }
-    const auto rows = [&anchors](const DriveList& list, std::size_t further = 0) {
-        Table table = DriveTable(list);
-        table.SetFurther(further, "see all drives");
+    const auto rows = [&anchors](const DriveList& list, std::size_t most) {
+        Table table = DriveTable(list, most);
+        table.SetFurther(list.size() - std::min(list.size(), most), "see all drives");
         return table.Html([&](std::size_t row) {
             const auto found = anchors.find(list[row]);
             return found != anchors.end() ? found->second : "";
@@ -76,8 +76,6 @@ std::string HtmlPage(const DriveList& drives, const Refusals& refused) {
     std::copy_if(drives.begin(), drives.end(), std::back_inserter(toActOn),
                  [](const DriveSummary* drive) { return drive->GetState() >= PI::DriveState::LOOK; });
     SortDrives("state", toActOn);
-    const std::size_t further = toActOn.size() - std::min(toActOn.size(), FIRST_TO_ACT_ON);
-    toActOn.resize(toActOn.size() - further);
 
     std::string html =
         "<!DOCTYPE html>\n<html lang=en><head><meta charset=utf-8><title>Drives</title>"
@@ -85,10 +83,10 @@ std::string HtmlPage(const DriveList& drives, const Refusals& refused) {
         std::string(STYLE) + "</style></head>\n<body><h1>" + StateCounts(drives).Text() + "</h1>" +
         Period(drives);
     html += Heading("What to act on first");
-    html += toActOn.empty() ? "<p>Nothing.</p>" : rows(toActOn, further);
+    html += toActOn.empty() ? "<p>Nothing.</p>" : rows(toActOn, FIRST_TO_ACT_ON);
     html += Heading("Wear") + "<div class=plots>" + WearPlots(drives) + "</div>";
     html += Heading("By model") + ModelTable(drives).Html();
-    html += Heading("All drives") + rows(drives);
+    html += Heading("All drives") + rows(drives, drives.size());
     if (!sheets.empty()) {
         html += Heading("Sheets");
         html += (anchors.size() < drives.size() ? "<p>Only of drives that are not good.</p>" : "") + sheets;

@@ -168,7 +168,12 @@ std::string Table::Text(const Screen& screen, std::size_t indent) const {
     const std::size_t room = screen.m_Columns == 0 ? SIZE_MAX : std::max(screen.m_Columns, indent) - indent;
     const std::vector<Shown> shown = Fit(std::min(rows, std::max(height, headings + 1)), room);
 
+    std::size_t width = 1;
+    for (const Shown& each : shown) {
+        width += each.m_Width + GAP;
+    }
     std::string text;
+    text.reserve(std::min(rows, height) * width);
     std::size_t row = 0;
     for (std::size_t used = 0; row < rows && rows != headings; ++row) {
         const std::size_t before = text.size();
@@ -186,7 +191,7 @@ std::string Table::Text(const Screen& screen, std::size_t indent) const {
                   text);
         text += '\n';
     }
-    return text + below;
+    return text += below;
 }
 
 std::string Table::Html(const std::function<std::string(std::size_t row)>& link) const {
