@@ -88,15 +88,15 @@ private:
                 Start();
                 outcome = Exchange(request, take);
             } else {
-                m_Untold.emplace_back("waits to be started again");
+                m_PendingErrors.emplace_back("waits to be started again");
             }
         } catch (const std::exception& error) {
             Fail(error.what());
         }
-        for (Texts* const texts : {&m_Untold, &outcome.m_Texts}) {
+        for (Texts* const texts : {&m_PendingErrors, &outcome.m_Texts}) {
             std::move(texts->begin(), texts->end(), std::back_inserter(errors));
         }
-        m_Untold.clear();
+        m_PendingErrors.clear();
         return outcome.m_Code;
     }
 
@@ -146,14 +146,15 @@ private:
         m_Pause = std::min(isFirst ? m_Limits.m_FirstPause : 2 * m_Pause, m_Limits.m_LongestPause);
         m_NextStart = Clock::now() + m_Pause;
 
-        m_Untold.push_back(m_Doing + ": " + (ended.empty() ? reason : ended) +
-                           "; it may be started again after " + std::to_string(m_Pause.count()) + " ms");
+        m_PendingErrors.push_back(m_Doing + ": " + (ended.empty() ? reason : ended) +
+                                  "; it may be started again after " + std::to_string(m_Pause.count()) +
+                                  " ms");
         PI::CEvent& event = m_Events.emplace_back();
         event.m_EventID = PI::EventID::INTERNAL;
         event.m_Severity = PI::Severity::ERROR;
         event.m_TimeStamp = VELK::now();
         event.SetPlaceHolder1("plug-in " + m_Name);
-        event.SetPlaceHolder2(m_Untold.back());
+        event.SetPlaceHolder2(m_PendingErrors.back());
         event.m_Source = "service";
     }
 
@@ -167,7 +168,7 @@ private:
     Clock::time_point m_LastAnswer;
     Clock::time_point m_NextStart;
     std::chrono::milliseconds m_Pause{0};
-    Texts m_Untold;                    // errors, for the next call
+    Texts m_PendingErrors;             // for the next call
     std::vector<PI::CEvent> m_Events;  // for the next GetEvents
 };
 

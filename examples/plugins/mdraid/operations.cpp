@@ -225,39 +225,26 @@ std::string ManageDrive(const Subject& subject, const char* option) {
 
 // ---- A new array
 
-/// What a configuration document asks for.
-struct Layout {
-    explicit Layout(const VELK::XML::xml_document& document) {
-        VELK::XML::xml_document copy;
-        copy.reset(document);
-        if (document.child("ArrayConfiguration")) {
-            const PI::CArray array(copy);
-            Take(array.m_Containers, array.m_Units);
-        } else if (document.child("LogicalDriveConfiguration")) {
-            const PI::CLogicalDrive drive(copy);
-            if (!drive.m_GlobalHotSpares.empty()) {
-                Refuse("software RAID has no global hot spares");
-            }
-            Take(drive.m_Containers, drive.m_Units);
-            m_Spares = drive.m_DedicatedHotSpares;
-        } else {
-            Refuse("CONFIGURATION is no configuration document of an array or a logical drive");
-        }
+/// What a configuration document asks for: that of an array is a logical drive without spares.
+PI::CLogicalDrive ReadLayout(const VELK::XML::xml_document& document) {
+    VELK::XML::xml_document copy;
+    copy.reset(document);
+    if (document.child("ArrayConfiguration")) {
+        const PI::CArray array(copy);
+        PI::CLogicalDrive drive;
+        drive.m_Containers = array.m_Containers;
+        drive.m_Units = array.m_Units;
+        return drive;
     }
-
-    void Take(const std::vector<PI::CContainer>& containers, PI::_UNITS units) {
-        m_ContainerCount = containers.size();
-        m_Units = units;
-        for (const PI::CContainer& container : containers) {
-            m_Drives.insert(m_Drives.end(), container.m_Drives.begin(), container.m_Drives.end());
-        }
+    if (!document.child("LogicalDriveConfiguration")) {
+        Refuse("CONFIGURATION is no configuration document of an array or a logical drive");
     }
-
-    std::size_t m_ContainerCount = 0;
-    std::vector<PI::CDrive> m_Drives;
-    PI::_UNITS m_Units = PI::Units::UNSPECIFIED;
-    std::vector<std::uint64_t> m_Spares;
-};
+    PI::CLogicalDrive drive(copy);
+    if (!drive.m_GlobalHotSpares.empty()) {
+        Refuse("software RAID has no global hot spares");
+    }
+    return drive;
+}
 
 std::uint64_t ToBytes(std::uint64_t size, PI::_UNITS units) {
     constexpr std::pair<PI::_UNITS, unsigned> BITS[] = {
@@ -286,15 +273,16 @@ std::string NewDevice(const std::string& name) {
 }
 
 /// The drives of the document, those of the array first.
-std::vector<FreeDrive> FindDrives(const Subject& subject, const Layout& layout) {
+std::vector<FreeDrive> FindDrives(const Subject& subject, const std::vector<PI::CDrive>& extents,
+                                  const std::vector<std::uint64_t>& spares) {
     std::vector<std::uint64_t> ids;
-    for (const PI::CDrive& drive : layout.m_Drives) {
-        if (drive.m_StartAddress != 0) {
-            Refuse("drive " + std::to_string(drive.m_ObjectID) + ": mdadm begins where a drive begins");
+    for (const PI::CDrive& extent : extents) {
+        if (extent.m_StartAddress != 0) {
+            Refuse("drive " + std::to_string(extent.m_ObjectID) + ": mdadm begins where a drive begins");
         }
-        ids.push_back(drive.m_ObjectID);
+        ids.push_back(extent.m_ObjectID);
     }
-    ids.insert(ids.end(), layout.m_Spares.begin(), layout.m_Spares.end());
+    ids.insert(ids.end(), spares.begin(), spares.end());
     const std::vector<FreeDrive>& free = subject.m_Inventory.m_FreeDrives;
     std::vector<FreeDrive> drives;
     for (const std::uint64_t id : ids) {
@@ -323,25 +311,30 @@ bool AsksOfSizesAlone(const std::string& output) {
 }
 
 std::string CreateArray(const Subject& subject, const PI::COperation& operation) {
-    const Layout layout(Parameter(operation, ID::CONFIGURATION).m_Data.m_XML.m_Document);
+    const PI::CLogicalDrive layout =
+        ReadLayout(Parameter(operation, ID::CONFIGURATION).m_Data.m_XML.m_Document);
+    std::vector<PI::CDrive> extents;
+    for (const PI::CContainer& container : layout.m_Containers) {
+        extents.insert(extents.end(), container.m_Drives.begin(), container.m_Drives.end());
+    }
     const int level = Parameter(operation, ID::RAID_LEVEL_2).m_Data.m_Choice.m_Value;
-    const std::vector<FreeDrive> drives = FindDrives(subject, layout);
-    if (layout.m_Drives.empty() || (layout.m_ContainerCount > 1 && level != Value::RAID10)) {
+    const std::vector<FreeDrive> drives = FindDrives(subject, extents, layout.m_DedicatedHotSpares);
+    if (extents.empty() || (layout.m_Containers.size() > 1 && level != Value::RAID10)) {
         Refuse("CONFIGURATION needs drives in one container; only RAID10 takes several, one for each mirror");
     }
     std::vector<std::string> command = {
         "--create", NewDevice(Parameter(operation, ID::NAME).m_Data.m_String.m_Value), "--metadata=1.2",
-        "--level=" + LevelName(level), "--raid-devices=" + std::to_string(layout.m_Drives.size())};
+        "--level=" + LevelName(level), "--raid-devices=" + std::to_string(extents.size())};
     if (level != Value::RAID0 && level != Value::CONCAT) {
         command.emplace_back("--bitmap=internal");  // judgement: a crash then costs no whole synchronisation
     }
-    if (!layout.m_Spares.empty()) {
-        command.push_back("--spare-devices=" + std::to_string(layout.m_Spares.size()));
+    if (!layout.m_DedicatedHotSpares.empty()) {
+        command.push_back("--spare-devices=" + std::to_string(layout.m_DedicatedHotSpares.size()));
     }
     std::uint64_t used = UINT64_MAX;   // the smallest part of a drive that the document gives, in bytes
     std::uint64_t whole = UINT64_MAX;  // the smallest drive
-    for (const PI::CDrive& drive : layout.m_Drives) {
-        used = drive.m_UsedSize == 0 ? used : std::min(used, ToBytes(drive.m_UsedSize, layout.m_Units));
+    for (const PI::CDrive& extent : extents) {
+        used = extent.m_UsedSize == 0 ? used : std::min(used, ToBytes(extent.m_UsedSize, layout.m_Units));
     }
     for (const FreeDrive& drive : drives) {
         whole = drive.m_SizeBytes == 0 ? whole : std::min(whole, drive.m_SizeBytes);
