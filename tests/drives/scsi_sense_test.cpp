@@ -102,29 +102,6 @@ TEST(TranslateSenseASC, Knows738PairsUnder110Codes) {
     EXPECT_EQ(codes.count(0x70), 0u);
 }
 
-TEST(TranslateSenseASC, TellingPairs) {
-    struct Sense {
-        unsigned char m_ASC;
-        unsigned char m_ASCQ;
-        const char* m_Text;
-    };
-    const Sense senses[] = {
-        {0x00, 0x00, "no additional sense information"},
-        {0x04, 0x01, "logical unit is in process of becoming ready"},
-        {0x0C, 0x02, "write error - auto reallocation failed"},
-        {0x29, 0x00, "power on, reset, or bus device reset occurred"},
-        {0x3A, 0x00, "medium not present"},
-        {0x40, 0x00, "ram failure (should use 40 nn)"},
-        {0x5D, 0x00, "failure prediction threshold exceeded"},
-        {0x74, 0x79, "security conflict in translated device"},
-    };
-    for (const Sense& sense : senses) {
-        std::string text = leftOver;
-        EXPECT_EQ(CPluginHelper::TranslateSenseASC(sense.m_ASC, sense.m_ASCQ, text), PI::ErrorCode::SUCCESS);
-        EXPECT_EQ(text, sense.m_Text);
-    }
-}
-
 TEST(TranslateSenseASC, UnknownPairEmptiesTheText) {
     const unsigned char pairs[][2] = {{0xFF, 0xFF}, {0x74, 0x7A}, {0x75, 0x00}, {0x40, 0x01}, {0x40, 0x7F}};
     for (const auto& [asc, ascq] : pairs) {
