@@ -36,7 +36,7 @@ const PI::CProperty& Parameter(const PI::COperation& operation, PI::_PROPERTY_ID
 }
 
 /// @param output out: all that mdadm says
-/// @return whether it did what it was told to
+/// @return whether it succeeded
 bool TryMdadm(const Machine& machine, std::vector<std::string> arguments, std::string& output) {
     if (machine.m_Mdadm.empty() && machine.m_Root != "/") {
         Refuse("mdadm would work on this machine, not on " + machine.m_Root.string());
@@ -68,7 +68,7 @@ std::string RunMdadm(const Machine& machine, const std::vector<std::string>& arg
     return shared::OneLine(output);
 }
 
-/// What an operation works on: looked at anew, since the service may have asked some time ago.
+/// What an operation works on: read again, since the service may have asked some time ago.
 class Subject {
 public:
     Subject(const Machine& machine, shared::ObjectIDs& ids, Progress& progress, std::uint64_t objectID)
@@ -119,9 +119,8 @@ private:
     std::uint64_t m_ArrayID;
 };
 
-// ---- Checks. The kernel keeps in sync_min where it was told to end one, and begins there when it is asked
-// for one again: that is the pause. "frozen" would also keep it from rebuilding, should a drive fail
-// meanwhile.
+// ---- Checks. The kernel keeps in sync_min where it was asked to end a check, and continues there when it is
+// asked for one again: that is the pause. "frozen" would also prevent a rebuild if a drive fails meanwhile.
 
 /// Ends the check that another follows: until that has looked again, sync_min says that the check has not
 /// come to its end.
@@ -259,7 +258,7 @@ std::uint64_t ToBytes(std::uint64_t size, PI::_UNITS units) {
     Refuse("CONFIGURATION has no size in units " + std::to_string(units) + " that could be used");
 }
 
-/// A name that mdadm takes as it is: "md5" for a number, others become links in /dev/md.
+/// A name that mdadm accepts: "md5" for a number, others become links in /dev/md.
 std::string NewDevice(const std::string& name) {
     constexpr const char* LETTERS = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-.";
     constexpr std::size_t LONGEST = 32;  // that metadata have room for
