@@ -17,7 +17,7 @@ bool IsPlain(char byte) {
 }
 
 void AddEscape(std::uint32_t unit, std::string& text) {
-    char escape[8];
+    char escape[16];
     std::snprintf(escape, sizeof escape, "\\u%04x", unit);
     text += escape;
 }
@@ -36,9 +36,7 @@ std::size_t AddEscaped(std::string_view value, std::string& text) {
     constexpr std::uint32_t FIRST_PAIR = 0x10000;
     std::uint32_t codePoint = 0;
     const std::size_t length = DecodeCharacter(value, codePoint);
-    if (length == 0 || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) {
-        codePoint = REPLACEMENT;
-    }
+    codePoint = length != 0 ? codePoint : REPLACEMENT;
     if (codePoint >= FIRST_PAIR) {
         AddEscape(0xD800 + ((codePoint - FIRST_PAIR) >> 10U), text);
         codePoint = 0xDC00 + ((codePoint - FIRST_PAIR) & 0x3FFU);
