@@ -68,9 +68,8 @@ public:
 
     /// Reads a logical-drive configuration document (docs/configuration-documents.md).
     ///
-    /// Never fails: what is missing or malformed gets 0, or true for IsConfigurable. A document without Units
-    /// gives the unit 0, not UNSPECIFIED as the default constructor does, which tells the two apart. The
-    /// document is not changed.
+    /// Never fails: what is missing or malformed gets 0, or true for IsConfigurable. So a document without
+    /// Units gives the unit 0, where the default constructor has UNSPECIFIED. The document is not changed.
     explicit CLogicalDrive(VELK::XML::xml_document& document);
 
     CLogicalDrive(const CLogicalDrive&) = default;

@@ -50,7 +50,7 @@ std::uint64_t Raw48(const _IDE_SMART_ATTRIBUTE& attribute) {
     return value;
 }
 
-// The older families keep something else in raw bytes 2 and 3.
+// For the older families bytes 0, 1 and 4 make up the count, on purpose: what plug-ins are promised.
 std::uint64_t InnoDiskCycles(std::uint32_t groupFlag, std::uint64_t raw) {
     return groupFlag == 0 ? (raw & 0xFFFF) | (raw >> 32 & 0xFF) << 16 : raw & 0xFFFFFFFF;
 }
@@ -61,7 +61,7 @@ void EvaluateInnoDiskWear(const _IDE_SMART_DATA& data, CSmartValues& values) {
         const _SSD_ENDURANCE* row = CPluginHelper::findLifeTimeProp(values.m_Model);
         rated = row == nullptr ? 0 : row->m_EnduranceTB;
     }
-    // The remaining lifetime then goes by the wear, not by the amount written.
+    // So that the remaining lifetime goes by the wear, not by the amount written.
     values.m_Endurance = 0;
     if (rated == 0) {
         return;
