@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
+#include <cstring>
 #include <limits>
 #include <set>
 
@@ -12,10 +14,18 @@ namespace PI {
 
 namespace {
 
+/// One of 64 bits, mostly another one for another name.
+std::uint64_t NameBit(std::string_view name) {
+    const auto character = [name](std::size_t at) { return static_cast<unsigned char>(name[at]); };
+    const std::size_t sum =
+        name.empty() ? 0U : character(0) + 3U * character(name.size() / 2) + 7U * character(name.size() - 1);
+    return std::uint64_t{1} << (name.size() + sum) % 64;
+}
+
 void FindDuplicates(const JsonValue& value, std::string_view path, unsigned depth,
                     std::vector<std::string>& notes) {
     constexpr unsigned DEEPEST = 32;  // reports nest six deep
-    constexpr unsigned FEW = 16;
+    constexpr std::ptrdiff_t FEW = 64;
     if (depth > DEEPEST) {
         return;
     }
@@ -23,22 +33,28 @@ void FindDuplicates(const JsonValue& value, std::string_view path, unsigned dept
     if (!value.IsObject()) {
         return;
     }
-    std::set<std::string_view> many;
-    std::string_view few[FEW];
-    std::size_t count = 0;
-    for (const auto& member : value.GetObject()) {
-        const std::string_view name = TextOf(member.name);
-        if (count < FEW ? std::find(few, few + count, name) != few + count : !many.insert(name).second) {
+    std::uint64_t seen = 0;
+    std::set<std::string_view> sorted;  // where there are many
+    const auto begin = value.MemberBegin();
+    for (auto member = begin; member != value.MemberEnd(); ++member) {
+        const std::string_view name = TextOf(member->name);
+        bool isSeen = (seen & NameBit(name)) != 0;
+        seen |= NameBit(name);
+        if (member - begin < FEW) {
+            isSeen = isSeen && std::any_of(begin, member,
+                                           [name](const auto& other) { return TextOf(other.name) == name; });
+        } else {
+            for (auto other = begin; sorted.empty() && other != member; ++other) {
+                sorted.insert(TextOf(other->name));
+            }
+            isSeen = !sorted.insert(name).second;
+        }
+        if (isSeen) {
             notes.push_back("\"" + std::string(name) + "\" occurs more than once" +
                             (path.empty() ? "" : " in ") + std::string(path) + "; the last one counts");
-        } else if (count < FEW) {
-            few[count++] = name;
-            if (count == FEW) {
-                many.insert(few, few + FEW);
-            }
         }
-        if (member.value.IsObject() || member.value.IsArray()) {
-            FindDuplicates(member.value, name, depth + 1, notes);
+        if (member->value.IsObject() || member->value.IsArray()) {
+            FindDuplicates(member->value, name, depth + 1, notes);
         }
     }
 }
@@ -71,10 +87,11 @@ const JsonValue* Member(const JsonValue& object, std::string_view name, std::str
     if (!object.IsObject()) {
         return nullptr;
     }
+    const std::size_t length = name.size() + suffix.size();
     for (auto member = object.MemberEnd(); member != object.MemberBegin();) {
-        const std::string_view key = TextOf((--member)->name);
-        if (key.size() == name.size() + suffix.size() && key.substr(0, name.size()) == name &&
-            key.substr(name.size()) == suffix) {
+        const JsonValue& key = (--member)->name;
+        if (key.GetStringLength() == length && std::memcmp(key.GetString(), name.data(), name.size()) == 0 &&
+            std::string_view(key.GetString(), length).substr(name.size()) == suffix) {
             return &member->value;
         }
     }
