@@ -44,8 +44,9 @@ void FindDuplicates(const JsonValue& value, std::string_view path, unsigned dept
             isSeen = isSeen && std::any_of(begin, member,
                                            [name](const auto& other) { return TextOf(other.name) == name; });
         } else {
-            for (auto other = begin; sorted.empty() && other != member; ++other) {
-                sorted.insert(TextOf(other->name));
+            if (member - begin == FEW) {
+                std::for_each(begin, member,
+                              [&sorted](const auto& other) { sorted.insert(TextOf(other.name)); });
             }
             isSeen = !sorted.insert(name).second;
         }
@@ -90,7 +91,8 @@ const JsonValue* Member(const JsonValue& object, std::string_view name, std::str
     const std::size_t length = name.size() + suffix.size();
     for (auto member = object.MemberEnd(); member != object.MemberBegin();) {
         const JsonValue& key = (--member)->name;
-        if (key.GetStringLength() == length && std::memcmp(key.GetString(), name.data(), name.size()) == 0 &&
+        if (key.GetStringLength() == length && !name.empty() && key.GetString()[0] == name[0] &&
+            std::memcmp(key.GetString(), name.data(), name.size()) == 0 &&
             std::string_view(key.GetString(), length).substr(name.size()) == suffix) {
             return &member->value;
         }

@@ -54,10 +54,17 @@ private:
     /// A whole number; from KEY_s where KEY is missing, or is large enough to have been rounded on its way.
     std::optional<std::int64_t> Number(const JsonValue& object, std::string_view path) {
         constexpr std::int64_t LARGEST_EXACT = std::int64_t{1} << 53;
-        const JsonValue* value = At(object, path);
+        const std::size_t dot = path.find('.');
+        const bool hasParent = dot != std::string_view::npos;
+        const JsonValue* parent = hasParent ? Parent(object, path.substr(0, dot)) : &object;
+        if (parent == nullptr) {
+            return std::nullopt;
+        }
+        const std::string_view rest = path.substr(hasParent ? dot + 1 : 0);
+        const JsonValue* value = At(*parent, rest);
         std::optional<std::int64_t> number = value != nullptr ? ToWholeNumber(*value) : std::nullopt;
         if (!number || *number >= LARGEST_EXACT) {
-            const JsonValue* text = At(object, path, "_s");
+            const JsonValue* text = At(*parent, rest, "_s");
             const auto exact = text != nullptr ? ToWholeNumber(*text) : std::nullopt;
             number = exact ? exact : number;
         }
@@ -66,6 +73,16 @@ private:
             m_Notes.push_back(std::string(path) + " is no whole number and passed over");
         }
         return number;
+    }
+
+    /// A member that holds others. Rows of tables mostly ask for the one of the row before.
+    const JsonValue* Parent(const JsonValue& object, std::string_view name) {
+        if (&object != m_ParentOf || name != m_ParentName) {
+            m_ParentOf = &object;
+            m_ParentName = name;
+            m_Parent = Member(object, name);
+        }
+        return m_Parent;
     }
 
     /// A number of at most 16 bits.
@@ -198,6 +215,9 @@ private:
 
     const JsonValue& m_Document;
     std::vector<std::string> m_Notes;
+    const JsonValue* m_ParentOf = nullptr;  ///< with m_ParentName what m_Parent was found by
+    std::string_view m_ParentName;
+    const JsonValue* m_Parent = nullptr;
 };
 
 /// Whether an object is a report, by names that only reports have.
