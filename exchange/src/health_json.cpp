@@ -2,6 +2,7 @@
 // The health of a drive as JSON.
 
 #include <pi/exchange/model_json.h>
+#include <pi/health_assessment.h>
 
 #include "model_writer.h"
 
@@ -30,11 +31,12 @@ static void Fields(CModelWriter& writer, const CHealthFigure& figure) {
 }
 
 std::string ToJson(const CDriveHealth& health) {
+    const CHealthAssessment assessment(health);
     CModelWriter writer;
     writer.Begin("drive_health");
-    writer.Named("state", "state_name", health.GetState(), DriveStateName);
-    writer.Member("reasons", health.GetReasons());
-    writer.Member("figures", health.GetFigures());
+    writer.Named("state", "state_name", assessment.GetState(), DriveStateName);
+    writer.Member("reasons", assessment.GetReasons());
+    writer.Member("figures", assessment.GetFigures());
     return writer.End();
 }
 

@@ -15,8 +15,9 @@ namespace PI {
 namespace {
 
 void SetCapacity(ReportIdentity& identity, std::int64_t bytes) {
-    constexpr std::int64_t MOST = std::int64_t{1} << 60;  // judgement: no drive holds more
-    identity.m_Capacity = bytes <= MOST ? static_cast<std::uint64_t>(bytes) : 0;
+    constexpr std::int64_t LEAST = 1'000'000;             // judgement: no drive holds less
+    constexpr std::int64_t MOST = std::int64_t{1} << 60;  // nor more
+    identity.m_Capacity = bytes >= LEAST && bytes <= MOST ? static_cast<std::uint64_t>(bytes) : 0;
 }
 
 void SetCapacityOfAll(ReportIdentity& identity, std::int64_t bytes) {

@@ -35,6 +35,7 @@
 #include <pi/drives.h>
 #include <pi/endurance_rating.h>
 #include <pi/events.h>
+#include <pi/health_assessment.h>
 #include <pi/model.h>
 #include <pi/remaining_lifetime.h>
 #include <pi/sense.h>

@@ -211,6 +211,11 @@ public:
     _DRIVE_STATE GetState() const noexcept;           ///< the state that it is a reason for
     const CHealthFigure& GetFigure() const noexcept;  ///< what it is based on; valid as long as the reason
 
+    /// Compares reasons, also of different drives: the greater is more important. It depends on the state,
+    /// then on the figure (judgement): what the drive reports about itself, lost data, sectors that were
+    /// saved, what can be planned for, what is over or passes. Its numbers may change between releases.
+    std::int32_t GetWeight() const noexcept;
+
     /// For people, such as "1040 reallocated sectors". One line without a full stop, in English.
     /// @throws std::bad_alloc if allocation fails
     std::string GetText() const;
@@ -228,6 +233,9 @@ private:
 /// the drive returns them, and figures that another program has decoded, as many as there are, in any order.
 /// A second page of the same kind replaces the first. The order of different pages does not change the
 /// result.
+///
+/// GetFigure, GetFigures, GetState and GetReasons decide again with each call; CHealthAssessment decides all
+/// of them in one pass.
 ///
 /// A value: copies are deep. The caller serialises changes; any number of threads may read at once.
 class PI_API CDriveHealth {
@@ -335,12 +343,14 @@ public:
     /// What to do about the drive. Allocates nothing.
     _DRIVE_STATE GetState() const noexcept;
 
-    /// Why, the most important reason first. There is at least one, also when the state is good or unknown.
+    /// Why, the most important reason first, by CHealthReason::GetWeight. There is at
+    /// least one, also when the state is good or unknown.
     /// @throws std::bad_alloc if allocation fails
     std::vector<CHealthReason> GetReasons() const;
     /// @}
 
 private:
+    friend class CHealthAssessment;
     struct CFacts;
     std::unique_ptr<CFacts> m_Facts;
 };

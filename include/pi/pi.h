@@ -11,6 +11,7 @@
 #include <pi/drives.h>
 #include <pi/endurance_rating.h>
 #include <pi/events.h>
+#include <pi/health_assessment.h>
 #include <pi/model.h>
 #include <pi/object_builder.h>
 #include <pi/plugin_helper.h>

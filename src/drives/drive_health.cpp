@@ -14,8 +14,6 @@
 
 namespace PI {
 
-struct CDriveHealth::CFacts : DriveFacts {};
-
 namespace {
 
 // In the order of the kinds' numbers.
@@ -149,32 +147,21 @@ bool CDriveHealth::TakeAttribute(std::uint8_t id, const char* name, std::uint16_
 }
 
 CHealthFigure CDriveHealth::GetFigure(_HEALTH_FIGURE figure) const noexcept {
-    return DecideFigure(*m_Facts, figure);
+    return FindKind(figure) != nullptr ? Decider(*m_Facts).Figure(figure) : CHealthFigure(figure);
 }
 
 std::vector<CHealthFigure> CDriveHealth::GetFigures() const {
-    std::vector<CHealthFigure> figures;
-    figures.reserve(LAST_FIGURE);
-    for (std::int32_t figure = FIRST_FIGURE; figure <= LAST_FIGURE; ++figure) {
-        figures.push_back(GetFigure(static_cast<_HEALTH_FIGURE>(figure)));
-    }
-    return figures;
+    return Decider(*m_Facts).Figures();
 }
 
 _DRIVE_STATE CDriveHealth::GetState() const noexcept {
-    return Judge(*m_Facts).m_List[0].m_State;
+    Decider decider(*m_Facts);
+    return Judge(decider).m_List[0].m_State;
 }
 
 std::vector<CHealthReason> CDriveHealth::GetReasons() const {
-    const Findings findings = Judge(*m_Facts);
-    std::vector<CHealthReason> reasons;
-    reasons.reserve(findings.m_Count);
-    for (std::size_t i = 0; i < findings.m_Count; ++i) {
-        const Finding& finding = findings.m_List[i];
-        reasons.emplace_back(finding.m_State, GetFigure(finding.m_Figure),
-                             static_cast<std::uint32_t>(finding.m_Statement));
-    }
-    return reasons;
+    Decider decider(*m_Facts);
+    return ReasonsOf(decider);
 }
 
 }  // namespace PI

@@ -125,7 +125,7 @@ bool ReadAttributes(const DriveFacts& facts, _HEALTH_FIGURE figure, Reading& rea
         const auto value = attribute != nullptr ? search.Try(rule, *attribute) : std::nullopt;
         if (value) {
             reading = AttributeReading(figure, rule.m_ID, *value);
-            isWeak = rule.IsWeak();
+            isWeak = rule.IsWeak() || (rule.m_Field == Field::RAW_24 && attribute->m_Raw >> 24 != 0);
             return true;
         }
     }

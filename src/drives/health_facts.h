@@ -79,6 +79,8 @@ struct DriveFacts {
     void Forget(_FIGURE_SOURCE source, std::uint32_t number) noexcept;
 };
 
+struct CDriveHealth::CFacts : DriveFacts {};
+
 /// A counter as a reading's value.
 constexpr std::int64_t Counter(std::uint64_t value) {
     return value < static_cast<std::uint64_t>(BEYOND_COUNTING) ? static_cast<std::int64_t>(value)

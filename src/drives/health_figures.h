@@ -2,9 +2,14 @@
 // How a figure is decided from what was read of a drive.
 #pragma once
 
+#include <pi/health_assessment.h>
+
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <iterator>
+#include <optional>
+#include <vector>
 
 #include "drives/health_facts.h"
 
@@ -26,6 +31,7 @@ enum class FigureReason : std::int32_t {
     WRITTEN_BUT_NEW,      ///< wear of 0 after many drive writes
     COUNTS_NO_FURTHER,    ///< an attribute that has reached the end of what it can say
     WEAK_RULE,            ///< the rule for the attribute is wrong on some drives
+    PACKED_HOURS,         ///< bits above those of the hours
 };
 
 /// What a figure is: its name, and which readings of it can be.
@@ -109,10 +115,30 @@ Choice ChooseReading(const DriveFacts& facts, _HEALTH_FIGURE figure) noexcept;
 /// A choice as a figure.
 CHealthFigure Plain(_HEALTH_FIGURE figure, const Choice& choice) noexcept;
 
-CHealthFigure DecideFigure(const DriveFacts& facts, _HEALTH_FIGURE figure) noexcept;
+/// Decides the figures of one drive, each once.
+class Decider {
+public:
+    explicit Decider(const DriveFacts& facts) noexcept : m_Facts(facts) {}
+
+    const DriveFacts& Facts() const noexcept { return m_Facts; }
+    /// @param figure one of FIRST_FIGURE to LAST_FIGURE
+    const CHealthFigure& Figure(_HEALTH_FIGURE figure) noexcept;
+    /// What tells the medium. With NOTHING it counts as a disk, else but for REPORTED as solid-state.
+    _MEDIUM_BASIS MediumBasis() noexcept;
+    bool IsSolidState() noexcept;
+    /// All of them, in the order of their numbers.
+    /// @throws std::bad_alloc
+    std::vector<CHealthFigure> Figures();
+
+private:
+    CHealthFigure Decide(_HEALTH_FIGURE figure) noexcept;
+
+    const DriveFacts& m_Facts;
+    std::array<std::optional<CHealthFigure>, LAST_FIGURE> m_Figures;
+};
 
 /// Wear from all its sources (src/drives/health_wear.cpp).
-CHealthFigure DecideWear(const DriveFacts& facts) noexcept;
+CHealthFigure DecideWear(Decider& decider) noexcept;
 
 /// The rated endurance, where it is known in terabytes.
 CHealthFigure DecideRating(const DriveFacts& facts) noexcept;
@@ -126,8 +152,6 @@ bool ReadAttributes(const DriveFacts& facts, _HEALTH_FIGURE figure, Reading& rea
 /// degraded, read-only, or its memory is not saved when power fails. The others are its temperature and
 /// memory that it lends to hosts.
 constexpr std::int64_t NVME_FAILURE_BITS = 0b1'1101;
-
-bool IsSolidState(const DriveFacts& facts) noexcept;
 
 /// Attributes at or below their thresholds, now or once.
 CHealthFigure DecideThresholds(const DriveFacts& facts, _HEALTH_FIGURE figure) noexcept;

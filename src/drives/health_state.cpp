@@ -4,6 +4,7 @@
 
 #include <pi/vocabulary.h>
 
+#include <algorithm>
 #include <iterator>
 
 #include "drives/health_figures.h"
@@ -45,21 +46,49 @@ constexpr WarningBit WARNING_BITS[] = {
     {0b1100'0000, DriveState::LOOK, Statement::UNKNOWN_WARNING},
 };
 
+// Reasons for the same state, the weightiest first (judgement). First what the drive says of itself; then
+// data that is lost already; then sectors that were saved; then what can be planned for, reserve before wear,
+// since a drive without reserve stops and a worn one goes on for long; last what is over, or passes.
+constexpr _HEALTH_FIGURE FIGURES_WEIGHTIEST_FIRST[] = {
+    HealthFigure::VERDICT,
+    HealthFigure::CRITICAL_WARNING,
+    HealthFigure::ATTRIBUTES_BELOW_THRESHOLD,
+    HealthFigure::PENDING_SECTORS,
+    HealthFigure::UNCORRECTABLE_SECTORS,
+    HealthFigure::MEDIA_ERRORS,
+    HealthFigure::FAILED_SELF_TESTS,
+    HealthFigure::REALLOCATED_SECTORS,
+    HealthFigure::SPARE,
+    HealthFigure::WEAR,
+    HealthFigure::ATTRIBUTES_ONCE_BELOW,
+    HealthFigure::TEMPERATURE,
+};
+
+/// A drive of which nothing is known weighs more than a good one.
+std::int32_t Weight(_DRIVE_STATE state, _HEALTH_FIGURE figure) {
+    constexpr std::int32_t STATE_STEP = 100;
+    const std::int32_t rank = state <= DriveState::GOOD ? DriveState::GOOD - state : state;
+    const auto* place =
+        std::find(std::begin(FIGURES_WEIGHTIEST_FIRST), std::end(FIGURES_WEIGHTIEST_FIRST), figure);
+    return rank * STATE_STEP + static_cast<std::int32_t>(std::end(FIGURES_WEIGHTIEST_FIRST) - place);
+}
+
 /// Adds a finding after those that weigh as much.
 void Add(Findings& findings, _DRIVE_STATE state, _HEALTH_FIGURE figure, Statement statement) {
     if (findings.m_Count == Findings::MAX) {
         return;
     }
+    const auto weight = [](const Finding& finding) { return Weight(finding.m_State, finding.m_Figure); };
     std::size_t place = findings.m_Count++;
-    for (; place > 0 && findings.m_List[place - 1].m_State < state; --place) {
+    for (; place > 0 && weight(findings.m_List[place - 1]) < Weight(state, figure); --place) {
         findings.m_List[place] = findings.m_List[place - 1];
     }
     findings.m_List[place] = {state, figure, statement};
 }
 
 /// The drive's own words. @return whether there are any
-bool JudgeVerdict(const DriveFacts& facts, Findings& findings) {
-    const CHealthFigure warning = DecideFigure(facts, HealthFigure::CRITICAL_WARNING);
+bool JudgeVerdict(Decider& decider, Findings& findings) {
+    const CHealthFigure& warning = decider.Figure(HealthFigure::CRITICAL_WARNING);
     if (warning.HasValue() && warning.GetValue() != 0) {
         for (const WarningBit& bit : WARNING_BITS) {
             if ((warning.GetValue() & bit.m_Bit) != 0) {
@@ -68,7 +97,7 @@ bool JudgeVerdict(const DriveFacts& facts, Findings& findings) {
         }
         return true;
     }
-    const CHealthFigure verdict = DecideFigure(facts, HealthFigure::VERDICT);
+    const CHealthFigure& verdict = decider.Figure(HealthFigure::VERDICT);
     if (verdict.GetValue() == 1) {
         Add(findings, DriveState::FAILED, HealthFigure::VERDICT, Statement::FAILING);
     } else if (verdict.GetValue() == 2) {
@@ -77,12 +106,12 @@ bool JudgeVerdict(const DriveFacts& facts, Findings& findings) {
     return verdict.HasValue();
 }
 
-void JudgeThresholds(const DriveFacts& facts, Findings& findings) {
-    const Medium medium = IsSolidState(facts) ? Medium::SSD : Medium::HDD;
+void JudgeThresholds(Decider& decider, Findings& findings) {
+    const Medium medium = decider.IsSolidState() ? Medium::SSD : Medium::HDD;
     const Threshold* const end = std::end(THRESHOLDS);
     for (const Threshold* row = std::begin(THRESHOLDS); row != end;) {
         const _HEALTH_FIGURE figure = row->m_Figure;
-        const CHealthFigure value = DecideFigure(facts, figure);
+        const CHealthFigure& value = decider.Figure(figure);
         const Threshold* reached = nullptr;
         for (; row != end && row->m_Figure == figure; ++row) {
             if ((row->m_Medium == Medium::ANY || row->m_Medium == medium) && value.HasValue() &&
@@ -95,7 +124,8 @@ void JudgeThresholds(const DriveFacts& facts, Findings& findings) {
         }
         // What is doubtful is looked at, no more.
         const bool isDoubtful = value.GetState() == FigureState::DOUBTFUL;
-        const bool isPreFailure = figure == HealthFigure::ATTRIBUTES_BELOW_THRESHOLD && IsPreFailure(facts);
+        const bool isPreFailure =
+            figure == HealthFigure::ATTRIBUTES_BELOW_THRESHOLD && IsPreFailure(decider.Facts());
         Add(findings,
             isDoubtful     ? DriveState::LOOK
             : isPreFailure ? DriveState::REPLACE
@@ -108,18 +138,18 @@ void JudgeThresholds(const DriveFacts& facts, Findings& findings) {
 }
 
 /// The drive's own limits, where it states them.
-void JudgeLimits(const DriveFacts& facts, Findings& findings) {
-    const CHealthFigure spare = DecideFigure(facts, HealthFigure::SPARE);
-    const CHealthFigure least = DecideFigure(facts, HealthFigure::SPARE_THRESHOLD);
+void JudgeLimits(Decider& decider, Findings& findings) {
+    const CHealthFigure& spare = decider.Figure(HealthFigure::SPARE);
+    const CHealthFigure& least = decider.Figure(HealthFigure::SPARE_THRESHOLD);
     constexpr std::int64_t USUAL_THRESHOLD = 10;  // of nearly all drives that state one
     if (spare.HasValue() && least.HasValue() && spare.GetValue() < least.GetValue()) {
         Add(findings, DriveState::REPLACE, HealthFigure::SPARE, Statement::VALUE);
     } else if (spare.HasValue() && !least.HasValue() && spare.GetValue() < USUAL_THRESHOLD) {
         Add(findings, DriveState::LOOK, HealthFigure::SPARE, Statement::VALUE);
     }
-    const CHealthFigure temperature = DecideFigure(facts, HealthFigure::TEMPERATURE);
-    const CHealthFigure critical = DecideFigure(facts, HealthFigure::CRITICAL_TEMPERATURE);
-    const CHealthFigure limit = DecideFigure(facts, HealthFigure::TEMPERATURE_LIMIT);
+    const CHealthFigure& temperature = decider.Figure(HealthFigure::TEMPERATURE);
+    const CHealthFigure& critical = decider.Figure(HealthFigure::CRITICAL_TEMPERATURE);
+    const CHealthFigure& limit = decider.Figure(HealthFigure::TEMPERATURE_LIMIT);
     if (temperature.HasValue() && critical.HasValue() && temperature.GetValue() > critical.GetValue()) {
         Add(findings, DriveState::LOOK, HealthFigure::TEMPERATURE, Statement::ABOVE_CRITICAL);
     } else if (temperature.HasValue() && limit.HasValue() && temperature.GetValue() > limit.GetValue()) {
@@ -129,19 +159,35 @@ void JudgeLimits(const DriveFacts& facts, Findings& findings) {
 
 }  // namespace
 
-Findings Judge(const DriveFacts& facts) noexcept {
+Findings Judge(Decider& decider) noexcept {
     Findings findings;
-    const bool hasVerdict = JudgeVerdict(facts, findings);
-    JudgeThresholds(facts, findings);
-    JudgeLimits(facts, findings);
+    const bool hasVerdict = JudgeVerdict(decider, findings);
+    JudgeThresholds(decider, findings);
+    JudgeLimits(decider, findings);
     if (findings.m_Count == 0) {
         // Thresholds are what a drive's verdict is made from.
         const bool isJudged =
-            hasVerdict || DecideFigure(facts, HealthFigure::ATTRIBUTES_BELOW_THRESHOLD).HasValue();
+            hasVerdict || decider.Figure(HealthFigure::ATTRIBUTES_BELOW_THRESHOLD).HasValue();
         Add(findings, isJudged ? DriveState::GOOD : DriveState::UNKNOWN, HealthFigure::VERDICT,
             isJudged ? Statement::NOTHING_AGAINST : Statement::NO_VERDICT);
     }
     return findings;
+}
+
+std::vector<CHealthReason> ReasonsOf(Decider& decider) {
+    const Findings findings = Judge(decider);
+    std::vector<CHealthReason> reasons;
+    reasons.reserve(findings.m_Count);
+    for (std::size_t i = 0; i < findings.m_Count; ++i) {
+        const Finding& finding = findings.m_List[i];
+        reasons.emplace_back(finding.m_State, decider.Figure(finding.m_Figure),
+                             static_cast<std::uint32_t>(finding.m_Statement));
+    }
+    return reasons;
+}
+
+std::int32_t CHealthReason::GetWeight() const noexcept {
+    return Weight(m_State, m_Figure.GetFigure());
 }
 
 }  // namespace PI

@@ -4,8 +4,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
-#include "drives/health_facts.h"
+#include "drives/health_figures.h"
 
 namespace PI {
 
@@ -44,6 +45,10 @@ struct Findings {
     std::size_t m_Count = 0;
 };
 
-Findings Judge(const DriveFacts& facts) noexcept;
+Findings Judge(Decider& decider) noexcept;
+
+/// The findings as reasons.
+/// @throws std::bad_alloc
+std::vector<CHealthReason> ReasonsOf(Decider& decider);
 
 }  // namespace PI

@@ -2,7 +2,6 @@
 // What figures and reasons say to people.
 
 #include <algorithm>
-#include <cstdio>
 #include <iterator>
 
 #include "drives/health_figures.h"
@@ -12,9 +11,13 @@ namespace PI {
 
 namespace {
 
+/// Two digits or more.
 std::string Hexadecimal(std::uint32_t number) {
-    char text[16];
-    std::snprintf(text, sizeof(text), "%02Xh", number);
+    std::string text = "h";
+    do {
+        text.insert(text.begin(), "0123456789ABCDEF"[number & 0xF]);
+        number >>= 4;
+    } while (number != 0 || text.size() < 3);
     return text;
 }
 
@@ -146,6 +149,8 @@ std::string CHealthFigure::GetText() const {
         case FigureReason::WEAK_RULE:
             return source + " says " + value(m_Value) +
                    ", but drives of this kind are known on which it does not tell";
+        case FigureReason::PACKED_HOURS:
+            return source + " says " + value(m_Value) + " and holds something else above its 24 low bits";
         case FigureReason::COUNTS_NO_FURTHER:
             return source + " says " + value(m_Value) + " and counts no further";
     }

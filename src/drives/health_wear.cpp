@@ -107,10 +107,11 @@ void AddOther(const DriveFacts& facts, const Choice& own, Opinions& opinions) {
 }
 
 /// How often the drive was written over, 0 when unknown.
-std::int64_t DriveWrites(const DriveFacts& facts) {
+std::int64_t DriveWrites(Decider& decider) {
+    const DriveFacts& facts = decider.Facts();
     const std::uint64_t capacity =
         facts.m_CapacityBytes != 0 ? facts.m_CapacityBytes : facts.m_IdentifiedBytes;
-    const CHealthFigure written = DecideFigure(facts, HealthFigure::BYTES_WRITTEN);
+    const CHealthFigure& written = decider.Figure(HealthFigure::BYTES_WRITTEN);
     return capacity != 0 && written.HasValue()
                ? static_cast<std::int64_t>(static_cast<std::uint64_t>(written.GetValue()) / capacity)
                : 0;
@@ -146,7 +147,8 @@ CHealthFigure DecideRating(const DriveFacts& facts) noexcept {
     return maker.Made();
 }
 
-CHealthFigure DecideWear(const DriveFacts& facts) noexcept {
+CHealthFigure DecideWear(Decider& decider) noexcept {
+    const DriveFacts& facts = decider.Facts();
     CHealthFigureMaker maker(HealthFigure::WEAR);
     if (facts.m_Medium == PropertyValue::HDD) {
         return maker.Say(FigureReason::ROTATING).Made();
@@ -181,7 +183,8 @@ CHealthFigure DecideWear(const DriveFacts& facts) noexcept {
     if (differs) {
         return maker.Made();
     }
-    if (const std::int64_t writes = DriveWrites(facts); chosen.m_Value == 0 && writes >= MANY_DRIVE_WRITES) {
+    if (const std::int64_t writes = chosen.m_Value == 0 ? DriveWrites(decider) : 0;
+        writes >= MANY_DRIVE_WRITES) {
         return maker.Doubt(FigureReason::WRITTEN_BUT_NEW)
             .Name({writes, HealthFigure::BYTES_WRITTEN, 0, 0})
             .Made();

@@ -27,7 +27,11 @@ std::string TellBy(const Row& row, _HEALTH_FIGURE figure, int medium = PropertyV
 TEST(PowerOnHours, AreUnpackedByModelAndName) {
     const Row rows[] = {
         {"ANY", "", 9, 100, 1234, "known 1234: SMART attribute 9"},
-        {"ANY", "", 9, 100, 0x2A'0000'0004D2, "known 1234: SMART attribute 9"},  // minutes above 24 bits
+        {"ANY", "", 9, 100, 0x2A'0000'0004D2,
+         "doubtful 1234: SMART attribute 9 says 1234 hours and holds something else above its 24 low bits"},
+        {"ANY", "", 9, 100, 0x100'0000,
+         "doubtful 0: SMART attribute 9 says 0 hours and holds something else above its 24 low bits"},
+        {"ST1000NM0008-2F2100", "", 9, 100, 0x20'0E7A'0000'B7D4, "known 47060: SMART attribute 9"},
         {"ANY", "Power_On_Hours_and_Msec", 9, 100, 0xDF88'0000'04D2, "known 1234: SMART attribute 9"},
         {"ANY", "Power_On_Minutes", 9, 100, 60 * 1234 + 59, "known 1234: SMART attribute 9"},
         {"ANY", "Power_On_Half_Minutes", 9, 100, 120 * 1234 + 119, "known 1234: SMART attribute 9"},
@@ -44,6 +48,16 @@ TEST(PowerOnHours, AreUnpackedByModelAndName) {
     for (const Row& row : rows) {
         EXPECT_EQ(TellBy(row, Figure::POWER_ON_HOURS), row.m_Told) << row.m_Model << " " << row.m_Name;
     }
+}
+
+TEST(PowerOnHours, OfAPackedAttributeAreKnownWhereTheStatisticTellsThem) {
+    CDriveHealth drive(DriveProtocol::ATA, "ANY");
+    drive.TakeAttribute(9, "", 0x32, 100, 100, -1, 0x2A'0000'0004D2);
+    drive.TakeFigure(Figure::POWER_ON_HOURS, 1234);
+    EXPECT_EQ(drive.GetFigure(Figure::POWER_ON_HOURS).GetState(), FigureState::DOUBTFUL)
+        << "the other program read the same attribute";
+    drive.TakeStatistic(1, 0x10, 5000);
+    EXPECT_EQ(Told(drive, Figure::POWER_ON_HOURS), "known 5000: device statistics page 1");
 }
 
 TEST(BytesWritten, AreCountedInTheUnitOfModelNameOrNeighbours) {

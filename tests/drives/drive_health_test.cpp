@@ -142,8 +142,44 @@ TEST(DriveHealth, ATemperatureThatNeverWasAboveZeroHasNoSensor) {
     drive.TakeFigure(Figure::HIGHEST_TEMPERATURE, 0);
     EXPECT_EQ(Told(drive, Figure::TEMPERATURE),
               "unknown: the drive has no sensor: it never reported more than 0");
+    EXPECT_EQ(Told(drive, Figure::HIGHEST_TEMPERATURE),
+              "unknown: decoded by another program says 0 degrees Celsius, which cannot be");
     drive.TakeFigure(Figure::HIGHEST_TEMPERATURE, 1);
     EXPECT_EQ(Told(drive, Figure::TEMPERATURE), "known 0: decoded by another program");
+    EXPECT_EQ(Told(drive, Figure::HIGHEST_TEMPERATURE), "known 1: decoded by another program");
+}
+
+TEST(DriveHealth, TemperaturesThatAreTooFarApartAreDoubtful) {
+    const auto told = [](std::uint8_t attribute, std::uint64_t raw) {
+        CDriveHealth drive = Disk();
+        drive.TakeStatistic(5, 8, 20);
+        drive.TakeAttribute(attribute, "", 0x22, 100, 100, 0, raw);
+        return Told(drive, Figure::TEMPERATURE);
+    };
+    EXPECT_EQ(told(194, 35), "known 20: device statistics page 5");
+    EXPECT_EQ(told(194, 5), "known 20: device statistics page 5");
+    EXPECT_EQ(
+        told(194, 36),
+        "doubtful 20: device statistics page 5 says 20 degrees Celsius, SMART attribute 194 says 36 degrees "
+        "Celsius");
+    EXPECT_EQ(
+        told(194, 4),
+        "doubtful 20: device statistics page 5 says 20 degrees Celsius, SMART attribute 194 says 4 degrees "
+        "Celsius");
+    EXPECT_EQ(told(194, 0), "known 20: device statistics page 5") << "no sensor";
+    EXPECT_EQ(told(190, 80), "known 20: device statistics page 5") << "some count it down from 100";
+}
+
+TEST(DriveHealth, AHighestTemperatureOfZeroIsNone) {
+    CDriveHealth drive = Disk();
+    drive.TakeFigure(Figure::HIGHEST_TEMPERATURE, 0);
+    drive.TakeFigure(Figure::TEMPERATURE, 1);
+    EXPECT_EQ(Told(drive, Figure::HIGHEST_TEMPERATURE),
+              "unknown: decoded by another program says 0 degrees Celsius, which cannot be");
+    drive.TakeStatistic(5, 0x20, 0);
+    drive.TakeFigure(Figure::HIGHEST_TEMPERATURE, 40);
+    EXPECT_EQ(Told(drive, Figure::HIGHEST_TEMPERATURE), "known 40: decoded by another program")
+        << "another source tells one";
 }
 
 TEST(DriveHealth, AttributesOfAnotherProgramBringTheirNamesAndThresholds) {

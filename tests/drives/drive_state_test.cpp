@@ -83,8 +83,8 @@ TEST(DriveState, ADiskFullOfBadSectorsIsReplacedWhateverItsVerdict) {
     drive.TakeVerdict(true);
     Take(drive, ATA_SMART_DATA, SmartData({{5, 50, 1040}, {197, 100, 878}, {198, 100, 1272}}));
     EXPECT_EQ(Reasons(drive),
-              "replace it: 1040 reallocated sectors; replace it: 878 pending sectors; "
-              "replace it: 1272 uncorrectable sectors");
+              "replace it: 878 pending sectors; replace it: 1272 uncorrectable sectors; "
+              "replace it: 1040 reallocated sectors");
 }
 
 TEST(DriveState, ASingleReallocatedSectorIsLookedAt) {

@@ -364,5 +364,27 @@ TEST(DriveWear, OfModelsRatedInCyclesIsThatOfCSmartValues) {
     EXPECT_GT(models, 0);
 }
 
+TEST(DriveWear, WhatAPageHoldsInAByteIsNoMoreThan255) {
+    struct Page {
+        _DRIVE_PROTOCOL m_Protocol;
+        _FIGURE_SOURCE m_Source;
+        std::uint32_t m_Number;
+        const char* m_Name;
+    };
+    for (const Page& page :
+         {Page{DriveProtocol::NVME, FigureSource::NVME_LOG, 0x02, "NVMe log 02h"},
+          Page{DriveProtocol::SCSI, FigureSource::SCSI_LOG_PAGE, 0x11, "SCSI log page 11h"},
+          Page{DriveProtocol::ATA, FigureSource::ATA_DEVICE_STATISTICS, 7, "device statistics page 7"}}) {
+        CDriveHealth drive(page.m_Protocol, "NOBODY KNOWS IT");
+        drive.SetMedium(PropertyValue::SSD);
+        drive.TakeFigure(Figure::WEAR, 255, page.m_Source, page.m_Number);
+        EXPECT_EQ(drive.GetFigure(Figure::WEAR).GetState(), FigureState::DOUBTFUL);
+        drive.TakeFigure(Figure::WEAR, 256, page.m_Source, page.m_Number);
+        EXPECT_EQ(Wear(drive), std::string("unknown: ") + page.m_Name + " says 256 percent, which cannot be");
+        drive.TakeFigure(Figure::WEAR, 3);
+        EXPECT_EQ(Wear(drive), "known 3: decoded by another program");
+    }
+}
+
 }  // namespace
 }  // namespace PI::Test

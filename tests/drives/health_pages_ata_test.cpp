@@ -170,6 +170,19 @@ TEST(ATASmartData, ATemperatureOfZeroIsDoubtfulUnlessTheHighestOneIsCredible) {
     }
 }
 
+TEST(ATASmartData, AHighestTemperatureThatIsNotCredibleIsAsDoubtfulAsThePresentOne) {
+    for (const auto& [raw, told] :
+         {std::pair{std::uint64_t{99} << 32U, "known 99: SMART attribute 194"},
+          std::pair{
+              std::uint64_t{100} << 32U,
+              "doubtful 100: SMART attribute 194 says 0 degrees Celsius, as drives without a sensor do"},
+          std::pair{std::uint64_t{100} << 32U | 1U, "known 100: SMART attribute 194"}}) {
+        CDriveHealth drive = Disk();
+        Take(drive, ATA_SMART_DATA, SmartData({{194, 100, raw}}));
+        EXPECT_EQ(Told(drive, Figure::HIGHEST_TEMPERATURE), told) << raw;
+    }
+}
+
 TEST(ATAThresholds, AreUnknownWithoutEitherPage) {
     CDriveHealth drive = Disk();
     Take(drive, ATA_SMART_DATA, SmartData({{1, 1, 0}}));

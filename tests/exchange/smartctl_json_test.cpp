@@ -497,8 +497,8 @@ TEST(SmartctlJson, NumbersThatMayBeRoundedAreReadFromTheirTexts) {
     };
     EXPECT_EQ(capacity(R"("bytes": 9007199254740992, "bytes_s": "9007199254740993")"), 9007199254740993U);
     EXPECT_EQ(capacity(R"("bytes": 9.007199254740992e15, "bytes_s": "9007199254740993")"), 9007199254740993U);
-    EXPECT_EQ(capacity(R"("bytes_s": "512")"), 512U);
-    EXPECT_EQ(capacity(R"("bytes": 512, "bytes_s": "513")"), 512U) << "exact as a number";
+    EXPECT_EQ(capacity(R"("bytes_s": "512000000")"), 512000000U);
+    EXPECT_EQ(capacity(R"("bytes": 512000000, "bytes_s": "513000000")"), 512000000U) << "exact as a number";
     EXPECT_EQ(capacity(R"("bytes": 9007199254740992, "bytes_s": "x")"), 9007199254740992U);
     EXPECT_EQ(
         Figure(ReadDrive(NVMe("A", R"("power_cycles": 5, "power_cycles_s": "5", "power_cycles_le": [5])")),
@@ -543,6 +543,19 @@ TEST(SmartctlJson, NamesThatOccurTwiceAreNotedAsDeepAsReportsMayNest) {
     EXPECT_EQ(notes(32), 0U);
 }
 
+TEST(SmartctlJson, KeysThatOccurTwiceAreFoundAmongManyToo) {
+    for (const int others : {0, 1, 62, 63, 64, 65, 200}) {
+        std::string members = R"("model_name": "A", "k": 1)";
+        for (int i = 0; i < others; ++i) {
+            members += ", \"key" + std::to_string(i) + "\": 0";
+        }
+        EXPECT_TRUE(ReadDrive("{" + members + "}").GetNotes().empty()) << others;
+        EXPECT_EQ(ReadDrive("{" + members + R"(, "k": 2})").GetNotes(),
+                  std::vector<std::string>{"\"k\" occurs more than once; the last one counts"})
+            << others;
+    }
+}
+
 TEST(SmartctlJson, CapacityThatNoDriveHasIsUnknown) {
     const auto capacity = [](const std::string& bytes) {
         return ReadDrive(R"({"model_name": "A", "user_capacity": {"bytes": )" + bytes + "}}").GetCapacity();
@@ -550,6 +563,13 @@ TEST(SmartctlJson, CapacityThatNoDriveHasIsUnknown) {
     EXPECT_EQ(capacity("1152921504606846976"), 1152921504606846976U);
     EXPECT_EQ(capacity("1152921504606846977"), 0U);
     EXPECT_EQ(capacity("18446744073709551615"), 0U);
+    EXPECT_EQ(capacity("1000000"), 1000000U);
+    EXPECT_EQ(capacity("999999"), 0U);
+    EXPECT_EQ(ReadDrive(R"({"model_name": "A", "nvme_total_capacity": "1000"})").GetCapacity(), 0U);
+    EXPECT_EQ(
+        ReadDrive(R"({"model_name": "A", "nvme_total_capacity": 1000, "user_capacity": {"bytes": 5000000}})")
+            .GetCapacity(),
+        5000000U);
 }
 
 TEST(SmartctlJson, ExitStatusOfAFailingDriveIsAVerdictWhereThereIsNone) {
@@ -617,13 +637,13 @@ TEST(SmartctlJson, NVMeFiguresAreThoseOfTheLog) {
 TEST(SmartctlJson, NoWearOfADriveThatWasWrittenAHundredTimesIsDoubtful) {
     const auto wear = [](int unitsWritten) {
         return Figure(ReadDrive(R"({"device": {"protocol": "NVMe"}, "model_name": "A",
-                          "user_capacity": {"bytes": 512000}, "nvme_smart_health_information_log":
+                          "user_capacity": {"bytes": 5120000}, "nvme_smart_health_information_log":
                           {"percentage_used": 0, "data_units_written": )" +
                                 std::to_string(unitsWritten) + "}}"),
                       HealthFigure::WEAR);
     };
-    EXPECT_EQ(wear(99), "0 [4/2]");
-    EXPECT_EQ(wear(100), "0? [4/2]");
+    EXPECT_EQ(wear(999), "0 [4/2]");
+    EXPECT_EQ(wear(1000), "0? [4/2]");
 }
 
 TEST(SmartctlJson, AnNVMeAmountOfNoneIsUnknown) {

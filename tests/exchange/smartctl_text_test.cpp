@@ -95,9 +95,9 @@ TEST(SmartctlText, ReportsWithoutTheirFirstLinesAreToldApart) {
 }
 
 TEST(SmartctlText, IndentedReportsAreRead) {
-    const CDriveReport drive = ReadDrive("  Device Model:     A\n    User Capacity:    512 bytes\n");
+    const CDriveReport drive = ReadDrive("  Device Model:     A\n    User Capacity:    512000000 bytes\n");
     EXPECT_EQ(drive.GetModel(), "A");
-    EXPECT_EQ(drive.GetCapacity(), 512U);
+    EXPECT_EQ(drive.GetCapacity(), 512000000U);
 }
 
 TEST(SmartctlText, TheVendorsLogBehindTabsIsPassedOver) {
@@ -418,11 +418,14 @@ TEST(SmartctlText, CapacityOfAnNVMeDriveIsThatOfItsNamespace) {
     const auto capacity = [](const std::string& lines) {
         return ReadDrive(HEADER + "Model Number: A\n" + lines).GetCapacity();
     };
-    EXPECT_EQ(capacity("Total NVM Capacity: 2,000 [2.00 KB]\n"), 2000U);
-    EXPECT_EQ(capacity("Total NVM Capacity: 2,000 [2.00 KB]\nNamespace 1 Size/Capacity: 1,024 [1.02 KB]\n"),
-              1024U);
-    EXPECT_EQ(capacity("Namespace 12 Size: 1,024 [1.02 KB]\nNamespace 12 Capacity: 512\n"), 1024U);
-    EXPECT_EQ(capacity("Total NVM Capacity: 2,000\nNamespace 1 Size: 9223372036854775808\n"), 0U)
+    EXPECT_EQ(capacity("Total NVM Capacity: 2,000,000 [2.00 MB]\n"), 2000000U);
+    EXPECT_EQ(
+        capacity("Total NVM Capacity: 2,000,000 [2.00 MB]\nNamespace 1 Size/Capacity: 1,024,000 [1.02 MB]\n"),
+        1024000U);
+    EXPECT_EQ(capacity("Namespace 12 Size: 1,024,000 [1.02 MB]\nNamespace 12 Capacity: 1,000,000\n"),
+              1024000U);
+    EXPECT_EQ(capacity("Total NVM Capacity: 1,000 [1.00 KB]\n"), 0U) << "no drive is that small";
+    EXPECT_EQ(capacity("Total NVM Capacity: 2,000,000\nNamespace 1 Size: 9223372036854775808\n"), 0U)
         << "beyond every number";
     EXPECT_EQ(ReadDrive(HEADER + "Model Number: A\nNamespace 2 Formatted LBA Size: 4096\n").GetBlockSize(),
               4096U);

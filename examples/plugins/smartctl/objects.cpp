@@ -3,7 +3,7 @@
 
 #include "objects.h"
 
-#include <pi/remaining_lifetime.h>
+#include <pi/health_assessment.h>
 
 #include <algorithm>
 
@@ -88,36 +88,30 @@ PI::CObject MakeAdapter(const ProtocolRow& protocol, bool hasBadDrive, shared::O
     return adapter;
 }
 
-/// The figure's value where it is known, else 0.
-std::uint64_t Known(const PI::CDriveHealth& health, PI::_HEALTH_FIGURE kind) {
-    const PI::CHealthFigure figure = health.GetFigure(kind);
-    return figure.GetState() == PI::FigureState::KNOWN ? static_cast<std::uint64_t>(figure.GetValue()) : 0;
-}
-
-void AddHealth(PI::CObject& object, const PI::CDriveHealth& health) {
-    AddKnown(AddCapacity, object, DriveRow::BYTES_WRITTEN, Known(health, Figure::BYTES_WRITTEN));
+void AddHealth(PI::CObject& object, const PI::CHealthAssessment& health) {
+    const PI::CHealthFigure written = health.GetFigure(Figure::BYTES_WRITTEN);
+    AddKnown(AddCapacity, object, DriveRow::BYTES_WRITTEN,
+             written.GetState() == PI::FigureState::KNOWN ? static_cast<std::uint64_t>(written.GetValue()) : 0);
     for (const FigureRow& row : FIGURES) {
         const PI::CHealthFigure figure = health.GetFigure(row.m_Figure);
         if (figure.GetState() == PI::FigureState::KNOWN && figure.GetValue() >= 0) {
             AddNumber(object, row.m_Description, static_cast<std::uint64_t>(figure.GetValue()));
         }
     }
-    if (health.GetFigure(Figure::WEAR).GetState() == PI::FigureState::KNOWN) {
-        const PI::CRemainingLifetime lifetime(
-            Known(health, Figure::POWER_ON_HOURS), Known(health, Figure::BYTES_WRITTEN),
-            static_cast<std::uint32_t>(Known(health, Figure::WEAR)), Known(health, Figure::RATED_TERABYTES));
-        if (lifetime.IsKnown()) {
-            AddNumber(object, DriveRow::LIFETIME, lifetime.GetHours());
-        }
+    if (const PI::CRemainingLifetime lifetime = health.GetLifetime();
+        lifetime.IsKnown() && health.GetLifetimeReason().empty()) {
+        AddNumber(object, DriveRow::LIFETIME, lifetime.GetHours());
     }
 }
 
 PI::CObject MakeDrive(const Drive& drive, std::uint64_t adapterID, shared::ObjectIDs& ids) {
     const PI::CDriveReport& report = drive.m_Report;
-    const PI::_PROPERTY_VALUE status = IsBad(drive) ? Value::AVAILABLE_SMART : Value::AVAILABLE;
+    const PI::CHealthAssessment health(report.GetHealth());
+    const PI::_PROPERTY_VALUE status =
+        health.GetState() >= PI::DriveState::REPLACE ? Value::AVAILABLE_SMART : Value::AVAILABLE;
     PI::CObject object = shared::MakeDrive(DriveID(drive, ids), adapterID, Title(report), report.GetDevice(),
                                            status, report.GetMedium());
-    AddState(object, DriveRow::SMART_FLAGGED, Verdict(report.GetHealth().GetFigure(Figure::VERDICT)));
+    AddState(object, DriveRow::SMART_FLAGGED, Verdict(health.GetFigure(Figure::VERDICT)));
     AddText(object, DriveRow::VENDOR, report.GetVendor());
     AddText(object, DriveRow::PRODUCT, report.GetProduct());
     AddText(object, DriveRow::SERIAL_NUMBER, report.GetCorrectedSerialNumber());
@@ -126,7 +120,7 @@ PI::CObject MakeDrive(const Drive& drive, std::uint64_t adapterID, shared::Objec
     AddKnown(AddCapacity, object, DriveRow::SIZE, report.GetCapacity());
     AddKnown(AddNumber, object, DriveRow::BLOCK_SIZE, report.GetBlockSize());
     AddKnown(AddNumber, object, DriveRow::RPM, report.GetRPM());
-    AddHealth(object, report.GetHealth());
+    AddHealth(object, health);
     if (drive.m_Type.empty()) {  // read from a file
         return object;
     }
