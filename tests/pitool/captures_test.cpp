@@ -29,15 +29,15 @@ TEST(Captures, EveryOneIsReported) {
         ++count;
         const Json capture = Json::parse(ReadFile(entry.path()));
         const PI::CDriveReport report = ReportOf(capture);
-        const DecidedHealth health(report.GetHealth());
-        const DriveSummary drive = Summarize("", report, health);
+        const PI::CHealthAssessment health(report.GetHealth());
+        const DriveSummary drive("", report, health);
 
         EXPECT_EQ(drive.GetFigure(PI::HealthFigure::POWER_ON_HOURS).m_Value,
                   capture["power_on_time"]["hours"]);
         EXPECT_FALSE(drive.GetReason().empty());
         EXPECT_EQ(drive.IsFailing(), !capture["smart_status"]["passed"]);
         const DriveFigures figures = FiguresOf(drive, report, health);
-        EXPECT_EQ(drive.GetLifetime().has_value(), figures.m_Lifetime.m_Hours.has_value());
+        EXPECT_EQ(drive.HasLifetime(), figures.m_Lifetime.m_Hours.has_value());
         for (const DriveFigure& figure : figures.m_Properties) {
             EXPECT_TRUE(figure.HasValue() || !figure.m_Reason.empty()) << figure.m_Name;
         }

@@ -2,6 +2,7 @@
 
 #include "drive_figures.h"
 
+#include "print/sheet.h"
 #include "sample_reports.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +18,7 @@ namespace {
 
 DriveFigures Figures(const Json& json) {
     const PI::CDriveReport report = ReportOf(json);
-    return FiguresOf(Summarize("", report), report, DecidedHealth(report.GetHealth()));
+    return FiguresOf(Summarize("", report), report, PI::CHealthAssessment(report.GetHealth()));
 }
 
 Lifetime LifetimeOf(const Json& json) {
@@ -28,7 +29,8 @@ Lifetime LifetimeOf(const Json& json) {
 std::string Told(const Json& json, const std::string& name) {
     const PI::CDriveReport report = ReportOf(json);
     std::string text;
-    for (const SheetLine& line : SheetOf(Summarize("", report), report, DecidedHealth(report.GetHealth()))) {
+    for (const SheetLine& line :
+         SheetOf(Summarize("", report), report, PI::CHealthAssessment(report.GetHealth()))) {
         if (line.m_Name == name) {
             text += (text.empty() ? "" : " / ") + line.m_Text;
         }
@@ -160,6 +162,11 @@ TEST(SheetOf, AMediumThatIsNotReportedFollowsFromOtherSigns) {
 
 TEST(SheetOf, TheReportedRotationSpeedGoesBeforeTheRule) {
     Json json = AtaReport("WDC WD1500HLFS-01G6U0");
+    EXPECT_EQ(
+        Told(json, "RPM"),
+        "10000 rotations per minute?; doubtful: from the model's rule, and the report does not tell that "
+        "it is a disk");
+    json["ata_smart_attributes"]["table"] = {Attribute(3, 100, 5)};
     EXPECT_EQ(Told(json, "RPM"),
               "10000 rotations per minute; from the model's rule; the drive does not report it");
     json["rotation_rate"] = 5400;
@@ -229,8 +236,8 @@ TEST(SheetOf, ACapacityOfZeroIsUnknown) {
     Json json = AtaReport("SAMPLE");
     json["user_capacity"]["bytes"] = 0;
     EXPECT_EQ(Told(json, "PHYSICAL_SIZE"), "unknown (not reported)");
-    json["user_capacity"]["bytes"] = 1;
-    EXPECT_EQ(Told(json, "PHYSICAL_SIZE"), "1 byte");
+    json["user_capacity"]["bytes"] = 1000000;
+    EXPECT_EQ(Told(json, "PHYSICAL_SIZE"), "1 MB (1000000 bytes)");
 }
 
 TEST(SheetOf, FiguresThatOnlySolidStateHasDoNotApplyToDisks) {
@@ -242,6 +249,16 @@ TEST(SheetOf, FiguresThatOnlySolidStateHasDoNotApplyToDisks) {
     }
     json["rotation_rate"] = 0;
     EXPECT_EQ(Told(json, "RPM"), "not applicable (solid-state drive)");
+}
+
+TEST(SheetOf, WhatMayBeADiskIsToldNothingThatHoldsForDisksAlone) {
+    const Json json = AtaReport("SAMPLE");
+    EXPECT_EQ(Told(json, "REMAINING_RESERVE_SPACE"), "unknown (not reported)");
+    EXPECT_EQ(Told(json, "RATED_ENDURANCE_TB"), "unknown (not in the endurance list)");
+    EXPECT_EQ(Told(json, "RATED_ENDURANCE_PERCENT"), "unknown (not reported)");
+    EXPECT_EQ(Told(json, "ESTIMATED_LIFETIME"), "unknown (not reported)");
+    EXPECT_EQ(Told(json, "REMAINING_HOURS"),
+              "unknown (wear: not reported; rating: not in the endurance list)");
 }
 
 TEST(EstimateLifetime, ARotatingDiskHasNone) {
@@ -344,7 +361,7 @@ TEST(SheetOf, TheStateComesFirstWithItsReasonsTheWeightiestFirst) {
     json["nvme_smart_health_information_log"]["media_errors"] = 3;
     const PI::CDriveReport report = ReportOf(json);
     const std::vector<SheetLine> sheet =
-        SheetOf(Summarize("", report), report, DecidedHealth(report.GetHealth()));
+        SheetOf(Summarize("", report), report, PI::CHealthAssessment(report.GetHealth()));
     ASSERT_GT(sheet.size(), 4U);
     EXPECT_EQ(sheet[0].m_Name, "STATE");
     EXPECT_EQ(sheet[0].m_Text, "look at it");
@@ -366,8 +383,11 @@ TEST(SheetOf, TheForecastSaysItsRangeAndDatesWhereTheReportIsDated) {
     EXPECT_EQ(Told(json, "REPORTED"), "2023-11-14T22:13:20Z");
     EXPECT_EQ(Told(Drive(UNRATED, 20000, 0, 100), "FORECAST"), "worn (the wear has reached 100 percent)");
     EXPECT_EQ(Told(AtaReport(RATED), "FORECAST"), "none (no reading tells power-on hours and wear)");
-    EXPECT_EQ(Told(AtaReport("ST380815AS"), "FORECAST"), "not applicable (rotating disk)");
-    EXPECT_EQ(Told(AtaReport("ST380815AS"), "REPORTED"), "unknown (not reported)");
+    Json disk = AtaReport("ST380815AS");
+    EXPECT_EQ(Told(disk, "FORECAST"), "none (no reading tells power-on hours and wear)") << "perhaps no disk";
+    disk["rotation_rate"] = 7200;
+    EXPECT_EQ(Told(disk, "FORECAST"), "not applicable (rotating disk)");
+    EXPECT_EQ(Told(disk, "REPORTED"), "unknown (not reported)");
 }
 
 TEST(SheetOf, FiguresWithoutANameOfTheVocabularyAreLeftOutWhereNothingReportsThem) {
@@ -382,7 +402,8 @@ TEST(SheetOf, WhatIsWornOrHotStandsOut) {
     json["temperature"] = {{"current", 80}, {"op_limit_max", 70}};
     const PI::CDriveReport report = ReportOf(json);
     std::vector<std::string> names;
-    for (const SheetLine& line : SheetOf(Summarize("", report), report, DecidedHealth(report.GetHealth()))) {
+    for (const SheetLine& line :
+         SheetOf(Summarize("", report), report, PI::CHealthAssessment(report.GetHealth()))) {
         if (line.m_Style == Style::WARNING && line.m_Name != "REASON") {
             names.push_back(line.m_Name);
         }

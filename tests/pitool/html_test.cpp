@@ -20,8 +20,8 @@ std::string Page(const std::vector<PI::CDriveReport>& reports,
                  const std::vector<std::pair<std::string, std::string>>& refused = {}) {
     std::vector<DriveSummary> drives;
     for (const PI::CDriveReport& report : reports) {
-        const DecidedHealth health(report.GetHealth());
-        drives.push_back(Summarize("file.json", report, health));
+        const PI::CHealthAssessment health(report.GetHealth());
+        drives.emplace_back("file.json", report, health);
         drives.back().SetDetail(SheetTable(drives.back(), report, health).Html());
     }
     DriveList list;

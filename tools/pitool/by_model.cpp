@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "drive_figures.h"
 #include "drive_table.h"
+#include "print/sheet.h"
+#include "print/units.h"
 
 #include <algorithm>
 #include <array>

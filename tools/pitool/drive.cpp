@@ -168,7 +168,7 @@ bool WriteJson(const Result& result) {
             json.Member("failing", count([](const DriveSummary& drive) { return drive.IsFailing(); }));
             json.Member("worn", count([](const DriveSummary& drive) { return drive.IsWorn(); }));
             json.Member("unknown_lifetime", count([](const DriveSummary& drive) {
-                            return drive.IsSolidState() && !drive.GetLifetime();
+                            return drive.IsSolidState() && !drive.HasLifetime();
                         }));
             json.Member("refused", result.m_Refusals.size());
             for (const PI::_DRIVE_STATE state : STATES_WORST_FIRST) {
@@ -203,7 +203,7 @@ constexpr std::pair<const char*, bool (*)(const Result& result)> FORMATS[] = {
 /// @param number of the drive, from 1
 /// @param events in and out: as many were raised
 std::string DetailOf(const Options& options, const DriveSummary& drive, const PI::CDriveReport& report,
-                     const DecidedHealth& health, std::size_t number, std::uint32_t& events) {
+                     const PI::CHealthAssessment& health, std::size_t number, std::uint32_t& events) {
     if (options.m_Format == "json") {
         std::vector<RenderedEvent> rendered;
         if (options.m_Events) {
@@ -254,8 +254,8 @@ ExitStatus RunDrive(const Options& options) {
     std::uint32_t events = 0;
     Refusals refusals =
         ReadReports(options.m_Files, [&](const std::string& file, const PI::CDriveReport& report) {
-            const DecidedHealth health(report.GetHealth());
-            DriveSummary& drive = drives.emplace_back(Summarize(file, report, health));
+            const PI::CHealthAssessment health(report.GetHealth());
+            DriveSummary& drive = drives.emplace_back(file, report, health);
             drive.SetDetail(DetailOf(options, drive, report, health, drives.size(), events));
         });
     DriveList all;

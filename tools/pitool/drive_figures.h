@@ -21,6 +21,9 @@ namespace pitool {
 /// What has not been asked for, or not been answered.
 constexpr const char* NOT_REPORTED = "not reported";
 
+/// Why a disk has no figure of solid-state drives.
+constexpr const char* ROTATING = "rotating disk";
+
 /// A property of the drive under its name of the vocabulary, or a figure of its health that the vocabulary
 /// has no name for. It holds a text, a number or nothing.
 struct DriveFigure {
@@ -62,25 +65,6 @@ struct DriveFigures {
 
 /// @param drive, health of the report
 DriveFigures FiguresOf(const DriveSummary& drive, const PI::CDriveReport& report,
-                       const DecidedHealth& health);
-
-/// A line of a sheet.
-struct SheetLine {
-    std::string m_Name;
-    std::string m_Text;  ///< printable
-    Style m_Style = Style::PLAIN;
-};
-
-/// All that there is to say of a drive: its state, the reasons for it, the forecast, every figure with what
-/// it rests on, notes. Figures without an identifier are left out where nothing reports them.
-/// @param drive, health of the report
-std::vector<SheetLine> SheetOf(const DriveSummary& drive, const PI::CDriveReport& report,
-                               const DecidedHealth& health);
-
-/// How the state of a drive stands out.
-Style StateStyle(PI::_DRIVE_STATE state);
-
-/// What a forecast rests on: "age", "recent pace", "bytes written"; empty where there is none.
-const char* BasisText(PI::_WEAR_FORECAST_BASIS basis);
+                       const PI::CHealthAssessment& health);
 
 }  // namespace pitool

@@ -18,10 +18,10 @@ class JsonWriter;
 /// One drive as an element of the document's list.
 /// @param drive, health of the report
 /// @param events those of the drive; null when they are not wanted
-std::string DriveJson(const DriveSummary& drive, const PI::CDriveReport& report, const DecidedHealth& health,
-                      const std::vector<RenderedEvent>* events);
+std::string DriveJson(const DriveSummary& drive, const PI::CDriveReport& report,
+                      const PI::CHealthAssessment& health, const std::vector<RenderedEvent>* events);
 
 /// Adds a forecast as an object.
-void AddForecast(const PI::CWearForecast& forecast, bool isSolidState, JsonWriter& json);
+void AddForecast(const PI::CWearForecast& forecast, bool isDisk, JsonWriter& json);
 
 }  // namespace pitool

@@ -2,7 +2,8 @@
 
 #include "drive_table.h"
 
-#include "drive_figures.h"
+#include "print/sheet.h"
+#include "print/units.h"
 
 #include <algorithm>
 #include <iterator>
@@ -178,7 +179,8 @@ Table DriveTable(const DriveList& drives, std::size_t most) {
     return table;
 }
 
-Table SheetTable(const DriveSummary& drive, const PI::CDriveReport& report, const DecidedHealth& health) {
+Table SheetTable(const DriveSummary& drive, const PI::CDriveReport& report,
+                 const PI::CHealthAssessment& health) {
     Table table({{nullptr}, {nullptr}}, Table::LastColumn::WRAPPED);
     for (const SheetLine& line : SheetOf(drive, report, health)) {
         table.Add(line.m_Name);

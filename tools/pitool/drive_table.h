@@ -43,6 +43,7 @@ Table ModelTable(const DriveList& drives);
 
 /// The sheet of one drive: a row for all that there is to say.
 /// @param drive, health of the report
-Table SheetTable(const DriveSummary& drive, const PI::CDriveReport& report, const DecidedHealth& health);
+Table SheetTable(const DriveSummary& drive, const PI::CDriveReport& report,
+                 const PI::CHealthAssessment& health);
 
 }  // namespace pitool

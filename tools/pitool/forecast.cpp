@@ -2,9 +2,9 @@
 
 #include "commands.h"
 
-#include "drive_figures.h"
 #include "drive_identity.h"
 #include "drive_json.h"
+#include "print/units.h"
 
 #include <CLI/CLI.hpp>
 
@@ -32,7 +32,7 @@ struct DriveForecast {
     PI::CWearForecast m_Forecast;
 
     /// Why there is no estimate; empty where there is one.
-    std::string Reason() const { return m_Drive.IsSolidState() ? m_Forecast.GetReason() : "rotating disk"; }
+    std::string Reason() const { return m_Drive.IsDisk() ? "rotating disk" : m_Forecast.GetReason(); }
 };
 
 /// @param reports of one drive, the oldest first
@@ -56,10 +56,7 @@ DriveForecast MakeForecast(const std::vector<DriveSummary>& reports) {
 bool IsWornEarlier(const DriveForecast& left, const DriveForecast& right) {
     const auto rank = [](const DriveForecast& drive) {
         const PI::CWearForecast& forecast = drive.m_Forecast;
-        const int group = forecast.GetHours()            ? 0
-                          : forecast.GetLow()            ? 1
-                          : drive.m_Drive.IsSolidState() ? 2
-                                                         : 3;
+        const int group = forecast.GetHours() ? 0 : forecast.GetLow() ? 1 : !drive.m_Drive.IsDisk() ? 2 : 3;
         return std::make_tuple(group, forecast.GetHours().value_or(0), forecast.GetLow().value_or(0),
                                -drive.m_Drive.GetFigure(Figure::WEAR).m_Value);
     };
@@ -77,7 +74,7 @@ std::string ForecastJson(const std::vector<DriveForecast>& drives, const DriveRe
             json.Member("readings", drive.m_Readings);
             json.Member("wear", known(drive.m_Drive.GetFigure(Figure::WEAR)));
             json.Member("hours", known(drive.m_Drive.GetFigure(Figure::POWER_ON_HOURS)));
-            AddForecast(drive.m_Forecast, drive.m_Drive.IsSolidState(), json.Name("forecast"));
+            AddForecast(drive.m_Forecast, drive.m_Drive.IsDisk(), json.Name("forecast"));
         });
         AddErrors(reports.m_Errors, json);
     });

@@ -90,8 +90,9 @@ PI::CObject MakeAdapter(const ProtocolRow& protocol, bool hasBadDrive, shared::O
 
 void AddHealth(PI::CObject& object, const PI::CHealthAssessment& health) {
     const PI::CHealthFigure written = health.GetFigure(Figure::BYTES_WRITTEN);
-    AddKnown(AddCapacity, object, DriveRow::BYTES_WRITTEN,
-             written.GetState() == PI::FigureState::KNOWN ? static_cast<std::uint64_t>(written.GetValue()) : 0);
+    AddKnown(
+        AddCapacity, object, DriveRow::BYTES_WRITTEN,
+        written.GetState() == PI::FigureState::KNOWN ? static_cast<std::uint64_t>(written.GetValue()) : 0);
     for (const FigureRow& row : FIGURES) {
         const PI::CHealthFigure figure = health.GetFigure(row.m_Figure);
         if (figure.GetState() == PI::FigureState::KNOWN && figure.GetValue() >= 0) {

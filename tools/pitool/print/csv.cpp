@@ -3,6 +3,7 @@
 #include "print/formats.h"
 
 #include "print/text.h"
+#include "print/units.h"
 
 #include <utility>
 

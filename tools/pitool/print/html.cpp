@@ -2,6 +2,8 @@
 
 #include "print/formats.h"
 
+#include "print/units.h"
+
 #include <algorithm>
 #include <iterator>
 #include <map>

@@ -47,6 +47,10 @@ std::size_t AddEscaped(std::string_view value, std::string& text) {
 
 }  // namespace
 
+bool IsPlainJson(std::string_view value) {
+    return std::all_of(value.begin(), value.end(), IsPlain);
+}
+
 void AddJsonText(std::string_view value, std::string& text) {
     text += '"';
     while (!value.empty()) {

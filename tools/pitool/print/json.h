@@ -13,6 +13,9 @@
 
 namespace pitool {
 
+/// Whether a text stands in JSON as it is.
+bool IsPlainJson(std::string_view value);
+
 /// Adds a text in quotation marks, as JsonWriter writes it.
 void AddJsonText(std::string_view value, std::string& text);
 
