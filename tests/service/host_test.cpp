@@ -512,6 +512,14 @@ TEST(Host, WhatAnIsolatedPluginPrintsIsNotTakenForTheHostsOutput) {
     EXPECT_THAT(outcome.m_Output, testing::StartsWith("Plug-in fault\n  Adapter 0: not set\n"));
 }
 
+TEST(Host, IsolatesWhateverNameItIsCalledBy) {
+    const PluginFolder plugins({BAD / "fault.so"});
+    const Outcome outcome = RunProgram(
+        {"/bin/bash", "-c", "exec -a service \"$0\" \"$@\"", HOST, plugins.Path(), "--isolate"}, TREES);
+    EXPECT_EQ(outcome.m_Errors, "");
+    EXPECT_EQ(outcome.m_Status, 0);
+}
+
 TEST(Host, IsolatedPluginsTraceIntoFilesOfTheirOwn) {
     const TemporaryFolder traces;
     const Outcome outcome = RunHost({PLUGIN_FOLDER, "--isolate", "--set", "mdraid.root=rebuilding", "--set",

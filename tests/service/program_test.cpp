@@ -3,6 +3,7 @@
 #include "program.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
 #include <chrono>
 #include <csignal>
@@ -57,6 +58,7 @@ TEST(OneLine, JoinsLinesAndCutsWhatIsLong) {
     EXPECT_EQ(OneLine("a\n\n  \n\t b \r\n"), "a, b");
     EXPECT_EQ(OneLine(std::string(200, 'x')), std::string(200, 'x'));
     EXPECT_EQ(OneLine(std::string(201, 'x')), std::string(200, 'x') + "...");
+    EXPECT_EQ(OneLine(std::string(200, 'x') + "\nmore"), std::string(200, 'x') + "...");
 }
 
 TEST(Program, ArgumentsReachItAsTheyAre) {
@@ -94,6 +96,7 @@ TEST(Program, OneThatHangsIsKilled) {
     EXPECT_FALSE(RunProgram({"sleep", "60"}, milliseconds(100), output, error));
     EXPECT_EQ(error, "sleep: no answer in time");
     EXPECT_LT(std::chrono::steady_clock::now() - start, PATIENCE);
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "no child is left";
 }
 
 TEST(Program, EndlessOutputIsCut) {

@@ -372,6 +372,19 @@ TEST(SharedObject, IsWholeWhenAllThatIsLoadedIsThere) {
     EXPECT_NO_THROW(check(end));
     EXPECT_THROW(check(end - 1), std::runtime_error);
     EXPECT_THROW(check(header.e_phoff + 1), std::runtime_error);
+
+    // The list of segments may be anywhere.
+    const std::string segments = whole.substr(header.e_phoff, header.e_phnum * sizeof(Elf64_Phdr));
+    header.e_phoff = end;
+    std::string moved = whole.substr(0, end) + segments;
+    std::memcpy(moved.data(), &header, sizeof header);
+    const auto checkMoved = [&] {
+        folder.Write("moved.so", moved);
+        service::RequireSharedObject(folder.Path() / "moved.so");
+    };
+    EXPECT_NO_THROW(checkMoved());
+    moved.pop_back();
+    EXPECT_THROW(checkMoved(), std::runtime_error);
 }
 
 TEST(TraceFiles, KnowTheCategoriesOfTheLibraryAndNoOthers) {
