@@ -109,20 +109,6 @@ public:
         m_Text += '\n';
     }
 
-    /// @{
-    /// On the way out: the calls above take their place.
-    void BeginObject() { Begin('{'); }
-    void EndObject() { End('}'); }
-    void BeginList() { Begin('['); }
-    void EndList() { End(']'); }
-    void Text(std::string_view value) { Value(value); }
-    void TextOrNull(std::string_view value) { Value(OrNull(value)); }
-    void Number(std::int64_t value) { Value(value); }
-    void Number(std::uint64_t value) { Value(value); }
-    void Bool(bool value) { Value(value); }
-    void Null() { Raw("null"); }
-    /// @}
-
 private:
     void Separate();
     void Begin(char bracket);
