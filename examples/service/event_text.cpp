@@ -37,7 +37,8 @@ std::string EventsText(const std::vector<PI::CEvent>& events, const std::vector<
         for (const Language& language : languages) {
             const bool isFirst = &language == &languages.front();
             for (const auto& [key, value] : PI::CPluginHelper::StringifyEventMessageWith(
-                     event, language.m_Texts, PI::WithoutText::NAME_AND_PLACEHOLDERS)) {
+                     event, language.m_Texts, PI::WithoutText::NAME_AND_PLACEHOLDERS,
+                     PI::MarkersInValues::TEXT)) {
                 if (isFirst) {
                     text += Line(key, value);
                 } else if (key == "Description") {

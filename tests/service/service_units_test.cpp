@@ -116,6 +116,18 @@ TEST(Events, AreRenderedWholeAndWithoutControlCharacters) {
                     "  Event 99\n    EventID: 99\n    Host: localhost\n    Source: a?z\n    Timestamp: 0\n"));
 }
 
+TEST(Events, ValuesOfPlaceholdersAreText) {
+    const PI::Test::TemporaryFolder folder;
+    folder.Write("strings.en.xml",
+                 "<Strings language=\"en\"><String id=\"10079\">%1 of %2</String></Strings>");
+    std::vector<PI::CEvent> events(1);
+    events[0].m_EventID = PI::EventID::LOGICALDRIVE_FAILED;
+    events[0].SetPlaceHolder1("%2");
+    events[0].SetPlaceHolder2("host");
+    EXPECT_THAT(service::EventsText(events, service::LoadLanguages({folder.Path() / "strings.en.xml"})),
+                testing::HasSubstr("Description: %2 of host\n"));
+}
+
 TEST(Events, AreDescribedInEachLanguage) {
     const PI::Test::TemporaryFolder folder;
     folder.Write("strings.en.xml",

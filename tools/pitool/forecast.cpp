@@ -93,17 +93,19 @@ std::string ForecastTable(const std::vector<DriveForecast>& drives, const Screen
     const bool areDated = std::any_of(drives.begin(), drives.end(), [](const DriveForecast& drive) {
         return drive.m_Forecast.GetLow() && drive.m_Forecast.GetDate(0);
     });
-    std::vector<Column> columns = {{"LIFE LEFT"}};
-    if (areDated) {
-        columns.insert(columns.end(),
-                       {{"WORN IN"}, {"EARLIEST", Align::LEFT, 6}, {"LATEST", Align::LEFT, 7}});
-    }
-    columns.insert(columns.end(), {{"WEAR", Align::RIGHT, 2},
+    std::vector<Column> columns = {{"LIFE LEFT"},
+                                   {"WORN IN"},
+                                   {"EARLIEST", Align::LEFT, 6},
+                                   {"LATEST", Align::LEFT, 7},
+                                   {"WEAR", Align::RIGHT, 2},
                                    {"AGE", Align::RIGHT, 3},
                                    {"READINGS", Align::RIGHT, 5},
                                    {"MODEL", Align::LEFT, 1},
                                    {"SERIAL"},
-                                   {"BASIS", Align::LEFT, 4}});
+                                   {"BASIS", Align::LEFT, 4}};
+    if (!areDated) {
+        columns.erase(columns.begin() + 1, columns.begin() + 4);
+    }
     Table table(std::move(columns));
     for (const DriveForecast& drive : drives) {
         const PI::CWearForecast& forecast = drive.m_Forecast;
