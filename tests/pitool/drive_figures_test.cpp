@@ -166,7 +166,7 @@ TEST(SheetOf, TheReportedRotationSpeedGoesBeforeTheRule) {
         Told(json, "RPM"),
         "10000 rotations per minute?; doubtful: from the model's rule, and the report does not tell that "
         "it is a disk");
-    json["ata_smart_attributes"]["table"] = {Attribute(3, 100, 5)};
+    json["ata_smart_attributes"]["table"] = Json::array({Attribute(3, 100, 5)});
     EXPECT_EQ(Told(json, "RPM"),
               "10000 rotations per minute; from the model's rule; the drive does not report it");
     json["rotation_rate"] = 5400;
