@@ -110,6 +110,21 @@ TEST(CompareCommand, WearIsToBeLookedAtWhenItGrowsMoreThanTwiceAsFastAsBefore) {
     EXPECT_EQ(CheckStatus(before, after), 1);
     after.m_Wear = 9;
     EXPECT_EQ(CheckStatus(before, after), 0);
+    before.m_Hours = 0;
+    after.m_Wear = 11;
+    EXPECT_EQ(CheckStatus(before, after), 0) << "without hours before nothing is to be expected";
+    after.m_Wear = 12;
+    EXPECT_EQ(CheckStatus(before, after), 1);
+}
+
+TEST(CompareCommand, AFigureThatIsKnownOnceOnlyHasNotChanged) {
+    const std::string without =
+        R"({"device":{"protocol":"NVMe"},"model_name":"SAMPLE NVME 960","serial_number":"S3Z8NB0K",)"
+        R"("smart_status":{"passed":true},"nvme_smart_health_information_log":{"critical_warning":0}})";
+    for (const auto& [before, after] : {std::pair(without, Report({})), std::pair(Report({}), without)}) {
+        const Outcome run = Check(before, after);
+        EXPECT_EQ(run.m_Output, "DRIVES OK: 1 drive compared, none got worse | worse=0 gone=0 new=0\n");
+    }
 }
 
 TEST(CompareCommand, ADriveThatIsGoneIsToBeLookedAtAndANewOneIfItIsNotGood) {
@@ -236,6 +251,24 @@ TEST(CompareCommand, PrintsATableTheWorstFirst) {
         "good   INTEL SSDPE2KE016T8   PHLN000000401P6AGN  wear 9 -> 17 %\n"
         "good   HGST HUS724040ALA640  PN2334PIT00023      new\n"
         "3 drives compared, 1 got worse, 1 gone, 1 new\n");
+}
+
+TEST(CompareCommand, ColorsAreThoseOfWhatIsToBeDone) {
+    const auto styled = [](const Sample& after) {
+        const Folder folder;
+        folder.Write("old.json", Report({}));
+        folder.Write("new.json", Report(after));
+        const std::string output = RunCompare(folder, {"--color", "always", "old.json", "new.json"}).m_Output;
+        const std::size_t begin = output.find('\n') + 1;
+        return output.substr(begin, output.find("  ", begin) - begin);
+    };
+    Sample after;
+    after.m_Wear = 11;
+    EXPECT_EQ(styled(after), "good");
+    after.m_MediaErrors = 1;
+    EXPECT_EQ(styled(after), "\x1B[33mlook\x1B[0m");
+    after.m_CriticalWarning = 4;
+    EXPECT_EQ(styled(after).substr(0, 7), "\x1B[1;31m");
 }
 
 TEST(CompareCommand, PrintsJson) {

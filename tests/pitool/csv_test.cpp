@@ -6,7 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 using namespace pitool;
 using namespace pitool::test;
@@ -33,6 +36,41 @@ TEST(Csv, ALineHasTheColumnsOfTheHeader) {
         "look,\"perhaps 255 percent worn: NVMe log 02h says 255 percent, which stands for more than 254 or "
         "for nothing\",INTEL SSDPE2KX010T7,S1,F,NVME SSD,/dev/sdx,sample.json,2023-11-14T22:13:20Z,"
         "1000204886016,20000,255,,512000000000000,1380,,,,,,,,,,93203,55922,372813,wear_percent\r\n");
+}
+
+TEST(Csv, EachFigureHasItsColumn) {
+    std::vector<std::string> header;
+    std::stringstream names(CsvHeader());
+    for (std::string name; std::getline(names, name, ',');) {
+        header.push_back(name);
+    }
+    const std::pair<const char*, const char*> FIGURES[] = {
+        {"power_on_hours", R"("power_on_time":{"hours":7})"},
+        {"spare_percent",
+         R"("device":{"protocol":"NVMe"},"nvme_smart_health_information_log":{"available_spare":7})"},
+        {"temperature_celsius", R"("temperature":{"current":7})"},
+        {"temperature_limit_celsius", R"("temperature":{"op_limit_max":7})"},
+        {"critical_temperature_celsius",
+         R"("device":{"protocol":"NVMe"},"nvme_composite_temperature_threshold":{"critical":7})"},
+        {"reallocated_sectors", R"("device":{"protocol":"SCSI"},"scsi_grown_defect_list":7)"},
+        {"pending_sectors", R"("device":{"protocol":"ATA"},"ata_pending_defects_log":{"count":7})"},
+        {"uncorrectable_sectors",
+         R"("device":{"protocol":"ATA"},"ata_smart_attributes":{"table":[{"id":198,"raw":{"value":7}}]})"},
+        {"media_errors",
+         R"("device":{"protocol":"NVMe"},"nvme_smart_health_information_log":{"media_errors":7})"},
+        {"interface_errors",
+         R"("device":{"protocol":"ATA"},"ata_smart_attributes":{"table":[{"id":199,"raw":{"value":7}}]})"},
+    };
+    for (const auto& [column, members] : FIGURES) {
+        const Json report = Json::parse(std::string(R"({"model_name":"A",)") + members + "}");
+        std::string line = CsvLine(SummaryOf(report));
+        line.erase(0, line.find(",A,"));  // what is before it may hold commas
+        std::stringstream cells(line.substr(1));
+        std::string cell;
+        for (std::size_t at = 2; at < header.size() && std::getline(cells, cell, ','); ++at) {
+            EXPECT_EQ(cell == "7", header[at] == column) << header[at] << " " << members;
+        }
+    }
 }
 
 TEST(Csv, CellsAreQuotedWhereTheyMustBe) {

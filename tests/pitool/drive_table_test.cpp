@@ -131,6 +131,10 @@ TEST_F(DriveTableTest, WhatIsWornOrHotStandsOut) {
         EXPECT_NE(table.find(text), std::string::npos) << table;
     }
     EXPECT_EQ(table.find("\x1B[33m50 %"), std::string::npos);
+    const DriveSummary worn = SummaryOf(Nvme("N", 100, 30));
+    Screen screen;
+    screen.m_Colors = true;
+    EXPECT_NE(DriveTable({&worn}).Text(screen).find("\x1B[33mworn\x1B[0m"), std::string::npos);
 }
 
 TEST_F(DriveTableTest, DoubtfulFiguresHaveAQuestionMark) {

@@ -147,6 +147,16 @@ TEST(ForecastCommand, PrintsATableWithTheMonthsWhereReportsHoldDates) {
               " age\n");
 }
 
+TEST(ForecastCommand, WhatIsWornStandsOut) {
+    const Folder folder;
+    folder.Write("a.json", Report(At(10000, 100)));
+    EXPECT_NE(RunForecast(folder, {"--color", "always", "."}).m_Output.find("\x1B[33mworn\x1B[0m"),
+              std::string::npos);
+    const Folder other;
+    other.Write("a.json", Report(At(10000, 50)));
+    EXPECT_EQ(RunForecast(other, {"--color", "always", "."}).m_Output.find("\x1B[33m"), std::string::npos);
+}
+
 TEST(ForecastCommand, WhatIsMoreThanThirtyYearsAwayHasNoMonth) {
     const Folder folder;
     folder.Write("a.json", Report(At(10000, 2, JANUARY_2026)));

@@ -45,6 +45,11 @@ TEST(Help, FitsInto80Columns) {
     }
 }
 
+TEST(Help, CommandsAreCalledSo) {
+    EXPECT_EQ(Help("").find("SUBCOMMAND"), std::string::npos);
+    EXPECT_NE(Help("").find("Usage: pitool [OPTIONS] COMMAND\n"), std::string::npos);
+}
+
 TEST(Help, EveryCommandHasExamplesThatRun) {
     const std::string folder = std::filesystem::path(PITOOL_PROGRAM).parent_path();
     Words commands = Commands();

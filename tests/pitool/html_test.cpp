@@ -156,6 +156,36 @@ TEST(Html, ThePicturesHaveAPointForEachPlaceOfKnownWear) {
     EXPECT_NE(plots.find("Wear against temperature of 0 drives"), std::string::npos);
 }
 
+TEST(Html, PointsAreOfTheClassOfTheirDrives) {
+    const auto hasClass = [](const std::string& members, const std::string& name) {
+        return Section(Page({GoodReport("S1", members)}), "Wear").find("class=\"p " + name + "\"") !=
+               std::string::npos;
+    };
+    EXPECT_TRUE(hasClass(Wear(3), "good"));
+    EXPECT_TRUE(hasClass(Wear(90), "look"));
+    EXPECT_TRUE(hasClass(Wear(3) + R"(,"smart_status":{"passed":false})", "bad"));
+}
+
+TEST(Html, TheAxesAreMarkedInEqualSteps) {
+    const std::string plots =
+        Section(Page({GoodReport("S1", Wear(3) + R"(,"power_on_time":{"hours":87660})")}), "Wear");
+    for (const std::string percent : {"0", "20", "40", "60", "80", "100"}) {
+        EXPECT_NE(plots.find("text-anchor=end>" + percent + "%<"), std::string::npos) << percent;
+    }
+    std::smatch line;
+    ASSERT_TRUE(std::regex_search(plots, line, std::regex("M(\\d+) \\d+H(\\d+)")));
+    const int left = std::stoi(line[1]);
+    const int right = std::stoi(line[2]);
+    for (int years = 0; years <= 10; years += 2) {
+        const int place = left + (right - left) * years / 10;
+        std::smatch mark;
+        ASSERT_TRUE(std::regex_search(
+            plots, mark, std::regex("x=(\\d+) y=\\d+ text-anchor=middle>" + std::to_string(years) + "<")))
+            << years;
+        EXPECT_NEAR(std::stoi(mark[1]), place, 1) << years;
+    }
+}
+
 TEST(Html, ColoursStandOutFromTheirGround) {
     const std::string page = Page({});
     const std::regex variable("--(\\w+):(#[0-9a-f]+)");

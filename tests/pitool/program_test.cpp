@@ -340,6 +340,16 @@ TEST_F(Program, RefusedInputsDoNotKeepTheOutputBack) {
     EXPECT_EQ(ReadFile(file), Expected("wd-disk.txt"));
 }
 
+TEST_F(Program, AnOutputFileNeedsNoStandardInput) {
+    const std::string file = m_Directory + "/out";
+    EXPECT_EQ(
+        RunProgram("/bin/sh", PITOOL_EXAMPLES,
+                   {"-c", std::string(PITOOL_PROGRAM) + " drive --output " + file + " wd-disk.json <&-"})
+            .m_ExitStatus,
+        0);
+    EXPECT_EQ(ReadFile(file), Expected("wd-disk.txt"));
+}
+
 TEST_F(Program, AWordThatIsNoCommandIsNamed) {
     EXPECT_EQ(RunPitool({"dirve", "wd-disk.json"}).m_Errors,
               "pitool: \"dirve\" is not a command; see pitool --help\n");

@@ -232,6 +232,13 @@ TEST(Terminal, MessagesAreColoredWhereTheirOutputIsATerminal) {
     EXPECT_EQ(Show("pitool bad", 80, {"TERM=xterm"}, 2).substr(0, 19), "\x1B[1;31mpitool:\x1B[0m ");
 }
 
+TEST(Terminal, ProgressIsWipedAway) {
+    const std::string read = "1 drives read";
+    const std::string blanks(read.size(), ' ');  // carriage returns are not shown
+    EXPECT_EQ(Show("{ sleep 1.1; cat drives/wd-disk.json; } | pitool drive -", 200, PLAIN),
+              read + blanks + Show("pitool drive - < drives/wd-disk.json", 200, PLAIN));
+}
+
 TEST(Terminal, WhatFilesSayBringsNoColors) {
     const std::string directory = testing::TempDir() + "pitool_terminal_test";
     std::filesystem::create_directories(directory);
