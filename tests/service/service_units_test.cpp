@@ -355,6 +355,16 @@ TEST(Execute, ObjectsAreCalledByIdentifierNameOrDevice) {
     }
 }
 
+TEST(Execute, AParameterOfAKindThatIsNoTextIsRefused) {
+    OneDrive plugin;
+    PI::ObjectBuilder::AddOperation(plugin.m_Objects[0], PI::OperationID::START_VERIFY, 1);
+    plugin.m_Objects[0].m_Operations[0].m_Properties.emplace_back(PI::PropertyID::TYPE, false).SetValue(true);
+    EXPECT_THROW(service::Execute(plugin, {"one", "7", "START_VERIFY", {{"TYPE", "1"}}},
+                                  [](const PI::CTask&) { return true; }),
+                 std::runtime_error);
+    EXPECT_THAT(plugin.m_Executed, testing::IsEmpty());
+}
+
 TEST(Execute, ErrorsBesideObjectsDoNotHinder) {
     OneDrive plugin;
     PI::ObjectBuilder::AddOperation(plugin.m_Objects[0], PI::OperationID::START_VERIFY, 1);
