@@ -172,6 +172,7 @@ TEST(Html, TheAxesAreMarkedInEqualSteps) {
     for (const std::string percent : {"0", "20", "40", "60", "80", "100"}) {
         EXPECT_NE(plots.find("text-anchor=end>" + percent + "%<"), std::string::npos) << percent;
     }
+    EXPECT_EQ(Count(plots, "text-anchor=end>"), 12U) << "six in each picture";
     std::smatch line;
     ASSERT_TRUE(std::regex_search(plots, line, std::regex("M(\\d+) \\d+H(\\d+)")));
     const int left = std::stoi(line[1]);
