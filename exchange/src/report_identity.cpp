@@ -45,7 +45,8 @@ void SetRotation(ReportIdentity& identity, std::int64_t rotations) {
 }
 
 void SetTime(ReportIdentity& identity, std::int64_t seconds) {
-    identity.m_Time = seconds;
+    constexpr std::int64_t YEAR_10000 = 253402300800;
+    identity.m_Time = seconds > 0 && seconds < YEAR_10000 ? seconds : 0;
 }
 
 void SetProtocol(ReportIdentity& identity, std::int64_t protocol) {

@@ -135,7 +135,11 @@ constexpr ErrorCounters ERROR_COUNTERS[] = {{"write:", 0x02}, {"read:", 0x03}, {
 /// Reads the lines of one report. Of a figure that several lines have the first counts.
 class TextReader {
 public:
-    explicit TextReader(const Lines& lines) : m_Lines(lines), m_Builder(Identify(lines)) {}
+    TextReader(const Lines& lines, bool mayBeCut) : m_Lines(lines), m_Builder(Identify(lines)) {
+        if (mayBeCut) {
+            m_Builder.Note("the last line has no end: it and what should follow may be cut off");
+        }
+    }
 
     CDriveReport Read() {
         for (m_At = 0; m_At < m_Lines.size(); ++m_At) {
@@ -217,8 +221,9 @@ private:
 
     bool ReadVerdict(std::string_view line) {
         if (const auto overall = After(line, "SMART overall-health self-assessment test result:")) {
-            if (!Has(*overall, "UNKNOWN")) {
-                m_Builder.Verdict(Has(*overall, "PASSED"));
+            const bool isPassed = Has(*overall, "PASSED");
+            if (isPassed || Has(*overall, "FAILED")) {
+                m_Builder.Verdict(isPassed);
             }
             return true;
         }
@@ -395,10 +400,11 @@ void ReadSmartctlText(std::string_view text, SmartctlResults& results) {
     std::uint64_t number = 0;
     std::uint64_t first = 1;
     bool hasIdentity = false;
+    const bool isLastLineOpen = !text.empty() && text.back() != '\n';
     Lines lines;
-    const auto finish = [&] {
+    const auto finish = [&](bool mayBeCut) {
         if (TextReader::Identify(lines).IsKnown()) {
-            results.m_Drives.push_back(TextReader(lines).Read());
+            results.m_Drives.push_back(TextReader(lines, mayBeCut).Read());
         } else if (const std::string reason = WhyNoDrive(lines); !reason.empty()) {
             results.m_Refusals.emplace_back(reason, first, 1);
         }
@@ -415,12 +421,12 @@ void ReadSmartctlText(std::string_view text, SmartctlResults& results) {
         line = line.substr(0, line.find_last_not_of(" \t\r") + 1);
         ++number;
         if ((IsHeader(line) && !lines.empty()) || (hasIdentity && BeginsWith(line, IDENTITY))) {
-            finish();
+            finish(false);
         }
         hasIdentity = hasIdentity || BeginsWith(line, IDENTITY);
         lines.push_back(line);
     }
-    finish();
+    finish(isLastLineOpen);
 }
 
 }  // namespace PI

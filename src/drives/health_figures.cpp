@@ -238,8 +238,12 @@ CHealthFigure DecideCount(const DriveFacts& facts, _HEALTH_FIGURE figure, std::i
     if (!isOwn || (own == 0 && attribute.m_Value > 0) ||
         (isAmount && HasWrapped(own, attribute.m_Value, facts.m_BlockSize))) {
         maker.Set(FigureState::KNOWN, attribute);
-        return isWeak ? maker.Doubt(isAmount ? FigureReason::WEAK_RULE : FigureReason::PACKED_HOURS).Made()
-                      : maker.Made();
+        if (isWeak) {
+            maker.Doubt(isAmount ? FigureReason::WEAK_RULE : FigureReason::PACKED_HOURS);
+        } else if (!isOwn && choice.m_HasBest && !AreClose(own, attribute.m_Value, slack)) {
+            maker.Doubt(FigureReason::SOURCES_DIFFER).Name(choice.m_Best);
+        }
+        return maker.Made();
     }
     // Statistics of the hours lag on some drives, none runs ahead.
     const bool isLagging = !isAmount && attribute.m_Value > own;

@@ -251,6 +251,17 @@ TEST(DriveHealth, HoursThatDifferMuchAreDoubtful) {
               "doubtful 5000: SMART attribute 9 says 5000 hours, device statistics page 1 says 100 hours");
 }
 
+TEST(DriveHealth, HoursThatAnotherProgramDecodesOtherwiseAreDoubtful) {
+    for (const auto& [decoded, isDoubtful] : {std::pair(4000, false), std::pair(3999, true)}) {
+        CDriveHealth drive = SolidState();
+        Take(drive, ATA_SMART_DATA, SmartData({{9, 100, 5000}}));
+        drive.TakeFigure(Figure::POWER_ON_HOURS, decoded);
+        const CHealthFigure hours = drive.GetFigure(Figure::POWER_ON_HOURS);
+        EXPECT_EQ(hours.GetValue(), 5000);
+        EXPECT_EQ(hours.GetState() == FigureState::DOUBTFUL, isDoubtful) << decoded;
+    }
+}
+
 TEST(DriveHealth, MoreSourcesThanDrivesHaveArePassedOver) {
     CDriveHealth drive = Disk();
     for (std::uint32_t number = 0; number < 1000; ++number) {

@@ -162,6 +162,18 @@ TEST(SmartctlJson, IdentityIsReadAsReported) {
     EXPECT_TRUE(drive.GetNotes().empty());
 }
 
+TEST(SmartctlJson, TimesAreOfYearsOfFourDigits) {
+    const auto time = [](const char* seconds) {
+        return ReadDrive(R"({"serial_number":"1","local_time":{"time_t":)" + std::string(seconds) + "}}")
+            .GetTime();
+    };
+    EXPECT_EQ(time("0"), 0);
+    EXPECT_EQ(time("1"), 1);
+    EXPECT_EQ(time("253402300799"), 253402300799);
+    EXPECT_EQ(time("253402300800"), 0);
+    EXPECT_EQ(time("-1"), 0);
+}
+
 TEST(SmartctlJson, WhatIsNotReportedIsUnknown) {
     const CDriveReport drive = ReadDrive(R"({"serial_number": "1"})");
     EXPECT_EQ(drive.GetProtocol(), DriveProtocol::UNKNOWN);

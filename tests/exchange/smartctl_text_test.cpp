@@ -300,6 +300,19 @@ TEST(SmartctlText, ATALogsAreRead) {
     EXPECT_EQ(Figure(other, HealthFigure::FAILED_SELF_TESTS), "0 [2/6]");
 }
 
+TEST(SmartctlText, AVerdictIsPassedOrFailedAndNothingElse) {
+    const std::string line = "SMART overall-health self-assessment test result: ";
+    EXPECT_EQ(Figure(ReadDrive(ATA_IDENTITY + line + "PASSED\n"), HealthFigure::VERDICT).substr(0, 1), "0");
+    EXPECT_EQ(Figure(ReadDrive(ATA_IDENTITY + line + "FAILED!\n"), HealthFigure::VERDICT).substr(0, 1), "1");
+    EXPECT_EQ(Figure(ReadDrive(ATA_IDENTITY + line + "PASS"), HealthFigure::VERDICT), "unknown");
+}
+
+TEST(SmartctlText, ALastLineWithoutItsEndIsNoted) {
+    EXPECT_THAT(ReadDrive(ATA_IDENTITY + "Current Temperature:    3").GetNotes(),
+                testing::ElementsAre("the last line has no end: it and what should follow may be cut off"));
+    EXPECT_TRUE(ReadDrive(ATA_IDENTITY + "Current Temperature:    39 Celsius\n").GetNotes().empty());
+}
+
 TEST(SmartctlText, BlankLinesDoNotEndTheStatistics) {
     const CDriveReport drive =
         ReadDrive(ATA_IDENTITY +

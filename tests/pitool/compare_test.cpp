@@ -139,9 +139,9 @@ TEST(CompareCommand, ADriveThatIsGoneIsToBeLookedAtAndANewOneIfItIsNotGood) {
 }
 
 TEST(CompareCommand, ADriveThatIsNotIdentifiedMatchesNothing) {
-    Sample before = Named("REDACTED");
+    const Sample before = Named("REDACTED");
     Sample after = before;
-    after.m_CriticalWarning = 4;
+    after.m_Wear = 11;
     const Outcome run = Check(Report({}) + Report(before), Report({}) + Report(after));
     EXPECT_EQ(run.m_Output,
               "DRIVES OK: 1 drive compared, none got worse, 2 without identity | worse=0 gone=0 new=0\n");
@@ -149,6 +149,34 @@ TEST(CompareCommand, ADriveThatIsNotIdentifiedMatchesNothing) {
         run.m_Errors,
         "pitool: old.json: warning: its serial number identifies no drive: it matches no other report\n"
         "pitool: new.json: warning: its serial number identifies no drive: it matches no other report\n");
+}
+
+TEST(CompareCommand, ADriveThatIsNotIdentifiedIsWorseIfItIsNotGood) {
+    Sample after = Named("REDACTED");
+    after.m_CriticalWarning = 4;
+    const Outcome run = Check(Report({}), Report({}) + Report(after));
+    EXPECT_NE(run.m_Output.find("without identity"), std::string::npos) << run.m_Output;
+    EXPECT_EQ(run.m_ExitStatus, 2);
+    EXPECT_EQ(Check(Report({}) + Report(after), Report({})).m_ExitStatus, 0)
+        << "nothing follows from the old one";
+}
+
+TEST(CompareCommand, ErrorsThatAreNoLongerReportedAreToBeLookedAt) {
+    const std::string without =
+        R"({"device":{"protocol":"NVMe"},"model_name":"SAMPLE NVME 960","serial_number":"S3Z8NB0K",)"
+        R"("smart_status":{"passed":true},"nvme_smart_health_information_log":{"critical_warning":0}})";
+    Sample before;
+    before.m_MediaErrors = 2;
+    const Outcome run = Check(Report(before), without);
+    EXPECT_NE(run.m_Output.find("look -> good; media errors 2 -> not reported"), std::string::npos)
+        << run.m_Output;
+    EXPECT_EQ(run.m_ExitStatus, 1);
+}
+
+TEST(CompareCommand, AStateThatBecameUnknownIsToBeLookedAt) {
+    const std::string bare = R"({"model_name":"SAMPLE NVME 960","serial_number":"S3Z8NB0K"})";
+    EXPECT_EQ(Check(Report({}), bare).m_ExitStatus, 1);
+    EXPECT_EQ(Check(bare, bare).m_ExitStatus, 0);
 }
 
 TEST(CompareCommand, TheLatestReportOfADriveCounts) {

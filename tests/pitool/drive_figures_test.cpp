@@ -388,6 +388,9 @@ TEST(SheetOf, TheForecastSaysItsRangeAndDatesWhereTheReportIsDated) {
     disk["rotation_rate"] = 7200;
     EXPECT_EQ(Told(disk, "FORECAST"), "not applicable (rotating disk)");
     EXPECT_EQ(Told(disk, "REPORTED"), "unknown (not reported)");
+    disk["serial_number"] = "S1";
+    disk["model_name"] = "";
+    EXPECT_EQ(Told(disk, "MODEL"), "unknown (not reported)");
 }
 
 TEST(SheetOf, FiguresWithoutANameOfTheVocabularyAreLeftOutWhereNothingReportsThem) {

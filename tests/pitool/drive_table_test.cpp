@@ -105,11 +105,11 @@ TEST_F(DriveTableTest, LeavesColumnsOutWhereTheScreenIsTooNarrow) {
     };
     EXPECT_EQ(
         headings(120),
-        "STATE    MODEL                SERIAL    AGE  WEAR  LIFE LEFT        ERRORS  REASON                "
-        "        FILE");
+        "STATE    MODEL                SERIAL  SIZE    AGE  WEAR  LIFE LEFT        ERRORS  REASON           "
+        "       FILE");
     EXPECT_EQ(headings(100),
               "STATE    MODEL                SERIAL    AGE  WEAR  ERRORS  REASON                     FILE");
-    EXPECT_EQ(headings(80), "STATE    MODEL                SERIAL    AGE  WEAR  REASON");
+    EXPECT_EQ(headings(80), "STATE    MODEL                SERIAL    AGE  WEAR  ERRORS  REASON");
     EXPECT_EQ(headings(60), "STATE    MODEL                WEAR  REASON");
     EXPECT_EQ(headings(1), "STATE    MODEL     REASON");
 }
@@ -120,7 +120,7 @@ TEST_F(DriveTableTest, OddModelsCostNoColumn) {
     EXPECT_NE(DriveTable({&drive}).Text(screen).find("90Y8652IBM"), std::string::npos);
     screen.m_Columns = 74;
     EXPECT_NE(DriveTable({&drive}).Text(screen).find(
-                  "MTFDDAK128MAR-1J1AA  90...  no verdict of the dri...  sample"),
+                  "MTFDDAK128MAR-1J1AA  90Y8...  no verdict of the d...  sample"),
               std::string::npos)
         << DriveTable({&drive}).Text(screen);
 }

@@ -29,7 +29,7 @@ std::string Page(const std::vector<PI::CDriveReport>& reports,
         list.push_back(&drive);
     }
     SortDrives("state", list);
-    return HtmlPage(list, refused);
+    return HtmlPage(list, list, refused);
 }
 
 /// The part of a page between a heading and the next one.
@@ -135,7 +135,10 @@ TEST(Html, RowsLeadToTheirSheets) {
 TEST(Html, WhatToActOnIsTheWorstWhateverTheOrder) {
     const DriveSummary good = Summarize("", GoodReport("S1"));
     const DriveSummary failed = Summarize("", FailedReport("S2"));
-    const std::string list = Section(HtmlPage({&good, &failed}, {}), "What to act on first");
+    const std::string page = HtmlPage({&good, &failed}, {&good}, {{"a.json", "empty"}});
+    EXPECT_NE(page.find("<h1>2 drives: 1 failed, 1 good; 1 input refused</h1>"), std::string::npos);
+    EXPECT_NE(page.find("<h2>The drives chosen"), std::string::npos);
+    const std::string list = Section(page, "What to act on first");
     EXPECT_NE(list.find("S2"), std::string::npos);
     EXPECT_EQ(list.find("S1"), std::string::npos);
 }

@@ -70,6 +70,9 @@ TEST(NameCommand, FindsConstantsAsWell) {
     EXPECT_EQ(Found("raid_level_2"),
               "30045 | RAID_LEVEL | property identifiers | PropertyID::RAID_LEVEL_2\n");
     EXPECT_EQ(Found("_512b"), "40046 | 512B | property values | PropertyValue::_512B\n");
+    for (const char* qualified : {"PropertyValue::_512B", "PI::propertyvalue::_512b"}) {
+        EXPECT_EQ(Found(qualified), "40046 | 512B | property values | PropertyValue::_512B\n");
+    }
 }
 
 TEST(NameCommand, FindsIconsAndHelpTopics) {

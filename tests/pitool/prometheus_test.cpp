@@ -113,6 +113,18 @@ TEST(Prometheus, OfSeveralReportsOfADriveTheNewestCounts) {
     EXPECT_EQ(Text({GoodReport("S1")}).find("# left out"), std::string::npos);
 }
 
+TEST(Prometheus, OfReportsOfWhichOneHasNoDateTheOneWithMoreHoursCounts) {
+    const auto report = [](int wear, int hours, const std::string& more) {
+        return GoodReport("S1",
+                          Wear(wear) + R"(,"power_on_time":{"hours":)" + std::to_string(hours) + "}" + more);
+    };
+    const PI::CDriveReport dated = report(3, 100, R"(,"local_time":{"time_t":1700000000})");
+    const PI::CDriveReport undated = report(2, 101, "");
+    for (const std::string& text : {Text({dated, undated}), Text({undated, dated})}) {
+        EXPECT_NE(text.find(Series("pi_drive_wear_ratio", "0.02")), std::string::npos) << text;
+    }
+}
+
 TEST(Prometheus, OfReportsOfTheSameTimeTheWorstCounts) {
     const std::string text =
         Text({GoodReport("S1", Wear(93)), GoodReport("S1", Wear(97)), GoodReport("S1", Wear(95))});

@@ -233,7 +233,7 @@ TEST(Terminal, MessagesAreColoredWhereTheirOutputIsATerminal) {
 }
 
 TEST(Terminal, ProgressIsWipedAway) {
-    const std::string read = "1 drives read";
+    const std::string read = "1 drive read";
     const std::string blanks(read.size(), ' ');  // carriage returns are not shown
     EXPECT_EQ(Show("{ sleep 1.1; cat drives/wd-disk.json; } | pitool drive -", 200, PLAIN),
               read + blanks + Show("pitool drive - < drives/wd-disk.json", 200, PLAIN));

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -49,6 +50,7 @@ struct Change {
     std::int64_t m_Old;
     std::int64_t m_New;
     bool m_IsWorse;
+    bool m_IsLost;  ///< it was there and bad, and is not reported any more
 };
 
 /// A drive that is not as it was.
@@ -84,6 +86,11 @@ bool WearsFaster(const DriveSummary& before, const DriveSummary& after, std::int
     return static_cast<double>(growth) > 2 * expected + 1;
 }
 
+/// Whether any value but 0 is bad: that it is not reported any more does not mean that it is over.
+bool IsAlarming(PI::_HEALTH_FIGURE figure) {
+    return figure != Figure::LOGGED_ERRORS && figure != Figure::SPARE && figure != Figure::WEAR;
+}
+
 /// Whether a figure got worse that has changed.
 bool IsWorseChange(const Change& change, const DriveSummary& before, const DriveSummary& after) {
     switch (change.m_Figure) {
@@ -115,21 +122,24 @@ std::string ChangeText(const Change& change) {
     }
     const bool isPercent = change.m_Figure == Figure::WEAR || change.m_Figure == Figure::SPARE;
     return text + " " + ValueText(change.m_Figure, change.m_Old) + " -> " +
-           ValueText(change.m_Figure, change.m_New) + (isPercent ? " %" : "");
+           (change.m_IsLost ? "not reported" : ValueText(change.m_Figure, change.m_New)) +
+           (isPercent ? " %" : "");
 }
 
 Finding Compare(const DriveSummary& before, const DriveSummary& after) {
     Finding finding = {&before, &after, ""};
-    bool gotWorse = after.GetState() > std::max(before.GetState(), State::GOOD);
+    bool gotWorse = after.GetState() > std::max(before.GetState(), State::GOOD) ||
+                    (after.GetState() == State::UNKNOWN && before.GetState() != State::UNKNOWN);
     if (before.GetState() != after.GetState()) {
         finding.m_Text = std::string(StateWord(before.GetState())) + " -> " + StateWord(after.GetState());
     }
     for (const PI::_HEALTH_FIGURE figure : COMPARED) {
         const SummaryFigure old = before.GetFigure(figure);
         const SummaryFigure now = after.GetFigure(figure);
-        if (old.HasValue() && now.HasValue() && old.m_Value != now.m_Value) {
-            Change change = {figure, old.m_Value, now.m_Value, false};
-            change.m_IsWorse = IsWorseChange(change, before, after);
+        const bool isLost = !now.HasValue() && IsAlarming(figure) && old.m_Value != 0;
+        if (isLost || (old.HasValue() && now.HasValue() && old.m_Value != now.m_Value)) {
+            Change change = {figure, old.m_Value, now.m_Value, isLost, isLost};
+            change.m_IsWorse = isLost || IsWorseChange(change, before, after);
             gotWorse = gotWorse || change.m_IsWorse;
             finding.m_Text += (finding.m_Text.empty() ? "" : "; ") + ChangeText(change);
             finding.m_Changes.push_back(change);
@@ -181,6 +191,12 @@ Findings Compare(const DriveReports& before, const DriveReports& after) {
             findings.m_Drives.push_back(
                 {nullptr, drive, isNew ? "new" : "not read before",
                  drive->GetState() > State::GOOD ? StatusOf(drive->GetState()) : CHECK_GOOD});
+        }
+    }
+    for (const std::vector<DriveSummary>& reports : after.m_Drives) {
+        const DriveSummary& drive = reports.back();
+        if (drive.GetState() > State::GOOD && !IdentifiesDrive(drive.GetSerial())) {
+            findings.m_Drives.push_back({nullptr, &drive, "without identity", StatusOf(drive.GetState())});
         }
     }
     for (const auto& [identity, drive] : old) {
@@ -262,7 +278,7 @@ std::string CompareJson(const Findings& findings) {
             json.Objects("changes", finding.m_Changes, [&](const Change& change) {
                 json.Member("figure", PI::HealthFigureToString(change.m_Figure));
                 json.Member("old", change.m_Old);
-                json.Member("new", change.m_New);
+                json.Member("new", change.m_IsLost ? std::nullopt : std::optional(change.m_New));
                 json.Member("worse", change.m_IsWorse);
             });
         });

@@ -64,13 +64,6 @@ Table EventTable(const DriveList& drives) {
     return table;
 }
 
-std::string CountsText(const Result& result) {
-    const std::size_t refused = result.m_Refusals.size();
-    return result.m_Counts.Text() + (refused == 0   ? ""
-                                     : refused == 1 ? "; 1 input refused"
-                                                    : "; " + std::to_string(refused) + " inputs refused");
-}
-
 CheckStatus StatusOf(const Result& result) {
     const auto isAny = [&result](PI::_DRIVE_STATE state) { return result.m_Counts.m_InState[state] != 0; };
     return isAny(PI::DriveState::FAILED) || isAny(PI::DriveState::REPLACE) ? CHECK_CRITICAL
@@ -82,7 +75,8 @@ CheckStatus StatusOf(const Result& result) {
 
 /// The line that monitoring systems show, with the counts once more for their graphs.
 std::string CheckLine(const Result& result) {
-    std::string line = std::string("DRIVES ") + CHECK_WORDS[StatusOf(result)] + ": " + CountsText(result);
+    std::string line = std::string("DRIVES ") + CHECK_WORDS[StatusOf(result)] + ": " +
+                       result.m_Counts.Text(result.m_Refusals.size());
     const auto worst = std::min_element(
         result.m_All.begin(), result.m_All.end(),
         [](const DriveSummary* left, const DriveSummary* right) { return IsWorse(*left, *right); });
@@ -135,7 +129,7 @@ bool WriteText(const Result& result) {
         Screen upper = screen;
         upper.m_Rows = options.m_Events ? (screen.m_Rows + 1) / 2 : screen.m_Rows;
         Table table = ListOf(result, upper);
-        table.SetSummary(options.m_Check ? "" : CountsText(result));
+        table.SetSummary(options.m_Check ? "" : result.m_Counts.Text(result.m_Refusals.size()));
         text = table.Text(upper);
         takeRows(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1);
     }
@@ -190,7 +184,7 @@ bool WritePrometheus(const Result& result) {
 }
 
 bool WriteHtml(const Result& result) {
-    return WriteOutput(HtmlPage(result.m_Shown, result.m_Refusals));
+    return WriteOutput(HtmlPage(result.m_All, result.m_Shown, result.m_Refusals));
 }
 
 /// The forms of output, and what writes them: whether everything could be written.
@@ -341,7 +335,8 @@ void AddDrive(CLI::App& app, Action& action) {
             ->check(CLI::IsMember(formats).description(""));
     command->add_flag("--json", options->m_Json, "The same as --format json");
     command->add_option("--output", options->m_Output, "Write to this file, replaced when all is written")
-        ->option_text("FILE");
+        ->option_text("FILE")
+        ->check([](const std::string& file) { return file.empty() ? "a name is needed" : ""; });
     command->add_flag("--check", options->m_Check, "Exit as monitoring plug-ins do: 0, 1, 2 or 3");
     command->footer(std::string(EXAMPLES) +
                     "  pitool drive --events drives\n"

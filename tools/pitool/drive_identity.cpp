@@ -32,13 +32,10 @@ std::string Core(std::string_view serial) {
 void SortByAge(std::vector<DriveSummary>& reports) {
     const bool areDated = std::all_of(reports.begin(), reports.end(),
                                       [](const DriveSummary& report) { return report.GetTime() != 0; });
-    const auto age = [areDated](const DriveSummary& report) {
-        const std::int64_t hours = report.GetFigure(PI::HealthFigure::POWER_ON_HOURS).m_Value;
-        return std::make_pair(areDated ? report.GetTime() : 0, hours);
-    };
-    std::stable_sort(
-        reports.begin(), reports.end(),
-        [&age](const DriveSummary& left, const DriveSummary& right) { return age(left) < age(right); });
+    std::stable_sort(reports.begin(), reports.end(),
+                     [areDated](const DriveSummary& left, const DriveSummary& right) {
+                         return IsOlder(left, right, areDated);
+                     });
 }
 
 }  // namespace
@@ -57,6 +54,14 @@ std::pair<std::string, std::string> IdentityOf(const DriveSummary& drive) {
         return std::string(text.substr(0, text.find_last_not_of(' ') + 1));
     };
     return {trimmed(drive.GetModel()), trimmed(drive.GetSerial())};
+}
+
+bool IsOlder(const DriveSummary& left, const DriveSummary& right, bool areDated) {
+    if (areDated && left.GetTime() != 0 && right.GetTime() != 0 && left.GetTime() != right.GetTime()) {
+        return left.GetTime() < right.GetTime();
+    }
+    return left.GetFigure(PI::HealthFigure::POWER_ON_HOURS).m_Value <
+           right.GetFigure(PI::HealthFigure::POWER_ON_HOURS).m_Value;
 }
 
 DriveReports ReadDrives(const std::vector<std::string>& arguments) {

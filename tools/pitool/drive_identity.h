@@ -20,6 +20,11 @@ bool IdentifiesDrive(std::string_view serial);
 /// Model and serial number, without the blanks around them: some reports keep those of the drive.
 std::pair<std::string, std::string> IdentityOf(const DriveSummary& drive);
 
+/// Whether a report of a drive is older than another one: by their dates, or by the power-on hours where one
+/// has no date or the dates are equal.
+/// @param areDated false: the dates do not count, since not all of the reports compared have one
+bool IsOlder(const DriveSummary& left, const DriveSummary& right, bool areDated = true);
+
 /// Reports of any number of drives.
 struct DriveReports {
     /// The reports of each drive, the oldest first; drives in the order of their first reports. A drive is

@@ -92,14 +92,14 @@ struct DriveColumn {
 constexpr DriveColumn COLUMNS[] = {
     {{"STATE"}, "state", State},
     {{"MODEL", Align::LEFT, 0, 26}, "model", Text<&DriveSummary::GetModel>},  // most fit into this width
-    {{"SERIAL", Align::LEFT, 3, 20}, "serial", Text<&DriveSummary::GetSerial>},
+    {{"SERIAL", Align::LEFT, 2, 20}, "serial", Text<&DriveSummary::GetSerial>},
     {{"SIZE", Align::RIGHT, 7}, "size", Size},
-    {{"AGE", Align::RIGHT, 2}, "age", Age},
+    {{"AGE", Align::RIGHT, 3}, "age", Age},
     {{"WEAR", Align::RIGHT, 1}, "wear", Wear},
     {{"LIFE LEFT", Align::LEFT, 6}, "life", Life},
     {{"TEMP", Align::RIGHT, 8}, "temperature", Temperature},
     {{"ERRORS", Align::RIGHT, 4}, "errors", Errors},
-    {{"REASON", Align::LEFT, 0, 24}, nullptr, Reason},
+    {{"REASON", Align::LEFT, 0, 20}, nullptr, Reason},
     {{"FILE", Align::PATH, 5, 20}, "file", Text<&DriveSummary::GetFile>},
 };
 
@@ -148,7 +148,7 @@ StateCounts::StateCounts(const DriveList& drives) : m_Drives(drives.size()) {
     }
 }
 
-std::string StateCounts::Text() const {
+std::string StateCounts::Text(std::size_t refused) const {
     constexpr std::pair<PI::_DRIVE_STATE, const char*> WORDS[] = {
         {PI::DriveState::FAILED, " failed"},   {PI::DriveState::REPLACE, " to replace"},
         {PI::DriveState::LOOK, " to look at"}, {PI::DriveState::UNKNOWN, " unknown"},
@@ -162,7 +162,9 @@ std::string StateCounts::Text() const {
             separator = ", ";
         }
     }
-    return text;
+    return text + (refused == 0   ? ""
+                   : refused == 1 ? "; 1 input refused"
+                                  : "; " + std::to_string(refused) + " inputs refused");
 }
 
 Table DriveTable(const DriveList& drives, std::size_t most) {

@@ -29,8 +29,8 @@ struct StateCounts {
     std::size_t m_InState[PI::DriveState::FAILED + 1] = {};
 
     explicit StateCounts(const DriveList& drives);
-    /// "5 drives: 1 failed, 4 good".
-    std::string Text() const;
+    /// "5 drives: 1 failed, 4 good; 1 input refused".
+    std::string Text(std::size_t refused = 0) const;
 };
 
 /// A row each, in the order given, and no more than asked for.

@@ -118,7 +118,9 @@ std::string ForecastTable(const std::vector<DriveForecast>& drives, const Screen
             table.Add(MonthText(forecast, forecast.GetHigh()));
         }
         table.Add(wear.HasValue() ? std::to_string(wear.m_Value) + (wear.IsKnown() ? " %" : " %?") : "-");
-        table.Add(hours.HasValue() ? AgeText(static_cast<std::uint64_t>(hours.m_Value)) : "-");
+        table.Add(hours.HasValue()
+                      ? AgeText(static_cast<std::uint64_t>(hours.m_Value)) + (hours.IsKnown() ? "" : "?")
+                      : "-");
         table.Add(std::to_string(drive.m_Readings));
         table.Add(PrintableText(drive.m_Drive.GetModel()));
         table.Add(PrintableText(drive.m_Drive.GetSerial()));

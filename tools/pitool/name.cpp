@@ -83,14 +83,18 @@ void FindNumber(const std::string& query, int number, std::vector<Finding>& find
     }
 }
 
-/// Names and constants that are the word, then those that hold it.
+/// Names and constants that are the word, then those that hold it. Constants may be given with their
+/// namespace.
 void FindWord(const std::string& query, std::vector<Finding>& findings) {
-    const std::string word = UpperCase(query);
+    std::string word = UpperCase(query);
+    const bool isQualified = word.find("::") != std::string::npos;
+    word.erase(0, word.rfind("PI::", 0) == 0 ? 4 : 0);
     std::vector<Finding> parts;
     for (const Vocabulary& vocabulary : VOCABULARIES) {
         for (const PI::CVocabularyEntry entry : vocabulary.m_Rows()) {
             const std::string name = UpperCase(entry.Name());
-            const std::string constant = UpperCase(entry.Constant());
+            const std::string constant =
+                UpperCase(isQualified ? ConstantText(vocabulary, entry) : entry.Constant());
             if (name == word || constant == word) {
                 findings.push_back({&query, &vocabulary, entry, "exact"});
             } else if (name.find(word) != std::string::npos || constant.find(word) != std::string::npos) {

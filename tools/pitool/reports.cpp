@@ -48,7 +48,7 @@ Refusals ReadReports(
         }
         drives += reports.size();
         if (const Clock::time_point now = Clock::now(); now >= next) {
-            ShowProgress(std::to_string(drives) + " drives read");
+            ShowProgress(std::to_string(drives) + (drives == 1 ? " drive read" : " drives read"));
             next = now + std::chrono::milliseconds(200);
         }
     };

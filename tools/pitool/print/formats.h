@@ -32,9 +32,11 @@ constexpr std::size_t HTML_SHEETS_OF_ALL = 500;
 
 /// An HTML page that can be mailed and printed, without scripts and addresses: what to act on first, pictures
 /// of wear, models, all drives, and the sheets.
-/// @param drives  in the order shown; their details are their sheets as HTML, empty where they have none
+/// @param all     drives: they are counted and acted on
+/// @param drives  those shown, in this order; their details are their sheets as HTML, empty where they have
+///                none
 /// @param refused inputs that gave no drive
-std::string HtmlPage(const DriveList& drives, const Refusals& refused);
+std::string HtmlPage(const DriveList& all, const DriveList& drives, const Refusals& refused);
 
 /// SVG within that page, whose style decides on the colours: wear against age, and wear against temperature,
 /// a point for each drive of which both are known.

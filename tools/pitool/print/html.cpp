@@ -53,7 +53,7 @@ std::string Heading(const char* text) {
 
 }  // namespace
 
-std::string HtmlPage(const DriveList& drives, const Refusals& refused) {
+std::string HtmlPage(const DriveList& all, const DriveList& drives, const Refusals& refused) {
     std::map<const DriveSummary*, std::string> anchors;
     std::string sheets;
     for (const DriveSummary* drive : drives) {
@@ -75,20 +75,21 @@ std::string HtmlPage(const DriveList& drives, const Refusals& refused) {
         });
     };
     DriveList toActOn;
-    std::copy_if(drives.begin(), drives.end(), std::back_inserter(toActOn),
+    std::copy_if(all.begin(), all.end(), std::back_inserter(toActOn),
                  [](const DriveSummary* drive) { return drive->GetState() >= PI::DriveState::LOOK; });
     SortDrives("state", toActOn);
 
     std::string html =
         "<!DOCTYPE html>\n<html lang=en><head><meta charset=utf-8><title>Drives</title>"
         "<meta name=viewport content=\"width=device-width,initial-scale=1\"><style>" +
-        std::string(STYLE) + "</style></head>\n<body><h1>" + StateCounts(drives).Text() + "</h1>" +
+        std::string(STYLE) + "</style></head>\n<body><h1>" + StateCounts(all).Text(refused.size()) + "</h1>" +
         Period(drives);
     html += Heading("What to act on first");
     html += toActOn.empty() ? "<p>Nothing.</p>" : rows(toActOn, FIRST_TO_ACT_ON);
     html += Heading("Wear") + "<div class=plots>" + WearPlots(drives) + "</div>";
     html += Heading("By model") + ModelTable(drives).Html();
-    html += Heading("All drives") + rows(drives, drives.size());
+    html += Heading(drives.size() == all.size() ? "All drives" : "The drives chosen") +
+            rows(drives, drives.size());
     if (!sheets.empty()) {
         html += Heading("Sheets");
         html += (anchors.size() < drives.size() ? "<p>Only of drives that are not good.</p>" : "") + sheets;

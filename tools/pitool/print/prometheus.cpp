@@ -126,10 +126,9 @@ std::string PrometheusText(const DriveList& drives, std::size_t refused) {
     for (const DriveSummary* drive : drives) {
         const DriveSummary*& kept = series[Labels(*drive)];
         // Without a serial number that identifies it, a later report may be of another drive.
-        const bool hasOrder =
-            kept != nullptr && IdentifiesDrive(drive->GetSerial()) && kept->GetTime() != drive->GetTime();
-        const bool isTaken =
-            kept == nullptr || (hasOrder ? kept->GetTime() < drive->GetTime() : IsWorse(*drive, *kept));
+        const bool hasOrder = kept != nullptr && IdentifiesDrive(drive->GetSerial()) &&
+                              (IsOlder(*kept, *drive) || IsOlder(*drive, *kept));
+        const bool isTaken = kept == nullptr || (hasOrder ? IsOlder(*kept, *drive) : IsWorse(*drive, *kept));
         kept = isTaken ? drive : kept;
     }
     std::string text;
