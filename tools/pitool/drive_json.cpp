@@ -23,6 +23,7 @@ namespace Operation = PI::OperationID;
 /// Puts short parts together in less time than a string does.
 class Parts {
 public:
+    // cppcheck-suppress uninitMemberVar // only bytes that were written are read
     explicit Parts(std::string& text) : m_Text(text) {}
     Parts(const Parts&) = delete;
     Parts& operator=(const Parts&) = delete;

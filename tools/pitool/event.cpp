@@ -200,10 +200,12 @@ void AddEvent(CLI::App& app, Action& action) {
         [&event](Text text) { event.m_SequenceNumber = NumberOf<std::uint32_t>(text); });
     for (std::size_t i = 0; i < std::size(SET_PLACEHOLDER<int>); ++i) {
         const std::string marker = std::to_string(i + 1);
+        const auto setText = SET_PLACEHOLDER<Text>[i];
+        const auto setResource = SET_PLACEHOLDER<int>[i];
         CLI::Option* const asText = add("--placeholder" + marker, "TEXT", "Text for the marker %" + marker,
-                                        [&event, i](Text text) { (event.*SET_PLACEHOLDER<Text>[i])(text); });
+                                        [&event, setText](Text text) { (event.*setText)(text); });
         add("--resource" + marker, "NUMBER", "Language resource for the marker %" + marker,
-            [&event, i](Text text) { (event.*SET_PLACEHOLDER<int>[i])(NumberOf<int>(text)); })
+            [&event, setResource](Text text) { (event.*setResource)(NumberOf<int>(text)); })
             ->excludes(asText);
     }
     command->add_option("--strings", options->m_Strings, STRINGS_HELP)->option_text("FILE");
