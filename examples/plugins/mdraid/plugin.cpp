@@ -47,12 +47,11 @@ int PluginConfigure(const char* key, const char* value) {
         return PI::ErrorCode::INVALID_PARAMETER;
     }
     std::vector<std::string> errors;
-    mdraid::Machine& machine = state.m_Machine;
     return shared::Guard(errors, [&] {
         if (name == "root") {
-            machine.m_Root = value;
+            state.m_Machine.m_Root = value;
         } else {
-            (name == "mdadm" ? machine.m_Mdadm : machine.m_Permissions) = value;
+            (name == "mdadm" ? state.m_Machine.m_Mdadm : state.m_Machine.m_Permissions) = value;
         }
     });
 }
