@@ -173,9 +173,14 @@ TEST_F(Program, CheckLeavesNoDriveOutOfWhatProgramsRead) {
     EXPECT_NE(lines.find("WD1500HLFS"), std::string::npos) << lines;
 }
 
-TEST_F(Program, LimitKeepsNoDriveFromTheCountsOfModels) {
+TEST_F(Program, LimitOfModelsKeepsNoDriveFromTheirCounts) {
+    const std::string all = RunPitool({"drive", "--by-model", "."}).m_Output;
+    const std::size_t secondModel = all.find('\n', all.find('\n') + 1) + 1;
     EXPECT_EQ(RunPitool({"drive", "--by-model", "--limit", "1", "."}).m_Output,
-              RunPitool({"drive", "--by-model", "."}).m_Output);
+              all.substr(0, secondModel) + "... and 10 more; --limit 0 shows all\n" +
+                  all.substr(all.rfind("\n12 drives") + 1));
+    EXPECT_EQ(RunPitool({"drive", "--by-model", "--limit", "11", "."}).m_Output, all);
+    EXPECT_EQ(RunPitool({"drive", "--by-model", "--sort", "wear", "."}).m_ExitStatus, 2);
     EXPECT_EQ(RunPitool({"drive", "--limit", "-1", "."}).m_Errors,
               "pitool: --limit: \"-1\" is not a whole number from 0; see pitool drive --help\n");
 }

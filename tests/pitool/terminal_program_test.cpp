@@ -149,6 +149,21 @@ TEST(Terminal, TheWorstDoesNotScrollAway) {
     }
 }
 
+TEST(Terminal, AsManyDrivesAsFitAreShown) {
+    const auto rows = [](const std::string& command, unsigned short height, int status = 0) {
+        const std::string shown = Show("pitool drive " + command + " drives", 200, PLAIN, status, height);
+        return std::count(shown.begin(), shown.end(), '\n');
+    };
+    const auto all = rows("", 60);
+    EXPECT_EQ(rows("", static_cast<unsigned short>(all)), all - 1);
+    EXPECT_EQ(rows("", static_cast<unsigned short>(all + 1)), all);
+    EXPECT_EQ(rows("--limit 0", 5), all);
+    EXPECT_EQ(rows("--limit 9", 5), 12);  // with headings, how many more, and the counts
+    EXPECT_EQ(rows("--check --state good", 8, 2), 7);
+    EXPECT_EQ(rows("--check --limit 0 --state good", 5, 2), 11);
+    EXPECT_EQ(rows("--events --limit 0", 5), rows("--events", 60));
+}
+
 TEST(Terminal, NothingIsWiderThanTheTerminal) {
     for (const char* command :
          {"drive --events drives", "drive drives/worn-intel-ssd.json",

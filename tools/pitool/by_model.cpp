@@ -46,7 +46,7 @@ std::int64_t Median(const std::vector<std::int64_t>& values) {
 
 }  // namespace
 
-Table ModelTable(const DriveList& drives) {
+Table ModelTable(const DriveList& drives, std::size_t most) {
     std::map<std::string_view, DriveList> byName;
     for (const DriveSummary* drive : drives) {
         byName[drive->GetModel()].push_back(drive);
@@ -64,6 +64,9 @@ Table ModelTable(const DriveList& drives) {
                  {"MEDIAN WEAR", Align::RIGHT, 2},
                  {"HIGHEST WEAR", Align::RIGHT, 4},
                  {"MODEL", Align::LEFT, 0, 24}});
+    const std::size_t rows = std::min(most, models.size());
+    table.SetFurther(models.size() - rows, "--limit 0 shows all");
+    models.resize(rows);
     for (const Model& model : models) {
         for (const auto state : {State::FAILED, State::REPLACE, State::LOOK}) {
             const std::size_t count = model.m_Counts.m_InState[state];

@@ -28,7 +28,7 @@ struct Options {
     std::vector<std::string> m_Files;
     std::string m_Sort = "state";
     std::vector<std::string> m_States;   ///< lists of states, separated by commas; empty: all
-    std::optional<std::size_t> m_Limit;  ///< 0: all
+    std::optional<std::size_t> m_Limit;  ///< of rows; 0: none
     bool m_ByModel = false;
     bool m_Check = false;
     bool m_Events = false;
@@ -36,6 +36,8 @@ struct Options {
     std::string m_Format = "text";
     bool m_Json = false;
     std::string m_Output;
+
+    std::size_t Limit() const { return m_Limit.value_or(0) != 0 ? *m_Limit : SIZE_MAX; }
 };
 
 /// All that was read, ready to be printed.
@@ -82,8 +84,8 @@ std::string CheckLine(const Result& result) {
         [](const DriveSummary* left, const DriveSummary* right) { return IsWorse(*left, *right); });
     if (worst != result.m_All.end() && (*worst)->GetState() != PI::DriveState::GOOD) {
         const DriveSummary& drive = **worst;
-        line += "; " + PrintableText(drive.GetModel()) + " " + PrintableText(drive.GetSerial()) + ": " +
-                PrintableText(drive.GetReason());
+        line += "; " + PrintableText(drive.GetModel()) + (drive.GetModel().empty() ? "" : " ") +
+                PrintableText(drive.GetSerial()) + ": " + PrintableText(drive.GetReason());
     }
     std::replace(line.begin(), line.end(), '|', '/');  // it divides the text from the figures
     const char* separator = " | ";
@@ -99,7 +101,7 @@ std::string CheckLine(const Result& result) {
 Table ListOf(const Result& result, const Screen& screen) {
     const DriveList& drives = result.m_Shown;
     if (result.m_Options.m_ByModel) {
-        return ModelTable(drives);
+        return ModelTable(drives, result.m_Options.Limit());
     }
     const std::size_t rows = std::min(drives.size(), screen.m_Rows != 0 ? screen.m_Rows : SIZE_MAX);
     Table table = DriveTable(drives, rows);  // more than fit, and no need to make all
@@ -109,35 +111,33 @@ Table ListOf(const Result& result, const Screen& screen) {
 
 bool WriteText(const Result& result) {
     const Options& options = result.m_Options;
-    Screen screen = OutputScreen();
-    screen.m_Rows = options.m_Limit ? 0 : screen.m_Rows;
-    std::string checkLine;
-    std::string text;
-    const auto takeRows = [&screen](std::size_t rows) {
-        screen.m_Rows = screen.m_Rows == 0 ? 0 : std::max(screen.m_Rows, rows + 1) - rows;
-    };
-    if (options.m_Check) {
-        checkLine = CheckLine(result);
-        takeRows(screen.m_Columns == 0 ? 1 : 1 + (DisplayWidth(checkLine) - 2) / screen.m_Columns);
-    } else if (result.m_All.empty()) {
+    if (result.m_All.empty() && !options.m_Check) {
         return true;
+    }
+    Screen screen = OutputScreen();
+    std::string text;
+    std::size_t taken = 0;  // of the height of a terminal
+    if (options.m_Check) {
+        text = CheckLine(result);
+        taken = screen.m_Columns == 0 ? 1 : 1 + (DisplayWidth(text) - 2) / screen.m_Columns;
+    }
+    if (screen.m_Rows != 0) {  // each table has its share
+        const std::size_t room = screen.m_Rows - std::min(screen.m_Rows, taken);
+        screen.m_Rows = options.m_Limit ? 0 : std::max<std::size_t>(1, options.m_Events ? room / 2 : room);
     }
     if (result.m_All.size() == 1 && result.m_Shown.size() == 1 && !options.m_Check && !options.m_ByModel) {
         text = result.m_All.front()->GetDetail();
         screen.m_Rows = 0;
     } else {
-        Screen upper = screen;
-        upper.m_Rows = options.m_Events ? (screen.m_Rows + 1) / 2 : screen.m_Rows;
-        Table table = ListOf(result, upper);
+        Table table = ListOf(result, screen);
         table.SetSummary(options.m_Check ? "" : result.m_Counts.Text(result.m_Refusals.size()));
-        text = table.Text(upper);
-        takeRows(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1);
+        text += table.Text(screen);
     }
     if (options.m_Events) {
         const std::string events = EventTable(result.m_Shown).Text(screen);
         text += events.empty() ? "\nno events\n" : "\n" + events;
     }
-    return WriteOutput(checkLine) && WriteOutput(text);
+    return WriteOutput(text);
 }
 
 bool WriteJson(const Result& result) {
@@ -258,8 +258,8 @@ ExitStatus RunDrive(const Options& options) {
     }
     DriveList shown = Select(all, options);
     Result result = {options, std::move(all), std::move(refusals), std::move(shown)};
-    if (options.m_Limit.value_or(0) != 0 && !options.m_ByModel) {
-        result.m_Further = result.m_Shown.size() - std::min(result.m_Shown.size(), *options.m_Limit);
+    if (!options.m_ByModel) {
+        result.m_Further = result.m_Shown.size() - std::min(result.m_Shown.size(), options.Limit());
         result.m_Shown.resize(result.m_Shown.size() - result.m_Further);
     }
     const auto* const format =
@@ -312,9 +312,10 @@ void AddDrive(CLI::App& app, Action& action) {
                      "File, or folder of .json, .txt and .gz files; - is\nstandard input")
         ->option_text("...")
         ->required();
-    command->add_option("--sort", options->m_Sort, "By another column, such as wear (state)")
-        ->option_text("KEY")
-        ->check(CLI::IsMember(SortKeys()).description(""));
+    CLI::Option* sort =
+        command->add_option("--sort", options->m_Sort, "By another column, such as wear (state)")
+            ->option_text("KEY")
+            ->check(CLI::IsMember(SortKeys()).description(""));
     command->add_option("--state", options->m_States, "Only failed, replace, look, unknown or good drives")
         ->option_text("STATE,...")
         ->allow_extra_args(false)
@@ -325,7 +326,7 @@ void AddDrive(CLI::App& app, Action& action) {
             std::size_t number = 0;
             return ReadWholeNumber(text, number) ? "" : Quoted(text) + " is not a whole number from 0";
         });
-    command->add_flag("--by-model", options->m_ByModel, "Show one line for each model");
+    command->add_flag("--by-model", options->m_ByModel, "Show one line for each model")->excludes(sort);
     CLI::Option* events =
         command->add_flag("--events", options->m_Events, "Show the events that the drives raise");
     command->add_option("--strings", options->m_Strings, STRINGS_HELP)->option_text("FILE")->needs(events);

@@ -7,8 +7,10 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <optional>
 #include <tuple>
+#include <utility>
 
 namespace pitool {
 namespace {
@@ -122,24 +124,19 @@ void SortDrives(const std::string& key, DriveList& drives) {
     const auto* const column =
         std::find_if(std::begin(COLUMNS), std::end(COLUMNS),
                      [&key](const DriveColumn& each) { return each.m_Key != nullptr && key == each.m_Key; });
-    if (column == std::begin(COLUMNS) || column == std::end(COLUMNS)) {
+    if (column == std::end(COLUMNS)) {
         return;
     }
-    // What is unknown last, then the number, then the text.
-    using Keyed = std::tuple<bool, double, std::string, const DriveSummary*>;
-    std::vector<Keyed> keyed;
-    keyed.reserve(drives.size());
+    // What is unknown last, then the number, then the text; equal ones keep their order.
+    std::multimap<std::tuple<bool, double, std::string>, const DriveSummary*> order;
     for (const DriveSummary* drive : drives) {
-        const Content content = column->m_Content(*drive);
-        keyed.emplace_back(content.m_Text.empty(), content.m_Number.value_or(0),
-                           content.m_Number ? "" : content.m_Text, drive);
+        Content content = column->m_Content(*drive);
+        const bool isUnknown = content.m_Text.empty();
+        order.emplace(std::tuple(isUnknown, content.m_Number.value_or(0),
+                                 content.m_Number ? "" : std::move(content.m_Text)),
+                      drive);
     }
-    std::stable_sort(keyed.begin(), keyed.end(), [](const Keyed& left, const Keyed& right) {
-        return std::tie(std::get<0>(left), std::get<1>(left), std::get<2>(left)) <
-               std::tie(std::get<0>(right), std::get<1>(right), std::get<2>(right));
-    });
-    std::transform(keyed.begin(), keyed.end(), drives.begin(),
-                   [](const Keyed& each) { return std::get<3>(each); });
+    std::transform(order.begin(), order.end(), drives.begin(), [](const auto& each) { return each.second; });
 }
 
 StateCounts::StateCounts(const DriveList& drives) : m_Drives(drives.size()) {

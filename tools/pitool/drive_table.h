@@ -38,8 +38,8 @@ Table DriveTable(const DriveList& drives, std::size_t most = SIZE_MAX);
 
 /// A row a model: how many of its drives are in which state, and the figures that are known of them. The
 /// models with the most failed drives come first, then those with the most to replace, to look at, and of
-/// all.
-Table ModelTable(const DriveList& drives);
+/// all; there are no more than asked for.
+Table ModelTable(const DriveList& drives, std::size_t most = SIZE_MAX);
 
 /// The sheet of one drive: a row for all that there is to say.
 /// @param drive, health of the report
