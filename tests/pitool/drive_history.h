@@ -31,12 +31,12 @@ inline std::string Report(const Sample& sample) {
     constexpr int ON_ONE_LINE = 3;
     std::string text;
     JsonWriter json(text, ON_ONE_LINE);
-    json.Object([&] {
+    json.Value([&] {
         json.Name("device").Raw(R"({"name":"/dev/nvme0","protocol":"NVMe"})");
         json.Member("model_name", sample.m_Model);
         json.Member("serial_number", sample.m_Serial);
-        json.Object("smart_status", [&] { json.Member("passed", sample.m_CriticalWarning == 0); });
-        json.Object("nvme_smart_health_information_log", [&] {
+        json.Member("smart_status", [&] { json.Member("passed", sample.m_CriticalWarning == 0); });
+        json.Member("nvme_smart_health_information_log", [&] {
             json.Member("critical_warning", sample.m_CriticalWarning);
             json.Member("available_spare", sample.m_Spare);
             json.Member("available_spare_threshold", 10);
@@ -46,7 +46,7 @@ inline std::string Report(const Sample& sample) {
             json.Member("num_err_log_entries", sample.m_LoggedErrors);
         });
         if (sample.m_Date != 0) {
-            json.Object("local_time", [&] { json.Member("time_t", sample.m_Date); });
+            json.Member("local_time", [&] { json.Member("time_t", sample.m_Date); });
         }
     });
     return text + "\n";

@@ -26,25 +26,24 @@ TEST(JsonWriter, GivesTheTwoOutermostLevelsALineForEachMember) {
                            [&](JsonWriter& json) {
                                json.Objects("objects", numbers, [&](int number) {
                                    json.Member("number", number);
-                                   json.List("list", [&] {
-                                       json.Value(true);
-                                       json.Value(std::optional<int>());
-                                       json.Object([] {});
-                                   });
+                                   json.Member("list", std::vector<std::optional<bool>>{true, {}});
+                                   json.Member("empty", [] {});
                                });
-                               json.List("values", [&] { json.Value(-1); });
-                               json.Object("object", [&] { json.Member("c", "d"); });
+                               json.Name("values").List(
+                                   numbers, [&](int number) { json.Raw(number == 2 ? "2" : "[]"); });
+                               json.Member("object", [&] { json.Member("c", "d"); });
                                json.Name("ready").Raw("[1, 2]");
                            }),
               "{\n"
               "  \"format\": \"a command\",\n"
               "  \"version\": 1,\n"
               "  \"objects\": [\n"
-              "    {\"number\":2,\"list\":[true,null,{}]},\n"
-              "    {\"number\":3,\"list\":[true,null,{}]}\n"
+              "    {\"number\":2,\"list\":[true,null],\"empty\":{}},\n"
+              "    {\"number\":3,\"list\":[true,null],\"empty\":{}}\n"
               "  ],\n"
               "  \"values\": [\n"
-              "    -1\n"
+              "    2,\n"
+              "    []\n"
               "  ],\n"
               "  \"object\": {\n"
               "    \"c\": \"d\"\n"
@@ -56,9 +55,9 @@ TEST(JsonWriter, GivesTheTwoOutermostLevelsALineForEachMember) {
 TEST(JsonWriter, NothingIsBetweenTheBracketsOfWhatIsEmpty) {
     std::string text;
     JsonWriter json(text);
-    json.Object([&] {
-        json.List("a", [] {});
-        json.Object("b", [] {});
+    json.Value([&] {
+        json.Member("a", std::vector<int>());
+        json.Member("b", [] {});
     });
     EXPECT_EQ(text, "{\n  \"a\": [],\n  \"b\": {}\n}");
 }
@@ -66,7 +65,7 @@ TEST(JsonWriter, NothingIsBetweenTheBracketsOfWhatIsEmpty) {
 TEST(JsonWriter, APieceOfADocumentHasTheLinesOfItsDepth) {
     std::string text;
     JsonWriter json(text, 2);
-    json.Object([&] { json.Member("a", 1); });
+    json.Value([&] { json.Member("a", 1); });
     EXPECT_EQ(text, "\n    {\"a\":1}");
 }
 

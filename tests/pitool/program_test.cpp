@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <vector>
@@ -317,14 +318,51 @@ TEST_F(Program, OutputMayBeANewFileOrALinkToOne) {
               "pitool: " + m_Directory + "/dangling: a link to nothing\n");
 }
 
+TEST_F(Program, OutputToAHyphenIsStandardOutput) {
+    const std::string report = std::string(PITOOL_EXAMPLES) + "/wd-disk.json";
+    for (const std::string format : {"text", "csv"}) {
+        const Outcome run =
+            RunProgram(PITOOL_PROGRAM, m_Directory, {"drive", "--format", format, "--output", "-", report});
+        EXPECT_EQ(run.m_Output, RunPitool({"drive", "--format", format, report}).m_Output);
+        EXPECT_EQ(run.m_ExitStatus, 0) << run.m_Errors;
+    }
+    EXPECT_TRUE(fs::is_empty(m_Directory));
+}
+
 TEST_F(Program, ASignalThatEndsItLeavesNoTemporaryFile) {
+    const std::string file = Create("out.json", "before");
+    for (const int signal : {SIGHUP, SIGABRT, SIGUSR1, SIGSEGV, SIGALRM, SIGTERM, SIGXCPU, SIGRTMIN}) {
+        const Outcome run = RunProgram(
+            "/bin/sh", m_Directory,
+            {"-c", "ulimit -c 0; mkfifo in; exec 3<> in; " PITOOL_PROGRAM
+                   " drive --output out.json in & until ls out.json.* > names 2> /dev/null; do :; "
+                   "done; kill -" +
+                       std::to_string(signal) + " $!; wait $!; status=$?; rm in names; exit $status"});
+        EXPECT_EQ(run.m_ExitStatus, 128 + signal) << run.m_Errors;
+        EXPECT_EQ(ReadFile(file), "before");
+        EXPECT_EQ(std::distance(fs::directory_iterator(m_Directory), fs::directory_iterator()), 1) << signal;
+    }
+}
+
+TEST_F(Program, ASignalThatEndsNothingLeavesItRunning) {
+    const Outcome run =
+        RunProgram("/bin/sh", m_Directory,
+                   {"-c", "mkfifo wd-disk.json; exec 3<> wd-disk.json; trap '' HUP; " PITOOL_PROGRAM
+                          " drive --output out wd-disk.json 3>&- & "
+                          "until ls out.* > names 2> /dev/null; do :; done; "
+                          "for signal in HUP WINCH CHLD URG TSTP CONT; do kill -$signal $!; done; "
+                          "cat '" PITOOL_EXAMPLES "/wd-disk.json' > wd-disk.json; exec 3>&-; wait $!"});
+    EXPECT_EQ(run.m_ExitStatus, 0) << run.m_Errors;
+    EXPECT_EQ(ReadFile(m_Directory + "/out"), Expected("wd-disk.txt"));
+}
+
+TEST_F(Program, AFileThatMayNotGrowSoFarIsOneErrorAndLeavesTheOldOne) {
     const std::string file = Create("out.json", "before");
     const Outcome run =
         RunProgram("/bin/sh", m_Directory,
-                   {"-c", "mkfifo in; exec 3<> in; " PITOOL_PROGRAM
-                          " drive --output out.json in & until ls out.json.* > names 2> /dev/null; do :; "
-                          "done; kill -TERM $!; wait $!; status=$?; rm in names; exit $status"});
-    EXPECT_EQ(run.m_ExitStatus, 128 + 15) << run.m_Errors;
+                   {"-c", "ulimit -f 1; " PITOOL_PROGRAM " drive --json --output out.json " PITOOL_EXAMPLES});
+    EXPECT_EQ(run.m_Errors, "pitool: " + file + ": File too large\n");
+    EXPECT_EQ(run.m_ExitStatus, 1);
     EXPECT_EQ(ReadFile(file), "before");
     EXPECT_EQ(std::distance(fs::directory_iterator(m_Directory), fs::directory_iterator()), 1);
 }

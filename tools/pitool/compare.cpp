@@ -264,7 +264,7 @@ std::string CompareJson(const Findings& findings) {
                 json.Name(name).Raw("null");
                 return;
             }
-            json.Object(name, [&] {
+            json.Member(name, [&] {
                 json.Member("file", drive->GetFile());
                 json.Member("state", PI::DriveStateToString(drive->GetState()));
             });
@@ -283,7 +283,7 @@ std::string CompareJson(const Findings& findings) {
             });
         });
         AddErrors(findings.m_Errors, json);
-        json.Object("summary", [&] {
+        json.Member("summary", [&] {
             json.Member("compared", findings.m_Compared);
             json.Member("worse", findings.m_Worse);
             json.Member("gone", findings.m_Gone);

@@ -146,18 +146,14 @@ bool WriteJson(const Result& result) {
                              [isCounted](const DriveSummary* drive) { return isCounted(*drive); });
     };
     bool isWritten = true;
-    std::string text;
-    JsonWriter json(text);
-    json.Document("pitool drive", [&] {
-        json.List("drives", [&] {
-            for (const DriveSummary* drive : result.m_Shown) {
-                json.Raw(drive->GetDetail());
-                isWritten = isWritten && WriteOutput(text);  // the whole never is in memory
-                text.clear();
-            }
+    const std::string rest = JsonDocument("pitool drive", [&](JsonWriter& json) {
+        json.Name("drives").List(result.m_Shown, [&](const DriveSummary* drive) {
+            json.Raw(drive->GetDetail());
+            isWritten = isWritten && WriteOutput(json.Text());  // the whole never is in memory
+            json.Text().clear();
         });
         AddErrors(result.m_Refusals, json);
-        json.Object("summary", [&] {
+        json.Member("summary", [&] {
             json.Member("drives", result.m_All.size());
             json.Member("failing", count([](const DriveSummary& drive) { return drive.IsFailing(); }));
             json.Member("worn", count([](const DriveSummary& drive) { return drive.IsWorn(); }));
@@ -170,7 +166,7 @@ bool WriteJson(const Result& result) {
             }
         });
     });
-    return isWritten && WriteOutput(text);
+    return isWritten && WriteOutput(rest);
 }
 
 bool WriteCsv(const Result& result) {
@@ -335,7 +331,9 @@ void AddDrive(CLI::App& app, Action& action) {
             ->option_text("FORMAT")
             ->check(CLI::IsMember(formats).description(""));
     command->add_flag("--json", options->m_Json, "The same as --format json");
-    command->add_option("--output", options->m_Output, "Write to this file, replaced when all is written")
+    command
+        ->add_option("--output", options->m_Output,
+                     "Write to this file, replaced when all is written;\n- is standard output")
         ->option_text("FILE")
         ->check([](const std::string& file) { return file.empty() ? "a name is needed" : ""; });
     command->add_flag("--check", options->m_Check, "Exit as monitoring plug-ins do: 0, 1, 2 or 3");
@@ -349,6 +347,7 @@ void AddDrive(CLI::App& app, Action& action) {
             throw CLI::ValidationError("--json", "--format says " + options->m_Format);
         }
         options->m_Format = options->m_Json ? "json" : options->m_Format;
+        options->m_Output = options->m_Output == "-" ? "" : options->m_Output;
         if (const std::string error = UsageError(*options); !error.empty()) {
             throw CLI::ValidationError(error);
         }

@@ -81,7 +81,7 @@ DriveReports ReadDrives(const std::vector<std::string>& arguments) {
     });
     if (!unidentified.empty()) {  // a line for each would be thousands where reports are published
         const bool isOne = unidentified.size() == 1;
-        ReportFileWarning(
+        ReportWarning(
             unidentified.front(),
             "its serial number" +
                 (isOne ? "" : ", as those of " + std::to_string(unidentified.size() - 1) + " more,") +

@@ -102,7 +102,7 @@ void AddFigures(std::string_view name, const std::vector<DriveFigure>& figures, 
 }
 
 void AddLifetime(const Lifetime& lifetime, JsonWriter& json) {
-    json.Object("lifetime", [&] {
+    json.Member("lifetime", [&] {
         json.Member("remaining_hours", lifetime.m_Hours);
         json.Member("counts", "down");
         json.Member("basis", OrNull(lifetime.m_Basis));
@@ -118,7 +118,7 @@ void AddForecastTime(const PI::CWearForecast& forecast, JsonWriter& json) {
         const std::optional<std::int64_t> time = hours ? forecast.GetDate(*hours) : std::nullopt;
         json.Member(name, OrNull(time ? TimeText(*time) : ""));
     };
-    json.Object("forecast_time", [&] {
+    json.Member("forecast_time", [&] {
         add("worn", forecast.GetHours());
         add("low", forecast.GetLow());
         add("high", forecast.GetHigh());
@@ -148,7 +148,7 @@ std::string DriveJson(const DriveSummary& drive, const PI::CDriveReport& report,
     std::string text;
     text.reserve(USUAL_LENGTH);
     JsonWriter json(text, DEPTH + 1);
-    json.Object([&] {
+    json.Value([&] {
         json.Member("file", drive.GetFile());
         json.Member("model", OrNull(drive.GetModel()));
         json.Member("serial_number", OrNull(drive.GetSerial()));
@@ -160,7 +160,7 @@ std::string DriveJson(const DriveSummary& drive, const PI::CDriveReport& report,
             json.Member("text", reason.GetText());
             json.Member("figure", PI::HealthFigureToString(reason.GetFigure().GetFigure()));
         });
-        json.Values("notes", report.GetNotes());
+        json.Member("notes", report.GetNotes());
         json.Member("failing", drive.IsFailing());
         json.Member("worn", drive.IsWorn());
         AddForecast(forecast, drive.IsDisk(), json.Name("forecast"));
@@ -168,15 +168,11 @@ std::string DriveJson(const DriveSummary& drive, const PI::CDriveReport& report,
         AddLifetime(figures.m_Lifetime, json);
         AddFigures("properties", figures.m_Properties, json, text);
         AddFigures("figures", figures.m_Others, json, text);
-        json.Values("operations", OperationsOf(drive, report));
+        json.Member("operations", OperationsOf(drive, report));
         if (events == nullptr) {
             json.Name("events").Raw("null");
         } else {
-            json.List("events", [&] {
-                for (const RenderedEvent& event : *events) {
-                    AddEvent(event, json);
-                }
-            });
+            json.Name("events").List(*events, [&](const RenderedEvent& event) { AddEvent(event, json); });
         }
     });
     text.shrink_to_fit();
@@ -184,7 +180,7 @@ std::string DriveJson(const DriveSummary& drive, const PI::CDriveReport& report,
 }
 
 void AddForecast(const PI::CWearForecast& forecast, bool isDisk, JsonWriter& json) {
-    json.Object([&] {
+    json.Value([&] {
         json.Member("hours_to_worn", forecast.GetHours());
         json.Member("low", forecast.GetLow());
         json.Member("high", forecast.GetHigh());

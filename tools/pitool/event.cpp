@@ -140,7 +140,7 @@ ExitStatus Run(Options& options) {
 bool LoadStrings(const std::string& file) {
     const std::string path = file.empty() ? DefaultStringsFile() : file;
     if (path.empty()) {
-        ReportWarning("no language file was found: every description reads \"Unknown Event\"");
+        ReportWarning("", "no language file was found: every description reads \"Unknown Event\"");
         return true;
     }
     try {
@@ -162,7 +162,7 @@ RenderedEvent RenderEvent(const PI::CEvent& event) {
 }
 
 void AddEvent(const RenderedEvent& event, JsonWriter& json) {
-    json.Object([&] {
+    json.Value([&] {
         for (const auto& [key, value] : event) {
             json.Member(key, value);
         }

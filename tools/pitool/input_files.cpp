@@ -38,7 +38,7 @@ bool IsReady(int descriptor, int milliseconds) {
 bool ReadDescriptor(int descriptor, std::size_t size, const std::string& file, std::string& text,
                     std::string& reason) {
     bool isLate = size == 0 && !IsReady(descriptor, PATIENCE_MS);
-    const auto warn = [&] { ReportFileWarning(file, "nothing to read yet, still waiting"); };
+    const auto warn = [&] { ReportWarning(file, "nothing to read yet, still waiting"); };
     if (isLate && file == STANDARD_INPUT) {
         warn();
     }

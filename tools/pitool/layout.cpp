@@ -176,7 +176,7 @@ std::string LayoutJson(const std::string& file, const Layout& layout, const Find
     const PI::CLogicalDrive& record = layout.m_Record;
     return JsonDocument("pitool layout", [&](JsonWriter& json) {
         const auto addSize = [&](const char* name, std::uint64_t size) {
-            json.Object(name, [&] {
+            json.Member(name, [&] {
                 json.Member("value", size);
                 json.Member("text", OrNull(ScaledSize(size, record.m_Units)));
             });
@@ -184,7 +184,7 @@ std::string LayoutJson(const std::string& file, const Layout& layout, const Find
         json.Member("file", file);
         json.Member("kind", layout.Kind());
         addSize("size", record.m_Size);
-        json.Object("units", [&] {
+        json.Member("units", [&] {
             json.Member("value", std::int32_t{record.m_Units});
             json.Member("name", OrNull(FindUnit(record.m_Units)->second));
         });
@@ -205,7 +205,7 @@ std::string LayoutJson(const std::string& file, const Layout& layout, const Find
         for (const List& list : layout.Lists()) {
             std::string name = list.m_Title;
             std::replace(name.begin(), name.end(), ' ', '_');
-            json.Values(name, list.m_IDs);
+            json.Member(name, list.m_IDs);
         }
         json.Objects("warnings", findings, [&](const PI::CLayoutFinding& finding) {
             json.Member("line", finding.GetLine());
@@ -227,7 +227,7 @@ ExitStatus Run(const Options& options) {
     std::string text;
     std::string reason;
     if (!ReadInput(options.m_File, text, reason)) {
-        ReportFileError(options.m_File, reason);
+        ReportError(options.m_File + ": " + reason);
         return EXIT_BAD_INPUT;
     }
     PI::CArray array;
@@ -236,14 +236,14 @@ ExitStatus Run(const Options& options) {
     Findings findings;
     const PI::_LAYOUT_KIND kind = PI::ReadLayout(text.data(), text.size(), array, record, findings);
     if (kind == PI::LayoutKind::NONE) {
-        ReportFileError(PlaceText(options.m_File, findings.back()), findings.back().GetText());
+        ReportError(PlaceText(options.m_File, findings.back()) + ": " + findings.back().GetText());
         return EXIT_BAD_INPUT;
     }
     for (const PI::CLayoutFinding& finding : findings) {
-        ReportFileWarning(PlaceText(options.m_File, finding), FindingText(finding));
+        ReportWarning(PlaceText(options.m_File, finding), FindingText(finding));
     }
     if (LeftOut(findings) != 0) {
-        ReportFileWarning(options.m_File, std::to_string(LeftOut(findings)) + " further warnings");
+        ReportWarning(options.m_File, std::to_string(LeftOut(findings)) + " further warnings");
     }
     if (kind == PI::LayoutKind::ARRAY) {
         layout.m_IsArray = true;

@@ -12,8 +12,6 @@
 
 namespace {
 
-using pitool::WhenColor;
-
 constexpr std::size_t OPTION_COLUMNS = 26;
 
 constexpr const char* FOOTER =
@@ -71,9 +69,7 @@ int Run(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return Refuse(app, error, {argv, argv + argc});
     }
-    pitool::UseColors(color == "auto"     ? WhenColor::AUTO
-                      : color == "always" ? WhenColor::ALWAYS
-                                          : WhenColor::NEVER);
+    pitool::UseColors(color);
     return action();
 }
 
@@ -85,6 +81,7 @@ int main(int argc, char** argv) {
         return Run(argc, argv);
     } catch (const std::exception& error) {
         pitool::ReportError(error.what());
+        pitool::CloseOutput(false);
         return pitool::EXIT_BAD_INPUT;
     }
 }

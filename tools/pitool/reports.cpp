@@ -29,7 +29,7 @@ Refusals ReadReports(
     std::size_t drives = 0;
     Clock::time_point next = Clock::now() + std::chrono::seconds(1);  // of saying how many there are
     const auto refuse = [&all](const std::string& file, const std::string& why) {
-        ReportFileError(file, why);
+        ReportError(file + ": " + why);
         all.emplace_back(file, why);
     };
     const auto read = [&](const std::string& file) {

@@ -2,9 +2,10 @@
 
 #include "print/json.h"
 
-#include "print/text.h"
+#include <unistr.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 
 namespace pitool {
@@ -14,12 +15,6 @@ constexpr int LEVELS_WITH_LINES = 2;
 
 bool IsPlain(char byte) {
     return byte >= ' ' && byte < '\x7F' && byte != '"' && byte != '\\';
-}
-
-void AddEscape(std::uint32_t unit, std::string& text) {
-    char escape[16];
-    std::snprintf(escape, sizeof escape, "\\u%04x", unit);
-    text += escape;
 }
 
 /// Adds the first character of a text, one that is not plain.
@@ -32,17 +27,17 @@ std::size_t AddEscaped(std::string_view value, std::string& text) {
         case '\t': text += "\\t"; return 1;
         default: break;
     }
-    constexpr std::uint32_t REPLACEMENT = 0xFFFD;
-    constexpr std::uint32_t FIRST_PAIR = 0x10000;
-    std::uint32_t codePoint = 0;
-    const std::size_t length = DecodeCharacter(value, codePoint);
-    codePoint = length != 0 ? codePoint : REPLACEMENT;
-    if (codePoint >= FIRST_PAIR) {
-        AddEscape(0xD800 + ((codePoint - FIRST_PAIR) >> 10U), text);
-        codePoint = 0xDC00 + ((codePoint - FIRST_PAIR) & 0x3FFU);
+    ucs4_t codePoint = 0;  // U+FFFD where there is no character
+    const int length =
+        u8_mbtoucr(&codePoint, reinterpret_cast<const std::uint8_t*>(value.data()), value.size());
+    std::uint16_t units[2];
+    const int count = u16_uctomb(units, codePoint, 2);
+    for (int i = 0; i < count; ++i) {
+        char escape[8];
+        std::snprintf(escape, sizeof escape, "\\u%04x", units[i]);
+        text += escape;
     }
-    AddEscape(codePoint, text);
-    return std::max(length, std::size_t{1});
+    return static_cast<std::size_t>(std::max(length, 1));
 }
 
 }  // namespace
@@ -54,12 +49,9 @@ bool IsPlainJson(std::string_view value) {
 void AddJsonText(std::string_view value, std::string& text) {
     text += '"';
     while (!value.empty()) {
-        std::size_t length = 0;
-        while (length < value.size() && IsPlain(value[length])) {
-            ++length;
-        }
-        text.append(value, 0, length);
-        value.remove_prefix(length);
+        const auto* const special = std::find_if_not(value.begin(), value.end(), IsPlain);
+        text.append(value.begin(), special);
+        value.remove_prefix(static_cast<std::size_t>(special - value.begin()));
         value.remove_prefix(value.empty() ? 0 : AddEscaped(value, text));
     }
     text += '"';

@@ -7,13 +7,14 @@
 #include <unistd.h>
 
 #include <fcntl.h>
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <string>
+#include <iterator>
 #include <system_error>
 #include <utility>
 
@@ -22,96 +23,83 @@ namespace {
 
 namespace fs = std::filesystem;
 
-WhenColor whenColor = WhenColor::AUTO;  // one for the whole run: messages come from everywhere
-std::size_t progressLength = 0;         // of the text that is on the terminal now
-
-/// The file that is written, and the one that it will replace.
-struct OutputFile {
-    int m_Descriptor = -1;
-    std::string m_Name;
-    std::string m_Temporary;
-} outputFile;
+// One each for the whole run: messages come from everywhere.
+std::string whenColor = "auto";
+std::size_t progressLength = 0;  // of the text that is on the terminal now
+std::FILE* output = stdout;
+std::string outputName = "standard output";
+std::string temporary;  // the file that is written, until it takes the place of the one of that name
 
 std::string_view Variable(const char* name) {
     const char* value = std::getenv(name);
     return value != nullptr ? value : "";
 }
 
-/// The screen of a file descriptor, as it is now.
-Screen ScreenOf(int descriptor) {
+/// The screen of a stream, as it is now.
+Screen ScreenOf(std::FILE* stream) {
     constexpr std::size_t USUAL = 80;
-    const bool isTerminal = isatty(descriptor) == 1;
     winsize size{};
-    if (isTerminal) {
-        static_cast<void>(ioctl(descriptor, TIOCGWINSZ, &size));
-    }
-    Screen screen;
+    const bool isTerminal = ioctl(fileno(stream), TIOCGWINSZ, &size) == 0;
     const std::string_view kind = Variable("TERM");
-    screen.m_Colors =
-        whenColor == WhenColor::ALWAYS || (whenColor == WhenColor::AUTO && isTerminal && !kind.empty() &&
-                                           kind != "dumb" && Variable("NO_COLOR").empty());
-    unsigned short columns = size.ws_col;
-    if (columns == 0 && (isTerminal || screen.m_Colors)) {
-        ReadWholeNumber(Variable("COLUMNS"), columns);
+    Screen screen;
+    screen.m_Colors = whenColor == "always" || (whenColor == "auto" && isTerminal && !kind.empty() &&
+                                                kind != "dumb" && Variable("NO_COLOR").empty());
+    if (size.ws_col == 0 && (isTerminal || screen.m_Colors)) {
+        ReadWholeNumber(Variable("COLUMNS"), size.ws_col);
     }
-    screen.m_Columns = columns == 0 && isTerminal ? USUAL : columns;
+    screen.m_Columns = size.ws_col == 0 && isTerminal ? USUAL : size.ws_col;
     screen.m_Rows = size.ws_row;
     return screen;
 }
 
-/// Writes past the C library's buffers: what the function reports written has left the process.
-bool WriteAll(int descriptor, std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t written = write(descriptor, text.data(), text.size());
-        if (written < 0 && errno == EINTR) {
-            continue;
-        }
-        if (written < 0) {
-            return false;
-        }
-        text.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
 bool FailOutput() {
-    ReportFileError(outputFile.m_Name, std::strerror(errno));
+    if (errno != EPIPE) {
+        ReportError(outputName + ": " + std::strerror(errno));
+    }
     return false;
 }
 
 /// Ends the program as the signal would have, without leaving half a file behind.
 void RemoveTemporary(int signal) {
-    unlink(outputFile.m_Temporary.c_str());
+    unlink(temporary.c_str());
     std::signal(signal, SIG_DFL);
     std::raise(signal);
 }
 
-/// Writes "pitool: file: mark: message", of which all but the message may be empty. A line stays a line on a
-/// terminal too: messages are searched for and pasted.
-void Report(std::string_view file, Style style, std::string_view mark, std::string_view message) {
+/// Lets RemoveTemporary take every signal that ends the program, unless it is ignored.
+void CatchSignals() {
+    constexpr int HARMLESS[] = {SIGCHLD, SIGCONT, SIGTSTP, SIGTTIN, SIGTTOU, SIGURG, SIGWINCH};
+    for (int signal = 1; signal <= SIGRTMAX; ++signal) {
+        const bool endsProgram =
+            std::find(std::begin(HARMLESS), std::end(HARMLESS), signal) == std::end(HARMLESS);
+        if (endsProgram && std::signal(signal, RemoveTemporary) == SIG_IGN) {
+            std::signal(signal, SIG_IGN);
+        }
+    }
+}
+
+/// Writes a line. It stays one on a terminal too: messages are searched for and pasted.
+void Report(std::string line, const char* mark, Style style, std::string_view message) {
     ShowProgress("");
-    const bool colors = ScreenOf(STDERR_FILENO).m_Colors;
-    std::string line;
-    AddStyled("pitool:", mark.empty() ? style : Style::PLAIN, colors, line);
-    line += file.empty() ? " " : " " + PrintableText(file) + ": ";
-    AddStyled(mark, style, colors, line);
-    line += mark.empty() ? "" : " ";
-    // If standard error fails, too, nothing is left to report to.
-    static_cast<void>(WriteAll(STDERR_FILENO, line + PrintableText(message) + "\n"));
+    AddStyled(mark, style, ScreenOf(stderr).m_Colors, line);
+    line += " " + PrintableText(message) + "\n";
+    std::fputs(line.c_str(), stderr);
 }
 
 }  // namespace
 
 void PrepareOutput() {
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    std::setvbuf(stdout, nullptr, _IONBF, 0);  // what is reported written has left the process
 }
 
-void UseColors(WhenColor when) {
+void UseColors(const std::string& when) {
     whenColor = when;
 }
 
 Screen OutputScreen() {
-    return ScreenOf(outputFile.m_Descriptor >= 0 ? outputFile.m_Descriptor : STDOUT_FILENO);
+    return ScreenOf(output);
 }
 
 bool OpenOutput(const std::string& file) {
@@ -119,34 +107,35 @@ bool OpenOutput(const std::string& file) {
     const fs::file_status status = fs::status(file, error);
     const bool isThere = fs::exists(status);
     if (isThere ? !fs::is_regular_file(status) : fs::is_symlink(file, error)) {
-        ReportFileError(file, isThere ? "no regular file" : "a link to nothing");
+        ReportError(file + (isThere ? ": no regular file" : ": a link to nothing"));
         return false;
     }
-    outputFile.m_Name = isThere ? fs::canonical(file, error).string() : file;
-    outputFile.m_Temporary = outputFile.m_Name + ".XXXXXX";
-    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
-        if (std::signal(signal, RemoveTemporary) == SIG_IGN) {
-            std::signal(signal, SIG_IGN);
-        }
-    }
-    outputFile.m_Descriptor = mkostemp(outputFile.m_Temporary.data(), O_CLOEXEC);
+    outputName = isThere ? fs::canonical(file, error).string() : file;
+    temporary = outputName + ".XXXXXX";
+    CatchSignals();
+    const int descriptor = mkostemp(temporary.data(), O_CLOEXEC);
     const mode_t mask = umask(0);
     umask(mask);
-    const mode_t mode = isThere ? static_cast<mode_t>(status.permissions()) & 0777U : 0666U & ~mask;
-    return (outputFile.m_Descriptor >= 0 && fchmod(outputFile.m_Descriptor, mode) == 0) || FailOutput();
+    std::FILE* const opened = descriptor >= 0 ? fdopen(descriptor, "w") : nullptr;
+    if (opened == nullptr) {
+        return FailOutput();
+    }
+    // A file system without modes leaves it as private as it was made.
+    fchmod(descriptor, isThere ? static_cast<mode_t>(status.permissions()) & 0777U : 0666U & ~mask);
+    output = opened;
+    return std::setvbuf(output, nullptr, _IONBF, 0) == 0;
 }
 
 bool CloseOutput(bool isWhole) {
-    if (outputFile.m_Descriptor < 0) {
+    if (output == stdout) {
         return isWhole;
     }
     const bool isPlaced =
-        isWhole && ((fsync(outputFile.m_Descriptor) == 0 &&
-                     rename(outputFile.m_Temporary.c_str(), outputFile.m_Name.c_str()) == 0) ||
+        isWhole && ((fsync(fileno(output)) == 0 && std::rename(temporary.c_str(), outputName.c_str()) == 0) ||
                     FailOutput());
-    close(std::exchange(outputFile.m_Descriptor, -1));
+    std::fclose(std::exchange(output, stdout));
     if (!isPlaced) {
-        unlink(outputFile.m_Temporary.c_str());
+        unlink(temporary.c_str());
     }
     return isPlaced;
 }
@@ -155,40 +144,23 @@ void ShowProgress(std::string_view text) {
     if ((text.empty() && progressLength == 0) || isatty(STDERR_FILENO) != 1) {
         return;
     }
-    const std::string line =
-        text.empty() ? "\r" + std::string(progressLength, ' ') + "\r" : "\r" + std::string(text);
+    const std::string blanks = text.empty() ? std::string(progressLength, ' ') + "\r" : "";
+    std::fputs(("\r" + blanks + std::string(text)).c_str(), stderr);
     progressLength = text.size();
-    static_cast<void>(WriteAll(STDERR_FILENO, line));
 }
 
 bool WriteOutput(std::string_view text) {
     ShowProgress("");
-    if (outputFile.m_Descriptor >= 0) {
-        return WriteAll(outputFile.m_Descriptor, text) || FailOutput();
-    }
-    if (WriteAll(STDOUT_FILENO, text)) {
-        return true;
-    }
-    if (errno != EPIPE) {
-        ReportFileError("standard output", std::strerror(errno));
-    }
-    return false;
+    return std::fwrite(text.data(), 1, text.size(), output) == text.size() || FailOutput();
 }
 
 void ReportError(std::string_view message) {
-    Report("", Style::FAILING, "", message);
+    Report("", "pitool:", Style::FAILING, message);
 }
 
-void ReportWarning(std::string_view message) {
-    ReportFileWarning("", message);
-}
-
-void ReportFileError(std::string_view file, std::string_view reason) {
-    Report(file, Style::FAILING, "", reason);
-}
-
-void ReportFileWarning(std::string_view file, std::string_view message) {
-    Report(file, Style::WARNING, "warning:", message);
+void ReportWarning(std::string_view file, std::string_view message) {
+    Report("pitool: " + (file.empty() ? "" : PrintableText(file) + ": "), "warning:", Style::WARNING,
+           message);
 }
 
 }  // namespace pitool

@@ -10,18 +10,13 @@
 
 namespace pitool {
 
-/// When an output is coloured.
-enum class WhenColor {
-    AUTO,    ///< on a terminal that knows colours, unless NO_COLOR is set
-    ALWAYS,  ///< also into files and pipes
-    NEVER,
-};
-
-/// Makes a reader that goes away an error of the writer instead of its death. Call once, at the start.
+/// Makes what would end the program while it writes, a reader that went away or a limit of the size of files,
+/// an error of the writer. Call once, at the start.
 void PrepareOutput();
 
-/// Says when both streams are coloured; AUTO until then.
-void UseColors(WhenColor when);
+/// @param when both streams are coloured: "always", "never", or "auto", as without a call: on a terminal that
+///             knows colours, unless NO_COLOR is set
+void UseColors(const std::string& when);
 
 /// What a text for standard output is laid out for. A terminal has the width that it says, else that of
 /// COLUMNS, else 80 columns. What is coloured although it is no terminal is likely shown on one later, and
@@ -47,21 +42,15 @@ bool CloseOutput(bool isWhole);
 void ShowProgress(std::string_view text);
 
 /// Writes all of a text to standard output, or to the file of OpenOutput.
-///
-/// @return false when it could not be written whole; then it has said so on standard error, once, unless the
-///         reader just went away
+/// @return false when it could not be written whole; then it has said so on standard error, unless the reader
+///         just went away
 bool WriteOutput(std::string_view text);
 
 /// Writes "pitool: message" as one line to standard error.
 void ReportError(std::string_view message);
 
-/// Writes "pitool: warning: message" as one line to standard error.
-void ReportWarning(std::string_view message);
-
-/// Writes "pitool: file: reason" as one line to standard error.
-void ReportFileError(std::string_view file, std::string_view reason);
-
 /// Writes "pitool: file: warning: message" as one line to standard error.
-void ReportFileWarning(std::string_view file, std::string_view message);
+/// @param file empty: of none
+void ReportWarning(std::string_view file, std::string_view message);
 
 }  // namespace pitool
