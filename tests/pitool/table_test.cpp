@@ -202,7 +202,9 @@ TEST(Table, AListShowsAsManyRowsAsFitTheHeight) {
     EXPECT_EQ(rows(5, ""), "A\n1\n2\n... and 2 more; | less shows all\n");
     EXPECT_EQ(rows(7, "four"), "A\n1\n2\n3\n4\nfour\n");
     EXPECT_EQ(rows(6, "four"), "A\n1\n2\n... and 2 more; | less shows all\nfour\n");
-    EXPECT_EQ(rows(7, "four of four", 8), "A\n1\n2\n... and 2 more; | less shows all\nfour of\nfour\n");
+    EXPECT_EQ(rows(7, "four of four", 32), "A\n1\n2\n3\n4\nfour of four\n");
+    EXPECT_EQ(rows(6, "four of four", 31), "A\n1\n... and 3 more; | less shows\nall\nfour of four\n");
+    EXPECT_EQ(rows(7, "four of four", 8), "A\n1\n... and\n3 more;\n| less\nshows\nall\nfour of\nfour\n");
     EXPECT_EQ(rows(1, ""), "A\n1\n... and 3 more; | less shows all\n") << "the worst in any case";
 }
 
@@ -216,7 +218,12 @@ TEST(Table, RowsOfSeveralLinesCountAsSuch) {
     screen.m_Rows = 7;
     EXPECT_EQ(table.Text(screen), "A\none two\nthree\nfour\nfive six\nseven\n");
     screen.m_Rows = 6;
-    EXPECT_EQ(table.Text(screen), "A\none two\nthree\n... and 2 more; | less shows all\n");
+    EXPECT_EQ(table.Text(screen), "A\none two\nthree\n... and\n2 more;\n| less\nshows\nall\n");
+    screen.m_Rows = 11;
+    table.SetFurther(9, "as well");
+    EXPECT_EQ(table.Text(screen), "A\none two\nthree\nfour\nfive six\nseven\n... and\n9 more;\nas well\n");
+    screen.m_Rows = 9;
+    EXPECT_EQ(table.Text(screen), "A\none two\nthree\nfour\nfive six\n... and\n10 more;\nas well\n");
 }
 
 TEST(Table, WhatIsNoListIsShownWhole) {

@@ -53,19 +53,19 @@ public:
     std::string Html(const std::function<std::string(std::size_t row)>& link = {}) const;
 
 private:
-    struct Shown;
     struct Cell {  ///< rows are many: the texts are one
         std::uint32_t m_End;
         Style m_Style;
     };
     std::string_view CellText(std::size_t cell) const;
-    bool HasHeadings() const { return m_Columns.front().m_Heading != nullptr; }
-    std::vector<Shown> Fit(std::size_t rows, std::size_t room) const;
-    void AddRow(std::size_t row, const std::vector<Shown>& shown, const Screen& screen, std::size_t indent,
-                std::string& text) const;
+    std::vector<std::size_t> Fit(std::size_t rows, std::size_t room) const;
+    void AddRow(std::size_t row, const std::vector<std::size_t>& widths, const Screen& screen,
+                std::size_t indent, std::string& text) const;
+    std::string FurtherText(std::size_t rows) const;
 
     std::vector<Column> m_Columns;
     LastColumn m_LastColumn;
+    std::size_t m_Headings;  ///< lines of them, 0 or 1
     std::string m_Texts;
     std::vector<Cell> m_Cells;  ///< those of the headings first
     std::size_t m_Further = 0;

@@ -13,38 +13,13 @@ namespace {
 
 constexpr std::size_t NONE = std::string_view::npos;
 
-bool IsPlain(char byte) {
-    return byte >= ' ' && byte <= '~';
+/// Whether a text is printable ASCII, as nearly all are.
+bool IsPlain(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char byte) { return byte >= ' ' && byte <= '~'; });
 }
 
-bool IsPrintable(std::uint32_t codePoint) {
-    constexpr std::uint32_t BREAKING = UC_CATEGORY_MASK_Cc | UC_CATEGORY_MASK_Zl | UC_CATEGORY_MASK_Zp;
-    return !uc_is_general_category_withtable(codePoint, BREAKING) && !uc_is_property_bidi_control(codePoint);
-}
-
-struct Character {
-    std::size_t m_Length;  ///< bytes
-    std::size_t m_Width;   ///< columns
-};
-
-/// The first character of a text that is not empty. Bytes that are none take a column each.
-Character FirstCharacter(std::string_view text) {
-    std::uint32_t codePoint = 0;
-    const std::size_t length = IsPlain(text.front()) ? 0 : DecodeCharacter(text, codePoint);
-    const int width = length != 0 ? uc_width(codePoint, "UTF-8") : 1;
-    return {std::max<std::size_t>(length, 1), static_cast<std::size_t>(width < 0 ? 1 : width)};
-}
-
-/// The escape sequence that begins a style; empty for PLAIN.
-const char* Begin(Style style) {
-    switch (style) {
-        case Style::HEADING: return "\x1B[1m";
-        case Style::FAILING: return "\x1B[1;31m";
-        case Style::WARNING: return "\x1B[33m";
-        case Style::FAINT: return "\x1B[2m";
-        case Style::PLAIN: break;
-    }
-    return "";
+const std::uint8_t* Bytes(std::string_view text) {
+    return reinterpret_cast<const std::uint8_t*>(text.data());
 }
 
 /// Where a line that is too long ends, given how much of it fits.
@@ -59,26 +34,22 @@ std::size_t BreakPlace(std::string_view text, std::size_t fitting) {
 
 }  // namespace
 
-std::size_t DecodeCharacter(std::string_view text, std::uint32_t& codePoint) {
-    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-    const int length = u8_mbtoucr(&codePoint, bytes, text.size());
-    return length > 0 ? static_cast<std::size_t>(length) : 0;
-}
-
 std::string PrintableText(std::string_view text) {
-    std::string printable;
-    for (;;) {
-        const auto* const special = std::find_if_not(text.begin(), text.end(), IsPlain);
-        printable.append(text.begin(), special);
-        text.remove_prefix(static_cast<std::size_t>(special - text.begin()));
-        if (text.empty()) {
-            return printable;
-        }
-        std::uint32_t codePoint = 0;
-        const std::size_t length = DecodeCharacter(text, codePoint);
-        printable += length != 0 && IsPrintable(codePoint) ? text.substr(0, length) : "?";
-        text.remove_prefix(std::max<std::size_t>(length, 1));
+    constexpr std::uint32_t BREAKING = UC_CATEGORY_MASK_Cc | UC_CATEGORY_MASK_Zl | UC_CATEGORY_MASK_Zp;
+    if (IsPlain(text)) {
+        return std::string(text);
     }
+    std::string printable;
+    while (!text.empty()) {
+        ucs4_t codePoint = 0;
+        const int length = u8_mbtoucr(&codePoint, Bytes(text), text.size());
+        const bool isPrintable = length > 0 && !uc_is_general_category_withtable(codePoint, BREAKING) &&
+                                 !uc_is_property_bidi_control(codePoint);
+        const auto bytes = static_cast<std::size_t>(std::max(length, 1));
+        printable += isPrintable ? text.substr(0, bytes) : "?";
+        text.remove_prefix(bytes);
+    }
+    return printable;
 }
 
 std::string HtmlText(std::string_view text) {
@@ -97,39 +68,35 @@ std::string HtmlText(std::string_view text) {
 
 std::string Quoted(std::string_view text) {
     constexpr std::size_t LONGEST = 40;
-    const bool cut = text.size() > LONGEST;
-    return "\"" + PrintableText(text.substr(0, LONGEST)) + (cut ? "...\"" : "\"");
+    return "\"" + PrintableText(text.substr(0, LONGEST)) + (text.size() > LONGEST ? "...\"" : "\"");
 }
 
 std::size_t DisplayWidth(std::string_view text) {
-    std::size_t width = 0;
-    while (!text.empty()) {
-        const Character character = FirstCharacter(text);
-        width += character.m_Width;
-        text.remove_prefix(character.m_Length);
-    }
-    return width;
+    return IsPlain(text) ? text.size()
+                         : static_cast<std::size_t>(u8_width(Bytes(text), text.size(), "UTF-8"));
 }
 
 std::size_t FittingLength(std::string_view text, std::size_t width) {
     std::size_t length = 0;
-    std::size_t used = 0;
-    while (length < text.size()) {
-        const Character next = FirstCharacter(text.substr(length));
-        used += next.m_Width;
+    for (std::size_t used = 0; length < text.size();) {
+        const std::string_view rest = text.substr(length);
+        const int bytes = std::max(u8_mblen(Bytes(rest), rest.size()), 1);
+        used += DisplayWidth(rest.substr(0, static_cast<std::size_t>(bytes)));
         if (used > width && length != 0) {
             break;
         }
-        length += next.m_Length;
+        length += static_cast<std::size_t>(bytes);
     }
     return length;
 }
 
 void AddStyled(std::string_view printable, Style style, bool colors, std::string& text) {
-    const bool styled = colors && style != Style::PLAIN && !printable.empty();
-    text += styled ? Begin(style) : "";
+    // In the order of Style.
+    constexpr const char* BEGIN[] = {"", "\x1B[1m", "\x1B[1;31m", "\x1B[33m", "\x1B[2m"};
+    const bool isStyled = colors && style != Style::PLAIN && !printable.empty();
+    text += isStyled ? BEGIN[static_cast<std::size_t>(style)] : "";
     text += printable;
-    text += styled ? "\x1B[0m" : "";
+    text += isStyled ? "\x1B[0m" : "";
 }
 
 Style SeverityStyle(std::string_view severity) {
@@ -141,12 +108,7 @@ Style SeverityStyle(std::string_view severity) {
 
 std::vector<std::string_view> WrapText(std::string_view text, std::size_t width) {
     std::vector<std::string_view> lines;
-    for (;;) {
-        const std::size_t fitting = FittingLength(text, width);
-        if (fitting == text.size()) {
-            lines.push_back(text);
-            return lines;
-        }
+    for (std::size_t fitting = 0; (fitting = FittingLength(text, width)) < text.size();) {
         const std::string_view line = text.substr(0, BreakPlace(text, fitting));
         text.remove_prefix(line.size());
         lines.push_back(line.substr(0, line.find_last_not_of(' ') + 1));
@@ -155,19 +117,19 @@ std::vector<std::string_view> WrapText(std::string_view text, std::size_t width)
             return lines;
         }
     }
+    lines.push_back(text);
+    return lines;
 }
 
 void AddWrapped(std::string_view lead, std::string_view furtherLead, std::string_view text, Style style,
                 const Screen& screen, std::string& output) {
     const std::size_t leadWidth = std::max(DisplayWidth(lead), DisplayWidth(furtherLead));
     const bool wraps = screen.m_Columns >= leadWidth + NARROWEST_TEXT;
-    const std::size_t width = wraps ? screen.m_Columns - leadWidth : NONE;
-    std::string_view before = lead;
-    for (const std::string_view line : WrapText(text, width)) {
-        AddStyled(before, Style::FAINT, screen.m_Colors, output);
+    for (const std::string_view line : WrapText(text, wraps ? screen.m_Columns - leadWidth : NONE)) {
+        AddStyled(lead, Style::FAINT, screen.m_Colors, output);
         AddStyled(line, style, screen.m_Colors, output);
         output += '\n';
-        before = furtherLead;
+        lead = furtherLead;
     }
 }
 

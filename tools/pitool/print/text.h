@@ -25,20 +25,14 @@ struct Screen {
 /// characters that turn the writing direction or break the line, and bytes that are not UTF-8.
 std::string PrintableText(std::string_view text);
 
-/// Length in bytes of the UTF-8 character at the beginning of a text that is not empty; 0 when there is none.
-///
-/// @param codePoint out: meaningful when there is one
-std::size_t DecodeCharacter(std::string_view text, std::uint32_t& codePoint);
-
 /// The printable text with what means something in HTML escaped.
 std::string HtmlText(std::string_view text);
 
-/// The text in quotation marks, printable, and cut where it is too long for a message of one line.
+/// The printable text in quotation marks, cut where it is too long for a message of one line.
 std::string Quoted(std::string_view text);
 
 /// Reads a decimal number that makes up the whole text: digits, a minus sign before them for signed types,
 /// nothing else.
-///
 /// @param number out: written only when the result is true
 /// @return false also when the number does not fit the type
 template <class Number>
@@ -68,8 +62,7 @@ enum class Style : std::uint8_t {
     FAINT,    ///< what is not known or does not apply, lines of a tree
 };
 
-/// Adds a text in a style. The text must be printable already: what comes from files brings no style of its
-/// own.
+/// Adds a text in a style. It must be printable: what comes from files brings no style of its own.
 void AddStyled(std::string_view printable, Style style, bool colors, std::string& text);
 
 /// The style of a severity as the library names it.
@@ -78,15 +71,12 @@ Style SeverityStyle(std::string_view severity);
 /// Text in fewer columns than these is not worth reading.
 constexpr std::size_t NARROWEST_TEXT = 8;
 
-/// Divides a printable text into lines of a width: at blanks, else after '/', '_' or '-', else anywhere.
-/// Nothing but the blanks at the breaks is lost.
-///
+/// Divides a printable text into lines of a width, at least one: at blanks, else after '/', '_' or '-', else
+/// anywhere. Nothing but the blanks at the breaks is lost.
 /// @param width in columns; a character that is wider has a line of its own
-/// @return at least one line
 std::vector<std::string_view> WrapText(std::string_view text, std::size_t width);
 
-/// Adds a text for reading and ends its line. Where it does not fit the screen it goes on in further lines.
-///
+/// Adds a printable text and ends its line. Where it does not fit the screen it goes on in further lines.
 /// @param lead        stands before the first line
 /// @param furtherLead stands before the others; where the wider of both leaves less than NARROWEST_TEXT, the
 ///                    text stays in one line
