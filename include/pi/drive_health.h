@@ -258,7 +258,7 @@ public:
     /// @name What the drive is, as far as known
     /// @{
 
-    /// Capacity in bytes; 0 when unknown.
+    /// Capacity in bytes; 0 when unknown. More bad sectors than it has are impossible.
     void SetCapacity(std::uint64_t bytes) noexcept;
     /// Size of a logical block in bytes, in which ATA statistics count; 512 if it is not set.
     void SetBlockSize(std::uint32_t bytes) noexcept;

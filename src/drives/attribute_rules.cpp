@@ -147,6 +147,9 @@ std::optional<std::int64_t> RuleSearch::Try(const AttributeRule& rule, const Att
         m_Settled.set(attribute.m_ID);
         return std::nullopt;
     }
+    if (rule.m_Field != Field::CURRENT && Raw48(attribute) == ALL_ONES) {
+        return ALL_ONES;
+    }
     const auto field = FieldOf(attribute, rule.m_Field);
     const auto value = field ? Apply(rule, *field, m_Facts) : std::nullopt;
     m_Settled.set(attribute.m_ID, value.has_value());

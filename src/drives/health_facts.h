@@ -15,6 +15,10 @@ namespace PI {
 /// Stands for counters that are larger than any drive's: no figure comes from it.
 constexpr std::int64_t BEYOND_COUNTING = std::numeric_limits<std::int64_t>::max();
 
+/// All bits of an attribute's raw value, or of a statistic of six bytes: the firmware has not filled it
+/// (judgement), so no figure comes from it.
+constexpr std::int64_t ALL_ONES = (std::int64_t{1} << 48) - 1;
+
 /// A figure as one source gives it.
 struct Reading {
     std::int64_t m_Value = 0;
@@ -64,6 +68,11 @@ struct DriveFacts {
     /// Notes a figure, in place of an earlier one from the same source.
     void Put(_HEALTH_FIGURE figure, _FIGURE_SOURCE source, std::uint32_t number, std::int64_t value,
              bool inBlocks = false) noexcept;
+
+    /// In bytes; 0 when unknown.
+    std::uint64_t Capacity() const noexcept {
+        return m_CapacityBytes != 0 ? m_CapacityBytes : m_IdentifiedBytes;
+    }
 
     void ForgetAttributes() noexcept;
 

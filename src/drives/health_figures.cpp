@@ -79,16 +79,29 @@ bool IsBetter(const Reading& one, const Reading& other) {
                                                  : one.m_Number < other.m_Number;
 }
 
-/// Pages keep the wear in one byte, where attributes count on; and no drive was at 0 degrees all its life.
+/// Pages keep the wear in one byte, where attributes count on; no drive was at 0 degrees all its life; and a
+/// count of all ones, of 32 bits as in many statistics too, was never filled.
 bool CanBe(const Reading& reading) {
     constexpr std::int64_t MOST_OF_BYTE = 255;
+    constexpr std::int64_t ALL_ONES_32 = 0xFFFFFFFF;
+    const auto figure = static_cast<_HEALTH_FIGURE>(reading.m_Figure);
     const bool isByte =
         reading.m_Figure == HealthFigure::WEAR &&
         (reading.m_Source == FigureSource::ATA_DEVICE_STATISTICS ||
          reading.m_Source == FigureSource::NVME_LOG || reading.m_Source == FigureSource::SCSI_LOG_PAGE);
-    return IsPossible(static_cast<_HEALTH_FIGURE>(reading.m_Figure), reading.m_Value) &&
+    return IsPossible(figure, reading.m_Value) && reading.m_Value != ALL_ONES &&
+           !(FindKind(figure)->m_Unit == FigureUnit::COUNT && reading.m_Value == ALL_ONES_32) &&
            !(isByte && reading.m_Value > MOST_OF_BYTE) &&
            !(reading.m_Figure == HealthFigure::HIGHEST_TEMPERATURE && reading.m_Value == 0);
+}
+
+/// No more sectors can be bad than a drive of known capacity has.
+std::int64_t HighestOf(const DriveFacts& facts, _HEALTH_FIGURE figure) {
+    const bool areSectors = figure == HealthFigure::REALLOCATED_SECTORS ||
+                            figure == HealthFigure::PENDING_SECTORS ||
+                            figure == HealthFigure::UNCORRECTABLE_SECTORS;
+    return areSectors && facts.Capacity() != 0 ? Counter(facts.Capacity() / facts.m_BlockSize)
+                                               : BEYOND_COUNTING;
 }
 
 /// As ChooseReading, and what attributes say by their rules.
@@ -257,7 +270,7 @@ CHealthFigure DecideCount(const DriveFacts& facts, _HEALTH_FIGURE figure, std::i
 }  // namespace
 
 void Choice::Offer(const Reading& reading) noexcept {
-    const bool possible = CanBe(reading);
+    const bool possible = CanBe(reading) && reading.m_Value <= m_Highest;
     Reading& place = possible ? m_Best : m_Impossible;
     bool& taken = possible ? m_HasBest : m_HasImpossible;
     if (!taken || IsBetter(reading, place)) {
@@ -268,12 +281,13 @@ void Choice::Offer(const Reading& reading) noexcept {
 
 Choice ChooseReading(const DriveFacts& facts, _HEALTH_FIGURE figure) noexcept {
     Choice choice;
+    choice.m_Highest = HighestOf(facts, figure);
     for (std::size_t i = 0; i < facts.m_ReadingCount; ++i) {
         Reading reading = facts.m_Readings[i];
         if (reading.m_Figure != figure) {
             continue;
         }
-        if (reading.m_InBlocks && reading.m_Value >= 0) {
+        if (reading.m_InBlocks && reading.m_Value >= 0 && reading.m_Value != ALL_ONES) {
             reading.m_Value = BytesOf(static_cast<std::uint64_t>(reading.m_Value), facts.m_BlockSize);
         }
         choice.Offer(reading);

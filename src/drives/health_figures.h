@@ -105,6 +105,7 @@ struct Choice {
     Reading m_Impossible;
     bool m_HasBest = false;
     bool m_HasImpossible = false;
+    std::int64_t m_Highest = BEYOND_COUNTING;  ///< that the figure can be on this drive
 
     void Offer(const Reading& reading) noexcept;
 };

@@ -108,9 +108,7 @@ void AddOther(const DriveFacts& facts, const Choice& own, Opinions& opinions) {
 
 /// How often the drive was written over, 0 when unknown.
 std::int64_t DriveWrites(Decider& decider) {
-    const DriveFacts& facts = decider.Facts();
-    const std::uint64_t capacity =
-        facts.m_CapacityBytes != 0 ? facts.m_CapacityBytes : facts.m_IdentifiedBytes;
+    const std::uint64_t capacity = decider.Facts().Capacity();
     const CHealthFigure& written = decider.Figure(HealthFigure::BYTES_WRITTEN);
     return capacity != 0 && written.HasValue()
                ? static_cast<std::int64_t>(static_cast<std::uint64_t>(written.GetValue()) / capacity)

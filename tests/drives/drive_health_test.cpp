@@ -119,6 +119,90 @@ TEST(DriveHealth, ADecodedStatisticIsThatOfThePage) {
     EXPECT_EQ(drive.GetFigure(Figure::BYTES_WRITTEN).GetValue(), 51200);
 }
 
+TEST(DriveHealth, ARawValueOfAllOnesIsNoFigureAndSaysNothingAboutTheDrive) {
+    constexpr std::uint64_t ALL_ONES = (std::uint64_t{1} << 48) - 1;
+    const struct {
+        _HEALTH_FIGURE m_Figure;
+        std::uint8_t m_ID;
+        const char* m_Name;
+        const char* m_Unit;
+    } rows[] = {
+        {Figure::REALLOCATED_SECTORS, 5, "Reallocated_Sector_Ct", ""},
+        {Figure::POWER_ON_HOURS, 9, "Power_On_Hours", " hours"},
+        {Figure::POWER_CYCLES, 12, "Power_Cycle_Count", ""},
+        {Figure::UNSAFE_SHUTDOWNS, 174, "Unexpect_Power_Loss_Ct", ""},
+        {Figure::MEDIA_ERRORS, 187, "Reported_Uncorrect", ""},
+        {Figure::TEMPERATURE, 194, "Temperature_Celsius", " degrees Celsius"},
+        {Figure::HIGHEST_TEMPERATURE, 194, "Temperature_Celsius", " degrees Celsius"},
+        {Figure::PENDING_SECTORS, 197, "Current_Pending_Sector", ""},
+        {Figure::UNCORRECTABLE_SECTORS, 198, "Offline_Uncorrectable", ""},
+        {Figure::INTERFACE_ERRORS, 199, "UDMA_CRC_Error_Count", ""},
+        {Figure::BYTES_WRITTEN, 241, "Lifetime_Writes_GiB", " bytes"},
+    };
+    for (const auto& row : rows) {
+        for (const std::uint64_t above : {0, 0xFF}) {  // the byte that some drives continue it in
+            CDriveHealth drive = Disk();
+            drive.TakeVerdict(true);
+            drive.TakeAttribute(row.m_ID, row.m_Name, 0x32, 100, 100, -1, above << 48 | ALL_ONES);
+            EXPECT_EQ(Told(drive, row.m_Figure), "unknown: SMART attribute " + std::to_string(row.m_ID) +
+                                                     " says 281474976710655" + row.m_Unit +
+                                                     ", which cannot be");
+            EXPECT_EQ(drive.GetState(), DriveState::GOOD) << Reasons(drive);
+            drive.TakeAttribute(row.m_ID, row.m_Name, 0x32, 100, 100, -1, 20);
+            EXPECT_TRUE(drive.GetFigure(row.m_Figure).HasValue() ||
+                        row.m_Figure == Figure::HIGHEST_TEMPERATURE);
+        }
+    }
+    CDriveHealth drive = Disk();
+    drive.TakeAttribute(197, "Current_Pending_Sector", 0x32, 100, 100, -1, ALL_ONES - 1);
+    EXPECT_EQ(drive.GetFigure(Figure::PENDING_SECTORS).GetValue(), static_cast<std::int64_t>(ALL_ONES - 1))
+        << "the capacity is unknown";
+    drive.TakeStatistic(1, 0x40, 7);
+    drive.TakeAttribute(197, "Current_Pending_Sector", 0x32, 100, 100, -1, ALL_ONES);
+    EXPECT_EQ(Told(drive, Figure::PENDING_SECTORS), "known 7: device statistics page 1");
+}
+
+TEST(DriveHealth, AStatisticOfAllOnesIsNoFigure) {
+    CDriveHealth drive = Disk();
+    drive.TakeStatistic(1, 0x18, 0xFFFFFFFFFFFF);
+    drive.TakeStatistic(1, 0x40, 0xFFFFFFFF);
+    drive.TakeStatistic(3, 0x20, 0xFFFFFFFE);
+    EXPECT_EQ(Told(drive, Figure::BYTES_WRITTEN),
+              "unknown: device statistics page 1 says 281474976710655 bytes, which cannot be");
+    EXPECT_EQ(Told(drive, Figure::PENDING_SECTORS),
+              "unknown: device statistics page 1 says 4294967295, which cannot be");
+    EXPECT_EQ(Told(drive, Figure::REALLOCATED_SECTORS), "known 4294967294: device statistics page 3");
+    drive.TakeStatistic(1, 0x18, 0xFFFFFFFFFFFE);
+    EXPECT_EQ(Told(drive, Figure::BYTES_WRITTEN), "known 144115188075854848: device statistics page 1");
+}
+
+TEST(DriveHealth, ARawWearOfAllOnesIsNone) {
+    CDriveHealth drive = SolidState();
+    drive.TakeAttribute(230, "Media_Wearout_Indicator", 0x32, 100, 100, -1, 0xFFFFFFFFFFFF);
+    EXPECT_EQ(Told(drive, Figure::WEAR), "unknown: not reported");
+}
+
+TEST(DriveHealth, NoMoreSectorsAreBadThanTheDriveHas) {
+    for (const _HEALTH_FIGURE figure :
+         {Figure::REALLOCATED_SECTORS, Figure::PENDING_SECTORS, Figure::UNCORRECTABLE_SECTORS}) {
+        CDriveHealth drive = Disk();
+        drive.TakeVerdict(true);
+        drive.SetCapacity(4095 + std::uint64_t{4096} * 1000);
+        drive.SetBlockSize(4096);
+        drive.TakeFigure(figure, 1000);
+        EXPECT_EQ(drive.GetState(), DriveState::REPLACE);
+        drive.TakeFigure(figure, 1001);
+        EXPECT_EQ(Told(drive, figure), "unknown: decoded by another program says 1001, which cannot be");
+        EXPECT_EQ(drive.GetState(), DriveState::GOOD) << Reasons(drive);
+        drive.SetCapacity(0);
+        EXPECT_EQ(drive.GetFigure(figure).GetValue(), 1001);
+    }
+    CDriveHealth drive = Disk();
+    drive.SetCapacity(4096);
+    drive.TakeFigure(Figure::MEDIA_ERRORS, 1001);
+    EXPECT_EQ(drive.GetFigure(Figure::MEDIA_ERRORS).GetValue(), 1001) << "one sector can be read many times";
+}
+
 TEST(DriveHealth, ImpossibleFiguresAreUnknownAndSaidSo) {
     CDriveHealth drive = Disk();
     drive.TakeFigure(Figure::POWER_ON_HOURS, -1);
