@@ -54,6 +54,10 @@ struct IdentityRow {
     void (*m_SetNumber)(ReportIdentity& identity, std::int64_t number);
 };
 
+/// Speed of an ATA disk that does not report it, by the rule for its model; 0 if the name is too short for
+/// the rule.
+std::uint32_t FindRPM(const std::string& vendor, const std::string& product);
+
 extern const IdentityRow IDENTITY_ROWS[];
 extern const std::size_t IDENTITY_ROW_COUNT;
 

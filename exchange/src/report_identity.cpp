@@ -97,17 +97,6 @@ void NameParts(ReportIdentity& identity) {
     }
 }
 
-/// Speed of a disk that does not report it.
-std::uint32_t FindRPM(const ReportIdentity& identity) {
-    unsigned long rpm = 0;
-    try {
-        CPluginHelper::GetSATARPM(identity.m_Vendor, identity.m_Product, rpm);
-    } catch (const std::out_of_range&) {
-        return 0;  // the name is too short for the rule
-    }
-    return static_cast<std::uint32_t>(rpm);
-}
-
 constexpr auto ATA = DriveProtocol::ATA;
 constexpr auto SCSI = DriveProtocol::SCSI;
 constexpr auto NVME = DriveProtocol::NVME;
@@ -153,6 +142,16 @@ const IdentityRow IDENTITY_ROWS[] = {
 // clang-format on
 const std::size_t IDENTITY_ROW_COUNT = std::size(IDENTITY_ROWS);
 
+std::uint32_t FindRPM(const std::string& vendor, const std::string& product) {
+    unsigned long rpm = 0;
+    try {
+        CPluginHelper::GetSATARPM(vendor, product, rpm);
+    } catch (const std::out_of_range&) {
+        return 0;
+    }
+    return static_cast<std::uint32_t>(rpm);
+}
+
 bool ReportIdentity::IsKnown() const {
     return !m_Model.empty() || !m_Product.empty() || !m_Serial.empty();
 }
@@ -178,7 +177,7 @@ void ReportIdentity::Complete() {
 
 void ReportIdentity::ShowDisk() {
     m_Medium = PropertyValue::HDD;
-    m_RPM = FindRPM(*this);
+    m_RPM = FindRPM(m_Vendor, m_Product);
 }
 
 }  // namespace PI

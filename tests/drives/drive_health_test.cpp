@@ -140,7 +140,7 @@ TEST(DriveHealth, ARawValueOfAllOnesIsNoFigureAndSaysNothingAboutTheDrive) {
         {Figure::BYTES_WRITTEN, 241, "Lifetime_Writes_GiB", " bytes"},
     };
     for (const auto& row : rows) {
-        for (const std::uint64_t above : {0, 0xFF}) {  // the byte that some drives continue it in
+        for (const std::uint64_t above : {0U, 0xFFU}) {  // the byte that some drives continue it in
             CDriveHealth drive = Disk();
             drive.TakeVerdict(true);
             drive.TakeAttribute(row.m_ID, row.m_Name, 0x32, 100, 100, -1, above << 48 | ALL_ONES);

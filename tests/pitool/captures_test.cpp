@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every report of real drives that is at hand must be read, and shown without a contradiction.
 
-#include "drive_figures.h"
-#include "drive_json.h"
+#include "drive_detail.h"
 #include "sample_reports.h"
 
 #include <gtest/gtest.h>
@@ -36,13 +35,11 @@ TEST(Captures, EveryOneIsReported) {
                   capture["power_on_time"]["hours"]);
         EXPECT_FALSE(drive.GetReason().empty());
         EXPECT_EQ(drive.IsFailing(), !capture["smart_status"]["passed"]);
-        const DriveFigures figures = FiguresOf(drive, report, health);
-        EXPECT_EQ(drive.HasLifetime(), figures.m_Lifetime.m_Hours.has_value());
-        for (const DriveFigure& figure : figures.m_Properties) {
-            EXPECT_TRUE(figure.HasValue() || !figure.m_Reason.empty()) << figure.m_Name;
+        const Json json = Json::parse(DriveJson(drive, report, health, nullptr));
+        EXPECT_EQ(drive.HasLifetime(), json["lifetime"]["remaining_hours"].is_number());
+        for (const auto& [name, property] : json["properties"].items()) {
+            EXPECT_TRUE(!property["value"].is_null() || !property["reason"].is_null()) << name;
         }
-        EXPECT_EQ(Json::parse(DriveJson(drive, report, health, nullptr))["properties"].size(),
-                  figures.m_Properties.size());
     }
     EXPECT_GT(count, 0U) << folder << " holds no capture";
 }

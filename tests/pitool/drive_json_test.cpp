@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "drive_json.h"
-
+#include "drive_detail.h"
 #include "sample_reports.h"
 
 #include <gtest/gtest.h>
@@ -114,6 +113,36 @@ TEST(DriveJson, TheForecastHasItsRangeOrAReason) {
     disk["rotation_rate"] = 7200;
     EXPECT_EQ(Read(disk)["forecast"]["reason"], "rotating disk");
     EXPECT_TRUE(Read(disk)["forecast"]["hours_to_worn"].is_null());
+}
+
+TEST(DriveJson, TheLifetimeNamesItsBasisAndLimit) {
+    const auto lifetime = [](int percentUsed, std::uint64_t hours, std::uint64_t unitsWritten,
+                             const char* model = "SAMPLE") {
+        Json report = AtaReport(model);
+        report["device"]["protocol"] = "NVMe";
+        report["nvme_smart_health_information_log"] = {{"percentage_used", percentUsed},
+                                                       {"power_on_hours", hours},
+                                                       {"data_units_written", unitsWritten}};
+        return Read(report)["lifetime"];
+    };
+    const char* OWN = "drive's own statistics";
+    const char* RATED = "MZ7LH960HAJR-00005";  // 1366 TB
+    EXPECT_EQ(lifetime(12, 10000, 0), (Json{{"remaining_hours", 28569},
+                                            {"counts", "down"},
+                                            {"basis", OWN},
+                                            {"applicable", true},
+                                            {"limit", "wear"},
+                                            {"reason", nullptr}}));
+    EXPECT_EQ(lifetime(5, 43829, 0)["limit"], "service span over");
+    EXPECT_EQ(lifetime(99, 439, 0)["limit"], "worn early");
+    EXPECT_EQ(lifetime(100, 30000, 0)["limit"], "worn out");
+    EXPECT_EQ(lifetime(0, 20000, 1717986918, RATED)["limit"], "rate");
+    EXPECT_EQ(lifetime(0, 20000, 1717986918, RATED)["basis"], "rated endurance and bytes written");
+    EXPECT_EQ(lifetime(0, 10000, 1, RATED)["limit"], "service span");
+    EXPECT_EQ(lifetime(0, 10000, 1, RATED)["basis"], "power-on hours alone");
+    EXPECT_TRUE(lifetime(0, 0, 0)["limit"].is_null()) << "a new drive";
+    const Json report = SolidStateReport("INTEL SSDSC2BB480G7", 10000, {Attribute(233, 50, 0)});
+    EXPECT_EQ(Read(report)["lifetime"]["basis"], "wear indicator");
 }
 
 TEST(DriveJson, OffersTheOperationsThatSuitTheDrive) {

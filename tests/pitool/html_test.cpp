@@ -2,6 +2,7 @@
 
 #include "print/formats.h"
 
+#include "drive_detail.h"
 #include "drive_samples.h"
 
 #include <gtest/gtest.h>

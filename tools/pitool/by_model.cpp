@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "drive_detail.h"
 #include "drive_table.h"
-#include "print/sheet.h"
 #include "print/units.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 // "pitool drive FILE|FOLDER..."
 
 #include "commands.h"
+#include "drive_detail.h"
 #include "drive_events.h"
-#include "drive_json.h"
 #include "event.h"
 #include "input_files.h"
 #include "print/formats.h"

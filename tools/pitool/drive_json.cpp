@@ -1,114 +1,60 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "drive_json.h"
-
-#include "drive_figures.h"
-#include "print/json.h"
+#include "drive_detail.h"
 #include "print/units.h"
 
-#include <pi/vocabulary.h>
-
-#include <charconv>
-#include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <optional>
-#include <string_view>
 
 namespace pitool {
 namespace {
 
 namespace Operation = PI::OperationID;
 
-/// Puts short parts together in less time than a string does.
-class Parts {
-public:
-    // cppcheck-suppress uninitMemberVar // only bytes that were written are read
-    explicit Parts(std::string& text) : m_Text(text) {}
-    Parts(const Parts&) = delete;
-    Parts& operator=(const Parts&) = delete;
-    ~Parts() { Flush(); }
-
-    void Add(std::string_view part) {
-        if (part.size() > sizeof m_Bytes - m_Size) {
-            Flush();
+/// @param areNamed those with an identifier in the vocabulary, or those without
+void AddProperties(const char* name, const std::vector<PI::CDriveProperty>& properties, bool areNamed,
+                   JsonWriter& json) {
+    constexpr const char* STATES[] = {"unknown", "known", "doubtful"};
+    json.Member(name, [&] {
+        for (const PI::CDriveProperty& property : properties) {
+            if ((property.GetID() != 0) != areNamed) {
+                continue;
+            }
+            json.Member(property.GetName(), [&] {
+                json.Member("id", areNamed ? std::optional<int>(property.GetID()) : std::nullopt);
+                if (property.GetNumber()) {
+                    json.Member("value", property.GetNumber());
+                } else {
+                    json.Member("value", OrNull(property.GetText()));
+                }
+                json.Member("unit", OrNull(property.GetUnit()));
+                json.Member("text", OrNull(ValueText(property)));
+                json.Member("counts", OrNull(DirectionText(property)));
+                json.Member("source", OrNull(property.GetSource()));
+                json.Member("applicable", property.IsApplicable());
+                json.Member("state", WordOf(STATES, property.GetState()));
+                json.Member("reason", OrNull(property.GetReason()));
+            });
         }
-        if (part.size() > sizeof m_Bytes) {
-            m_Text += part;
-            return;
-        }
-        std::memcpy(m_Bytes + m_Size, part.data(), part.size());
-        m_Size += part.size();
-    }
-    void AddNumber(std::int64_t number) {
-        char digits[24];
-        const char* const end = std::to_chars(digits, digits + sizeof digits, number).ptr;
-        Add({digits, static_cast<std::size_t>(end - digits)});
-    }
-    void AddTextOrNull(std::string_view text) {
-        if (text.empty()) {
-            Add("null");
-        } else if (IsPlainJson(text)) {
-            Add("\"");
-            Add(text);
-            Add("\"");
-        } else {
-            Flush();
-            AddJsonText(text, m_Text);
-        }
-    }
-
-private:
-    void Flush() {
-        m_Text.append(m_Bytes, m_Size);
-        m_Size = 0;
-    }
-
-    std::string& m_Text;
-    std::size_t m_Size = 0;
-    char m_Bytes[4096];
-};
-
-/// An object of figures. They are most of the document, so they are written as they are.
-/// @param text that the writer writes to
-void AddFigures(std::string_view name, const std::vector<DriveFigure>& figures, JsonWriter& json,
-                std::string& text) {
-    json.Name(name).Raw("");
-    Parts parts(text);
-    std::string_view before = "{";
-    for (const DriveFigure& figure : figures) {
-        parts.Add(before);
-        before = "},";
-        parts.AddTextOrNull(figure.m_Name);
-        parts.Add(R"(:{"id":)");
-        figure.m_ID != 0 ? parts.AddNumber(figure.m_ID) : parts.Add("null");
-        parts.Add(R"(,"value":)");
-        figure.m_Number ? parts.AddNumber(*figure.m_Number) : parts.AddTextOrNull(figure.m_Text);
-        parts.Add(R"(,"unit":)");
-        parts.AddTextOrNull(figure.m_Unit);
-        parts.Add(R"(,"text":)");
-        parts.AddTextOrNull(figure.ValueText());
-        parts.Add(R"(,"counts":)");
-        parts.AddTextOrNull(figure.m_Counts);
-        parts.Add(R"(,"source":)");
-        parts.AddTextOrNull(figure.m_Source);
-        parts.Add(figure.m_Applicable ? R"(,"applicable":true,"state":")"
-                                      : R"(,"applicable":false,"state":")");
-        parts.Add(figure.StateText());
-        parts.Add(R"(","reason":)");
-        parts.AddTextOrNull(figure.m_Reason);
-    }
-    parts.Add("}}");
+    });
 }
 
-void AddLifetime(const Lifetime& lifetime, JsonWriter& json) {
+void AddLifetime(const DriveSummary& drive, const PI::CHealthAssessment& health, JsonWriter& json) {
+    const bool isByAttribute =
+        health.GetFigure(PI::HealthFigure::WEAR).GetSource() == PI::FigureSource::ATA_ATTRIBUTE;
+    const char* const BASES[] = {"", isByAttribute ? "wear indicator" : "drive's own statistics",
+                                 "rated endurance and bytes written", "power-on hours alone"};
+    constexpr const char* LIMITS[] = {"",     "service span over", "worn out", "worn early", "wear",
+                                      "rate", "service span"};
+    const PI::CRemainingLifetime lifetime = health.GetLifetime();
     json.Member("lifetime", [&] {
-        json.Member("remaining_hours", lifetime.m_Hours);
+        json.Member("remaining_hours",
+                    lifetime.IsKnown() ? std::optional(lifetime.GetHours()) : std::nullopt);
         json.Member("counts", "down");
-        json.Member("basis", OrNull(lifetime.m_Basis));
-        json.Member("applicable", lifetime.m_Applicable);
-        json.Member("limit", OrNull(lifetime.m_Limit));
-        json.Member("reason", OrNull(lifetime.m_Reason));
+        json.Member("basis", OrNull(WordOf(BASES, lifetime.GetBasis())));
+        json.Member("applicable", !drive.IsDisk());
+        json.Member("limit", OrNull(WordOf(LIMITS, lifetime.GetLimit())));
+        json.Member("reason", OrNull(health.GetLifetimeReason()));
     });
 }
 
@@ -142,11 +88,9 @@ std::vector<std::string> OperationsOf(const DriveSummary& drive, const PI::CDriv
 std::string DriveJson(const DriveSummary& drive, const PI::CDriveReport& report,
                       const PI::CHealthAssessment& health, const std::vector<RenderedEvent>* events) {
     constexpr int DEPTH = 2;  // of the document's list
-    constexpr std::size_t USUAL_LENGTH = 12288;
-    const DriveFigures figures = FiguresOf(drive, report, health);
+    const std::vector<PI::CDriveProperty> properties = PI::DescribeDrive(report, health);
     const PI::CWearForecast forecast = drive.GetForecast();
     std::string text;
-    text.reserve(USUAL_LENGTH);
     JsonWriter json(text, DEPTH + 1);
     json.Value([&] {
         json.Member("file", drive.GetFile());
@@ -165,9 +109,9 @@ std::string DriveJson(const DriveSummary& drive, const PI::CDriveReport& report,
         json.Member("worn", drive.IsWorn());
         AddForecast(forecast, drive.IsDisk(), json.Name("forecast"));
         AddForecastTime(forecast, json);
-        AddLifetime(figures.m_Lifetime, json);
-        AddFigures("properties", figures.m_Properties, json, text);
-        AddFigures("figures", figures.m_Others, json, text);
+        AddLifetime(drive, health, json);
+        AddProperties("properties", properties, true, json);
+        AddProperties("figures", properties, false, json);
         json.Member("operations", OperationsOf(drive, report));
         if (events == nullptr) {
             json.Name("events").Raw("null");

@@ -2,7 +2,7 @@
 
 #include "drive_table.h"
 
-#include "print/sheet.h"
+#include "drive_detail.h"
 #include "print/units.h"
 
 #include <algorithm>
@@ -174,16 +174,6 @@ Table DriveTable(const DriveList& drives, std::size_t most) {
             const Content content = column.m_Content(*drives[row]);
             table.Add(content.m_Text, content.m_Style);
         }
-    }
-    return table;
-}
-
-Table SheetTable(const DriveSummary& drive, const PI::CDriveReport& report,
-                 const PI::CHealthAssessment& health) {
-    Table table({{nullptr}, {nullptr}}, Table::LastColumn::WRAPPED);
-    for (const SheetLine& line : SheetOf(drive, report, health)) {
-        table.Add(line.m_Name);
-        table.Add(line.m_Text, line.m_Style);
     }
     return table;
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Drives for people: a row each, a row a model, or the sheet of one.
+/// Drives for people: a row each, or a row a model.
 #pragma once
 
 #include "drive_summary.h"
@@ -40,10 +40,5 @@ Table DriveTable(const DriveList& drives, std::size_t most = SIZE_MAX);
 /// models with the most failed drives come first, then those with the most to replace, to look at, and of
 /// all; there are no more than asked for.
 Table ModelTable(const DriveList& drives, std::size_t most = SIZE_MAX);
-
-/// The sheet of one drive: a row for all that there is to say.
-/// @param drive, health of the report
-Table SheetTable(const DriveSummary& drive, const PI::CDriveReport& report,
-                 const PI::CHealthAssessment& health);
 
 }  // namespace pitool

@@ -2,8 +2,8 @@
 
 #include "commands.h"
 
+#include "drive_detail.h"
 #include "drive_identity.h"
-#include "drive_json.h"
 #include "print/units.h"
 
 #include <CLI/CLI.hpp>

@@ -3,7 +3,7 @@
 
 #include "objects.h"
 
-#include <pi/health_assessment.h>
+#include <pi/exchange/drive_properties.h>
 
 #include <algorithm>
 
@@ -17,38 +17,35 @@ namespace Value = PI::PropertyValue;
 namespace Type = PI::PropertyType;
 namespace Figure = PI::HealthFigure;
 using namespace PI::ObjectBuilder;
-using shared::AddKnown;
 
 // Property, help topic, kind of data.
 constexpr auto PROTOCOL = Describe(ID::PROTOCOL, 23103, Type::CHOICE);
 constexpr auto TASK_NAME = Describe(ID::NAME, 1, Type::STRING);
 constexpr auto TASK_PROGRESS = Describe(ID::VERIFY_PROGRESS, 1, Type::LONG);
 
-namespace DriveRow {
 constexpr auto SMART_FLAGGED = Describe(ID::SMART_FLAGGED, 23323, Type::CHOICE);
-constexpr auto VENDOR = Describe(ID::VENDOR, 23331, Type::STRING);
-constexpr auto PRODUCT = Describe(ID::PRODUCT, 23308, Type::STRING);
-constexpr auto SERIAL_NUMBER = Describe(ID::SERIAL_NUMBER, 23320, Type::STRING);
-constexpr auto FIRMWARE_VERSION = Describe(ID::FIRMWARE_VERSION, 23287, Type::STRING);
-constexpr auto MEDIA_TYPE = Describe(ID::MEDIA_TYPE, 23296, Type::CHOICE);
-constexpr auto SIZE = Describe(ID::PHYSICAL_SIZE, 23304, Type::FLOAT);
-constexpr auto BLOCK_SIZE = Describe(ID::BLOCK_SIZE, 23278, Type::LONG);
-constexpr auto BYTES_WRITTEN = Describe(ID::BYTES_WRITTEN, 23279, Type::FLOAT);
-constexpr auto RPM = Describe(ID::RPM, 23316, Type::LONG);
-constexpr auto LIFETIME = Describe(ID::ESTIMATED_LIFETIME, 23286, Type::LONG);
-}  // namespace DriveRow
 
-// Figures of a drive's health, each shown when it is known.
-struct FigureRow {
+// Properties of drives, each shown if it is known.
+struct DriveRow {
     PI::_PROPERTY_DESCRIPTION m_Description;
-    PI::_HEALTH_FIGURE m_Figure;
+    PI::_PROPERTY_ID m_Source = m_Description.m_ID;
 };
-constexpr FigureRow FIGURES[] = {
-    {Describe(ID::TEMPERATURE, 23326, Type::LONG), Figure::TEMPERATURE},
-    {Describe(ID::POWERON_HOURS, 23307, Type::LONG), Figure::POWER_ON_HOURS},
-    {Describe(ID::RATED_ENDURANCE_TB, 23310, Type::LONG), Figure::RATED_TERABYTES},
-    {Describe(ID::RATED_ENDURANCE_PERCENT, 23309, Type::LONG), Figure::WEAR},
-    {Describe(ID::REMAINING_RESERVE_SPACE, 23313, Type::LONG), Figure::SPARE},
+constexpr DriveRow DRIVE_ROWS[] = {
+    {Describe(ID::VENDOR, 23331, Type::STRING)},
+    {Describe(ID::PRODUCT, 23308, Type::STRING)},
+    {Describe(ID::SERIAL_NUMBER, 23320, Type::STRING)},
+    {Describe(ID::FIRMWARE_VERSION, 23287, Type::STRING)},
+    {Describe(ID::MEDIA_TYPE, 23296, Type::CHOICE)},
+    {Describe(ID::PHYSICAL_SIZE, 23304, Type::FLOAT)},
+    {Describe(ID::BLOCK_SIZE, 23278, Type::LONG)},
+    {Describe(ID::RPM, 23316, Type::LONG)},
+    {Describe(ID::BYTES_WRITTEN, 23279, Type::FLOAT)},
+    {Describe(ID::TEMPERATURE, 23326, Type::LONG)},
+    {Describe(ID::POWERON_HOURS, 23307, Type::LONG)},
+    {Describe(ID::RATED_ENDURANCE_TB, 23310, Type::LONG)},
+    {Describe(ID::RATED_ENDURANCE_PERCENT, 23309, Type::LONG)},
+    {Describe(ID::REMAINING_RESERVE_SPACE, 23313, Type::LONG)},
+    {Describe(ID::ESTIMATED_LIFETIME, 23286, Type::LONG), ID::REMAINING_HOURS},
 };
 
 // One adapter for each protocol, if it has drives.
@@ -88,20 +85,22 @@ PI::CObject MakeAdapter(const ProtocolRow& protocol, bool hasBadDrive, shared::O
     return adapter;
 }
 
-void AddHealth(PI::CObject& object, const PI::CHealthAssessment& health) {
-    const PI::CHealthFigure written = health.GetFigure(Figure::BYTES_WRITTEN);
-    AddKnown(
-        AddCapacity, object, DriveRow::BYTES_WRITTEN,
-        written.GetState() == PI::FigureState::KNOWN ? static_cast<std::uint64_t>(written.GetValue()) : 0);
-    for (const FigureRow& row : FIGURES) {
-        const PI::CHealthFigure figure = health.GetFigure(row.m_Figure);
-        if (figure.GetState() == PI::FigureState::KNOWN && figure.GetValue() >= 0) {
-            AddNumber(object, row.m_Description, static_cast<std::uint64_t>(figure.GetValue()));
+void AddProperties(PI::CObject& object, const std::vector<PI::CDriveProperty>& properties) {
+    for (const DriveRow& row : DRIVE_ROWS) {
+        const auto property = std::find_if(properties.begin(), properties.end(),
+                                           [&row](const auto& each) { return each.GetID() == row.m_Source; });
+        const std::int64_t number = property->GetNumber().value_or(0);
+        if (property->GetState() != PI::FigureState::KNOWN || number < 0) {
+            continue;
         }
-    }
-    if (const PI::CRemainingLifetime lifetime = health.GetLifetime();
-        lifetime.IsKnown() && health.GetLifetimeReason().empty()) {
-        AddNumber(object, DriveRow::LIFETIME, lifetime.GetHours());
+        switch (row.m_Description.m_Type) {
+            case Type::CHOICE: AddState(object, row.m_Description, property->GetChoice()); break;
+            case Type::STRING: AddText(object, row.m_Description, property->GetText()); break;
+            case Type::FLOAT:
+                AddCapacity(object, row.m_Description, static_cast<std::uint64_t>(number));
+                break;
+            default: AddNumber(object, row.m_Description, static_cast<std::uint64_t>(number));
+        }
     }
 }
 
@@ -112,16 +111,8 @@ PI::CObject MakeDrive(const Drive& drive, std::uint64_t adapterID, shared::Objec
         health.GetState() >= PI::DriveState::REPLACE ? Value::AVAILABLE_SMART : Value::AVAILABLE;
     PI::CObject object = shared::MakeDrive(DriveID(drive, ids), adapterID, Title(report), report.GetDevice(),
                                            status, report.GetMedium());
-    AddState(object, DriveRow::SMART_FLAGGED, Verdict(health.GetFigure(Figure::VERDICT)));
-    AddText(object, DriveRow::VENDOR, report.GetVendor());
-    AddText(object, DriveRow::PRODUCT, report.GetProduct());
-    AddText(object, DriveRow::SERIAL_NUMBER, report.GetCorrectedSerialNumber());
-    AddText(object, DriveRow::FIRMWARE_VERSION, report.GetFirmware());
-    AddKnown(AddState, object, DriveRow::MEDIA_TYPE, static_cast<PI::_PROPERTY_VALUE>(report.GetMedium()));
-    AddKnown(AddCapacity, object, DriveRow::SIZE, report.GetCapacity());
-    AddKnown(AddNumber, object, DriveRow::BLOCK_SIZE, report.GetBlockSize());
-    AddKnown(AddNumber, object, DriveRow::RPM, report.GetRPM());
-    AddHealth(object, health);
+    AddState(object, SMART_FLAGGED, Verdict(health.GetFigure(Figure::VERDICT)));
+    AddProperties(object, PI::DescribeDrive(report, health));
     if (drive.m_Type.empty()) {  // read from a file
         return object;
     }

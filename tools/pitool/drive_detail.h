@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// All that there is to say of one drive: its sheet for people, and its JSON as docs/pitool-json.md describes
+/// it.
+#pragma once
+
+#include "drive_summary.h"
+#include "event.h"
+#include "print/table.h"
+
+#include <pi/exchange/drive_properties.h>
+
+#include <string>
+#include <vector>
+
+namespace pitool {
+
+/// Why a disk has no figure of solid-state drives.
+constexpr const char* ROTATING = "rotating disk";
+
+/// How the state of a drive stands out.
+Style StateStyle(PI::_DRIVE_STATE state);
+
+/// The value with its unit, with a question mark when doubtful; empty when unknown.
+std::string ValueText(const PI::CDriveProperty& property);
+
+/// "up" or "down"; empty for what does not change as the drive ages.
+const char* DirectionText(const PI::CDriveProperty& property);
+
+/// Its state, the reasons for it, the forecast, every property with what it rests on, notes. Figures without
+/// an identifier are left out where nothing reports them.
+/// @param drive, health of the report
+Table SheetTable(const DriveSummary& drive, const PI::CDriveReport& report,
+                 const PI::CHealthAssessment& health);
+
+/// An element of the document's list.
+/// @param drive, health of the report
+/// @param events those of the drive; null when they are not wanted
+std::string DriveJson(const DriveSummary& drive, const PI::CDriveReport& report,
+                      const PI::CHealthAssessment& health, const std::vector<RenderedEvent>* events);
+
+/// Adds a forecast as an object.
+void AddForecast(const PI::CWearForecast& forecast, bool isDisk, JsonWriter& json);
+
+}  // namespace pitool
