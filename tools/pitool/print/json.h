@@ -71,7 +71,7 @@ public:
             value();
             End('}');
         } else {
-            List(value, [this](const auto& element) { Value(element); });
+            List(value, [this](const auto& element) { this->Value(element); });
         }
     }
     template <class Type>
