@@ -44,13 +44,14 @@ public:
     ~CLayoutFinding();
 
     /// @{
-    /// Where the element begins, or where the text is no longer well-formed XML: from 1, columns in
+    /// Where the element or text begins, or where the text is no longer well-formed XML: from 1, columns in
     /// characters.
     std::uint64_t GetLine() const noexcept;
     std::uint64_t GetColumn() const noexcept;
     /// @}
 
-    /// The element, such as "Drive"; empty if the text is not XML.
+    /// The element, such as "Drive", or the one around a text; empty outside of elements and if the text is
+    /// not XML.
     const std::string& GetElement() const noexcept;
     /// The attribute, such as "UsedSize"; empty if the finding is about the element.
     const std::string& GetAttribute() const noexcept;
@@ -77,8 +78,8 @@ private:
 constexpr std::size_t MAX_LAYOUT_FINDINGS = 100;
 
 /// Reads a configuration document of either kind and reports what could not be used as written: attributes
-/// that are missing, given twice, not numbers, out of range or negative, unknown units, and elements that are
-/// not read. Elements may be nested to any depth.
+/// that are missing, given twice, not numbers, out of range or negative, unknown units, elements that are not
+/// read, and text outside of elements. Elements may be nested to any depth.
 ///
 /// The record is that of CArray(VELK::XML::xml_document&) or CLogicalDrive(VELK::XML::xml_document&) for the
 /// document that VELK::XML::xml_document::load_buffer makes of the text. The first top-level element with the

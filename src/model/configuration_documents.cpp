@@ -98,6 +98,8 @@ public:
     void Ignore(const xml_node& node, const char* why = "is not read") {
         if (m_Findings != nullptr && IsElement(node)) {
             m_Findings->Add(node, "", why);
+        } else if (m_Findings != nullptr && node.parent() == node.root()) {
+            m_Findings->AddText(node, why);
         }
     }
 
@@ -297,7 +299,12 @@ _LAYOUT_KIND ReadLayout(const char* text, std::size_t length, CArray& array, CLo
                         std::vector<CLayoutFinding>& findings) {
     const std::string_view whole(text, length);
     xml_document document;
-    const VELK::XML::xml_parse_result result = document.load_buffer(text, length);
+    // As a fragment, so that text outside of elements is found, unless it is refused otherwise.
+    VELK::XML::xml_parse_result result =
+        document.load_buffer(text, length, VELK::XML::parse_default | VELK::XML::parse_fragment);
+    if (!result || !document.document_element() || text[length - 1] == '<') {
+        result = document.load_buffer(text, length);
+    }
     if (result.status == VELK::XML::status_out_of_memory) {
         throw std::bad_alloc();
     }

@@ -9,6 +9,7 @@ namespace PI {
 namespace {
 
 constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+constexpr std::string_view WHITE_SPACE = " \t\r\n";
 
 bool IsContinuation(unsigned char byte) {
     return (byte & 0xC0U) == 0x80;
@@ -56,6 +57,20 @@ void FindingList::Add(const VELK::XML::xml_node& element, const char* attribute,
     // The parser has the offset of the name, one byte after the bracket.
     AddAt(static_cast<std::size_t>(element.offset_debug() - 1), element.name(), attribute, std::move(text),
           std::move(assumed));
+}
+
+void FindingList::AddText(const VELK::XML::xml_node& node, const char* text) {
+    const std::string_view value = node.value();
+    const std::size_t begin = value.find_first_not_of(WHITE_SPACE);
+    if (begin == std::string_view::npos) {
+        return;
+    }
+    MoveTo(static_cast<std::size_t>(node.offset_debug()));
+    while (m_Next < m_Text.size() && WHITE_SPACE.find(m_Text[m_Next]) != std::string_view::npos) {
+        MoveTo(m_Offset + 1);
+    }
+    const std::size_t end = value.find_last_not_of(WHITE_SPACE) + 1;
+    AddAt(m_Offset, "", "", QuotedValue(value.substr(begin, end - begin)) + " " + text);
 }
 
 void FindingList::AddAt(std::size_t offset, const char* element, const char* attribute, std::string text,

@@ -31,6 +31,9 @@ public:
     void Add(const VELK::XML::xml_node& element, const char* attribute, std::string text,
              std::string assumed = std::string());
 
+    /// Adds a finding about a text, which is quoted, unless it is only white space.
+    void AddText(const VELK::XML::xml_node& node, const char* text);
+
     /// Adds a finding about a place of the text as the parser counts it: in bytes of UTF-8.
     void AddAt(std::size_t offset, const char* element, const char* attribute, std::string text,
                std::string assumed = std::string());

@@ -241,6 +241,24 @@ TEST(LayoutFindings, OtherElementsOfTheOutermostLevelAreNamed) {
                "2:44: Other: is not read", "3:1: LogicalDriveConfiguration: is not read"}));
 }
 
+TEST(LayoutFindings, TextOutsideOfTheRootIsNamed) {
+    EXPECT_EQ(Findings("before" + ArrayWith("inside") +
+                       "\r\n \xC3\xA4 junk &lt;\n<Other/>\n<![CDATA[ last ]]>\n<![CDATA[ ]]>"),
+              (Texts{"1:1: \"before\" is not read", "2:2: \"\xC3\xA4 junk <\" is not read",
+                     "3:1: Other: is not read", "4:11: \"last\" is not read"}));
+}
+
+TEST(LayoutFindings, TextOutsideOfTheRootIsFoundInIso88591Too) {
+    EXPECT_EQ(Findings("<?xml version='1.0' encoding='ISO-8859-1'?>" + ArrayWith("") + "\xE4 \xE4<?p?>end"),
+              (Texts{"1:108: \"\xC3\xA4 \xC3\xA4\" is not read", "1:116: \"end\" is not read"}));
+}
+
+TEST(ReadLayout, TextOutsideOfTheRootHidesNoMistake) {
+    EXPECT_EQ(Refusal(ArrayWith("") + "junk<"), "1:69: no well-formed XML: Could not determine tag type");
+    EXPECT_EQ(Refusal(ArrayWith("") + "<"), "1:65: no well-formed XML: Could not determine tag type");
+    EXPECT_EQ(Refusal("junk<!-- -->"), "1:13: no well-formed XML: No document element found");
+}
+
 TEST(LayoutFindings, LongValuesAreCutBetweenCharacters) {
     const std::string digits(39, '1');
     EXPECT_EQ(Findings("<ArrayConfiguration Units='21025' Size='" + digits + "x'/>"),

@@ -58,6 +58,16 @@ TEST(LayoutCommand, WarnsOfWhatWasNotTakenAsWritten) {
               Expected("careless-array.json"), errors);
 }
 
+TEST(LayoutCommand, WarnsOfTextAfterTheRoot) {
+    const Outcome run =
+        RunPitool({"layout", "--json", "-"}, "<ArrayConfiguration Size='1' Units='21025'/>\njunk");
+    EXPECT_EQ(run.m_Errors, "pitool: -:2:1: warning: \"junk\" is not read\n");
+    EXPECT_NE(run.m_Output.find(
+                  "    {\"line\":2,\"column\":1,\"text\":\"\\\"junk\\\" is not read\",\"element\":null,"),
+              std::string::npos)
+        << run.m_Output;
+}
+
 TEST(LayoutCommand, CountsTheWarningsThatAreLeftOut) {
     std::string spares;
     for (int i = 0; i < 102; ++i) {

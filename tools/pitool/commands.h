@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// The commands, each in a file of its name, and what they print with.
+/// The commands, each in a file of its name, and what all of them are made with.
 #pragma once
 
 #include "print/json.h"
@@ -8,12 +8,14 @@
 #include "print/table.h"
 #include "print/text.h"
 
-#include <functional>
-#include <string_view>
+#include <CLI/CLI.hpp>
 
-namespace CLI {
-class App;
-}
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace pitool {
 

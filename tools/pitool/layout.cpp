@@ -1,21 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "commands.h"
-
 #include "input_files.h"
-
-#include <CLI/CLI.hpp>
 
 #include <pi/layout_reading.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdio>
 #include <iterator>
-#include <memory>
-#include <string>
+#include <stdexcept>
 #include <utility>
-#include <vector>
 
 namespace pitool {
 namespace {
@@ -27,6 +21,12 @@ struct Options {
 
 using Findings = std::vector<PI::CLayoutFinding>;
 
+/// What a document describes. An array is shown like a logical drive, without spans and spares.
+struct Layout {
+    PI::CLogicalDrive m_Record;
+    bool m_IsArray;
+};
+
 /// A list of identifiers in a document.
 struct List {
     std::string m_Title;
@@ -34,23 +34,19 @@ struct List {
     const std::vector<std::uint64_t>& m_IDs;
 };
 
-/// What a document describes. An array is shown like a logical drive, without spans and spares.
-struct Layout {
-    PI::CLogicalDrive m_Record;
-    bool m_IsArray;
-
-    const char* Kind() const { return m_IsArray ? "array" : "logical drive"; }
-    std::vector<List> Lists() const {
-        const List drives = {m_IsArray ? "logical drives" : "associated logical drives", "logical drive",
-                             m_Record.m_AssociatedLogicalDrives};
-        if (m_IsArray) {
-            return {drives};
-        }
-        return {{"global hot spares", "drive", m_Record.m_GlobalHotSpares},
-                {"dedicated hot spares", "drive", m_Record.m_DedicatedHotSpares},
-                drives};
+std::vector<List> ListsOf(const Layout& layout) {
+    const PI::CLogicalDrive& record = layout.m_Record;
+    if (layout.m_IsArray) {
+        return {{"logical drives", "logical drive", record.m_AssociatedLogicalDrives}};
     }
-};
+    return {{"global hot spares", "drive", record.m_GlobalHotSpares},
+            {"dedicated hot spares", "drive", record.m_DedicatedHotSpares},
+            {"associated logical drives", "logical drive", record.m_AssociatedLogicalDrives}};
+}
+
+const char* KindOf(const Layout& layout) {
+    return layout.m_IsArray ? "array" : "logical drive";
+}
 
 /// Each is 1024 of the one before; the last one is for unknown units.
 constexpr std::pair<PI::_UNITS, const char*> UNITS[] = {
@@ -68,8 +64,8 @@ const auto* FindUnit(PI::_UNITS unit) {
 /// A size in the largest unit that it fills, such as "931.51 gibibytes"; empty where the unit is none.
 std::string ScaledSize(std::uint64_t size, PI::_UNITS unit) {
     constexpr long double STEP = 1024;
-    auto scaled = static_cast<long double>(size);
     const auto* scale = FindUnit(unit);
+    auto scaled = static_cast<long double>(size);
     for (; scaled >= STEP && scale < std::end(UNITS) - 2; ++scale) {
         scaled /= STEP;
     }
@@ -90,23 +86,6 @@ std::string SizeText(std::uint64_t size, PI::_UNITS unit) {
     return std::to_string(size) + (scaled.empty() ? "" : " (" + scaled + ")");
 }
 
-struct Branch {
-    std::string m_Text;
-    std::vector<Branch> m_Branches = {};
-};
-
-/// A text that goes on below its branch hangs behind the line that leads to the branches of that.
-void Draw(const std::vector<Branch>& branches, const std::string& indent, const Screen& screen,
-          std::string& tree) {
-    for (const Branch& branch : branches) {
-        const bool last = &branch == &branches.back();
-        const std::string below = indent + (last ? "    " : "|   ");
-        AddWrapped(indent + (last ? "`-- " : "|-- "), below + (branch.m_Branches.empty() ? "  " : "| "),
-                   branch.m_Text, Style::PLAIN, screen, tree);
-        Draw(branch.m_Branches, below, screen, tree);
-    }
-}
-
 std::string Count(std::size_t count, const char* one) {
     return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
 }
@@ -123,49 +102,68 @@ std::string DriveText(const PI::CDrive& drive, PI::_UNITS unit) {
 std::string HeadText(const Layout& layout) {
     const PI::_UNITS unit = layout.m_Record.m_Units;
     const std::string name = FindUnit(unit)->second;
-    return std::string(layout.Kind()) + ", size " + SizeText(layout.m_Record.m_Size, unit) + ", sizes in " +
+    return std::string(KindOf(layout)) + ", size " + SizeText(layout.m_Record.m_Size, unit) + ", sizes in " +
            (!name.empty()                    ? name
             : unit == PI::Units::UNSPECIFIED ? "an unknown unit (unspecified)"
                                              : "an unknown unit (Units " + std::to_string(unit) + ")");
 }
 
-std::string LayoutText(const Layout& layout) {
+/// The branches of the tree, each with the leaves on it.
+std::vector<std::pair<std::string, std::vector<std::string>>> BranchesOf(const Layout& layout) {
     const PI::CLogicalDrive& record = layout.m_Record;
-    std::vector<Branch> branches;
+    std::vector<std::pair<std::string, std::vector<std::string>>> branches;
     if (!layout.m_IsArray) {  // the document does not say what a span's size counts
         branches.push_back(
-            {Count(record.m_SpanCount, "span") + " of size " + std::to_string(record.m_SpanSize)});
+            {Count(record.m_SpanCount, "span") + " of size " + std::to_string(record.m_SpanSize), {}});
     }
     if (record.m_Containers.empty()) {
-        branches.push_back({"containers: none"});
+        branches.push_back({"containers: none", {}});
     }
     for (const PI::CContainer& container : record.m_Containers) {
         const auto number = &container - record.m_Containers.data() + 1;
-        Branch branch = {"container " + std::to_string(number) + ", " +
-                         Count(container.m_Drives.size(), "drive")};
+        auto& branch = branches.emplace_back();
+        branch.first =
+            "container " + std::to_string(number) + ", " + Count(container.m_Drives.size(), "drive");
         for (const PI::CDrive& drive : container.m_Drives) {
-            branch.m_Branches.push_back({DriveText(drive, record.m_Units)});
+            branch.second.push_back(DriveText(drive, record.m_Units));
         }
-        branches.push_back(std::move(branch));
     }
-    for (const List& list : layout.Lists()) {
-        Branch branch = {list.m_Title + (list.m_IDs.empty() ? ": none" : "")};
+    for (const List& list : ListsOf(layout)) {
+        auto& branch = branches.emplace_back();
+        branch.first = list.m_Title + (list.m_IDs.empty() ? ": none" : "");
         for (const std::uint64_t id : list.m_IDs) {
-            branch.m_Branches.push_back({std::string(list.m_Kind) + " " + std::to_string(id)});
+            branch.second.push_back(std::string(list.m_Kind) + " " + std::to_string(id));
         }
-        branches.push_back(std::move(branch));
     }
+    return branches;
+}
+
+/// A text that goes on below its branch hangs behind the line that leads to the leaves of that.
+std::string LayoutText(const Layout& layout) {
     const Screen screen = OutputScreen();
     std::string tree;
-    AddWrapped("", "| ", HeadText(layout), Style::HEADING, screen, tree);
-    Draw(branches, "", screen, tree);
+    const auto add = [&](const std::string& lead, const std::string& further, const std::string& text,
+                         Style style = Style::PLAIN) {
+        AddWrapped(lead, further, text, style, screen, tree);
+    };
+    add("", "| ", HeadText(layout), Style::HEADING);
+    const auto branches = BranchesOf(layout);
+    for (const auto& [text, leaves] : branches) {
+        const bool isLast = &text == &branches.back().first;
+        const std::string below = isLast ? "    " : "|   ";
+        add(isLast ? "`-- " : "|-- ", below + (leaves.empty() ? "  " : "| "), text);
+        for (const std::string& leaf : leaves) {
+            const bool isLastLeaf = &leaf == &leaves.back();
+            add(below + (isLastLeaf ? "`-- " : "|-- "), below + (isLastLeaf ? "      " : "|     "), leaf);
+        }
+    }
     return tree;
 }
 
 std::string FindingText(const PI::CLayoutFinding& finding) {
     constexpr std::size_t LONGEST_NAME = 40;
-    return finding.GetElement().substr(0, LONGEST_NAME) + ": " + finding.GetText() +
-           (finding.GetAssumed().empty() ? "" : ", read as " + finding.GetAssumed());
+    return finding.GetElement().substr(0, LONGEST_NAME) + (finding.GetElement().empty() ? "" : ": ") +
+           finding.GetText() + (finding.GetAssumed().empty() ? "" : ", read as " + finding.GetAssumed());
 }
 
 std::uint64_t LeftOut(const Findings& findings) {
@@ -182,7 +180,7 @@ std::string LayoutJson(const std::string& file, const Layout& layout, const Find
             });
         };
         json.Member("file", file);
-        json.Member("kind", layout.Kind());
+        json.Member("kind", KindOf(layout));
         addSize("size", record.m_Size);
         json.Member("units", [&] {
             json.Member("value", std::int32_t{record.m_Units});
@@ -202,7 +200,7 @@ std::string LayoutJson(const std::string& file, const Layout& layout, const Find
                 json.Member("logical_owner", drive.m_LogicalOwner);
             });
         });
-        for (const List& list : layout.Lists()) {
+        for (const List& list : ListsOf(layout)) {
             std::string name = list.m_Title;
             std::replace(name.begin(), name.end(), ' ', '_');
             json.Member(name, list.m_IDs);
@@ -211,7 +209,7 @@ std::string LayoutJson(const std::string& file, const Layout& layout, const Find
             json.Member("line", finding.GetLine());
             json.Member("column", finding.GetColumn());
             json.Member("text", FindingText(finding));
-            json.Member("element", finding.GetElement());
+            json.Member("element", OrNull(finding.GetElement()));
             json.Member("attribute", OrNull(finding.GetAttribute()));
             json.Member("assumed", OrNull(finding.GetAssumed()));
         });
@@ -227,8 +225,7 @@ ExitStatus Run(const Options& options) {
     std::string text;
     std::string reason;
     if (!ReadInput(options.m_File, text, reason)) {
-        ReportError(options.m_File + ": " + reason);
-        return EXIT_BAD_INPUT;
+        throw std::runtime_error(options.m_File + ": " + reason);
     }
     PI::CArray array;
     Layout layout = {};
@@ -236,8 +233,8 @@ ExitStatus Run(const Options& options) {
     Findings findings;
     const PI::_LAYOUT_KIND kind = PI::ReadLayout(text.data(), text.size(), array, record, findings);
     if (kind == PI::LayoutKind::NONE) {
-        ReportError(PlaceText(options.m_File, findings.back()) + ": " + findings.back().GetText());
-        return EXIT_BAD_INPUT;
+        throw std::runtime_error(PlaceText(options.m_File, findings.back()) + ": " +
+                                 findings.back().GetText());
     }
     for (const PI::CLayoutFinding& finding : findings) {
         ReportWarning(PlaceText(options.m_File, finding), FindingText(finding));
@@ -245,8 +242,8 @@ ExitStatus Run(const Options& options) {
     if (LeftOut(findings) != 0) {
         ReportWarning(options.m_File, std::to_string(LeftOut(findings)) + " further warnings");
     }
-    if (kind == PI::LayoutKind::ARRAY) {
-        layout.m_IsArray = true;
+    layout.m_IsArray = kind == PI::LayoutKind::ARRAY;
+    if (layout.m_IsArray) {
         record.m_Size = array.m_Size;
         record.m_Units = array.m_Units;
         record.m_Containers.swap(array.m_Containers);
