@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 namespace PI {
 
@@ -27,7 +28,8 @@ using SenseFormat::_SENSE_FORMAT;
 
 /// Decoded sense data (SPC-5, 4.4). A field that they do not contain, or do not mark as valid, has no value.
 ///
-/// A value: copies are independent, and any number of threads may read one. Nothing here throws.
+/// A value: copies are independent, and any number of threads may read one. Nothing here throws, but texts
+/// std::bad_alloc if allocation fails.
 class PI_API CSense {
 public:
     /// No sense data: SenseFormat::NONE.
@@ -42,10 +44,16 @@ public:
 
     /// Sense key, 0 to 15; CPluginHelper::TranslateSenseKey has its text.
     std::optional<std::uint8_t> GetKey() const;
-    /// Additional sense code; CPluginHelper::TranslateSenseASC has the text of code and qualifier.
+    /// Why there is no key, for people, in English, such as "too short: 2 bytes, without a sense key"; empty
+    /// if there is one.
+    std::string GetReason() const;
+    /// Additional sense code.
     std::optional<std::uint8_t> GetCode() const;
     /// Qualifier of the additional sense code.
     std::optional<std::uint8_t> GetQualifier() const;
+    /// Text of code and qualifier as CPluginHelper::TranslateSenseASC has it, except that a qualifier in it
+    /// is two hexadecimal digits; empty if the pair is unknown or not in the data.
+    std::string GetAdditionalText() const;
 
     /// The information field, if the drive marks it as valid. For a read, write or verify command it is the
     /// address of the logical block that failed; for others see the standard of the command.
@@ -79,7 +87,8 @@ private:
     _SENSE_FORMAT m_Format = SenseFormat::NONE;
     bool m_IsDeferred = false;
     bool m_IsFieldInCommand = false;
-    [[maybe_unused]] std::uint64_t m_Reserved[4] = {};
+    std::uint64_t m_Length = 0;  // of the data
+    [[maybe_unused]] std::uint64_t m_Reserved[3] = {};
 };
 
 /// Decodes sense data as a drive returns them. Of data that end early, the complete fields are used; a

@@ -54,10 +54,17 @@ public:
     const std::string* Find(std::uint32_t id) const noexcept;
 
 private:
+    friend PI_API CTextTable ReadTextTable(const std::string& text, const std::string& name);
     struct Texts;
 
     std::shared_ptr<const Texts> m_Texts;  // null: none
 };
+
+/// Reads the content of a language file, which is built in, or was read under limits of the caller's own, by
+/// the rules of CTextTable::LoadFile. Thread-safe. Since 1.1.0.
+/// @param name of the file in what is thrown
+/// @throws std::runtime_error, which names the place, and std::bad_alloc
+PI_API CTextTable ReadTextTable(const std::string& text, const std::string& name);
 
 /// @}
 

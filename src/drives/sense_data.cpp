@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include <pi/plugin_helper.h>
 #include <pi/sense.h>
 
 #include <algorithm>
+#include <cstdio>
 
 namespace PI {
 
@@ -24,12 +26,19 @@ std::uint64_t BigEndian(const std::uint8_t* bytes, std::size_t count) {
     return number;
 }
 
+std::string HexText(std::uint8_t byte) {
+    char digits[3];
+    std::snprintf(digits, sizeof digits, "%02X", byte);
+    return digits;
+}
+
 }  // namespace
 
 /// Fills a CSense from bytes (SPC-5, 4.4.2 and 4.4.3).
 class CSenseReader {
 public:
     CSenseReader(const std::uint8_t* bytes, std::size_t length) : m_Bytes(bytes), m_Length(length) {
+        m_Sense.m_Length = length;
         if (length > HEADER) {
             m_Length = std::min(length, HEADER + bytes[HEADER - 1]);
         }
@@ -172,12 +181,40 @@ std::optional<std::uint8_t> CSense::GetKey() const {
     return m_Key;
 }
 
+std::string CSense::GetReason() const {
+    if (m_Key) {
+        return "";
+    }
+    if (!m_ResponseCode) {
+        return "empty";
+    }
+    if (m_Format == SenseFormat::VENDOR) {
+        return "response code 7Fh: the vendor's own format";
+    }
+    if (m_Format == SenseFormat::NONE) {
+        return "response code " + HexText(*m_ResponseCode) +
+               "h: neither fixed (70h, 71h) nor descriptor (72h, 73h) format";
+    }
+    return "too short: " + std::to_string(m_Length) + (m_Length == 1 ? " byte" : " bytes") +
+           ", without a sense key";
+}
+
 std::optional<std::uint8_t> CSense::GetCode() const {
     return m_Code;
 }
 
 std::optional<std::uint8_t> CSense::GetQualifier() const {
     return m_Qualifier;
+}
+
+std::string CSense::GetAdditionalText() const {
+    std::string text;
+    if (m_Code && m_Qualifier &&
+        CPluginHelper::TranslateSenseASC(*m_Code, *m_Qualifier, text) != ErrorCode::SUCCESS &&
+        !text.empty()) {
+        text.replace(text.find("0x") + 2, 1, HexText(*m_Qualifier));
+    }
+    return text;
 }
 
 std::optional<std::uint64_t> CSense::GetInformation() const {

@@ -21,12 +21,16 @@ CTextTable& CTextTable::operator=(CTextTable&& source) noexcept = default;
 CTextTable::~CTextTable() = default;
 
 CTextTable CTextTable::LoadFile(const std::string& path) {
-    Texts texts = {language_file::Read(path)};
-    for (auto text = texts.m_ByNumber.begin(); text != texts.m_ByNumber.end();) {
-        text = text->second.empty() ? texts.m_ByNumber.erase(text) : std::next(text);
+    return ReadTextTable(language_file::Read(path), path);
+}
+
+CTextTable ReadTextTable(const std::string& text, const std::string& name) {
+    CTextTable::Texts texts = {language_file::Parse(text, name)};
+    for (auto row = texts.m_ByNumber.begin(); row != texts.m_ByNumber.end();) {
+        row = row->second.empty() ? texts.m_ByNumber.erase(row) : std::next(row);
     }
     CTextTable table;
-    table.m_Texts = std::make_shared<const Texts>(std::move(texts));
+    table.m_Texts = std::make_shared<const CTextTable::Texts>(std::move(texts));
     return table;
 }
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <random>
+#include <string>
 #include <type_traits>
 #include <vector>
 
@@ -313,6 +314,36 @@ TEST(DecodeSense, RandomBytesAreReadWithinTheirLength) {
 
 static_assert(std::is_nothrow_copy_constructible_v<CSense> &&
               std::is_nothrow_default_constructible_v<CSense>);
+
+// --- Texts
+
+TEST(SenseReason, SaysWhyThereIsNoKey) {
+    const std::string other = "h: neither fixed (70h, 71h) nor descriptor (72h, 73h) format";
+    EXPECT_EQ(CSense().GetReason(), "empty");
+    EXPECT_EQ(Decode({}).GetReason(), "empty");
+    EXPECT_EQ(Decode({0x72}).GetReason(), "too short: 1 byte, without a sense key");
+    EXPECT_EQ(Decode({0xF0, 0}).GetReason(), "too short: 2 bytes, without a sense key");
+    EXPECT_EQ(Decode({0x70, 0, 3}).GetReason(), "");
+    EXPECT_EQ(Decode({0x72, 5}).GetReason(), "");
+    EXPECT_EQ(Decode(Bytes(18, 0x7F)).GetReason(), "response code 7Fh: the vendor's own format");
+    EXPECT_EQ(Decode(Bytes(18, 0x0A)).GetReason(), "response code 0A" + other);
+    EXPECT_EQ(Decode(Bytes(18, 0xEF)).GetReason(), "response code 6F" + other);
+}
+
+TEST(AdditionalText, IsThatOfThePairWithTheQualifierInDigits) {
+    const auto text = [](std::uint8_t code, std::uint8_t qualifier) {
+        return Decode({0x72, 4, code, qualifier}).GetAdditionalText();
+    };
+    EXPECT_EQ(text(0x11, 0x00), "unrecovered read error");
+    EXPECT_EQ(text(0x40, 0x7F), "");
+    EXPECT_EQ(text(0x40, 0x80), "diagnostic failure on component 0x80");
+    EXPECT_EQ(text(0x4D, 0x00), "tagged overlapped commands (task tag 0x00)");
+    EXPECT_EQ(text(0x4D, 0x0A), "tagged overlapped commands (task tag 0x0A)");
+    EXPECT_EQ(text(0x70, 0x1B), "decompression exception short algorithm id of 0x1B");
+    EXPECT_EQ(text(0xFF, 0xFF), "");
+    EXPECT_EQ(Decode({0x72, 4, 0x11}).GetAdditionalText(), "");
+    EXPECT_EQ(CSense().GetAdditionalText(), "");
+}
 
 }  // namespace
 }  // namespace PI::Test

@@ -82,6 +82,15 @@ TEST(TextTable, RefusesAFileInTheWordsOfTheLanguageSupport) {
               "FILE: cannot be read: No such file or directory");
 }
 
+TEST(TextTable, IsReadFromATextAsFromAFile) {
+    const CTextTable table = PI::ReadTextTable("<Strings><String id='1'>one</String></Strings>", "name");
+    EXPECT_EQ(Text(table, 1), "one");
+    const auto load = [](const std::string& name) {
+        PI::ReadTextTable("<Strings>\n<Text/></Strings>", name);
+    };
+    EXPECT_EQ(Failure("built-in", load), "FILE:2:2: only String elements may be in Strings");
+}
+
 TEST(TextTable, IsIndependentOfTheTextsOfTheProcess) {
     CLanguageSupport::SetString(1, "of the process");
     const CTextTable table = Table("<String id='2'>of the table</String>");

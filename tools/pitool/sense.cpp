@@ -9,14 +9,13 @@
 #include <pi/vocabulary.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace pitool {
@@ -28,11 +27,7 @@ struct Options {
     bool m_Json = false;
 };
 
-struct Meaning {
-    std::string m_KeyText;
-    std::string m_AdditionalText;  ///< empty: the pair is unknown, or not in the data
-    std::string m_Severity;
-};
+using Bytes = std::vector<std::uint8_t>;
 
 /// A byte as the standard writes it, such as "4Dh".
 std::string HexText(std::uint8_t byte) {
@@ -42,26 +37,25 @@ std::string HexText(std::uint8_t byte) {
 }
 
 /// Reads a byte of one or two digits, with an optional "0x" before or "h" after it, or several of two digits.
-bool ReadWord(std::string_view word, std::vector<std::uint8_t>& bytes) {
+bool ReadWord(std::string_view word, Bytes& bytes) {
     const bool isPrefixed = word.substr(0, 2) == "0x" || word.substr(0, 2) == "0X";
     word.remove_prefix(isPrefixed ? 2 : 0);
     const bool isSuffixed = !word.empty() && (word.back() == 'h' || word.back() == 'H');
     word.remove_suffix(isSuffixed ? 1 : 0);
-    const bool areSeveral = word.size() > 2;
-    if (word.empty() || word.find_first_not_of("0123456789abcdefABCDEF") != std::string_view::npos ||
-        (areSeveral && (isPrefixed || isSuffixed || word.size() % 2 != 0))) {
+    if (word.empty() || (word.size() > 2 && (isPrefixed || isSuffixed || word.size() % 2 != 0))) {
         return false;
     }
     for (; !word.empty(); word.remove_prefix(std::min(word.size(), std::size_t{2}))) {
-        bytes.push_back(static_cast<std::uint8_t>(std::stoul(std::string(word.substr(0, 2)), nullptr, 16)));
+        const char* end = word.data() + std::min(word.size(), std::size_t{2});
+        if (std::from_chars(word.data(), end, bytes.emplace_back(), 16).ptr != end) {
+            return false;
+        }
     }
     return true;
 }
 
-/// @param sense holds a key when the result is true
 /// @return why the data are refused; empty when they are not
-std::string ReadSenseData(std::string text, PI::CSense& sense) {
-    std::vector<std::uint8_t> bytes;
+std::string ReadData(std::string text, Bytes& bytes) {
     std::replace(text.begin(), text.end(), ',', ' ');
     std::istringstream words(text);
     for (std::string word; words >> word;) {
@@ -69,86 +63,58 @@ std::string ReadSenseData(std::string text, PI::CSense& sense) {
             return Quoted(word) + " is not a hexadecimal byte";
         }
     }
-    sense = PI::DecodeSense(bytes.data(), bytes.size());
-    if (sense.GetKey()) {
-        return "";
-    }
-    if (bytes.empty()) {
-        return "empty";
-    }
-    switch (sense.GetFormat()) {
-        case PI::SenseFormat::VENDOR: return "response code 7Fh: the vendor's own format";
-        case PI::SenseFormat::NONE:
-            return "response code " + HexText(*sense.GetResponseCode()) +
-                   ": neither fixed (70h, 71h) nor descriptor (72h, 73h) format";
-        default:
-            return "too short: " + std::to_string(bytes.size()) + (bytes.size() == 1 ? " byte" : " bytes") +
-                   ", without a sense key";
-    }
-}
-
-/// @return why the codes are refused; empty when they are not
-std::string ReadCodes(const std::vector<std::string>& texts, PI::CSense& sense) {
-    constexpr std::pair<const char*, std::uint8_t> CODES[] = {{"KEY", 0x0F}, {"ASC", 0xFF}, {"ASCQ", 0xFF}};
-    std::vector<std::uint8_t> bytes = {0x72};  // as the shortest sense data that hold them
-    for (std::size_t i = 0; i < std::size(CODES); ++i) {
-        const auto [name, largest] = CODES[i];
-        if (!ReadWord(texts[i], bytes) || bytes.size() != i + 2 || bytes.back() > largest) {
-            return std::string(name) + ": " + Quoted(texts[i]) + " is not a hexadecimal number from 0 to " +
-                   HexText(largest);
-        }
-    }
-    sense = PI::DecodeSense(bytes.data(), bytes.size());
     return "";
 }
 
-Meaning Explain(const PI::CSense& sense) {
-    Meaning meaning;
+/// @param bytes out: the shortest sense data that hold the codes
+/// @return why they are refused; empty when they are not
+std::string ReadCodes(const std::vector<std::string>& texts, Bytes& bytes) {
+    constexpr std::pair<const char*, std::uint8_t> CODES[] = {{"KEY", 0x0F}, {"ASC", 0xFF}, {"ASCQ", 0xFF}};
+    bytes = {0x72};
+    for (const auto& [name, largest] : CODES) {
+        const std::string& text = texts[bytes.size() - 1];
+        const std::size_t size = bytes.size() + 1;
+        if (!ReadWord(text, bytes) || bytes.size() != size || bytes.back() > largest) {
+            return std::string(name) + ": " + Quoted(text) + " is not a hexadecimal number from 0 to " +
+                   HexText(largest);
+        }
+    }
+    return "";
+}
+
+/// The text of the key, and its severity.
+std::pair<std::string, std::string> ExplainKey(const PI::CSense& sense) {
+    std::string text;
     PI::_SEVERITY severity = PI::Severity::DEBUG;
-    PI::CPluginHelper::TranslateSenseKey(*sense.GetKey(), meaning.m_KeyText, severity);
-    meaning.m_Severity = PI::SeverityToString(severity);
-    std::string& text = meaning.m_AdditionalText;
-    if (sense.GetCode() && sense.GetQualifier() &&
-        PI::CPluginHelper::TranslateSenseASC(*sense.GetCode(), *sense.GetQualifier(), text) !=
-            PI::ErrorCode::SUCCESS &&
-        !text.empty()) {
-        // The library puts the qualifier in as a character.
-        text.replace(text.find("0x") + 2, 1, HexText(*sense.GetQualifier()).substr(0, 2));
-    }
-    return meaning;
+    PI::CPluginHelper::TranslateSenseKey(*sense.GetKey(), text, severity);
+    return {text, PI::SeverityToString(severity)};
 }
 
-const char* FormatText(PI::_SENSE_FORMAT format) {
-    return format == PI::SenseFormat::FIXED ? "fixed" : "descriptor";
-}
-
-std::string AdditionalText(const PI::CSense& sense, const Meaning& meaning) {
-    if (!sense.GetCode()) {
-        return "not in the data";
-    }
-    return HexText(*sense.GetCode()) +
-           (!sense.GetQualifier()
-                ? ", the qualifier is not in the data"
-                : " " + HexText(*sense.GetQualifier()) + ", " +
-                      (meaning.m_AdditionalText.empty() ? "unknown" : meaning.m_AdditionalText));
+const char* FormatText(const PI::CSense& sense) {
+    return sense.GetFormat() == PI::SenseFormat::FIXED ? "fixed" : "descriptor";
 }
 
 /// @param isData false when the codes were given by themselves: then nothing is said of a format
 std::string SenseText(const PI::CSense& sense, bool isData) {
-    const Meaning meaning = Explain(sense);
+    const auto [key, severity] = ExplainKey(sense);
     Table table({{nullptr}, {nullptr}}, Table::LastColumn::WRAPPED);
     const auto add = [&table](const char* name, const std::string& text, Style style = Style::PLAIN) {
         table.Add(name);
         table.Add(text, style);
     };
     if (isData) {
-        add("format", HexText(*sense.GetResponseCode()) + ", " + FormatText(sense.GetFormat()) +
+        add("format", HexText(*sense.GetResponseCode()) + ", " + FormatText(sense) +
                           (sense.IsDeferred() ? ", deferred error: it belongs to an earlier command"
                                               : ", current error"));
     }
-    add("sense key", HexText(*sense.GetKey()).substr(1) + ", " + meaning.m_KeyText);
-    add("additional", AdditionalText(sense, meaning),
-        meaning.m_AdditionalText.empty() ? Style::FAINT : Style::PLAIN);
+    add("sense key", HexText(*sense.GetKey()).substr(1) + ", " + key);
+    const std::string additional = sense.GetAdditionalText();
+    add("additional",
+        !sense.GetCode()        ? "not in the data"
+        : !sense.GetQualifier() ? HexText(*sense.GetCode()) + ", the qualifier is not in the data"
+                                : HexText(*sense.GetCode()) + " " + HexText(*sense.GetQualifier()) + ", " +
+                                      (additional.empty() ? "unknown" : additional),
+        additional.empty() ? Style::FAINT : Style::PLAIN);
     if (sense.GetInformation()) {
         add("information", std::to_string(*sense.GetInformation()) + ", the LBA for a read, write or verify");
     }
@@ -168,31 +134,29 @@ std::string SenseText(const PI::CSense& sense, bool isData) {
         add("unit",
             std::to_string(*sense.GetFieldReplaceableUnit()) + ", the part to replace by the vendor's list");
     }
-    add("severity", meaning.m_Severity, SeverityStyle(meaning.m_Severity));
+    add("severity", severity, SeverityStyle(severity));
     return table.Text(OutputScreen());
 }
 
 std::string SenseJson(const PI::CSense& sense, bool isData) {
-    const Meaning meaning = Explain(sense);
-    const auto known = [](const auto& value, bool isKnown) {
-        return isKnown ? std::optional(value) : std::nullopt;
-    };
     return JsonDocument("pitool sense", [&](JsonWriter& json) {
+        const auto [key, severity] = ExplainKey(sense);
         json.Member("response_code", isData ? sense.GetResponseCode() : std::nullopt);
-        json.Member("layout", known(FormatText(sense.GetFormat()), isData));
-        json.Member("deferred", known(sense.IsDeferred(), isData));
+        json.Member("layout", OrNull(isData ? FormatText(sense) : ""));
+        json.Member("deferred", isData ? std::optional(sense.IsDeferred()) : std::nullopt);
         json.Member("key", sense.GetKey());
-        json.Member("key_text", meaning.m_KeyText);
+        json.Member("key_text", key);
         json.Member("asc", sense.GetCode());
         json.Member("ascq", sense.GetQualifier());
-        json.Member("additional_text", OrNull(meaning.m_AdditionalText));
+        json.Member("additional_text", OrNull(sense.GetAdditionalText()));
         json.Member("information", sense.GetInformation());
         json.Member("field_pointer", sense.GetFieldPointer());
         json.Member("field_bit", sense.GetFieldBit());
-        json.Member("field_in_command", known(sense.IsFieldInCommand(), sense.GetFieldPointer().has_value()));
+        json.Member("field_in_command",
+                    sense.GetFieldPointer() ? std::optional(sense.IsFieldInCommand()) : std::nullopt);
         json.Member("progress", sense.GetProgress());
         json.Member("field_replaceable_unit", sense.GetFieldReplaceableUnit());
-        json.Member("severity", meaning.m_Severity);
+        json.Member("severity", severity);
     });
 }
 
@@ -202,9 +166,10 @@ ExitStatus Run(const Options& options) {
         ReportError("sense needs KEY ASC ASCQ or --data; see pitool sense --help");
         return EXIT_BAD_USAGE;
     }
-    PI::CSense sense;
-    const std::string reason =
-        isData ? ReadSenseData(*options.m_Data, sense) : ReadCodes(options.m_Codes, sense);
+    Bytes bytes;
+    std::string reason = isData ? ReadData(*options.m_Data, bytes) : ReadCodes(options.m_Codes, bytes);
+    const PI::CSense sense = PI::DecodeSense(bytes.data(), bytes.size());
+    reason = reason.empty() ? sense.GetReason() : reason;
     if (!reason.empty()) {
         ReportError((isData ? "sense data: " : "") + reason);
         return isData ? EXIT_BAD_INPUT : EXIT_BAD_USAGE;

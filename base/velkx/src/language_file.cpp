@@ -19,7 +19,7 @@ namespace {
 /// A language file that is being read, with the places in it.
 class LanguageFile {
 public:
-    explicit LanguageFile(const std::string& path) : m_Path(path), m_Content(Read(path)) {}
+    LanguageFile(const std::string& name, const std::string& content) : m_Name(name), m_Content(content) {}
 
     Texts Parse() const {
         // As a fragment, so that text outside the root element is not ignored.
@@ -52,25 +52,6 @@ public:
     }
 
 private:
-    static constexpr std::size_t MAX_SIZE = std::size_t{64} * 1024 * 1024;
-
-    static std::string Read(const std::string& path) {
-        std::ifstream file(path, std::ios::binary);
-        std::string content;
-        char part[16384];
-        do {
-            file.read(part, sizeof(part));
-            content.append(part, static_cast<std::size_t>(file.gcount()));
-        } while (file && content.size() <= MAX_SIZE);
-        if (!file.is_open() || file.bad()) {
-            throw std::runtime_error(path + ": cannot be read: " + std::generic_category().message(errno));
-        }
-        if (content.size() > MAX_SIZE) {
-            throw std::runtime_error(path + ": larger than 64 mebibytes");
-        }
-        return content;
-    }
-
     void Load(unsigned int options, pugi::xml_document& document) const {
         const pugi::xml_parse_result result =
             document.load_buffer(m_Content.data(), m_Content.size(), pugi::parse_default | options);
@@ -109,18 +90,36 @@ private:
                          std::clamp<std::ptrdiff_t>(offset, 0, static_cast<std::ptrdiff_t>(m_Content.size()));
         const auto line = 1 + std::count(m_Content.begin(), end, '\n');
         const auto lineStart = std::find(std::make_reverse_iterator(end), m_Content.rend(), '\n').base();
-        throw std::runtime_error(m_Path + ":" + std::to_string(line) + ":" +
+        throw std::runtime_error(m_Name + ":" + std::to_string(line) + ":" +
                                  std::to_string(1 + (end - lineStart)) + ": " + reason);
     }
 
-    std::string m_Path;
-    std::string m_Content;
+    const std::string& m_Name;
+    const std::string& m_Content;
 };
 
 }  // namespace
 
-Texts Read(const std::string& path) {
-    return LanguageFile(path).Parse();
+std::string Read(const std::string& path) {
+    constexpr std::size_t MAX_SIZE = std::size_t{64} * 1024 * 1024;
+    std::ifstream file(path, std::ios::binary);
+    std::string content;
+    char part[16384];
+    do {
+        file.read(part, sizeof(part));
+        content.append(part, static_cast<std::size_t>(file.gcount()));
+    } while (file && content.size() <= MAX_SIZE);
+    if (!file.is_open() || file.bad()) {
+        throw std::runtime_error(path + ": cannot be read: " + std::generic_category().message(errno));
+    }
+    if (content.size() > MAX_SIZE) {
+        throw std::runtime_error(path + ": larger than 64 mebibytes");
+    }
+    return content;
+}
+
+Texts Parse(const std::string& content, const std::string& name) {
+    return LanguageFile(name, content).Parse();
 }
 
 }  // namespace language_file

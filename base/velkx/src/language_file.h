@@ -9,7 +9,11 @@ namespace language_file {
 
 using Texts = std::map<unsigned int, std::string>;
 
-/// The texts of a file by their numbers; fails as CLanguageSupport::LoadFile says.
-Texts Read(const std::string& path);
+/// The content of a file; fails as CLanguageSupport::LoadFile says.
+std::string Read(const std::string& path);
+
+/// The texts of a language file by their numbers; fails as CLanguageSupport::LoadFile says.
+/// @param name of the file
+Texts Parse(const std::string& content, const std::string& name);
 
 }  // namespace language_file

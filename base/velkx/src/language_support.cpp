@@ -36,7 +36,7 @@ void CLanguageSupport::Clear() {
 }
 
 void CLanguageSupport::LoadFile(const std::string& path) {
-    language_file::Texts loaded = language_file::Read(path);
+    language_file::Texts loaded = language_file::Parse(language_file::Read(path), path);
     const std::unique_lock lock(mutex);
     loaded.merge(texts);  // a text of the file wins over one of the same number
     texts = std::move(loaded);
