@@ -3,6 +3,8 @@
 
 #include "command_runner.h"
 
+#include <sys/stat.h>
+
 #include <cstdlib>
 #include <filesystem>
 
@@ -11,10 +13,10 @@ using namespace pitool::test;
 namespace {
 
 /// The value of a line that an event of these options has; empty without such a line.
-std::string Line(const std::string& key, std::vector<std::string> options) {
+std::string Line(const std::string& key, std::vector<std::string> options, const std::string& warnings = "") {
     options.insert(options.begin(), "event");
     const Outcome run = RunPitool(options);
-    EXPECT_EQ(run.m_Errors, "");
+    EXPECT_EQ(run.m_Errors, warnings);
     constexpr std::size_t VALUE = 16;
     const std::size_t place = ("\n" + run.m_Output).find("\n" + key + std::string(VALUE - key.size(), ' '));
     return place == std::string::npos
@@ -83,9 +85,10 @@ TEST(EventCommand, TakesEachOption) {
     EXPECT_EQ(Line("Host", {"--host", ""}), "localhost");
     EXPECT_EQ(Line("Source", {"--source", "s"}), "s");
     EXPECT_EQ(Line("Timestamp", {"--timestamp", "18446744073709551615"}), "18446744073709551615");
-    EXPECT_EQ(Line("Severity", {"--severity", "-7"}), "DEBUG");
+    EXPECT_EQ(Line("Severity", {"--severity", "1"}), "DEBUG");
     EXPECT_EQ(Line("Severity", {"--severity", "4"}), "ERROR");
     EXPECT_EQ(Line("SequenceNumber", {"--sequence", "4294967295"}), "4294967295");
+    EXPECT_EQ(Line("SequenceNumber", {"--sequence", "0010"}), "10");
     EXPECT_EQ(Line("EventID", {"--sequence", "1"}), "10000");
     EXPECT_EQ(Line("Severity", {"--sequence", "1"}), "INFORMATION");
 }
@@ -94,11 +97,31 @@ TEST(EventCommand, EachPlaceholderGoesToItsOwnPlace) {
     const std::string strings = testing::TempDir() + "pitool_strings.xml";
     std::ofstream(strings) << "<Strings><String id='5'>%6 %5 %4 %3 %2 %1</String>"
                               "<String id='7'>resource</String></Strings>";
-    EXPECT_EQ(Line("Description", {"--strings", strings, "--id", "5", "--placeholder1", "a", "--resource2",
-                                   "7", "--placeholder3", "123", "--resource4", "8", "--placeholder5", "e",
-                                   "--placeholder6", "f"}),
-              "f e %4 123 resource a");
+    EXPECT_EQ(
+        Line("Description",
+             {"--strings", strings, "--id", "5", "--placeholder1", "a", "--resource2", "7", "--placeholder3",
+              "123", "--resource4", "8", "--placeholder5", "e", "--placeholder6", "f"},
+             "pitool: warning: placeholder 4: language resource 8 has no text\n"),
+        "f e %4 123 resource a");
     std::filesystem::remove(strings);
+}
+
+TEST(EventCommand, WarnsOfWhatItDoesNotShow) {
+    for (const char* severity : {"-7", "0", "5", "2147483647"}) {
+        EXPECT_EQ(
+            Line("Severity", {"--severity", severity},
+                 "pitool: warning: severity " + std::string(severity) + " is unknown and counts as DEBUG\n"),
+            "DEBUG");
+    }
+    const std::string resource = "pitool: warning: placeholder 2: language resource ";
+    EXPECT_EQ(Line("Description", {"--id", "10057", "--resource2", "10055", "--placeholder1", "I:99999"}),
+              "Rebuild on I:99999 failed: Rebuild on %1 started");
+    Line("Description", {"--resource2", "-1"}, resource + "-1 has no text\n");
+    const Outcome run =
+        RunPitool({"event"}, R"({"severity": 7, "placeholders": [null, {"resource": 99999}]})");
+    EXPECT_EQ(run.m_Errors, "pitool: warning: severity 7 is unknown and counts as DEBUG\n" + resource +
+                                "99999 has no text\n");
+    EXPECT_EQ(run.m_ExitStatus, 0);
 }
 
 TEST(EventCommand, AMarkerInAPlaceholderIsText) {
@@ -175,4 +198,22 @@ TEST(EventCommand, ALanguageFileIsRefusedInOneLine) {
     const Outcome broken = RunPitool({"event", "--id", "5", "--strings", "layouts/raid1-array.xml"});
     EXPECT_EQ(broken.m_Errors, "pitool: layouts/raid1-array.xml:3:2: the root element is not Strings\n");
     EXPECT_EQ(broken.m_ExitStatus, 1);
+}
+
+TEST(EventCommand, ALanguageFileMayBeAPipeThatIsWrittenTo) {
+    const std::string pipe = testing::TempDir() + "pitool_strings_pipe";
+    std::filesystem::remove(pipe);
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    ExpectRun(RunPitool({"event", "--id", "5", "--strings", pipe}), 1, "",
+              "pitool: " + pipe + ": nothing writes to this pipe\n");
+    const Outcome run =
+        RunProgram("/bin/sh", PITOOL_ALL_EXAMPLES,
+                   {"-c", "cat events/strings.de.xml > \"$1\" & \"$0\" event --id 10092 --strings \"$1\"",
+                    PITOOL_PROGRAM, pipe});
+    EXPECT_NE(run.m_Output.find(
+                  "Description     Ersatzlaufwerk %1 beginnt, ein ausgefallenes Laufwerk zu ersetzen\n"),
+              std::string::npos)
+        << run.m_Output;
+    EXPECT_EQ(run.m_Errors, "");
+    std::filesystem::remove(pipe);
 }

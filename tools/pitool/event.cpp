@@ -19,7 +19,6 @@
 #include <algorithm>
 #include <ctime>
 #include <filesystem>
-#include <functional>
 #include <iterator>
 #include <limits>
 #include <memory>
@@ -36,43 +35,39 @@ struct Options {
     bool m_Json = false;
 };
 
-/// @throws std::invalid_argument with the reason for what is none
+/// Takes decimal numbers, also with zeros in front, which the parser would take for octal ones.
+/// @param otherwise what else a text could have been, before "a whole number"
 template <class Number>
-Number NumberOf(const std::string& text, const char* refusal = "is not a whole number") {
-    using Limits = std::numeric_limits<Number>;
-    Number number = 0;
-    if (!ReadWholeNumber(text, number)) {
-        throw std::invalid_argument(Quoted(text) + " " + refusal + " from " + std::to_string(Limits::min()) +
-                                    " to " + std::to_string(Limits::max()));
-    }
-    return number;
+CLI::Validator WholeNumber(const std::string& otherwise = "not") {
+    const auto read = [otherwise](std::string& text) -> std::string {
+        using Limits = std::numeric_limits<Number>;
+        Number number = 0;
+        if (!ReadWholeNumber(text, number)) {
+            return Quoted(text) + " is " + otherwise + " a whole number from " +
+                   std::to_string(Limits::min()) + " to " + std::to_string(Limits::max());
+        }
+        text = std::to_string(number);
+        return "";
+    };
+    return {read, ""};
 }
 
-std::uint32_t EventIDOf(const std::string& text) {
+/// The number of the event that a text names, else the text.
+std::string NumberOfEvent(const std::string& text) {
     for (const PI::CVocabularyEntry event : PI::Vocabulary::EventIDs()) {
         if (strcasecmp(text.c_str(), event.Name()) == 0) {
-            return static_cast<std::uint32_t>(event.Number());
+            return std::to_string(event.Number());
         }
     }
-    return NumberOf<std::uint32_t>(text, "is neither the name of an event nor a whole number");
+    return text;
 }
 
-PI::_SEVERITY SeverityOf(const std::string& text) {
-    for (const PI::_SEVERITY severity :
-         {PI::Severity::DEBUG, PI::Severity::INFORMATION, PI::Severity::WARNING, PI::Severity::ERROR}) {
-        if (strcasecmp(text.c_str(), PI::SeverityToString(severity).c_str()) == 0) {
-            return severity;
-        }
-    }
-    return static_cast<PI::_SEVERITY>(
-        NumberOf<std::int32_t>(text, "is neither DEBUG, INFORMATION, WARNING, ERROR nor a whole number"));
-}
-
-template <class Value>
-constexpr void (PI::CEvent::*SET_PLACEHOLDER[])(Value) = {
-    &PI::CEvent::SetPlaceHolder1, &PI::CEvent::SetPlaceHolder2, &PI::CEvent::SetPlaceHolder3,
-    &PI::CEvent::SetPlaceHolder4, &PI::CEvent::SetPlaceHolder5, &PI::CEvent::SetPlaceHolder6,
+constexpr std::string PI::CEvent::*PLACEHOLDERS[] = {
+    &PI::CEvent::m_PlaceHolder1, &PI::CEvent::m_PlaceHolder2, &PI::CEvent::m_PlaceHolder3,
+    &PI::CEvent::m_PlaceHolder4, &PI::CEvent::m_PlaceHolder5, &PI::CEvent::m_PlaceHolder6,
 };
+constexpr const char* STORED_TEXT = "T:";
+constexpr const char* STORED_RESOURCE = "I:";
 
 /// Local time with its zone, by ISO 8601.
 std::string IsoTime(std::uint64_t timeStampMs) {
@@ -93,12 +88,9 @@ std::string DefaultStringsFile() {
     namespace fs = std::filesystem;
     std::error_code error;
     const fs::path program = fs::read_symlink("/proc/self/exe", error);
-    if (error) {
-        return "";
-    }
     for (const char* place : {PITOOL_INSTALLED_STRINGS, PITOOL_BUILT_STRINGS}) {
         const fs::path file = (program.parent_path() / place).lexically_normal();
-        if (fs::is_regular_file(file, error)) {
+        if (!program.empty() && fs::is_regular_file(file, error)) {
             return file.string();
         }
     }
@@ -107,17 +99,20 @@ std::string DefaultStringsFile() {
 
 PI::CTextTable texts;  // of the whole run
 
-std::string EventText(const RenderedEvent& event) {
-    Table table({{nullptr}, {nullptr}}, Table::LastColumn::WRAPPED);
-    for (const auto& [key, value] : event) {
-        table.Add(key);
-        table.Add(PrintableText(value), key == "Severity" ? SeverityStyle(value) : Style::PLAIN);
+/// Warns of what the event has and its rendering has not.
+void WarnOfLosses(const PI::CEvent& event) {
+    if (event.m_Severity < PI::Severity::DEBUG || event.m_Severity > PI::Severity::ERROR) {
+        ReportWarning("", "severity " + std::to_string(event.m_Severity) + " is unknown and counts as DEBUG");
     }
-    return table.Text(OutputScreen());
-}
-
-std::string EventJson(const RenderedEvent& event) {
-    return JsonDocument("pitool event", [&](JsonWriter& json) { AddEvent(event, json.Name("event")); });
+    for (std::size_t i = 0; i < std::size(PLACEHOLDERS); ++i) {
+        const std::string& stored = event.*PLACEHOLDERS[i];
+        std::int32_t resource = 0;
+        if (stored.rfind(STORED_RESOURCE, 0) == 0 && ReadWholeNumber(stored.substr(2), resource) &&
+            texts.Find(static_cast<std::uint32_t>(resource)) == nullptr) {
+            ReportWarning("", "placeholder " + std::to_string(i + 1) + ": language resource " +
+                                  std::to_string(resource) + " has no text");
+        }
+    }
 }
 
 ExitStatus Run(Options& options) {
@@ -125,26 +120,44 @@ ExitStatus Run(Options& options) {
     std::string reason;
     if (!options.m_IsGiven &&
         (!ReadInput(STANDARD_INPUT, text, reason) || !PI::ReadEvent(text, options.m_Event, reason))) {
-        ReportError("standard input: " + reason);
-        return EXIT_BAD_INPUT;
+        throw std::runtime_error("standard input: " + reason);
     }
     if (!LoadStrings(options.m_Strings)) {
         return EXIT_BAD_INPUT;
     }
-    const RenderedEvent rendered = RenderEvent(options.m_Event);
-    return Print(options.m_Json ? EventJson(rendered) : EventText(rendered));
+    WarnOfLosses(options.m_Event);
+    const RenderedEvent event = RenderEvent(options.m_Event);
+    if (options.m_Json) {
+        return Print(
+            JsonDocument("pitool event", [&](JsonWriter& json) { AddEvent(event, json.Name("event")); }));
+    }
+    Table table({{nullptr}, {nullptr}}, Table::LastColumn::WRAPPED);
+    for (const auto& [key, value] : event) {
+        table.Add(key);
+        table.Add(value, key == "Severity" ? SeverityStyle(value) : Style::PLAIN);
+    }
+    return Print(table.Text(OutputScreen()));
 }
 
 }  // namespace
 
 bool LoadStrings(const std::string& file) {
     const std::string path = file.empty() ? DefaultStringsFile() : file;
+    std::string text;
+    std::string reason;
     if (path.empty()) {
         ReportWarning("", "no language file was found: every description reads \"Unknown Event\"");
         return true;
     }
     try {
-        texts = PI::CTextTable::LoadFile(path);
+        std::error_code error;
+        if (!std::filesystem::is_fifo(path, error)) {
+            texts = PI::CTextTable::LoadFile(path);
+        } else if (ReadInput(path, text, reason)) {  // which waits for no writer
+            texts = PI::ReadTextTable(text, path);
+        } else {
+            throw std::runtime_error(path + ": " + reason);
+        }
         return true;
     } catch (const std::runtime_error& failure) {
         ReportError(failure.what());
@@ -174,39 +187,35 @@ void AddEvent(CLI::App& app, Action& action) {
     const auto options = std::make_shared<Options>();
     PI::CEvent& event = options->m_Event;
     event.m_TimeStamp = VELK::now();
-    using Take = std::function<void(const std::string& text)>;
-    const auto add = [&](const std::string& name, const char* value, const std::string& help,
-                         const Take& take) {
-        const auto callback = [options, name, take](const std::string& text) {
-            options->m_IsGiven = true;
-            try {
-                take(text);
-            } catch (const std::invalid_argument& refusal) {
-                throw CLI::ValidationError(name, refusal.what());
-            }
-        };
-        return command->add_option_function<std::string>(name, callback, help)->option_text(value);
+    const auto add = [&](const std::string& name, auto& field, const char* value, const std::string& help) {
+        return command->add_option(name, field, help)
+            ->option_text(value)
+            ->type_name("TEXT")
+            ->each([options](const auto&) { options->m_IsGiven = true; });
     };
-    using Text = const std::string&;
-    add("--id", "ID", "Number or name of the event (10000)",
-        [&event](Text text) { event.m_EventID = EventIDOf(text); });
-    add("--severity", "SEVERITY", "DEBUG, INFORMATION, WARNING, ERROR or number",
-        [&event](Text text) { event.m_Severity = SeverityOf(text); });
-    add("--timestamp", "MS", "Milliseconds since 1970-01-01 UTC (now)",
-        [&event](Text text) { event.m_TimeStamp = NumberOf<std::uint64_t>(text); });
-    add("--host", "TEXT", "Host on which it arose (localhost)", [&event](Text text) { event.m_Host = text; });
-    add("--source", "TEXT", "Component that raised it", [&event](Text text) { event.m_Source = text; });
-    add("--sequence", "NUMBER", "Running number (0)",
-        [&event](Text text) { event.m_SequenceNumber = NumberOf<std::uint32_t>(text); });
-    for (std::size_t i = 0; i < std::size(SET_PLACEHOLDER<int>); ++i) {
+    add("--id", event.m_EventID, "ID", "Number or name of the event (10000)")
+        ->transform(WholeNumber<std::uint32_t>("neither the name of an event nor"))
+        ->transform(NumberOfEvent);
+    add("--severity", event.m_Severity, "SEVERITY", "DEBUG, INFORMATION, WARNING, ERROR or number")
+        ->transform(WholeNumber<std::int32_t>("neither DEBUG, INFORMATION, WARNING, ERROR nor"))
+        ->transform(CLI::Transformer({{"DEBUG", "1"}, {"INFORMATION", "2"}, {"WARNING", "3"}, {"ERROR", "4"}},
+                                     CLI::ignore_case));
+    add("--timestamp", event.m_TimeStamp, "MS", "Milliseconds since 1970-01-01 UTC (now)")
+        ->transform(WholeNumber<std::uint64_t>());
+    add("--host", event.m_Host, "TEXT", "Host on which it arose (localhost)");
+    add("--source", event.m_Source, "TEXT", "Component that raised it");
+    add("--sequence", event.m_SequenceNumber, "NUMBER", "Running number (0)")
+        ->transform(WholeNumber<std::uint32_t>());
+    for (std::size_t i = 0; i < std::size(PLACEHOLDERS); ++i) {
         const std::string marker = std::to_string(i + 1);
-        const auto setText = SET_PLACEHOLDER<Text>[i];
-        const auto setResource = SET_PLACEHOLDER<int>[i];
-        CLI::Option* const asText = add("--placeholder" + marker, "TEXT", "Text for the marker %" + marker,
-                                        [&event, setText](Text text) { (event.*setText)(text); });
-        add("--resource" + marker, "NUMBER", "Language resource for the marker %" + marker,
-            [&event, setResource](Text text) { (event.*setResource)(NumberOf<int>(text)); })
-            ->excludes(asText);
+        std::string& stored = event.*PLACEHOLDERS[i];
+        CLI::Option* const asText =
+            add("--placeholder" + marker, stored, "TEXT", "Text for the marker %" + marker)
+                ->transform([](const std::string& text) { return STORED_TEXT + text; });
+        add("--resource" + marker, stored, "NUMBER", "Language resource for the marker %" + marker)
+            ->excludes(asText)
+            ->transform([](const std::string& number) { return STORED_RESOURCE + number; })
+            ->transform(WholeNumber<std::int32_t>());
     }
     command->add_option("--strings", options->m_Strings, STRINGS_HELP)->option_text("FILE");
     command->add_flag("--json", options->m_Json, JSON_HELP);
