@@ -162,10 +162,14 @@ TEST(EtaCommand, RedrawsABarOnATerminal) {
         close(terminal);
         return text;
     };
+    const std::regex whole(
+        "(\\[[#-]+\\] )?(\\d+( percent(, (time remaining not known|\\d\\d:\\d\\d:\\d\\d remaining)"
+        "( \\(\\d\\d:\\d\\d:\\d\\d to \\d\\d:\\d\\d:\\d\\d\\))?(; CETR \\d\\d:\\d\\d:\\d\\d)?)?)?)? *\n?");
     for (unsigned short columns = 2; columns < 120; ++columns) {
         std::istringstream lines(shown(columns));
         for (std::string line; std::getline(lines, line, '\r');) {
             EXPECT_LT(line.size(), columns) << line;
+            EXPECT_TRUE(std::regex_match(line, whole)) << columns << ": " << line;
         }
     }
     EXPECT_EQ(
@@ -179,7 +183,12 @@ TEST(EtaCommand, RedrawsABarOnATerminal) {
     EXPECT_EQ(shown(60),
               "\r[------] 9 percent, time remaining not known; CETR 01:31:00"
               "\r[-----] 10 percent, time remaining not known; CETR 15:00:00\r\n"
-              "\r50 percent, 00:13:00 remaining (00:10:19 to 00:19:15); CETR\r\n");
+              "\r50 percent, 00:13:00 remaining (00:10:19 to 00:19:15)      \r\n");
+    EXPECT_EQ(shown(31),
+              "\r[#-----------------] 9 percent"
+              "\r[#----------------] 10 percent\r\n"
+              "\r50 percent, 00:13:00 remaining\r\n");
+    EXPECT_EQ(shown(3), "\r9 \r10\r\n\r50\r\n");
 }
 
 TEST(AllCommands, AFullDiskIsOneErrorAndExitStatus1) {

@@ -13,8 +13,12 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <iostream>
+#include <limits>
+#include <numeric>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace pitool {
@@ -25,22 +29,6 @@ constexpr std::size_t LONGEST_LINE = 4096;
 /// Latest time that is accepted, in milliseconds: far beyond any clock, and no arithmetic of CETR wraps.
 constexpr std::uint64_t LATEST_TIME = 99'999'999'999'999;
 
-/// Reads up to the end of a line, and no further than a byte more than the longest line.
-/// @return false at the end of standard input
-bool ReadLine(std::string& line) {
-    line.clear();
-    int c = 0;
-    while (line.size() <= LONGEST_LINE && (c = std::getchar()) != EOF && c != '\n') {
-        line += static_cast<char>(c);
-    }
-    return c != EOF || !line.empty();
-}
-
-void SkipLine() {
-    for (int c = 0; c != '\n' && c != EOF; c = std::getchar()) {
-    }
-}
-
 struct Sample {
     int m_Percent = 0;
     std::uint64_t m_TimeMs = PI::CETR::NowSteady();
@@ -49,8 +37,7 @@ struct Sample {
 /// Reads "percent" or "percent milliseconds", words that blanks divide.
 /// @param sample out: holds the time before
 /// @return why the line is refused; empty when it is not
-std::string ReadSample(const std::string& line, Sample& sample) {
-    std::istringstream words(line);
+std::string ReadSample(std::istream& words, Sample& sample) {
     std::string percent;
     std::string time;
     std::string more;
@@ -79,26 +66,36 @@ std::string Duration(std::uint64_t ms) {
     return duration.empty() ? "less than a second" : duration;
 }
 
-/// What PI::CTimeRemaining says, such as "00:50:00 remaining (00:48:00 to 00:53:00)".
-std::string EstimateText(const PI::CTimeRemaining& time) {
-    const bool isStalled = time.GetState() == PI::TimeRemainingState::STALLED;
+/// What PI::CTimeRemaining says; each part completes the one before it: ", 00:50:00 remaining",
+/// " (00:48:00 to 00:53:00)".
+std::vector<std::string> EstimateParts(const PI::CTimeRemaining& time) {
     if (time.GetState() == PI::TimeRemainingState::DONE) {
-        return "done";
+        return {", done"};
     }
-    if (!time.GetRemaining()) {
-        return isStalled ? "stalled" : "time remaining not known";
+    if (!time.GetRemaining()) {  // which a stall has: in percent, one is only known by the pace before
+        return {", time remaining not known"};
     }
+    const std::string remaining = Duration(*time.GetRemaining());
     const std::string range = " (" + Duration(*time.GetLow()) + " to " + Duration(*time.GetHigh()) + ")";
-    return isStalled ? "stalled, " + Duration(*time.GetRemaining()) + range + " once it goes on"
-                     : Duration(*time.GetRemaining()) + " remaining" + range;
+    if (time.GetState() == PI::TimeRemainingState::STALLED) {
+        return {", stalled", ", " + remaining + range + " once it goes on"};
+    }
+    return {", " + remaining + " remaining", range};
 }
 
-/// The line as a terminal shows it, over the one before: with a bar where there is room for one, and blanks
-/// up to the last column but one, since terminals wrap in the last.
-std::string OnTerminal(int percent, std::string line, std::size_t columns) {
+/// As many of the parts as a terminal has room for, over the line before: with a bar where there is room for
+/// one, and blanks up to the last column but one, since terminals wrap in the last.
+std::string OnTerminal(int percent, const std::vector<std::string>& parts, std::size_t columns) {
     constexpr std::size_t LONGEST = 50;
     constexpr std::size_t SHORTEST = 5;
     constexpr std::size_t FRAME = 4;  // brackets, blank, the last column
+    std::string line;
+    for (const std::string& part : parts) {
+        if (line.size() + part.size() >= columns) {
+            break;
+        }
+        line += part;
+    }
     const std::size_t room = columns - std::min(columns, line.size() + FRAME);
     if (room >= SHORTEST) {
         std::string bar(std::min(room, LONGEST), '-');
@@ -119,30 +116,35 @@ ExitStatus RunEta() {
     bool isDrawn = false;  // a line that has no end yet
     const auto finish = [&isDrawn] { return !std::exchange(isDrawn, false) || WriteOutput("\n"); };
     ExitStatus status = EXIT_DONE;
-    std::string line;
-    for (std::size_t number = 1; ReadLine(line); ++number) {
-        const bool isTooLong = line.size() > LONGEST_LINE;
-        if (!isTooLong && line.find_first_not_of(" \t\r") == std::string::npos) {
-            continue;
+    char line[LONGEST_LINE + 1];
+    for (std::size_t number = 1; std::cin.getline(line, sizeof line) || std::cin.gcount() != 0; ++number) {
+        std::string reason;
+        if (std::cin.fail()) {
+            reason = "longer than " + std::to_string(LONGEST_LINE) + " bytes";
+            std::cin.clear();
+            std::cin.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
+        } else {
+            const auto length = static_cast<std::size_t>(std::cin.gcount()) - (std::cin.eof() ? 0 : 1);
+            std::istringstream words(std::string(line, length));
+            if ((words >> std::ws).eof()) {
+                continue;
+            }
+            reason = ReadSample(words, sample);
         }
-        const std::string reason =
-            isTooLong ? "longer than " + std::to_string(LONGEST_LINE) + " bytes" : ReadSample(line, sample);
         if (!reason.empty()) {
             finish();
             ReportError("standard input: line " + std::to_string(number) + ": " + reason);
             status = EXIT_BAD_INPUT;
-            if (isTooLong) {
-                SkipLine();
-            }
             continue;
         }
         time.AddSample(sample.m_TimeMs, static_cast<std::uint64_t>(sample.m_Percent), WHOLE);
         PI::CETR::Add(estimates, ACTIVITY, sample.m_Percent, false, sample.m_TimeMs);
-        const std::string text = std::to_string(sample.m_Percent) + " percent, " + EstimateText(time) +
-                                 "; CETR " + Duration(estimates.front().m_RemainingTime);
+        std::vector<std::string> parts = EstimateParts(time);
+        parts.insert(parts.begin(), {std::to_string(sample.m_Percent), " percent"});
+        parts.push_back("; CETR " + Duration(estimates.front().m_RemainingTime));
         isDrawn = isTerminal;
-        if (!WriteOutput(isTerminal ? OnTerminal(sample.m_Percent, text, OutputScreen().m_Columns)
-                                    : text + "\n")) {
+        if (!WriteOutput(isTerminal ? OnTerminal(sample.m_Percent, parts, OutputScreen().m_Columns)
+                                    : std::accumulate(parts.begin(), parts.end(), std::string()) + "\n")) {
             return EXIT_BAD_INPUT;
         }
     }
