@@ -6,12 +6,13 @@
 
 #include <pi/vocabulary_lists.h>
 
+#include <strings.h>
+
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace pitool {
@@ -40,65 +41,38 @@ struct Options {
 };
 
 struct Finding {
-    const std::string* m_Query;
     const Vocabulary* m_Vocabulary;
     PI::CVocabularyEntry m_Entry;
-    const char* m_Match;
+    std::string m_Query = "";
+    const char* m_Match = "";
+
+    /// As code in the namespace PI names it; empty for help topics and icons.
+    std::string Constant() const {
+        return *m_Entry.Constant() == '\0' ? "" : std::string(m_Vocabulary->m_Scope) + m_Entry.Constant();
+    }
 };
 
-struct Refusal {
-    std::string m_Query;
-    const char* m_Reason;
+struct Result {
+    std::vector<Finding> m_Findings;
+    std::vector<std::pair<std::string, const char*>> m_Refusals;  ///< queries and reasons
+    const Vocabulary* m_List = nullptr;                           ///< that is printed whole
 };
-
-/// Of ASCII letters, whatever the locale.
-std::string UpperCase(std::string_view text) {
-    std::string upper(text);
-    for (char& c : upper) {
-        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    }
-    return upper;
-}
-
-/// The constant as code in the namespace PI names it; empty for help topics and icons.
-std::string ConstantText(const Vocabulary& vocabulary, const PI::CVocabularyEntry& entry) {
-    return *entry.Constant() == '\0' ? "" : std::string(vocabulary.m_Scope) + entry.Constant();
-}
-
-/// The number that a text is, decimal, or hexadecimal after "0x"; one that is too large becomes the largest.
-std::optional<long long> NumberOf(const std::string& text) {
-    constexpr int DECIMAL = 10;
-    constexpr int HEXADECIMAL = 16;
-    const bool isHex = UpperCase(text.substr(0, 2)) == "0X";
-    char* end = nullptr;
-    const long long number = std::strtoll(text.c_str(), &end, isHex ? HEXADECIMAL : DECIMAL);
-    return end != text.c_str() && *end == '\0' ? std::optional(number) : std::nullopt;
-}
-
-void FindNumber(const std::string& query, int number, std::vector<Finding>& findings) {
-    for (const Vocabulary& vocabulary : VOCABULARIES) {
-        if (const auto entry = vocabulary.m_Rows().Find(number)) {
-            findings.push_back({&query, &vocabulary, *entry, "number"});
-        }
-    }
-}
 
 /// Names and constants that are the word, then those that hold it. Constants may be given with their
 /// namespace.
 void FindWord(const std::string& query, std::vector<Finding>& findings) {
-    std::string word = UpperCase(query);
-    const bool isQualified = word.find("::") != std::string::npos;
-    word.erase(0, word.rfind("PI::", 0) == 0 ? 4 : 0);
+    const bool isQualified = query.find("::") != std::string::npos;
+    const char* const word = query.c_str() + (strncasecmp(query.c_str(), "PI::", 4) == 0 ? 4 : 0);
     std::vector<Finding> parts;
     for (const Vocabulary& vocabulary : VOCABULARIES) {
         for (const PI::CVocabularyEntry entry : vocabulary.m_Rows()) {
-            const std::string name = UpperCase(entry.Name());
-            const std::string constant =
-                UpperCase(isQualified ? ConstantText(vocabulary, entry) : entry.Constant());
-            if (name == word || constant == word) {
-                findings.push_back({&query, &vocabulary, entry, "exact"});
-            } else if (name.find(word) != std::string::npos || constant.find(word) != std::string::npos) {
-                parts.push_back({&query, &vocabulary, entry, "part"});
+            const Finding whole = {&vocabulary, entry, query, "exact"};
+            const std::string constant = isQualified ? whole.Constant() : entry.Constant();
+            if (strcasecmp(entry.Name(), word) == 0 || strcasecmp(constant.c_str(), word) == 0) {
+                findings.push_back(whole);
+            } else if (strcasestr(entry.Name(), word) != nullptr ||
+                       strcasestr(constant.c_str(), word) != nullptr) {
+                parts.push_back({&vocabulary, entry, query, "part"});
             }
         }
     }
@@ -111,94 +85,91 @@ const char* Find(const std::string& query, std::vector<Finding>& findings) {
         return "an empty word is in every name";
     }
     const std::size_t before = findings.size();
-    const std::optional<long long> number = NumberOf(query);
-    if (!number) {
+    const int base = strncasecmp(query.c_str(), "0x", 2) == 0 ? 16 : 10;
+    char* end = nullptr;
+    const long long number = std::strtoll(query.c_str(), &end, base);
+    const bool isNumber = *end == '\0';
+    if (!isNumber) {
         FindWord(query, findings);
-    } else if (*number == static_cast<int>(*number)) {
-        FindNumber(query, static_cast<int>(*number), findings);
+    } else if (number == static_cast<int>(number)) {
+        for (const Vocabulary& vocabulary : VOCABULARIES) {
+            if (const auto entry = vocabulary.m_Rows().Find(static_cast<int>(number))) {
+                findings.push_back({&vocabulary, *entry, query, "number"});
+            }
+        }
     }
     return findings.size() > before ? nullptr
-           : number                 ? "no vocabulary has this number"
+           : isNumber               ? "no vocabulary has this number"
                                     : "no name contains this word";
 }
 
-/// Number and name, the columns that every output has.
-void AddNumberAndName(const PI::CVocabularyEntry& entry, Table& table) {
-    const bool hasName = *entry.Name() != '\0';
-    table.Add(std::to_string(entry.Number()));
-    table.Add(hasName ? entry.Name() : "(no name)", hasName ? Style::PLAIN : Style::FAINT);
-}
-
-void AddEntry(const Vocabulary& vocabulary, const PI::CVocabularyEntry& entry, JsonWriter& json) {
-    json.Member("number", entry.Number());
-    json.Member("name", entry.Name());
-    json.Member("constant", OrNull(ConstantText(vocabulary, entry)));
-}
-
-std::string FindingsText(const std::vector<Finding>& findings) {
-    Table table({{nullptr}, {nullptr}, {nullptr, Align::LEFT, 1}, {nullptr, Align::LEFT, 2}},
-                Table::LastColumn::WRAPPED);
-    for (const Finding& finding : findings) {
-        AddNumberAndName(finding.m_Entry, table);
-        table.Add(finding.m_Vocabulary->m_Title, Style::FAINT);
-        table.Add(ConstantText(*finding.m_Vocabulary, finding.m_Entry));
-    }
-    return table.Text(OutputScreen());
-}
-
-std::string FindingsJson(const std::vector<Finding>& findings, const std::vector<Refusal>& refusals) {
-    return JsonDocument("pitool name", [&](JsonWriter& json) {
-        json.Objects("names", findings, [&](const Finding& finding) {
-            json.Member("query", *finding.m_Query);
-            AddEntry(*finding.m_Vocabulary, finding.m_Entry, json);
-            json.Member("vocabulary", finding.m_Vocabulary->m_Title);
-            json.Member("match", finding.m_Match);
-        });
-        json.Objects("errors", refusals, [&](const Refusal& refusal) {
-            json.Member("query", refusal.m_Query);
-            json.Member("reason", refusal.m_Reason);
-        });
-    });
-}
-
-std::string VocabularyText(const Vocabulary& vocabulary) {
-    Table table({{nullptr}, {nullptr}, {nullptr, Align::LEFT, 1}}, Table::LastColumn::WRAPPED);
-    for (const PI::CVocabularyEntry entry : vocabulary.m_Rows()) {
-        AddNumberAndName(entry, table);
-        table.Add(ConstantText(vocabulary, entry), Style::FAINT);
-    }
-    return table.Text(OutputScreen());
-}
-
-std::string VocabularyJson(const Vocabulary& vocabulary) {
-    return JsonDocument("pitool name --list", [&](JsonWriter& json) {
-        json.Member("vocabulary", vocabulary.m_Title);
-        json.Objects("names", vocabulary.m_Rows(),
-                     [&](const PI::CVocabularyEntry& entry) { AddEntry(vocabulary, entry, json); });
-    });
-}
-
-/// Lists the vocabulary whose title begins with a text, in any case; '-' and '_' count as blanks.
-ExitStatus ListVocabulary(const Options& options) {
-    std::string wanted = UpperCase(options.m_List);
-    std::replace_if(
-        wanted.begin(), wanted.end(), [](char c) { return c == '-' || c == '_'; }, ' ');
-    std::vector<const Vocabulary*> found;
+/// The vocabulary whose title begins with a text, in any case; '-' and '_' count as blanks.
+/// @return null when it is none or several; standard error says so
+const Vocabulary* FindList(const std::string& text) {
+    std::string wanted = text;
+    std::replace(wanted.begin(), wanted.end(), '-', ' ');
+    std::replace(wanted.begin(), wanted.end(), '_', ' ');
     std::string all;
     std::string meant;
+    std::vector<const Vocabulary*> found;
     for (const Vocabulary& vocabulary : VOCABULARIES) {
         all += (all.empty() ? "" : ", ") + std::string(vocabulary.m_Title);
-        if (UpperCase(vocabulary.m_Title).rfind(wanted, 0) == 0) {
-            found.push_back(&vocabulary);
+        if (strncasecmp(vocabulary.m_Title, wanted.c_str(), wanted.size()) == 0) {
             meant += (meant.empty() ? "" : ", ") + std::string(vocabulary.m_Title);
+            found.push_back(&vocabulary);
         }
     }
     if (found.size() == 1) {
-        return Print(options.m_Json ? VocabularyJson(*found.front()) : VocabularyText(*found.front()));
+        return found.front();
     }
-    ReportError("--list: " + Quoted(options.m_List) +
+    ReportError("--list: " + Quoted(text) +
                 (found.empty() ? " is none of: " + all : " may be any of: " + meant));
-    return EXIT_BAD_USAGE;
+    return nullptr;
+}
+
+std::string NamesText(const Result& result) {
+    const bool isList = result.m_List != nullptr;
+    std::vector<Column> columns = {
+        {nullptr}, {nullptr}, {nullptr, Align::LEFT, 1}, {nullptr, Align::LEFT, 2}};
+    columns.resize(isList ? 3 : 4);
+    Table table(std::move(columns), Table::LastColumn::WRAPPED);
+    for (const Finding& finding : result.m_Findings) {
+        const bool hasName = *finding.m_Entry.Name() != '\0';
+        table.Add(std::to_string(finding.m_Entry.Number()));
+        table.Add(hasName ? finding.m_Entry.Name() : "(no name)", hasName ? Style::PLAIN : Style::FAINT);
+        if (!isList) {
+            table.Add(finding.m_Vocabulary->m_Title, Style::FAINT);
+        }
+        table.Add(finding.Constant(), isList ? Style::FAINT : Style::PLAIN);
+    }
+    return table.Text(OutputScreen());
+}
+
+std::string NamesJson(const Result& result) {
+    const bool isList = result.m_List != nullptr;
+    return JsonDocument(isList ? "pitool name --list" : "pitool name", [&](JsonWriter& json) {
+        if (isList) {
+            json.Member("vocabulary", result.m_List->m_Title);
+        }
+        json.Objects("names", result.m_Findings, [&](const Finding& finding) {
+            if (!isList) {
+                json.Member("query", finding.m_Query);
+            }
+            json.Member("number", finding.m_Entry.Number());
+            json.Member("name", finding.m_Entry.Name());
+            json.Member("constant", OrNull(finding.Constant()));
+            if (!isList) {
+                json.Member("vocabulary", finding.m_Vocabulary->m_Title);
+                json.Member("match", finding.m_Match);
+            }
+        });
+        if (!isList) {
+            json.Objects("errors", result.m_Refusals, [&](const auto& refusal) {
+                json.Member("query", refusal.first);
+                json.Member("reason", refusal.second);
+            });
+        }
+    });
 }
 
 ExitStatus Run(const Options& options) {
@@ -206,20 +177,24 @@ ExitStatus Run(const Options& options) {
         ReportError("name needs a WORD, a NUMBER or --list; see pitool name --help");
         return EXIT_BAD_USAGE;
     }
+    Result result;
     if (options.m_Queries.empty()) {
-        return ListVocabulary(options);
-    }
-    std::vector<Finding> findings;
-    std::vector<Refusal> refusals;
-    for (const std::string& query : options.m_Queries) {
-        if (const char* reason = Find(query, findings)) {
-            ReportError(Quoted(query) + ": " + reason);
-            refusals.push_back({query, reason});
+        result.m_List = FindList(options.m_List);
+        if (result.m_List == nullptr) {
+            return EXIT_BAD_USAGE;
+        }
+        for (const PI::CVocabularyEntry entry : result.m_List->m_Rows()) {
+            result.m_Findings.push_back({result.m_List, entry});
         }
     }
-    const ExitStatus printed =
-        Print(options.m_Json ? FindingsJson(findings, refusals) : FindingsText(findings));
-    return refusals.empty() ? printed : EXIT_BAD_INPUT;
+    for (const std::string& query : options.m_Queries) {
+        if (const char* reason = Find(query, result.m_Findings)) {
+            ReportError(Quoted(query) + ": " + reason);
+            result.m_Refusals.emplace_back(query, reason);
+        }
+    }
+    const ExitStatus printed = Print(options.m_Json ? NamesJson(result) : NamesText(result));
+    return result.m_Refusals.empty() ? printed : EXIT_BAD_INPUT;
 }
 
 }  // namespace
