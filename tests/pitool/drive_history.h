@@ -29,8 +29,7 @@ struct Sample {
 
 inline std::string Report(const Sample& sample) {
     constexpr int ON_ONE_LINE = 3;
-    std::string text;
-    JsonWriter json(text, ON_ONE_LINE);
+    JsonWriter json(ON_ONE_LINE);
     json.Value([&] {
         json.Name("device").Raw(R"({"name":"/dev/nvme0","protocol":"NVMe"})");
         json.Member("model_name", sample.m_Model);
@@ -49,7 +48,7 @@ inline std::string Report(const Sample& sample) {
             json.Member("local_time", [&] { json.Member("time_t", sample.m_Date); });
         }
     });
-    return text + "\n";
+    return json.Take() + "\n";
 }
 
 class Folder {

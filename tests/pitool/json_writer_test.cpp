@@ -13,9 +13,9 @@ namespace {
 
 template <class Type>
 std::string Json(const Type& value) {
-    std::string text;
-    JsonWriter(text).Value(value);
-    return text;
+    JsonWriter json;
+    json.Value(value);
+    return json.Take();
 }
 
 }  // namespace
@@ -53,20 +53,18 @@ TEST(JsonWriter, GivesTheTwoOutermostLevelsALineForEachMember) {
 }
 
 TEST(JsonWriter, NothingIsBetweenTheBracketsOfWhatIsEmpty) {
-    std::string text;
-    JsonWriter json(text);
+    JsonWriter json;
     json.Value([&] {
         json.Member("a", std::vector<int>());
         json.Member("b", [] {});
     });
-    EXPECT_EQ(text, "{\n  \"a\": [],\n  \"b\": {}\n}");
+    EXPECT_EQ(json.Take(), "{\n  \"a\": [],\n  \"b\": {}\n}");
 }
 
 TEST(JsonWriter, APieceOfADocumentHasTheLinesOfItsDepth) {
-    std::string text;
-    JsonWriter json(text, 2);
+    JsonWriter json(2);
     json.Value([&] { json.Member("a", 1); });
-    EXPECT_EQ(text, "\n    {\"a\":1}");
+    EXPECT_EQ(json.Take(), "\n    {\"a\":1}");
 }
 
 TEST(JsonWriter, EscapesWhatIsNoPrintableAscii) {

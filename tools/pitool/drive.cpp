@@ -149,8 +149,7 @@ bool WriteJson(const Result& result) {
     const std::string rest = JsonDocument("pitool drive", [&](JsonWriter& json) {
         json.Name("drives").List(result.m_Shown, [&](const DriveSummary* drive) {
             json.Raw(drive->GetDetail());
-            isWritten = isWritten && WriteOutput(json.Text());  // the whole never is in memory
-            json.Text().clear();
+            isWritten = isWritten && WriteOutput(json.Take());  // the whole never is in memory
         });
         AddErrors(result.m_Refusals, json);
         json.Member("summary", [&] {

@@ -90,8 +90,7 @@ std::string DriveJson(const DriveSummary& drive, const PI::CDriveReport& report,
     constexpr int DEPTH = 2;  // of the document's list
     const std::vector<PI::CDriveProperty> properties = PI::DescribeDrive(report, health);
     const PI::CWearForecast forecast = drive.GetForecast();
-    std::string text;
-    JsonWriter json(text, DEPTH + 1);
+    JsonWriter json(DEPTH + 1);
     json.Value([&] {
         json.Member("file", drive.GetFile());
         json.Member("model", OrNull(drive.GetModel()));
@@ -119,8 +118,7 @@ std::string DriveJson(const DriveSummary& drive, const PI::CDriveReport& report,
             json.Name("events").List(*events, [&](const RenderedEvent& event) { AddEvent(event, json); });
         }
     });
-    text.shrink_to_fit();
-    return text;
+    return json.Take();
 }
 
 void AddForecast(const PI::CWearForecast& forecast, bool isDisk, JsonWriter& json) {

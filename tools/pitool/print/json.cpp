@@ -17,50 +17,43 @@ bool IsPlain(char byte) {
     return byte >= ' ' && byte < '\x7F' && byte != '"' && byte != '\\';
 }
 
-/// Adds the first character of a text, one that is not plain.
-/// @return its length in bytes
-std::size_t AddEscaped(std::string_view value, std::string& text) {
-    switch (value.front()) {
-        case '"': text += "\\\""; return 1;
-        case '\\': text += "\\\\"; return 1;
-        case '\n': text += "\\n"; return 1;
-        case '\t': text += "\\t"; return 1;
-        default: break;
+/// The first character of a text, one that is not plain.
+/// @param length out: in bytes
+std::string Escaped(std::string_view value, std::size_t& length) {
+    constexpr std::string_view SHORT = "\"\\\n\t";
+    constexpr const char* ESCAPES[] = {"\\\"", "\\\\", "\\n", "\\t"};
+    length = 1;
+    if (const std::size_t place = SHORT.find(value.front()); place != std::string_view::npos) {
+        return ESCAPES[place];
     }
     ucs4_t codePoint = 0;  // U+FFFD where there is no character
-    const int length =
-        u8_mbtoucr(&codePoint, reinterpret_cast<const std::uint8_t*>(value.data()), value.size());
-    std::uint16_t units[2];
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(value.data());
+    length = static_cast<std::size_t>(std::max(u8_mbtoucr(&codePoint, bytes, value.size()), 1));
+    std::uint16_t units[2] = {};
     const int count = u16_uctomb(units, codePoint, 2);
-    for (int i = 0; i < count; ++i) {
-        char escape[8];
-        std::snprintf(escape, sizeof escape, "\\u%04x", units[i]);
-        text += escape;
-    }
-    return static_cast<std::size_t>(std::max(length, 1));
+    char escapes[16];
+    std::snprintf(escapes, sizeof escapes, count == 1 ? "\\u%04x" : "\\u%04x\\u%04x", units[0], units[1]);
+    return escapes;
 }
 
 }  // namespace
 
-bool IsPlainJson(std::string_view value) {
-    return std::all_of(value.begin(), value.end(), IsPlain);
+inline void JsonWriter::Put(std::string_view part) {
+    if (m_Text.size() - m_Size < part.size()) {
+        Grow(part.size());
+    }
+    m_Size += part.copy(&m_Text[m_Size], part.size());
 }
 
-void AddJsonText(std::string_view value, std::string& text) {
-    text += '"';
-    while (!value.empty()) {
-        const auto* const special = std::find_if_not(value.begin(), value.end(), IsPlain);
-        text.append(value.begin(), special);
-        value.remove_prefix(static_cast<std::size_t>(special - value.begin()));
-        value.remove_prefix(value.empty() ? 0 : AddEscaped(value, text));
-    }
-    text += '"';
+void JsonWriter::Grow(std::size_t size) {
+    constexpr std::size_t LEAST = 4096;
+    m_Text.resize(2 * m_Text.size() + size + LEAST);
 }
 
 void JsonWriter::Break() {
+    constexpr std::string_view LINE = "\n    ";
     if (m_Depth <= LEVELS_WITH_LINES) {
-        m_Text += '\n';
-        m_Text.append(2 * static_cast<std::size_t>(m_Depth), ' ');
+        Put(LINE.substr(0, 1 + 2 * static_cast<std::size_t>(m_Depth)));
     }
 }
 
@@ -68,15 +61,32 @@ void JsonWriter::Separate() {
     if (m_HasName) {
         m_HasName = false;
     } else if (m_Depth > 0) {
-        m_Text += m_First ? "" : ",";
+        Put(m_First ? std::string_view() : ",");
         Break();
     }
     m_First = false;
 }
 
+void JsonWriter::AddText(std::string_view value) {
+    Separate();
+    Put("\"");
+    while (!value.empty()) {
+        const auto* const special =
+            std::find_if_not(value.begin(), value.end(), [](char byte) { return IsPlain(byte); });
+        std::size_t length = static_cast<std::size_t>(special - value.begin());
+        Put(value.substr(0, length));
+        value.remove_prefix(length);
+        if (!value.empty()) {
+            Put(Escaped(value, length));
+            value.remove_prefix(length);
+        }
+    }
+    Put("\"");
+}
+
 void JsonWriter::Begin(char bracket) {
     Separate();
-    m_Text += bracket;
+    Put({&bracket, 1});
     ++m_Depth;
     m_First = true;
 }
@@ -86,21 +96,22 @@ void JsonWriter::End(char bracket) {
     if (!m_First && m_Depth < LEVELS_WITH_LINES) {
         Break();
     }
-    m_Text += bracket;
+    Put({&bracket, 1});
     m_First = false;
 }
 
 JsonWriter& JsonWriter::Name(std::string_view name) {
     Separate();
-    AddJsonText(name, m_Text);
-    m_Text += m_Depth <= LEVELS_WITH_LINES ? ": " : ":";
+    Put("\"");
+    Put(name);
+    Put(m_Depth <= LEVELS_WITH_LINES ? std::string_view("\": ") : "\":");
     m_HasName = true;
     return *this;
 }
 
 void JsonWriter::Raw(std::string_view json) {
     Separate();
-    m_Text += json;
+    Put(json);
 }
 
 }  // namespace pitool

@@ -7,35 +7,29 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 namespace pitool {
-
-/// Whether a text stands in JSON as it is.
-bool IsPlainJson(std::string_view value);
-
-/// Adds a text in quotation marks, as JsonWriter writes it.
-void AddJsonText(std::string_view value, std::string& text);
 
 /// A text for JsonWriter that is null when it is empty.
 inline std::optional<std::string_view> OrNull(std::string_view text) {
     return text.empty() ? std::nullopt : std::optional(text);
 }
 
-/// Writes one JSON document into a text. ASCII: other characters are escaped, bytes that are no UTF-8 become
-/// U+FFFD. The two outermost levels have a line for each member or element, deeper ones are on one line.
+/// Writes one JSON document. ASCII: other characters are escaped, bytes that are no UTF-8 become U+FFFD. The
+/// two outermost levels have a line for each member or element, deeper ones are on one line.
 ///
 /// A value is a text, a whole number, true or false; an optional, which is null where it is empty; a range of
 /// values; or a function that writes the members of an object.
 class JsonWriter {
 public:
-    /// @param text  is appended to; must live as long as the writer
     /// @param depth of what is written within a document that the caller puts together; 0 is the document
-    explicit JsonWriter(std::string& text, int depth = 0) : m_Text(text), m_Depth(depth) {}
+    explicit JsonWriter(int depth = 0) : m_Depth(depth) {}
 
-    /// What is written so far; it may be taken out.
-    std::string& Text() { return m_Text; }
+    /// What was written since the last call.
+    std::string Take() { return {m_Text.data(), std::exchange(m_Size, 0)}; }
 
-    /// Of the value that is written next.
+    /// Of the value that is written next; plain ASCII.
     JsonWriter& Name(std::string_view name);
     template <class Type>
     void Member(std::string_view name, const Type& value) {
@@ -53,7 +47,7 @@ public:
     /// A list of objects, of each of which `members` is called with an element of the range.
     template <class Range, class Members>
     void Objects(std::string_view name, const Range& range, const Members& members) {
-        Name(name).List(range, [&](const auto& element) { Value([&] { members(element); }); });
+        Name(name).List(range, [&](const auto& element) { this->Value([&] { members(element); }); });
     }
 
     /// In a list, or after a name.
@@ -64,8 +58,7 @@ public:
         } else if constexpr (std::is_integral_v<Type>) {
             Raw(std::to_string(value));
         } else if constexpr (std::is_convertible_v<const Type&, std::string_view>) {
-            Separate();
-            AddJsonText(value, m_Text);
+            AddText(value);
         } else if constexpr (std::is_invocable_v<const Type&>) {
             Begin('{');
             value();
@@ -81,12 +74,16 @@ public:
     void Raw(std::string_view json);  ///< a value that is JSON already
 
 private:
+    void Put(std::string_view part);
+    void Grow(std::size_t size);
+    void AddText(std::string_view value);
     void Separate();
     void Begin(char bracket);
     void End(char bracket);
     void Break();
 
-    std::string& m_Text;
+    std::string m_Text;      ///< with room for more: that is faster than to append to a string
+    std::size_t m_Size = 0;  ///< of what is written
     int m_Depth;
     bool m_First = true;     ///< nothing is written at this level yet
     bool m_HasName = false;  ///< the next value belongs to a name
@@ -95,14 +92,13 @@ private:
 /// The document of a command: format and version, what `members` writes with the writer, the end of the line.
 template <class Members>
 std::string JsonDocument(std::string_view format, const Members& members) {
-    std::string text;
-    JsonWriter json(text);
+    JsonWriter json;
     json.Value([&] {
         json.Member("format", format);
         json.Member("version", 1);
         members(json);
     });
-    return text += '\n';
+    return json.Take() + '\n';
 }
 
 }  // namespace pitool
