@@ -2,8 +2,6 @@
 
 #include "commands.h"
 
-#include <CLI/CLI.hpp>
-
 #include <pi/etr.h>
 #include <pi/time_remaining.h>
 
@@ -17,9 +15,7 @@
 #include <limits>
 #include <numeric>
 #include <sstream>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace pitool {
 namespace {
@@ -114,27 +110,30 @@ ExitStatus RunEta() {
     std::vector<PI::CETR> estimates;
     Sample sample = {0, 0};
     bool isDrawn = false;  // a line that has no end yet
-    const auto finish = [&isDrawn] { return !std::exchange(isDrawn, false) || WriteOutput("\n"); };
     ExitStatus status = EXIT_DONE;
+    const auto finish = [&isDrawn] { return !std::exchange(isDrawn, false) || WriteOutput("\n"); };
+    const auto refuse = [&](const std::string& reason) {
+        finish();
+        ReportError("standard input: " + reason);
+        status = EXIT_BAD_INPUT;
+    };
     char line[LONGEST_LINE + 1];
     for (std::size_t number = 1; std::cin.getline(line, sizeof line) || std::cin.gcount() != 0; ++number) {
-        std::string reason;
+        const std::string place = "line " + std::to_string(number) + ": ";
         if (std::cin.fail()) {
-            reason = "longer than " + std::to_string(LONGEST_LINE) + " bytes";
+            refuse(place + "longer than " + std::to_string(LONGEST_LINE) + " bytes");
             std::cin.clear();
             std::cin.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
-        } else {
-            const auto length = static_cast<std::size_t>(std::cin.gcount()) - (std::cin.eof() ? 0 : 1);
-            std::istringstream words(std::string(line, length));
-            if ((words >> std::ws).eof()) {
-                continue;
-            }
-            reason = ReadSample(words, sample);
+            continue;
         }
+        const auto length = static_cast<std::size_t>(std::cin.gcount()) - (std::cin.eof() ? 0 : 1);
+        std::istringstream words(std::string(line, length));
+        if ((words >> std::ws).eof()) {
+            continue;
+        }
+        const std::string reason = ReadSample(words, sample);
         if (!reason.empty()) {
-            finish();
-            ReportError("standard input: line " + std::to_string(number) + ": " + reason);
-            status = EXIT_BAD_INPUT;
+            refuse(place + reason);
             continue;
         }
         time.AddSample(sample.m_TimeMs, static_cast<std::uint64_t>(sample.m_Percent), WHOLE);
@@ -148,12 +147,10 @@ ExitStatus RunEta() {
             return EXIT_BAD_INPUT;
         }
     }
-    const int error = std::ferror(stdin) != 0 ? errno : 0;
-    const bool isWritten = finish();
-    if (error != 0) {
-        ReportError("standard input: " + std::string(std::strerror(error)));
+    if (std::ferror(stdin) != 0) {
+        refuse(std::strerror(errno));
     }
-    return isWritten && error == 0 ? status : EXIT_BAD_INPUT;
+    return finish() ? status : EXIT_BAD_INPUT;
 }
 
 }  // namespace

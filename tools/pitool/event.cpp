@@ -2,28 +2,21 @@
 
 #include "event.h"
 #include "commands.h"
-
 #include "input_files.h"
-
-#include <CLI/CLI.hpp>
 
 #include <pi/exchange/event_json.h>
 #include <pi/plugin_helper.h>
 #include <pi/text_table.h>
-#include <pi/vocabulary.h>
 #include <pi/vocabulary_lists.h>
 #include <velk/clock.h>
-
-#include <strings.h>
 
 #include <algorithm>
 #include <ctime>
 #include <filesystem>
 #include <iterator>
 #include <limits>
-#include <memory>
 #include <stdexcept>
-#include <system_error>
+#include <utility>
 
 namespace pitool {
 namespace {
@@ -52,22 +45,10 @@ CLI::Validator WholeNumber(const std::string& otherwise = "not") {
     return {read, ""};
 }
 
-/// The number of the event that a text names, else the text.
-std::string NumberOfEvent(const std::string& text) {
-    for (const PI::CVocabularyEntry event : PI::Vocabulary::EventIDs()) {
-        if (strcasecmp(text.c_str(), event.Name()) == 0) {
-            return std::to_string(event.Number());
-        }
-    }
-    return text;
-}
-
 constexpr std::string PI::CEvent::*PLACEHOLDERS[] = {
     &PI::CEvent::m_PlaceHolder1, &PI::CEvent::m_PlaceHolder2, &PI::CEvent::m_PlaceHolder3,
     &PI::CEvent::m_PlaceHolder4, &PI::CEvent::m_PlaceHolder5, &PI::CEvent::m_PlaceHolder6,
 };
-constexpr const char* STORED_TEXT = "T:";
-constexpr const char* STORED_RESOURCE = "I:";
 
 /// Local time with its zone, by ISO 8601.
 std::string IsoTime(std::uint64_t timeStampMs) {
@@ -107,7 +88,7 @@ void WarnOfLosses(const PI::CEvent& event) {
     for (std::size_t i = 0; i < std::size(PLACEHOLDERS); ++i) {
         const std::string& stored = event.*PLACEHOLDERS[i];
         std::int32_t resource = 0;
-        if (stored.rfind(STORED_RESOURCE, 0) == 0 && ReadWholeNumber(stored.substr(2), resource) &&
+        if (stored.rfind("I:", 0) == 0 && ReadWholeNumber(stored.substr(2), resource) &&
             texts.Find(static_cast<std::uint32_t>(resource)) == nullptr) {
             ReportWarning("", "placeholder " + std::to_string(i + 1) + ": language resource " +
                                   std::to_string(resource) + " has no text");
@@ -145,13 +126,11 @@ bool LoadStrings(const std::string& file) {
     const std::string path = file.empty() ? DefaultStringsFile() : file;
     std::string text;
     std::string reason;
-    if (path.empty()) {
-        ReportWarning("", "no language file was found: every description reads \"Unknown Event\"");
-        return true;
-    }
+    std::error_code error;
     try {
-        std::error_code error;
-        if (!std::filesystem::is_fifo(path, error)) {
+        if (path.empty()) {
+            ReportWarning("", "no language file was found: every description reads \"Unknown Event\"");
+        } else if (!std::filesystem::is_fifo(path, error)) {
             texts = PI::CTextTable::LoadFile(path);
         } else if (ReadInput(path, text, reason)) {  // which waits for no writer
             texts = PI::ReadTextTable(text, path);
@@ -166,11 +145,10 @@ bool LoadStrings(const std::string& file) {
 }
 
 RenderedEvent RenderEvent(const PI::CEvent& event) {
+    constexpr std::ptrdiff_t AFTER_DATETIME = 5;
     RenderedEvent rendered = PI::CPluginHelper::StringifyEventMessageWith(
         event, texts, PI::WithoutText::UNKNOWN_EVENT, PI::MarkersInValues::TEXT);
-    const auto date = std::find_if(rendered.begin(), rendered.end(),
-                                   [](const auto& pair) { return pair.first == "Datetime"; });
-    rendered.emplace(date + 1, "ISO8601", IsoTime(event.m_TimeStamp));
+    rendered.emplace(rendered.begin() + AFTER_DATETIME, "ISO8601", IsoTime(event.m_TimeStamp));
     return rendered;
 }
 
@@ -193,13 +171,18 @@ void AddEvent(CLI::App& app, Action& action) {
             ->type_name("TEXT")
             ->each([options](const auto&) { options->m_IsGiven = true; });
     };
+    std::vector<std::pair<std::string, int>> numbers;
+    for (const PI::CVocabularyEntry entry : PI::Vocabulary::EventIDs()) {
+        numbers.emplace_back(entry.Name(), entry.Number());
+    }
     add("--id", event.m_EventID, "ID", "Number or name of the event (10000)")
         ->transform(WholeNumber<std::uint32_t>("neither the name of an event nor"))
-        ->transform(NumberOfEvent);
+        ->transform(CLI::Transformer(numbers, CLI::ignore_case).description(""));
     add("--severity", event.m_Severity, "SEVERITY", "DEBUG, INFORMATION, WARNING, ERROR or number")
         ->transform(WholeNumber<std::int32_t>("neither DEBUG, INFORMATION, WARNING, ERROR nor"))
         ->transform(CLI::Transformer({{"DEBUG", "1"}, {"INFORMATION", "2"}, {"WARNING", "3"}, {"ERROR", "4"}},
-                                     CLI::ignore_case));
+                                     CLI::ignore_case)
+                        .description(""));
     add("--timestamp", event.m_TimeStamp, "MS", "Milliseconds since 1970-01-01 UTC (now)")
         ->transform(WholeNumber<std::uint64_t>());
     add("--host", event.m_Host, "TEXT", "Host on which it arose (localhost)");
@@ -211,10 +194,10 @@ void AddEvent(CLI::App& app, Action& action) {
         std::string& stored = event.*PLACEHOLDERS[i];
         CLI::Option* const asText =
             add("--placeholder" + marker, stored, "TEXT", "Text for the marker %" + marker)
-                ->transform([](const std::string& text) { return STORED_TEXT + text; });
+                ->transform([](const std::string& text) { return "T:" + text; });
         add("--resource" + marker, stored, "NUMBER", "Language resource for the marker %" + marker)
             ->excludes(asText)
-            ->transform([](const std::string& number) { return STORED_RESOURCE + number; })
+            ->transform([](const std::string& number) { return "I:" + number; })
             ->transform(WholeNumber<std::int32_t>());
     }
     command->add_option("--strings", options->m_Strings, STRINGS_HELP)->option_text("FILE");

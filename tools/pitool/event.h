@@ -18,8 +18,6 @@ using RenderedEvent = std::vector<std::pair<std::string, std::string>>;
 
 /// Loads the language file that RenderEvent renders with; without a name, the one that came with the program.
 /// Where that is absent, a warning on standard error says so and events render "Unknown Event".
-///
-/// @param file empty: none was named
 /// @return false when the file was refused; the reason is on standard error then
 bool LoadStrings(const std::string& file);
 

@@ -21,32 +21,20 @@ struct Options {
 
 using Findings = std::vector<PI::CLayoutFinding>;
 
-/// What a document describes. An array is shown like a logical drive, without spans and spares.
-struct Layout {
-    PI::CLogicalDrive m_Record;
-    bool m_IsArray;
-};
-
 /// A list of identifiers in a document.
 struct List {
     std::string m_Title;
     const char* m_Kind;  ///< what they are of
-    const std::vector<std::uint64_t>& m_IDs;
+    std::vector<std::uint64_t> m_IDs;
 };
 
-std::vector<List> ListsOf(const Layout& layout) {
-    const PI::CLogicalDrive& record = layout.m_Record;
-    if (layout.m_IsArray) {
-        return {{"logical drives", "logical drive", record.m_AssociatedLogicalDrives}};
-    }
-    return {{"global hot spares", "drive", record.m_GlobalHotSpares},
-            {"dedicated hot spares", "drive", record.m_DedicatedHotSpares},
-            {"associated logical drives", "logical drive", record.m_AssociatedLogicalDrives}};
-}
-
-const char* KindOf(const Layout& layout) {
-    return layout.m_IsArray ? "array" : "logical drive";
-}
+/// What a document describes. An array is shown like a logical drive, without spans.
+struct Layout {
+    PI::CLogicalDrive m_Record;
+    const char* m_Kind;
+    std::vector<List> m_Lists;
+    bool m_HasSpans;
+};
 
 /// Each is 1024 of the one before; the last one is for unknown units.
 constexpr std::pair<PI::_UNITS, const char*> UNITS[] = {
@@ -99,75 +87,59 @@ std::string DriveText(const PI::CDrive& drive, PI::_UNITS unit) {
            number(", owner ", drive.m_LogicalOwner) + (drive.m_IsConfigurable ? "" : ", not configurable");
 }
 
-std::string HeadText(const Layout& layout) {
-    const PI::_UNITS unit = layout.m_Record.m_Units;
-    const std::string name = FindUnit(unit)->second;
-    return std::string(KindOf(layout)) + ", size " + SizeText(layout.m_Record.m_Size, unit) + ", sizes in " +
-           (!name.empty()                    ? name
-            : unit == PI::Units::UNSPECIFIED ? "an unknown unit (unspecified)"
-                                             : "an unknown unit (Units " + std::to_string(unit) + ")");
-}
-
-/// The branches of the tree, each with the leaves on it.
-std::vector<std::pair<std::string, std::vector<std::string>>> BranchesOf(const Layout& layout) {
+std::string LayoutText(const Layout& layout) {
     const PI::CLogicalDrive& record = layout.m_Record;
-    std::vector<std::pair<std::string, std::vector<std::string>>> branches;
-    if (!layout.m_IsArray) {  // the document does not say what a span's size counts
-        branches.push_back(
-            {Count(record.m_SpanCount, "span") + " of size " + std::to_string(record.m_SpanSize), {}});
+    const Screen screen = OutputScreen();
+    const std::string unit = FindUnit(record.m_Units)->second;
+    const std::string head = std::string(layout.m_Kind) + ", size " +
+                             SizeText(record.m_Size, record.m_Units) + ", sizes in " +
+                             (!unit.empty() ? unit
+                              : record.m_Units == PI::Units::UNSPECIFIED
+                                  ? "an unknown unit (unspecified)"
+                                  : "an unknown unit (Units " + std::to_string(record.m_Units) + ")");
+    std::string tree;
+    AddWrapped("", "| ", head, Style::HEADING, screen, tree);
+    using Leaves = std::vector<std::string>;
+    // A text that goes on below its branch hangs behind the line that leads to the leaves of that.
+    const auto draw = [&](const std::string& branch, const Leaves& leaves, bool isLast = false) {
+        const std::string below = isLast ? "    " : "|   ";
+        AddWrapped(isLast ? "`-- " : "|-- ", below + (leaves.empty() ? "  " : "| "), branch, Style::PLAIN,
+                   screen, tree);
+        for (const std::string& leaf : leaves) {
+            const bool isLastLeaf = &leaf == &leaves.back();
+            AddWrapped(below + (isLastLeaf ? "`-- " : "|-- "), below + (isLastLeaf ? "      " : "|     "),
+                       leaf, Style::PLAIN, screen, tree);
+        }
+    };
+    if (layout.m_HasSpans) {  // the document does not say what a span's size counts
+        draw(Count(record.m_SpanCount, "span") + " of size " + std::to_string(record.m_SpanSize), {});
     }
     if (record.m_Containers.empty()) {
-        branches.push_back({"containers: none", {}});
+        draw("containers: none", {});
     }
     for (const PI::CContainer& container : record.m_Containers) {
         const auto number = &container - record.m_Containers.data() + 1;
-        auto& branch = branches.emplace_back();
-        branch.first =
-            "container " + std::to_string(number) + ", " + Count(container.m_Drives.size(), "drive");
+        Leaves drives;
         for (const PI::CDrive& drive : container.m_Drives) {
-            branch.second.push_back(DriveText(drive, record.m_Units));
+            drives.push_back(DriveText(drive, record.m_Units));
         }
+        draw("container " + std::to_string(number) + ", " + Count(drives.size(), "drive"), drives);
     }
-    for (const List& list : ListsOf(layout)) {
-        auto& branch = branches.emplace_back();
-        branch.first = list.m_Title + (list.m_IDs.empty() ? ": none" : "");
+    for (const List& list : layout.m_Lists) {
+        Leaves ids;
         for (const std::uint64_t id : list.m_IDs) {
-            branch.second.push_back(std::string(list.m_Kind) + " " + std::to_string(id));
+            ids.push_back(list.m_Kind + std::to_string(id));
         }
-    }
-    return branches;
-}
-
-/// A text that goes on below its branch hangs behind the line that leads to the leaves of that.
-std::string LayoutText(const Layout& layout) {
-    const Screen screen = OutputScreen();
-    std::string tree;
-    const auto add = [&](const std::string& lead, const std::string& further, const std::string& text,
-                         Style style = Style::PLAIN) {
-        AddWrapped(lead, further, text, style, screen, tree);
-    };
-    add("", "| ", HeadText(layout), Style::HEADING);
-    const auto branches = BranchesOf(layout);
-    for (const auto& [text, leaves] : branches) {
-        const bool isLast = &text == &branches.back().first;
-        const std::string below = isLast ? "    " : "|   ";
-        add(isLast ? "`-- " : "|-- ", below + (leaves.empty() ? "  " : "| "), text);
-        for (const std::string& leaf : leaves) {
-            const bool isLastLeaf = &leaf == &leaves.back();
-            add(below + (isLastLeaf ? "`-- " : "|-- "), below + (isLastLeaf ? "      " : "|     "), leaf);
-        }
+        draw(list.m_Title + (ids.empty() ? ": none" : ""), ids, &list == &layout.m_Lists.back());
     }
     return tree;
 }
 
 std::string FindingText(const PI::CLayoutFinding& finding) {
     constexpr std::size_t LONGEST_NAME = 40;
-    return finding.GetElement().substr(0, LONGEST_NAME) + (finding.GetElement().empty() ? "" : ": ") +
-           finding.GetText() + (finding.GetAssumed().empty() ? "" : ", read as " + finding.GetAssumed());
-}
-
-std::uint64_t LeftOut(const Findings& findings) {
-    return findings.empty() ? 0 : findings.back().GetLeftOut();
+    const std::string& element = finding.GetElement();
+    return element.substr(0, LONGEST_NAME) + (element.empty() ? "" : ": ") + finding.GetText() +
+           (finding.GetAssumed().empty() ? "" : ", read as " + finding.GetAssumed());
 }
 
 std::string LayoutJson(const std::string& file, const Layout& layout, const Findings& findings) {
@@ -180,13 +152,13 @@ std::string LayoutJson(const std::string& file, const Layout& layout, const Find
             });
         };
         json.Member("file", file);
-        json.Member("kind", KindOf(layout));
+        json.Member("kind", layout.m_Kind);
         addSize("size", record.m_Size);
         json.Member("units", [&] {
             json.Member("value", std::int32_t{record.m_Units});
             json.Member("name", OrNull(FindUnit(record.m_Units)->second));
         });
-        if (!layout.m_IsArray) {
+        if (layout.m_HasSpans) {
             json.Member("span_count", record.m_SpanCount);
             json.Member("span_size", record.m_SpanSize);
         }
@@ -200,7 +172,7 @@ std::string LayoutJson(const std::string& file, const Layout& layout, const Find
                 json.Member("logical_owner", drive.m_LogicalOwner);
             });
         });
-        for (const List& list : ListsOf(layout)) {
+        for (const List& list : layout.m_Lists) {
             std::string name = list.m_Title;
             std::replace(name.begin(), name.end(), ' ', '_');
             json.Member(name, list.m_IDs);
@@ -213,7 +185,7 @@ std::string LayoutJson(const std::string& file, const Layout& layout, const Find
             json.Member("attribute", OrNull(finding.GetAttribute()));
             json.Member("assumed", OrNull(finding.GetAssumed()));
         });
-        json.Member("warnings_left_out", LeftOut(findings));
+        json.Member("warnings_left_out", findings.empty() ? 0 : findings.back().GetLeftOut());
     });
 }
 
@@ -228,8 +200,7 @@ ExitStatus Run(const Options& options) {
         throw std::runtime_error(options.m_File + ": " + reason);
     }
     PI::CArray array;
-    Layout layout = {};
-    PI::CLogicalDrive& record = layout.m_Record;
+    PI::CLogicalDrive record;
     Findings findings;
     const PI::_LAYOUT_KIND kind = PI::ReadLayout(text.data(), text.size(), array, record, findings);
     if (kind == PI::LayoutKind::NONE) {
@@ -239,15 +210,20 @@ ExitStatus Run(const Options& options) {
     for (const PI::CLayoutFinding& finding : findings) {
         ReportWarning(PlaceText(options.m_File, finding), FindingText(finding));
     }
-    if (LeftOut(findings) != 0) {
-        ReportWarning(options.m_File, std::to_string(LeftOut(findings)) + " further warnings");
+    if (!findings.empty() && findings.back().GetLeftOut() != 0) {
+        ReportWarning(options.m_File, std::to_string(findings.back().GetLeftOut()) + " further warnings");
     }
-    layout.m_IsArray = kind == PI::LayoutKind::ARRAY;
-    if (layout.m_IsArray) {
+    Layout layout = {record,
+                     "logical drive",
+                     {{"global hot spares", "drive ", record.m_GlobalHotSpares},
+                      {"dedicated hot spares", "drive ", record.m_DedicatedHotSpares},
+                      {"associated logical drives", "logical drive ", record.m_AssociatedLogicalDrives}},
+                     true};
+    if (kind == PI::LayoutKind::ARRAY) {
         record.m_Size = array.m_Size;
         record.m_Units = array.m_Units;
         record.m_Containers.swap(array.m_Containers);
-        record.m_AssociatedLogicalDrives.swap(array.m_LogicalDrives);
+        layout = {record, "array", {{"logical drives", "logical drive ", array.m_LogicalDrives}}, false};
     }
     return Print(options.m_Json ? LayoutJson(options.m_File, layout, findings) : LayoutText(layout));
 }

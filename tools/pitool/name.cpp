@@ -2,8 +2,6 @@
 
 #include "commands.h"
 
-#include <CLI/CLI.hpp>
-
 #include <pi/vocabulary_lists.h>
 
 #include <strings.h>
@@ -11,9 +9,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
-#include <string>
-#include <vector>
+#include <utility>
 
 namespace pitool {
 namespace {

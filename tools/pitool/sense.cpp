@@ -2,21 +2,14 @@
 
 #include "commands.h"
 
-#include <CLI/CLI.hpp>
-
 #include <pi/plugin_helper.h>
 #include <pi/sense.h>
-#include <pi/vocabulary.h>
 
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
-#include <memory>
-#include <optional>
 #include <sstream>
-#include <string>
-#include <string_view>
-#include <vector>
+#include <utility>
 
 namespace pitool {
 namespace {
@@ -68,15 +61,14 @@ std::string ReadData(std::string text, Bytes& bytes) {
 
 /// @param bytes out: the shortest sense data that hold the codes
 /// @return why they are refused; empty when they are not
-std::string ReadCodes(const std::vector<std::string>& texts, Bytes& bytes) {
-    constexpr std::pair<const char*, std::uint8_t> CODES[] = {{"KEY", 0x0F}, {"ASC", 0xFF}, {"ASCQ", 0xFF}};
+std::string ReadCodes(const std::vector<std::string>& codes, Bytes& bytes) {
     bytes = {0x72};
-    for (const auto& [name, largest] : CODES) {
-        const std::string& text = texts[bytes.size() - 1];
-        const std::size_t size = bytes.size() + 1;
-        if (!ReadWord(text, bytes) || bytes.size() != size || bytes.back() > largest) {
-            return std::string(name) + ": " + Quoted(text) + " is not a hexadecimal number from 0 to " +
-                   HexText(largest);
+    for (const char* name : {"KEY", "ASC", "ASCQ"}) {
+        const std::size_t place = bytes.size();
+        const std::uint8_t largest = place == 1 ? 0x0F : 0xFF;
+        if (!ReadWord(codes[place - 1], bytes) || bytes.size() != place + 1 || bytes.back() > largest) {
+            return std::string(name) + ": " + Quoted(codes[place - 1]) +
+                   " is not a hexadecimal number from 0 to " + HexText(largest);
         }
     }
     return "";
