@@ -182,8 +182,9 @@ TEST_F(Program, LimitOfModelsKeepsNoDriveFromTheirCounts) {
                   all.substr(all.rfind("\n12 drives") + 1));
     EXPECT_EQ(RunPitool({"drive", "--by-model", "--limit", "11", "."}).m_Output, all);
     EXPECT_EQ(RunPitool({"drive", "--by-model", "--sort", "wear", "."}).m_ExitStatus, 2);
-    EXPECT_EQ(RunPitool({"drive", "--limit", "-1", "."}).m_Errors,
-              "pitool: --limit: \"-1\" is not a whole number from 0; see pitool drive --help\n");
+    for (const char* none : {"-1", "1.5", "three"}) {
+        EXPECT_EQ(RunPitool({"drive", "--limit", none, "."}).m_ExitStatus, 2) << none;
+    }
 }
 
 TEST_F(Program, WithoutAnyDriveAFileOfMetricsStaysAsItWas) {
@@ -217,9 +218,9 @@ TEST_F(Program, ShowsOnlyTheStatesAskedFor) {
               1U);
     EXPECT_EQ(RunPitool({"drive", "--state", "failed", "--state", "look", "."}).m_Output, run.m_Output);
     EXPECT_EQ(RunPitool({"drive", "--state", "failed,bad", "."}).m_ExitStatus, 2);
-    EXPECT_EQ(RunPitool({"drive", "--state", ",", "."}).m_Errors,
-              "pitool: --state: \"\" is none of failed, replace, look, unknown and good; see pitool drive "
-              "--help\n");
+    EXPECT_EQ(RunPitool({"drive", "--state", "", "."}).m_Errors,
+              "pitool: --state:  not in {failed,replace,look,unknown,good}; see pitool drive --help\n");
+    EXPECT_EQ(RunPitool({"drive", "--state", ",", "."}).m_ExitStatus, 2);
 }
 
 TEST_F(Program, SortsAndLimits) {
@@ -230,7 +231,6 @@ TEST_F(Program, SortsAndLimits) {
     const Json json = Json::parse(RunPitool({"drive", "--limit", "2", "--json", "."}).m_Output);
     EXPECT_EQ(json["drives"].size(), 2U);
     EXPECT_EQ(json["summary"]["drives"], 12);
-    EXPECT_EQ(RunPitool({"drive", "--limit", "-1", "."}).m_ExitStatus, 2);
     EXPECT_EQ(RunPitool({"drive", "--sort", "colour", "."}).m_ExitStatus, 2);
 }
 
@@ -345,13 +345,12 @@ TEST_F(Program, ASignalThatEndsItLeavesNoTemporaryFile) {
 }
 
 TEST_F(Program, ASignalThatEndsNothingLeavesItRunning) {
-    const Outcome run =
-        RunProgram("/bin/sh", m_Directory,
-                   {"-c", "mkfifo wd-disk.json; exec 3<> wd-disk.json; trap '' HUP; " PITOOL_PROGRAM
-                          " drive --output out wd-disk.json 3>&- & "
-                          "until ls out.* > names 2> /dev/null; do :; done; "
-                          "for signal in HUP WINCH CHLD URG TSTP CONT; do kill -$signal $!; done; "
-                          "cat '" PITOOL_EXAMPLES "/wd-disk.json' > wd-disk.json; exec 3>&-; wait $!"});
+    const Outcome run = RunProgram(
+        "/bin/sh", m_Directory,
+        {"-c", "mkfifo wd-disk.json; trap '' HUP; " PITOOL_PROGRAM " drive --output out wd-disk.json & "
+               "until ls out.* > names 2> /dev/null; do :; done; "
+               "for signal in HUP WINCH CHLD URG TSTP CONT; do kill -$signal $!; done; "
+               "cat '" PITOOL_EXAMPLES "/wd-disk.json' > wd-disk.json; wait $!"});
     EXPECT_EQ(run.m_ExitStatus, 0) << run.m_Errors;
     EXPECT_EQ(ReadFile(m_Directory + "/out"), Expected("wd-disk.txt"));
 }

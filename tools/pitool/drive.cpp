@@ -11,12 +11,12 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <climits>
 #include <cstdint>
 #include <deque>
 #include <iterator>
 #include <memory>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,7 +27,7 @@ namespace {
 struct Options {
     std::vector<std::string> m_Files;
     std::string m_Sort = "state";
-    std::vector<std::string> m_States;   ///< lists of states, separated by commas; empty: all
+    std::vector<std::string> m_States;   ///< empty: all
     std::optional<std::size_t> m_Limit;  ///< of rows; 0: none
     bool m_ByModel = false;
     bool m_Check = false;
@@ -221,14 +221,10 @@ std::string DetailOf(const Options& options, const DriveSummary& drive, const PI
 DriveList Select(const DriveList& all, const Options& options) {
     DriveList shown;
     const bool leavesOutGood = options.m_Check && options.m_Format == "text" && !options.m_ByModel;
-    std::string states = ",";
-    for (const std::string& list : options.m_States) {
-        states += list + ",";
-    }
+    const std::vector<std::string>& states = options.m_States;
     std::copy_if(all.begin(), all.end(), std::back_inserter(shown), [&](const DriveSummary* drive) {
-        return options.m_States.empty()
-                   ? !leavesOutGood || drive->GetState() != PI::DriveState::GOOD
-                   : states.find("," + std::string(StateWord(drive->GetState())) + ",") != std::string::npos;
+        return states.empty() ? !leavesOutGood || drive->GetState() != PI::DriveState::GOOD
+                              : std::count(states.begin(), states.end(), StateWord(drive->GetState())) != 0;
     });
     SortDrives(options.m_Sort, shown);
     return shown;
@@ -281,26 +277,18 @@ std::string UsageError(const Options& options) {
                : "";
 }
 
-/// What is wrong about a list of states; empty: nothing.
-std::string StatesError(const std::string& states) {
-    std::istringstream words(states + ",");
-    for (std::string word; std::getline(words, word, ',');) {
-        if (std::none_of(std::begin(STATES_WORST_FIRST), std::end(STATES_WORST_FIRST),
-                         [&word](PI::_DRIVE_STATE state) { return word == StateWord(state); })) {
-            return Quoted(word) + " is none of failed, replace, look, unknown and good";
-        }
-    }
-    return "";
-}
-
 }  // namespace
 
 void AddDrive(CLI::App& app, Action& action) {
     CLI::App* command = app.add_subcommand("drive", "Report on drives from the output of smartctl");
     const auto options = std::make_shared<Options>();
     std::vector<std::string> formats;
+    std::vector<std::string> states;
     for (const auto& [name, write] : FORMATS) {
         formats.emplace_back(name);
+    }
+    for (const PI::_DRIVE_STATE state : STATES_WORST_FIRST) {
+        states.emplace_back(StateWord(state));
     }
     command
         ->add_option("FILE", options->m_Files,
@@ -314,13 +302,11 @@ void AddDrive(CLI::App& app, Action& action) {
     command->add_option("--state", options->m_States, "Only failed, replace, look, unknown or good drives")
         ->option_text("STATE,...")
         ->allow_extra_args(false)
-        ->check(StatesError);
+        ->delimiter(',')
+        ->check(CLI::IsMember(states).description(""));
     command->add_option("--limit", options->m_Limit, "Show N drives at most; 0: all")
         ->option_text("N")
-        ->check([](const std::string& text) {
-            std::size_t number = 0;
-            return ReadWholeNumber(text, number) ? "" : Quoted(text) + " is not a whole number from 0";
-        });
+        ->check(CLI::Range(INT_MAX).description(""));
     command->add_flag("--by-model", options->m_ByModel, "Show one line for each model")->excludes(sort);
     CLI::Option* events =
         command->add_flag("--events", options->m_Events, "Show the events that the drives raise");
