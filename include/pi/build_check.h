@@ -36,6 +36,7 @@
 #include <pi/endurance_rating.h>
 #include <pi/events.h>
 #include <pi/health_assessment.h>
+#include <pi/health_changes.h>
 #include <pi/model.h>
 #include <pi/remaining_lifetime.h>
 #include <pi/sense.h>

@@ -12,6 +12,7 @@
 #include <pi/endurance_rating.h>
 #include <pi/events.h>
 #include <pi/health_assessment.h>
+#include <pi/health_changes.h>
 #include <pi/model.h>
 #include <pi/object_builder.h>
 #include <pi/plugin_helper.h>

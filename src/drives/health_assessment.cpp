@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include <pi/health_assessment.h>
+#include <pi/health_changes.h>
 #include <pi/vocabulary.h>
 
 #include <algorithm>
@@ -118,19 +119,7 @@ std::string CHealthAssessment::GetLifetimeReason() const {
 }
 
 CWearReading CHealthAssessment::GetReading() const {
-    CWearReading reading;
-    const auto isKnown = [](const CHealthFigure& figure) { return figure.GetState() == FigureState::KNOWN; };
-    const LifetimeFigures figures(*this);
-    if (isKnown(figures.m_Hours)) {
-        reading.SetPowerOnHours(ValueOf(figures.m_Hours));
-    }
-    if (isKnown(figures.m_Wear)) {
-        reading.SetWear(static_cast<std::uint32_t>(ValueOf(figures.m_Wear)));
-    }
-    if (isKnown(figures.m_Written)) {
-        reading.SetBytesWritten(ValueOf(figures.m_Written));
-    }
-    return reading;
+    return CHealthSnapshot(*this).GetReading();
 }
 
 }  // namespace PI
