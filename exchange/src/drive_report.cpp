@@ -52,6 +52,10 @@ const std::string& CDriveReport::GetCorrectedSerialNumber() const noexcept {
     return m_Facts->m_Identity.m_CorrectedSerial;
 }
 
+bool CDriveReport::IsIdentified() const noexcept {
+    return m_Facts->m_Identity.m_IsIdentified;
+}
+
 std::uint64_t CDriveReport::GetCapacity() const noexcept {
     return m_Facts->m_Identity.m_Capacity;
 }

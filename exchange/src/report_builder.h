@@ -33,6 +33,7 @@ struct ReportIdentity {
     int m_SelfTestProgress = -1;
 
     std::string m_CorrectedSerial;
+    bool m_IsIdentified = false;
     int m_Transport = 0;
     bool m_IsRPMReported = false;
     const char* m_VolumeKind = "";

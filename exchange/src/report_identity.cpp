@@ -97,6 +97,25 @@ void NameParts(ReportIdentity& identity) {
     }
 }
 
+/// Words instead of a serial number, in lower case.
+constexpr std::string_view PLACEHOLDERS =
+    "|redacted|removed|hidden|masked|private|censored|anonymized|unknown|none|not available|not reported|n/a|"
+    "na|null|serial|serial number|no information found|to be filled by o.e.m.|";
+
+bool IdentifiesDrive(std::string_view serial) {
+    constexpr const char* WORD_CHARACTERS = "abcdefghijklmnopqrstuvwxyz0123456789";
+    std::string core(serial);
+    for (char& c : core) {
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    core.erase(core.find_last_of(WORD_CHARACTERS) + 1);
+    core.erase(0, core.find_first_of(WORD_CHARACTERS));
+    return core.find_first_not_of(std::string{' ', core[0]}) != std::string::npos &&
+           PLACEHOLDERS.find("|" + core + "|") == std::string_view::npos &&
+           core.find("xxxx") == std::string::npos && serial.find_first_of("*#?") == std::string_view::npos &&
+           serial.find("...") == std::string_view::npos;
+}
+
 constexpr auto ATA = DriveProtocol::ATA;
 constexpr auto SCSI = DriveProtocol::SCSI;
 constexpr auto NVME = DriveProtocol::NVME;
@@ -169,6 +188,7 @@ void ReportIdentity::Complete() {
         m_Medium = PropertyValue::SSD;
     }
     m_IsRPMReported = m_RPM != 0;
+    m_IsIdentified = IdentifiesDrive(m_Serial);
     m_CorrectedSerial = m_Serial;
     if (m_Protocol == ATA) {
         CPluginHelper::CorrectSerialNumber(m_Vendor, m_Product, m_CorrectedSerial);

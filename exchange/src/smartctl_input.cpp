@@ -11,8 +11,6 @@ namespace PI {
 
 namespace {
 
-constexpr std::string_view BLANKS = " \t\r\n";
-
 struct Reason {
     std::string_view m_Part;
     const char* m_Reason;
@@ -52,7 +50,7 @@ void ReadPlain(std::string_view text, SmartctlResults& results) {
     if (text.substr(0, UTF8_MARK.size()) == UTF8_MARK) {
         text.remove_prefix(UTF8_MARK.size());
     }
-    const std::size_t first = text.find_first_not_of(BLANKS);
+    const std::size_t first = text.find_first_not_of(JSON_BLANKS);
     if (first == std::string_view::npos) {
         results.m_Refusals.emplace_back("the text is empty", 1, 1);
         return;
@@ -87,15 +85,18 @@ Place PlaceCounter::At(std::size_t offset) {
 }
 
 std::size_t FindJson(std::string_view text, std::size_t from) {
-    // A brace before a key, or a bracket before a brace: words of other programs hold others.
+    // A brace before a key, or a bracket before a brace: words of other programs hold others. After a
+    // document also a brace that follows directly, and either at the end: a document that is broken.
+    const std::size_t follower =
+        from != 0 ? text.find_first_not_of(JSON_BLANKS, from) : std::string_view::npos;
     for (std::size_t start = text.find_first_of("{[", from); start != std::string_view::npos;
          start = text.find_first_of("{[", start + 1)) {
-        const std::size_t next = text.find_first_not_of(BLANKS, start + 1);
+        const std::size_t next = text.find_first_not_of(JSON_BLANKS, start + 1);
         if (next == std::string_view::npos) {
-            return text.find_first_not_of(BLANKS) == start ? start : next;
+            return from != 0 || text.find_first_not_of(JSON_BLANKS) == start ? start : next;
         }
         const std::string_view wanted = text[start] == '{' ? "\"}" : "{[]";
-        if (wanted.find(text[next]) != std::string_view::npos) {
+        if (wanted.find(text[next]) != std::string_view::npos || (text[start] == '{' && start == follower)) {
             return start;
         }
     }

@@ -222,11 +222,25 @@ private:
 
 /// Whether an object is a report, by names that only reports have.
 bool IsReport(const JsonValue& object) {
-    constexpr const char* NAMES[] = {"smartctl",     "device",          "json_format_version",
-                                     "model_name",   "scsi_model_name", "serial_number",
-                                     "smart_status", "scsi_vendor",     "scsi_product"};
-    return std::any_of(std::begin(NAMES), std::end(NAMES),
-                       [&](const char* name) { return Member(object, name) != nullptr; });
+    constexpr const char* NAMES[] = {"smartctl",     "json_format_version", "model_name",  "scsi_model_name",
+                                     "smart_status", "scsi_vendor",         "scsi_product"};
+    // Other programs have serial numbers, too.
+    constexpr const char* NAMES_BESIDE_SERIAL[] = {"local_time",
+                                                   "firmware_version",
+                                                   "user_capacity",
+                                                   "rotation_rate",
+                                                   "power_on_time",
+                                                   "power_cycle_count",
+                                                   "ata_smart_attributes",
+                                                   "nvme_smart_health_information_log",
+                                                   "scsi_error_counter_log"};
+    const auto isMember = [&](const char* name) { return Member(object, name) != nullptr; };
+    const JsonValue* const device = Member(object, "device");  // a number in logs of errors
+    return std::any_of(std::begin(NAMES), std::end(NAMES), isMember) ||
+           (device != nullptr && device->IsObject()) ||
+           (isMember("serial_number") &&
+            (object.MemberCount() == 1 ||
+             std::any_of(std::begin(NAMES_BESIDE_SERIAL), std::end(NAMES_BESIDE_SERIAL), isMember)));
 }
 
 std::string WhyNoDrive(const JsonValue& document) {
@@ -265,11 +279,17 @@ bool VisitReports(const JsonValue& value, unsigned depth, const std::vector<std:
         }
     }
     bool found = false;
+    std::size_t others = 0;
     const auto visit = [&](const JsonValue& inner) {
-        found = VisitReports(inner, depth + 1, notes, place, results) || found;
+        const bool isFound = VisitReports(inner, depth + 1, notes, place, results);
+        found = found || isFound;
+        others += isFound ? 0 : 1;
     };
     if (depth < DEEPEST) {
         ForEach(&value, visit);
+        for (; found && others != 0; --others) {  // of a list of reports
+            results.m_Refusals.emplace_back(NO_REPORT, place.m_Line, place.m_Column);
+        }
         for (auto member = value.IsObject() ? value.MemberBegin() : JsonValue::ConstMemberIterator();
              value.IsObject() && member != value.MemberEnd(); ++member) {
             visit(member->value);
@@ -288,42 +308,114 @@ std::size_t Parse(const std::string& text, std::size_t start, JsonDocument& docu
     return start + stream.Tell();
 }
 
+/// Reads the documents of a text, one after another.
+class TextReader {
+public:
+    TextReader(std::string text, SmartctlResults& results)
+        : m_Text(std::move(text)), m_Places(m_Text), m_Results(results) {}
+
+    void Read() {
+        for (std::size_t at = FindJson(m_Text); at != std::string::npos;) {
+            const std::size_t end = m_Text[at] == '[' ? ReadList(at) : ReadValue(at);
+            if (end != std::string::npos) {
+                at = FindJson(m_Text, end);
+            } else {
+                const std::size_t next = m_Text.find("\n{", m_Error);
+                at = next == std::string::npos ? next : next + 1;
+            }
+        }
+    }
+
+private:
+    /// @return where it ends; npos: it is refused, and m_Error is where it is no JSON
+    std::size_t ReadValue(std::size_t start) {
+        JsonDocument document;
+        std::size_t end = Parse(m_Text, start, document);
+        if (document.HasParseError() && MendJson(m_Text, start)) {
+            m_MendedEnd = m_Text.find("\n{", start);
+            end = Parse(m_Text, start, document);
+        }
+        if (document.HasParseError()) {
+            return RefuseJson(start + document.GetErrorOffset(), document.GetParseError());
+        }
+        std::vector<std::string> notes;
+        if (start < m_MendedEnd) {
+            notes.emplace_back("numbers or texts that no JSON can hold are passed over");
+        }
+        const Place place = m_Places.At(start);
+        if (!VisitReports(document, 0, notes, place, m_Results) &&
+            TextAt(document, "format").substr(0, 7) == "pitool ") {
+            m_Results.m_Refusals.emplace_back("output of pitool, no report of smartctl", place.m_Line,
+                                              place.m_Column);
+        }
+        return end;
+    }
+
+    /// Elements are read one by one: one that is broken does not cost those before it. Those of a list of
+    /// reports that are none are refused.
+    /// @return as ReadValue
+    std::size_t ReadList(std::size_t start) {
+        const auto count = [this] { return m_Results.m_Drives.size() + m_Results.m_Refusals.size(); };
+        const auto firstRefusal = static_cast<std::ptrdiff_t>(m_Results.m_Refusals.size());
+        std::ptrdiff_t others = 0;
+        bool isOfReports = false;
+        std::size_t at = SkipBlanks(start + 1);
+        while (at != std::string::npos && m_Text.c_str()[at] != ']') {
+            const std::size_t before = count();
+            const std::size_t end = ReadValue(at);
+            if (end == std::string::npos) {
+                at = end;
+                break;
+            }
+            isOfReports = isOfReports || count() != before;
+            if (count() == before) {
+                const Place place = m_Places.At(at);
+                m_Results.m_Refusals.emplace_back(NO_REPORT, place.m_Line, place.m_Column);
+                ++others;
+            }
+            at = SkipBlanks(end);
+            if (m_Text.c_str()[at] == ',') {
+                at = SkipBlanks(at + 1);
+            } else if (m_Text.c_str()[at] != ']') {
+                at = RefuseJson(at, rapidjson::kParseErrorArrayMissCommaOrSquareBracket);
+            }
+        }
+        if (!isOfReports) {
+            const auto first = m_Results.m_Refusals.begin() + firstRefusal;
+            m_Results.m_Refusals.erase(first, first + others);
+        }
+        return at == std::string::npos ? at : at + 1;
+    }
+
+    std::size_t RefuseJson(std::size_t error, rapidjson::ParseErrorCode code) {
+        m_Error = error;
+        const std::string_view rest = std::string_view(m_Text).substr(error);
+        constexpr std::size_t LONGEST_ESCAPE = 12;
+        const bool isEscape = !rest.empty() && rest[0] == '\\' && rest.size() < LONGEST_ESCAPE;
+        const bool isEnd = isEscape || rest.find_first_not_of(JSON_BLANKS) == std::string_view::npos;
+        const Place place = m_Places.At(error);
+        m_Results.m_Refusals.emplace_back(isEnd
+                                              ? std::string("the report breaks off")
+                                              : std::string("no JSON: ") + rapidjson::GetParseError_En(code),
+                                          place.m_Line, place.m_Column);
+        return std::string::npos;
+    }
+
+    std::size_t SkipBlanks(std::size_t from) const {
+        return std::min(m_Text.find_first_not_of(JSON_BLANKS, from), m_Text.size());
+    }
+
+    std::string m_Text;
+    PlaceCounter m_Places;
+    SmartctlResults& m_Results;
+    std::size_t m_MendedEnd = 0;
+    std::size_t m_Error = 0;
+};
+
 }  // namespace
 
 void ReadSmartctlJson(std::string text, SmartctlResults& results) {
-    constexpr std::string_view BLANKS = " \t\r\n";
-    PlaceCounter places(text);
-    for (std::size_t start = FindJson(text); start != std::string::npos;) {
-        JsonDocument document;
-        std::vector<std::string> notes;
-        std::size_t end = Parse(text, start, document);
-        if (document.HasParseError() && MendJson(text, start)) {
-            notes.emplace_back("numbers or texts that no JSON can hold are passed over");
-            end = Parse(text, start, document);
-        }
-        if (!document.HasParseError()) {
-            VisitReports(document, 0, notes, places.At(start), results);
-            start = FindJson(text, end);
-            continue;
-        }
-        const std::size_t inner = text.find_first_not_of(BLANKS, start + 1);
-        if (text[start] == '[' && inner != std::string::npos && text[inner] == '{') {
-            start = inner;  // its reports one by one
-            continue;
-        }
-        const std::size_t error = start + document.GetErrorOffset();
-        const std::string_view rest = std::string_view(text).substr(error);
-        constexpr std::size_t LONGEST_ESCAPE = 12;
-        const bool isEscape = !rest.empty() && rest[0] == '\\' && rest.size() < LONGEST_ESCAPE;
-        const bool isEnd = isEscape || rest.find_first_not_of(BLANKS) == std::string_view::npos;
-        const Place place = places.At(error);
-        results.m_Refusals.emplace_back(
-            isEnd ? std::string("the report breaks off")
-                  : std::string("no JSON: ") + rapidjson::GetParseError_En(document.GetParseError()),
-            place.m_Line, place.m_Column);
-        const std::size_t next = text.find("\n{", error);
-        start = next == std::string::npos ? next : next + 1;
-    }
+    TextReader(std::move(text), results).Read();
 }
 
 }  // namespace PI

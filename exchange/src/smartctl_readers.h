@@ -38,7 +38,10 @@ private:
     std::uint64_t m_Line = 1;
 };
 
+constexpr std::string_view JSON_BLANKS = " \t\r\n";
+
 /// Where a JSON document begins; npos when there is none.
+/// @param from where the document before it ends; 0: there is none
 std::size_t FindJson(std::string_view text, std::size_t from = 0);
 
 void ReadSmartctlJson(std::string text, SmartctlResults& results);

@@ -190,6 +190,58 @@ TEST(SmartctlJson, WhatIsNotReportedIsUnknown) {
     }
 }
 
+namespace {
+
+bool IsIdentified(const std::string& serial) {
+    return ReadDrive(R"({"model_name": "A", "serial_number": ")" + serial + "\"}").IsIdentified();
+}
+
+}  // namespace
+
+TEST(SmartctlJson, ADriveIsIdentifiedByItsSerialNumber) {
+    for (const char* serial :
+         {"S3Z8NB0K", "WD-WXPIT0000008", "Z4020VRY0000C000BZXB", "PHYH0000000D000J", "123000000000", "01",
+          "00 01", "XXX1", "NONE1", "S 12", "ZR5DQ4N30000W317UKPL", "5000cca01abc", "WD-WXXX123"}) {
+        EXPECT_TRUE(IsIdentified(serial)) << serial;
+    }
+}
+
+TEST(SmartctlJson, ADriveIsNotIdentifiedByWhatIsEmptyRedactedHiddenInPartOrOfOneCharacter) {
+    EXPECT_FALSE(ReadDrive(R"({"model_name": "A"})").IsIdentified());
+    for (const char* serial : {"",
+                               " ",
+                               "-",
+                               "--",
+                               "----",
+                               "0000000000",
+                               "00 00",
+                               "7",
+                               "XXXXXXXX",
+                               "xxxx",
+                               "........",
+                               "********",
+                               "REDACTED",
+                               "redacted",
+                               "[REDACTED]",
+                               "<removed>",
+                               "(hidden)",
+                               "Unknown",
+                               "N/A",
+                               "none",
+                               "Serial",
+                               "serial number",
+                               "[No Information Found]",
+                               "not available",
+                               "S3Z8****",
+                               "Z1Z5DWJK0000XXXXXXXX",
+                               "S3Z8...",
+                               "WD-WXXXX123",
+                               "S3Z8####",
+                               "S3Z8????"}) {
+        EXPECT_FALSE(IsIdentified(serial)) << serial;
+    }
+}
+
 TEST(SmartctlJson, RotationTellsTheMedium) {
     const auto medium = [](const std::string& rate) {
         return ReadDrive(ATA(R"("rotation_rate": )" + rate)).GetMedium();

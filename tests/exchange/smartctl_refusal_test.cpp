@@ -21,6 +21,18 @@ std::string WithMessage(const std::string& message) {
            R"(", "severity": "error"}], "exit_status": 2}, "device": {"name": "/dev/sda"}})";
 }
 
+/// Each refusal of a text as "line:column reason".
+std::vector<std::string> Refusals(const std::string& text) {
+    std::vector<std::string> refusals;
+    for (const CReportRefusal& refusal : ReadAll(text).m_Refusals) {
+        refusals.push_back(std::to_string(refusal.GetLine()) + ":" + std::to_string(refusal.GetColumn()) +
+                           " " + refusal.GetReason());
+    }
+    return refusals;
+}
+
+using Texts = std::vector<std::string>;
+
 std::string Packed(const std::string& text) {
     std::string packed(compressBound(text.size()) + 64, '\0');
     z_stream stream = {};
@@ -130,6 +142,61 @@ TEST(SmartctlRefusal, SaysWhereATextIsNoJson) {
     EXPECT_EQ(result.m_Drives[0].GetModel(), "Y");
     EXPECT_EQ(ReadAll("{\"model_name\": nothing}\n{{\"model_name\": \"Y\"}").m_Drives.size(), 0U)
         << "only a list is looked into";
+}
+
+TEST(SmartctlRefusal, WhatFollowsADocumentAndBreaksOffIsRefused) {
+    const std::string report = R"({"model_name": "X"})";
+    EXPECT_EQ(Refusals(report + "{"), Texts{"1:21 the report breaks off"});
+    EXPECT_EQ(Refusals(report + "["), Texts{"1:21 the report breaks off"});
+    EXPECT_EQ(Refusals(report + R"({"a":)"), Texts{"1:25 the report breaks off"});
+    EXPECT_EQ(Refusals(report + "\n[{"), Texts{"2:3 the report breaks off"});
+    EXPECT_EQ(Refusals(report + R"([{"a": 1})"), Texts{"1:29 the report breaks off"});
+    EXPECT_EQ(ReadAll(report + "{").m_Drives.size(), 1U);
+    EXPECT_EQ(Refusals(report + "{a: 1}"), Texts{"1:21 no JSON: Missing a name for object member."});
+    EXPECT_EQ(Refusals(report + "\n[12:00] done {or not}\n"), Texts{}) << "words of other programs";
+}
+
+TEST(SmartctlRefusal, EveryTruncationOfAListIsRefusedBesideItsReports) {
+    const std::string text = R"([{"model_name": "X"}, {"model_name": "Y"}])";
+    for (std::size_t length = 1; length < text.size(); ++length) {
+        const ReadResult result = ReadAll(text.substr(0, length));
+        EXPECT_EQ(result.m_Drives.size(), length < 20 ? 0U : length < 41 ? 1U : 2U) << text.substr(0, length);
+        ASSERT_EQ(result.m_Refusals.size(), 1U) << text.substr(0, length);
+        EXPECT_EQ(result.m_Refusals[0].GetReason(), "the report breaks off");
+        EXPECT_EQ(result.m_Refusals[0].GetColumn(), length + 1);
+    }
+}
+
+TEST(SmartctlRefusal, ElementsOfAListOfReportsThatAreNoneAreRefusedWhereTheyStand) {
+    EXPECT_EQ(Refusals("[{\"model_name\": \"X\"},\n 5, {\"a\": 1}, null,\n\"x\", {\"smart_status\": {}}]"),
+              (Texts{"2:2 no report of smartctl", "2:5 no report of smartctl", "2:15 no report of smartctl",
+                     "3:1 no report of smartctl", "3:6 " + NO_IDENTITY}));
+    EXPECT_EQ(Refusals("[[], {\"model_name\": \"X\"}]"), Texts{"1:2 no report of smartctl"});
+    EXPECT_EQ(
+        Refusals("\n{\"disks\": [{\"model_name\": \"X\"}, {}, {\"model_name\": \"Y\"}], \"tags\": [1]}"),
+        Texts{"2:1 no report of smartctl"});
+    EXPECT_EQ(Refusals("[[1], {}]"), Texts{"0:0 no report of smartctl"});
+    EXPECT_EQ(Refusals("[[1], {}]{\"model_name\": \"X\"}"), Texts{}) << "of another program";
+}
+
+TEST(SmartctlRefusal, AListThatIsBrokenIsRefusedBesideWhatWasRead) {
+    const ReadResult result =
+        ReadAll("[{\"model_name\": \"X\"} {\"model_name\": \"Y\"}]\n{\"model_name\": \"Z\"}");
+    ASSERT_EQ(result.m_Refusals.size(), 1U);
+    EXPECT_EQ(result.m_Refusals[0].GetReason(), "no JSON: Missing a comma or ']' after an array element.");
+    EXPECT_EQ(result.m_Refusals[0].GetColumn(), 22U);
+    ASSERT_EQ(result.m_Drives.size(), 2U);
+    EXPECT_EQ(result.m_Drives[1].GetModel(), "Z");
+}
+
+TEST(SmartctlRefusal, WhatHasASerialNumberAndIsNoReportIsRefused) {
+    EXPECT_EQ(ReasonOf("\n"
+                       R"({"format": "pitool drive", "version": 1, "drives": [{"file": "a.json",
+                             "model": "X", "serial_number": "S1", "state": "good"}], "errors": []})"),
+              "output of pitool, no report of smartctl");
+    EXPECT_EQ(ReasonOf(R"({"model": "X", "serial_number": "S1"})"), "no report of smartctl");
+    EXPECT_EQ(ReasonOf(R"({"device": "/dev/sda", "serial_number": "S1"})"), "no report of smartctl");
+    EXPECT_EQ(ReadDrive(R"({"serial_number": "S1", "power_on_time": {"hours": 1}})").GetSerialNumber(), "S1");
 }
 
 TEST(SmartctlRefusal, CopiesAreEqualAndOnTheirOwn) {

@@ -52,6 +52,12 @@ public:
 
     /// For ATA drives as corrected by CPluginHelper::CorrectSerialNumber, for others as reported.
     const std::string& GetCorrectedSerialNumber() const noexcept;
+
+    /// Whether the serial number distinguishes the drive from others of its model: not if it is empty, one
+    /// character repeated such as "0000" or "----", hidden in full or in part ("S3Z8****",
+    /// "Z1Z5DWJK0000XXXXXXXX"), or a word instead of one such as "REDACTED" (judgement: the words, and four X
+    /// in a row).
+    bool IsIdentified() const noexcept;
     /// @}
 
     /// @name Properties
@@ -135,7 +141,8 @@ private:
 /// them; also after output of another program.
 ///
 /// Every report gives either a drive or a refusal, in the order of the reports; a text without a report gives
-/// one refusal.
+/// one refusal. Further refusals are for elements of a list of reports that are none, and for JSON after a
+/// report that breaks off or is broken.
 ///
 /// @param text     readable up to length; need not end with a zero. Text compressed with gzip is refused if
 ///                 it unpacks to more than 64 MiB.
