@@ -144,6 +144,14 @@ TEST_F(ProgramFaults, ADirectoryWithoutPermissionIsRefused) {
         }
     }
     ExpectRefusal(asUser + "$PITOOL drive closed", "closed: Permission denied");
+    fs::create_directories(Path("both/closed"));
+    fs::permissions(Path("both/closed"), fs::perms::none);
+    ExpectRefusal(asUser + "$PITOOL drive both", "both/closed: Permission denied");
+    fs::copy_file(PITOOL_ALL_EXAMPLES "/drives/wd-disk.json", Path("both/wd.json"));
+    const Outcome both = Shell(asUser + "$PITOOL drive --check both");
+    EXPECT_EQ(both.m_Output.substr(0, 11), "DRIVES UNKN") << "the other files are read";
+    EXPECT_EQ(both.m_Errors, "pitool: both/closed: Permission denied\n");
+    fs::permissions(Path("both/closed"), fs::perms::owner_all);
     ExpectRefusal(asUser + "$PITOOL drive closed/file", "closed/file: Permission denied");
     ExpectRefusal(asUser + "$PITOOL layout closed/file", "closed/file: Permission denied");
     ExpectRefusal(asUser + "$PITOOL event --id 10055 --strings closed/file",
@@ -165,6 +173,12 @@ TEST_F(ProgramFaults, AClosedInputIsRefused) {
     ExpectRefusal("$PITOOL layout - <&-", "-: Bad file descriptor");
     ExpectRefusal("$PITOOL event <&-", "standard input: Bad file descriptor");
     ExpectRefusal("$PITOOL eta <&-", "standard input: Bad file descriptor");
+}
+
+TEST_F(ProgramFaults, AFileIsReadWhereNoInputIsOpen) {
+    const Outcome run = Shell("$PITOOL drive --format csv $EXAMPLES/drives/wd-disk.json <&-");
+    EXPECT_EQ(run.m_Errors, "");
+    EXPECT_EQ(run.m_ExitStatus, 0);
 }
 
 TEST_F(ProgramFaults, AClosedOutputIsOneErrorWithEveryCommand) {

@@ -88,6 +88,22 @@ TEST(ForecastCommand, TheSameReportTwiceChangesNothingButTheirNumber) {
     EXPECT_EQ(Drives(twice).at(0), expected);
 }
 
+TEST(ForecastCommand, FewerHoursAtALaterDateAreWarnedOf) {
+    const Folder folder;
+    folder.Write("a.json", Report(At(8000, 20, JANUARY_2026)));
+    folder.Write("b.json", Report(At(8000, 21, JANUARY_2026 + DAY)));
+    folder.Write("c.json", Report(At(9, 1)));
+    EXPECT_EQ(RunForecast(folder).m_Errors, "");
+    folder.Write("b.json", Report(At(7999, 20, JANUARY_2026 + DAY)));
+    const Outcome run = RunForecast(folder);
+    EXPECT_EQ(run.m_Errors,
+              "pitool: ./b.json: warning: fewer power-on hours than in an earlier report of the "
+              "same drive\n");
+    EXPECT_EQ(run.m_ExitStatus, 0);
+    folder.Write("b.json", Report(At(7999, 20, JANUARY_2026)));
+    EXPECT_EQ(RunForecast(folder).m_Errors, "") << "of the same time";
+}
+
 TEST(ForecastCommand, TheHighEndIsNullWhereItIsOpenAndTheEstimateWhereTheWearStandsStill) {
     const Folder open;
     open.Write("a.json", Report(At(14000, 10)) + Report(At(16000, 10)));

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <regex>
 #include <set>
 
@@ -122,6 +123,16 @@ TEST(Prometheus, OfReportsOfWhichOneHasNoDateTheOneWithMoreHoursCounts) {
     const PI::CDriveReport undated = report(2, 101, "");
     for (const std::string& text : {Text({dated, undated}), Text({undated, dated})}) {
         EXPECT_NE(text.find(Series("pi_drive_wear_ratio", "0.02")), std::string::npos) << text;
+    }
+    // Two by two, each of these is newer than the one before it, and the first newer than the last.
+    std::vector<PI::CDriveReport> circle = {report(1, 103, R"(,"local_time":{"time_t":1700000000})"),
+                                            report(2, 101, R"(,"local_time":{"time_t":1700086400})"),
+                                            report(3, 102, "")};
+    for (std::size_t i = 0; i < circle.size(); ++i) {
+        std::rotate(circle.begin(), circle.begin() + 1, circle.end());
+        for (const auto& reports : {circle, {circle.rbegin(), circle.rend()}}) {
+            EXPECT_NE(Text(reports).find(Series("pi_drive_wear_ratio", "0.01")), std::string::npos) << i;
+        }
     }
 }
 

@@ -2,41 +2,23 @@
 
 #include "commands.h"
 
-#include "drive_identity.h"
 #include "input_files.h"
+#include "reports.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace pitool {
 namespace {
 
-namespace Figure = PI::HealthFigure;
 namespace State = PI::DriveState;
-
-// Figures that are compared, in the order shown.
-constexpr PI::_HEALTH_FIGURE COMPARED[] = {
-    Figure::VERDICT,
-    Figure::CRITICAL_WARNING,
-    Figure::ATTRIBUTES_BELOW_THRESHOLD,
-    Figure::ATTRIBUTES_ONCE_BELOW,
-    Figure::PENDING_SECTORS,
-    Figure::UNCORRECTABLE_SECTORS,
-    Figure::MEDIA_ERRORS,
-    Figure::REALLOCATED_SECTORS,
-    Figure::FAILED_SELF_TESTS,
-    Figure::LOGGED_ERRORS,
-    Figure::INTERFACE_ERRORS,
-    Figure::SPARE,
-    Figure::WEAR,
-};
 
 struct Options {
     std::string m_Old;
@@ -45,21 +27,13 @@ struct Options {
     bool m_Json = false;
 };
 
-struct Change {
-    PI::_HEALTH_FIGURE m_Figure;
-    std::int64_t m_Old;
-    std::int64_t m_New;
-    bool m_IsWorse;
-    bool m_IsLost;  ///< it was there and bad, and is not reported any more
-};
-
 /// A drive that is not as it was.
 struct Finding {
     const DriveSummary* m_Old;  ///< null: not in the old reports
     const DriveSummary* m_New;  ///< null: not in the new ones
     std::string m_Text;         ///< such as "good -> replace; reallocated sectors 0 -> 1040"
     CheckStatus m_Status = CHECK_GOOD;
-    std::vector<Change> m_Changes = {};
+    std::vector<PI::CHealthChange> m_Changes = {};
 
     const DriveSummary& Drive() const { return m_New != nullptr ? *m_New : *m_Old; }
 };
@@ -75,91 +49,34 @@ struct Findings {
     Refusals m_Errors;
 };
 
-/// Whether wear has grown by more than a step, and more than twice as fast as in the drive's life until then
-/// (judgement): wear always grows.
-bool WearsFaster(const DriveSummary& before, const DriveSummary& after, std::int64_t growth) {
-    constexpr double HALF_STEP = 0.5;
-    const auto lived = static_cast<double>(before.GetFigure(Figure::POWER_ON_HOURS).m_Value);
-    const auto since = static_cast<double>(after.GetFigure(Figure::POWER_ON_HOURS).m_Value) - lived;
-    const auto wear = static_cast<double>(before.GetFigure(Figure::WEAR).m_Value) + HALF_STEP;
-    const double expected = lived > 0 && since > 0 ? wear / lived * since : 0;
-    return static_cast<double>(growth) > 2 * expected + 1;
-}
-
-/// Whether any value but 0 is bad: that it is not reported any more does not mean that it is over.
-bool IsAlarming(PI::_HEALTH_FIGURE figure) {
-    return figure != Figure::LOGGED_ERRORS && figure != Figure::SPARE && figure != Figure::WEAR;
-}
-
-/// Whether a figure got worse that has changed.
-bool IsWorseChange(const Change& change, const DriveSummary& before, const DriveSummary& after) {
-    switch (change.m_Figure) {
-        case Figure::CRITICAL_WARNING: return (change.m_New & ~change.m_Old) != 0;  // bits
-        case Figure::LOGGED_ERRORS: return false;  // drives log commands as well that they do not know
-        case Figure::SPARE: return change.m_New < change.m_Old;
-        case Figure::WEAR: return WearsFaster(before, after, change.m_New - change.m_Old);
-        default: return change.m_New > change.m_Old;
-    }
-}
-
 /// What a drive asks for that got worse, is new or is gone.
 CheckStatus StatusOf(PI::_DRIVE_STATE state) {
     return state == State::REPLACE || state == State::FAILED ? CHECK_CRITICAL : CHECK_LOOK;
 }
 
-std::string ValueText(PI::_HEALTH_FIGURE figure, std::int64_t value) {
-    return figure != Figure::VERDICT ? std::to_string(value)
-           : value == 0              ? "passed"
-           : value == 1              ? "failing"
-                                     : "warning";
-}
-
-/// Such as "wear 12 -> 15 %".
-std::string ChangeText(const Change& change) {
-    std::string text = PI::HealthFigureToString(change.m_Figure);
-    for (char& c : text) {
-        c = c == '_' ? ' ' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    }
-    const bool isPercent = change.m_Figure == Figure::WEAR || change.m_Figure == Figure::SPARE;
-    return text + " " + ValueText(change.m_Figure, change.m_Old) + " -> " +
-           (change.m_IsLost ? "not reported" : ValueText(change.m_Figure, change.m_New)) +
-           (isPercent ? " %" : "");
-}
-
 Finding Compare(const DriveSummary& before, const DriveSummary& after) {
     Finding finding = {&before, &after, ""};
-    bool gotWorse = after.GetState() > std::max(before.GetState(), State::GOOD) ||
-                    (after.GetState() == State::UNKNOWN && before.GetState() != State::UNKNOWN);
     if (before.GetState() != after.GetState()) {
         finding.m_Text = std::string(StateWord(before.GetState())) + " -> " + StateWord(after.GetState());
     }
-    for (const PI::_HEALTH_FIGURE figure : COMPARED) {
-        const SummaryFigure old = before.GetFigure(figure);
-        const SummaryFigure now = after.GetFigure(figure);
-        const bool isLost = !now.HasValue() && IsAlarming(figure) && old.m_Value != 0;
-        if (isLost || (old.HasValue() && now.HasValue() && old.m_Value != now.m_Value)) {
-            Change change = {figure, old.m_Value, now.m_Value, isLost, isLost};
-            change.m_IsWorse = isLost || IsWorseChange(change, before, after);
-            gotWorse = gotWorse || change.m_IsWorse;
-            finding.m_Text += (finding.m_Text.empty() ? "" : "; ") + ChangeText(change);
-            finding.m_Changes.push_back(change);
-        }
+    bool isWorse = PI::IsWorseState(before.GetState(), after.GetState());
+    finding.m_Changes = PI::FindHealthChanges(before.GetHealth(), after.GetHealth());
+    for (const PI::CHealthChange& change : finding.m_Changes) {
+        isWorse = isWorse || change.IsWorse();
+        finding.m_Text += (finding.m_Text.empty() ? "" : "; ") + change.GetText();
     }
-    finding.m_Status = gotWorse ? StatusOf(after.GetState()) : CHECK_GOOD;
+    finding.m_Status = isWorse ? StatusOf(after.GetState()) : CHECK_GOOD;
     return finding;
 }
 
-using DrivesByIdentity = std::map<std::pair<std::string, std::string>, const DriveSummary*>;
+using DrivesByIdentity = std::map<std::pair<std::string_view, std::string_view>, const DriveSummary*>;
 
-/// The latest report of each drive.
-/// @param unidentified out: counts the others
-DrivesByIdentity Identify(const DriveReports& reports, std::size_t& unidentified) {
+/// The latest report of each drive that is identified.
+DrivesByIdentity LatestReports(const DriveReports& reports) {
     DrivesByIdentity drives;
-    for (const std::vector<DriveSummary>& drive : reports.m_Drives) {
-        if (IdentifiesDrive(drive.back().GetSerial())) {
-            drives[IdentityOf(drive.back())] = &drive.back();
-        } else {
-            unidentified += 1;
+    for (const DriveList& drive : reports.m_Drives) {
+        if (drive.back()->IsIdentified()) {
+            drives[IdentityOf(*drive.back())] = drive.back();
         }
     }
     return drives;
@@ -172,8 +89,9 @@ Findings Compare(const DriveReports& before, const DriveReports& after) {
     for (const DriveReports* side : {&before, &after}) {
         findings.m_Errors.insert(findings.m_Errors.end(), side->m_Errors.begin(), side->m_Errors.end());
     }
-    const DrivesByIdentity old = Identify(before, findings.m_Unidentified);
-    const DrivesByIdentity now = Identify(after, findings.m_Unidentified);
+    const DrivesByIdentity old = LatestReports(before);
+    const DrivesByIdentity now = LatestReports(after);
+    findings.m_Unidentified = before.m_Drives.size() - old.size() + after.m_Drives.size() - now.size();
     if (before.m_Drives.empty() || after.m_Drives.empty()) {
         return findings;
     }
@@ -193,9 +111,8 @@ Findings Compare(const DriveReports& before, const DriveReports& after) {
                  drive->GetState() > State::GOOD ? StatusOf(drive->GetState()) : CHECK_GOOD});
         }
     }
-    for (const std::vector<DriveSummary>& reports : after.m_Drives) {
-        const DriveSummary& drive = reports.back();
-        if (drive.GetState() > State::GOOD && !IdentifiesDrive(drive.GetSerial())) {
+    for (const DriveSummary& drive : after.m_Reports) {
+        if (drive.GetState() > State::GOOD && !drive.IsIdentified()) {
             findings.m_Drives.push_back({nullptr, &drive, "without identity", StatusOf(drive.GetState())});
         }
     }
@@ -275,11 +192,11 @@ std::string CompareJson(const Findings& findings) {
             addSide("old", finding.m_Old);
             addSide("new", finding.m_New);
             json.Member("worse", finding.m_Status != CHECK_GOOD);
-            json.Objects("changes", finding.m_Changes, [&](const Change& change) {
-                json.Member("figure", PI::HealthFigureToString(change.m_Figure));
-                json.Member("old", change.m_Old);
-                json.Member("new", change.m_IsLost ? std::nullopt : std::optional(change.m_New));
-                json.Member("worse", change.m_IsWorse);
+            json.Objects("changes", finding.m_Changes, [&](const PI::CHealthChange& change) {
+                json.Member("figure", PI::HealthFigureToString(change.GetFigure()));
+                json.Member("old", change.GetBefore());
+                json.Member("new", change.GetAfter());
+                json.Member("worse", change.IsWorse());
             });
         });
         AddErrors(findings.m_Errors, json);

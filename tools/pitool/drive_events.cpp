@@ -16,27 +16,22 @@ namespace {
 
 namespace Figure = PI::HealthFigure;
 
-std::string HostName() {
-    char name[256] = "";
-    return gethostname(name, sizeof name - 1) == 0 ? name : "";
-}
-
 /// What people look for: the model, the number on the drive's label, the device of the host; where a report
 /// does not say, where it came from.
 std::string DriveName(const DriveSummary& drive) {
-    std::string details =
-        drive.GetSerial().empty() ? "" : "serial number " + PrintableText(drive.GetSerial());
-    if (!drive.GetDevice().empty()) {
-        details += (details.empty() ? "" : ", ") + PrintableText(drive.GetDevice());
-    }
-    return PrintableText(drive.GetModel()) + " (" +
-           (details.empty() ? PrintableText(drive.GetFile()) : details) + ")";
+    const std::string serial = PrintableText(drive.GetSerial());
+    const std::string device = PrintableText(drive.GetDevice());
+    return PrintableText(drive.GetModel()) + " (" + (serial.empty() ? "" : "serial number " + serial) +
+           (serial.empty() || device.empty() ? "" : ", ") + device +
+           (serial.empty() && device.empty() ? PrintableText(drive.GetFile()) : "") + ")";
 }
 
 }  // namespace
 
 std::vector<PI::CEvent> RaiseDriveEvents(const DriveSummary& drive, std::uint64_t handle) {
     std::vector<PI::CEvent> events;
+    char host[256] = "";
+    static_cast<void>(gethostname(host, sizeof host - 1));  // else empty
     const auto raise = [&](PI::_EVENT_ID id, PI::_SEVERITY severity, const std::string& detail) {
         PI::CEvent& event = events.emplace_back();
         event.m_Handle = handle;
@@ -44,7 +39,7 @@ std::vector<PI::CEvent> RaiseDriveEvents(const DriveSummary& drive, std::uint64_
         event.m_Severity = severity;
         event.m_TimeStamp = VELK::now();
         event.m_Source = "pitool";
-        event.m_Host = HostName();
+        event.m_Host = host;
         event.SetPlaceHolder1(DriveName(drive));
         event.SetPlaceHolder2(detail);
     };

@@ -14,9 +14,6 @@ namespace {
 
 namespace Figure = PI::HealthFigure;
 
-constexpr PI::_HEALTH_FIGURE ERRORS[] = {Figure::REALLOCATED_SECTORS, Figure::PENDING_SECTORS,
-                                         Figure::UNCORRECTABLE_SECTORS, Figure::MEDIA_ERRORS};
-
 std::string KindOf(const PI::CDriveReport& report, int medium) {
     const std::string transport = report.GetTransport() != 0
                                       ? PI::PropertyValueToString(report.GetTransport())
@@ -39,23 +36,27 @@ std::int64_t SeverityOf(const PI::CHealthFigure& figure) {
 
 DriveSummary::DriveSummary(std::string_view file, const PI::CDriveReport& report,
                            const PI::CHealthAssessment& health)
-    : m_Reading(health.GetReading()),
+    : m_Health(health),
       m_Capacity(report.GetCapacity()),
+      m_Time(report.GetTime()),
       m_Severity(SeverityOf(health.GetReasons().front().GetFigure())),
       m_Weight(health.GetReasons().front().GetWeight()),
-      m_State(health.GetState()),
+      m_IsIdentified(report.IsIdentified()),
       m_IsSolidState(health.GetMedium() == PI::PropertyValue::SSD),
       m_IsDisk(!m_IsSolidState && health.GetMediumBasis() != PI::MediumBasis::NOTHING),
       m_HasLifetime(health.GetLifetime().IsKnown()) {
-    m_Reading.SetFirmware(report.GetFirmware());
-    if (report.GetTime() != 0) {
-        m_Reading.SetDate(report.GetTime());
+    for (const PI::_HEALTH_FIGURE figure : {Figure::REALLOCATED_SECTORS, Figure::PENDING_SECTORS,
+                                            Figure::UNCORRECTABLE_SECTORS, Figure::MEDIA_ERRORS}) {
+        const SummaryFigure errors = GetFigure(figure);
+        m_Errors.m_Value += std::min(errors.m_Value, INT64_MAX - m_Errors.m_Value);
+        m_Errors.m_State = std::max(m_Errors.m_State, errors.m_State);
     }
     const std::string kind = KindOf(report, health.GetMedium());
     const std::string reason = health.GetReasons().front().GetText();
-    // In the order of TextIndex.
+    // As TextIndex.
     const std::string_view texts[] = {
-        file, report.GetDevice(), report.GetModel(), report.GetSerialNumber(), kind, reason};
+        file,  report.GetDevice(), report.GetModel(), report.GetSerialNumber(), report.GetFirmware(), kind,
+        reason};
     std::size_t length = 0;
     for (std::size_t i = 0; i < TEXTS; ++i) {
         length += texts[i].size();
@@ -65,32 +66,11 @@ DriveSummary::DriveSummary(std::string_view file, const PI::CDriveReport& report
     for (const std::string_view text : texts) {
         m_Texts += text;
     }
-    for (std::size_t i = 0; i < FIGURES; ++i) {
-        const PI::CHealthFigure& figure = health.GetFigures()[i];
-        m_Values[i] = figure.GetValue();
-        m_States[i] = static_cast<std::uint8_t>(figure.GetState());
-    }
 }
 
 std::string_view DriveSummary::Text(TextIndex index) const {
     const std::size_t begin = index == 0 ? 0 : m_Ends[index - 1];
     return std::string_view(m_Texts).substr(begin, m_Ends[index] - begin);
-}
-
-SummaryFigure DriveSummary::GetFigure(PI::_HEALTH_FIGURE figure) const {
-    const auto index = static_cast<std::size_t>(figure) - 1;
-    return index < FIGURES ? SummaryFigure{m_Values[index], static_cast<PI::_FIGURE_STATE>(m_States[index])}
-                           : SummaryFigure{};
-}
-
-SummaryFigure DriveSummary::GetErrors() const {
-    SummaryFigure sum;
-    for (const PI::_HEALTH_FIGURE each : ERRORS) {
-        const SummaryFigure figure = GetFigure(each);
-        sum.m_Value += std::min(figure.m_Value, INT64_MAX - sum.m_Value);
-        sum.m_State = std::max(sum.m_State, figure.m_State);
-    }
-    return sum;
 }
 
 SummaryFigure DriveSummary::GetTemperatureLimit() const {
@@ -115,9 +95,18 @@ std::optional<std::int64_t> DriveSummary::ExceededLimit() const {
     return std::nullopt;
 }
 
-PI::CWearForecast DriveSummary::GetForecast() const {
+PI::CWearReading DriveSummary::GetReading() const {
+    PI::CWearReading reading = m_Health.GetReading();
+    reading.SetFirmware(std::string(GetFirmware()));
+    if (m_Time != 0) {
+        reading.SetDate(m_Time);
+    }
+    return reading;
+}
+
+std::uint64_t DriveSummary::GetRating() const {
     const SummaryFigure rated = GetFigure(Figure::RATED_TERABYTES);
-    return PI::CWearForecast({m_Reading}, rated.IsKnown() ? static_cast<std::uint64_t>(rated.m_Value) : 0);
+    return rated.IsKnown() ? static_cast<std::uint64_t>(rated.m_Value) : 0;
 }
 
 bool IsWorse(const DriveSummary& left, const DriveSummary& right) {

@@ -4,7 +4,7 @@
 #pragma once
 
 #include <pi/exchange/smartctl.h>
-#include <pi/health_assessment.h>
+#include <pi/health_changes.h>
 
 #include <array>
 #include <cstddef>
@@ -12,7 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <vector>
 
 namespace pitool {
 
@@ -38,29 +38,34 @@ public:
     /// @param health of the report
     DriveSummary(std::string_view file, const PI::CDriveReport& report, const PI::CHealthAssessment& health);
 
-    std::string_view GetFile() const { return Text(FILE); }      ///< as the command line names it
-    std::string_view GetDevice() const { return Text(DEVICE); }  ///< such as "/dev/sda"
-    std::string_view GetModel() const { return Text(MODEL); }    ///< as reported
-    std::string_view GetSerial() const { return Text(SERIAL); }  ///< as reported
-    std::string_view GetFirmware() const { return m_Reading.GetFirmware(); }
+    std::string_view GetFile() const { return Text(FILE); }
+    std::string_view GetDevice() const { return Text(DEVICE); }
+    std::string_view GetModel() const { return Text(MODEL); }
+    std::string_view GetSerial() const { return Text(SERIAL); }
+    std::string_view GetFirmware() const { return Text(FIRMWARE); }
     std::string_view GetKind() const { return Text(KIND); }  ///< transport and medium: "NVME SSD"
+    bool IsIdentified() const { return m_IsIdentified; }     ///< as PI::CDriveReport::IsIdentified
     bool IsSolidState() const { return m_IsSolidState; }
     bool IsDisk() const { return m_IsDisk; }                  ///< the report shows that it rotates
     std::uint64_t GetCapacity() const { return m_Capacity; }  ///< bytes; 0 when unknown
-    /// Of the report, seconds since 1970 UTC; 0 when unknown.
-    std::int64_t GetTime() const { return m_Reading.GetDate().value_or(0); }
+    std::int64_t GetTime() const {
+        return m_Time;
+    }  ///< of the report, seconds since 1970 UTC; 0 when unknown
 
-    PI::_DRIVE_STATE GetState() const { return m_State; }
+    PI::_DRIVE_STATE GetState() const { return m_Health.GetState(); }
     /// The weightiest reason for the state, such as "1040 reallocated sectors"; never empty.
     std::string_view GetReason() const { return Text(REASON); }
 
+    const PI::CHealthSnapshot& GetHealth() const { return m_Health; }
     /// Any figure of the drive's health, in the unit that PI::HealthFigure says. A disk has no wear.
-    SummaryFigure GetFigure(PI::_HEALTH_FIGURE figure) const;
+    SummaryFigure GetFigure(PI::_HEALTH_FIGURE figure) const {
+        return {m_Health.GetValue(figure), m_Health.GetFigureState(figure)};
+    }
     /// Sectors reallocated, pending and uncorrectable, and media errors: the sum of those that have a value,
     /// doubtful where one of them is.
-    SummaryFigure GetErrors() const;
+    SummaryFigure GetErrors() const { return m_Errors; }
     /// The drive's own verdict is that it fails; a warning, as of its temperature, is not.
-    bool IsFailing() const { return GetFigure(PI::HealthFigure::VERDICT).m_Value == 1; }
+    bool IsFailing() const { return m_Health.GetValue(PI::HealthFigure::VERDICT) == 1; }
     /// The wear is known, not doubtful, and WORN_PERCENT or more.
     bool IsWorn() const;
     /// The limit that the drive is hotter than, of those that it states; none where it is not.
@@ -71,36 +76,38 @@ public:
     bool HasLifetime() const { return m_HasLifetime; }
 
     /// What a forecast rests on.
-    const PI::CWearReading& GetReading() const { return m_Reading; }
+    PI::CWearReading GetReading() const;
+    /// The rated endurance, 10^12 bytes; 0 when unknown or doubtful.
+    std::uint64_t GetRating() const;
     /// The forecast of this single reading.
-    PI::CWearForecast GetForecast() const;
+    PI::CWearForecast GetForecast() const { return PI::CWearForecast({GetReading()}, GetRating()); }
 
     friend bool IsWorse(const DriveSummary& left, const DriveSummary& right);
 
     /// What an output keeps of the report beyond this.
-    const std::string& GetDetail() const { return m_Detail; }
-    void SetDetail(std::string detail) { m_Detail = std::move(detail); }
+    std::string_view GetDetail() const { return std::string_view(m_Texts).substr(m_Ends.back()); }
+    void SetDetail(std::string_view detail) { m_Texts.replace(m_Ends.back(), std::string::npos, detail); }
 
 private:
-    enum TextIndex : std::uint8_t { FILE, DEVICE, MODEL, SERIAL, KIND, REASON, TEXTS };
-    static constexpr std::size_t FIGURES = PI::HealthFigure::UNSAFE_SHUTDOWNS;
+    enum TextIndex : std::uint8_t { FILE, DEVICE, MODEL, SERIAL, FIRMWARE, KIND, REASON, TEXTS };
 
     std::string_view Text(TextIndex index) const;
 
-    std::string m_Texts;  ///< one after another: a string each would take three times the memory
-    std::string m_Detail;
-    PI::CWearReading m_Reading;
+    std::string m_Texts;  ///< one after another, the detail last: a string each would take much more memory
+    PI::CHealthSnapshot m_Health;
+    SummaryFigure m_Errors;
     std::array<std::uint32_t, TEXTS> m_Ends{};
-    std::array<std::int64_t, FIGURES> m_Values{};
-    std::array<std::uint8_t, FIGURES> m_States{};
     std::uint64_t m_Capacity;
-    std::int64_t m_Severity = 0;  ///< how bad the weightiest reason is beside others of the same weight
-    std::int32_t m_Weight;        ///< of that reason
-    PI::_DRIVE_STATE m_State;
+    std::int64_t m_Time;
+    std::int64_t m_Severity;  ///< how bad the weightiest reason is beside others of the same weight
+    std::int32_t m_Weight;    ///< of that reason
+    bool m_IsIdentified;
     bool m_IsSolidState;
     bool m_IsDisk;
     bool m_HasLifetime;
 };
+
+using DriveList = std::vector<const DriveSummary*>;
 
 inline DriveSummary Summarize(std::string_view file, const PI::CDriveReport& report) {
     return {file, report, PI::CHealthAssessment(report.GetHealth())};

@@ -13,8 +13,6 @@
 
 namespace pitool {
 
-using DriveList = std::vector<const DriveSummary*>;
-
 /// Names that SortDrives knows.
 std::vector<std::string> SortKeys();
 

@@ -3,22 +3,23 @@
 #include "commands.h"
 
 #include "drive_detail.h"
-#include "drive_identity.h"
 #include "print/units.h"
+#include "reports.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
 namespace pitool {
 namespace {
 
-namespace Figure = PI::HealthFigure;
 namespace State = PI::WearForecastState;
 
 struct Options {
@@ -27,28 +28,49 @@ struct Options {
 };
 
 struct DriveForecast {
-    DriveSummary m_Drive;  ///< the latest report that tells wear and power-on hours, else the latest one
-    std::size_t m_Readings = 0;
+    const DriveSummary*
+        m_Drive;  ///< the latest report that tells wear and power-on hours, else the latest one
+    std::size_t m_Readings;
     PI::CWearForecast m_Forecast;
-
-    /// Why there is no estimate; empty where there is one.
-    std::string Reason() const { return m_Drive.IsDisk() ? "rotating disk" : m_Forecast.GetReason(); }
 };
 
-/// @param reports of one drive, the oldest first
-DriveForecast MakeForecast(const std::vector<DriveSummary>& reports) {
-    std::vector<PI::CWearReading> readings;
-    readings.reserve(reports.size());
-    for (const DriveSummary& report : reports) {
-        readings.push_back(report.GetReading());
+SummaryFigure Wear(const DriveSummary& drive) {
+    return drive.GetFigure(PI::HealthFigure::WEAR);
+}
+
+SummaryFigure Hours(const DriveSummary& drive) {
+    return drive.GetFigure(PI::HealthFigure::POWER_ON_HOURS);
+}
+
+/// Warns of a report that is later than another one and has fewer hours.
+/// @param reports of one drive
+void CheckHistory(DriveList reports) {
+    reports.erase(std::remove_if(reports.begin(), reports.end(),
+                                 [](const DriveSummary* report) {
+                                     return report->GetTime() == 0 || !Hours(*report).IsKnown();
+                                 }),
+                  reports.end());
+    SortByAge(reports);
+    const auto earlier = std::adjacent_find(reports.begin(), reports.end(),
+                                            [](const DriveSummary* left, const DriveSummary* right) {
+                                                return Hours(*left).m_Value > Hours(*right).m_Value;
+                                            });
+    if (earlier != reports.end()) {
+        ReportFileWarning((*std::next(earlier))->GetFile(),
+                          "fewer power-on hours than in an earlier report of the same drive");
     }
-    const auto telling = std::find_if(reports.rbegin(), reports.rend(), [](const DriveSummary& report) {
-        return report.GetFigure(Figure::WEAR).IsKnown() && report.GetFigure(Figure::POWER_ON_HOURS).IsKnown();
+}
+
+/// @param reports of one drive, the oldest first
+DriveForecast MakeForecast(const DriveList& reports) {
+    std::vector<PI::CWearReading> readings;
+    std::transform(reports.begin(), reports.end(), std::back_inserter(readings),
+                   [](const DriveSummary* report) { return report->GetReading(); });
+    const auto telling = std::find_if(reports.rbegin(), reports.rend(), [](const DriveSummary* report) {
+        return Wear(*report).IsKnown() && Hours(*report).IsKnown();
     });
-    const DriveSummary& latest = telling != reports.rend() ? *telling : reports.back();
-    const SummaryFigure rated = latest.GetFigure(Figure::RATED_TERABYTES);
-    return {latest, reports.size(),
-            PI::CWearForecast(readings, rated.IsKnown() ? static_cast<std::uint64_t>(rated.m_Value) : 0)};
+    const DriveSummary* const latest = telling != reports.rend() ? *telling : reports.back();
+    return {latest, reports.size(), PI::CWearForecast(readings, latest->GetRating())};
 }
 
 /// Whether a drive comes first: those worn out earliest, then those whose wear stands still, then those
@@ -56,9 +78,9 @@ DriveForecast MakeForecast(const std::vector<DriveSummary>& reports) {
 bool IsWornEarlier(const DriveForecast& left, const DriveForecast& right) {
     const auto rank = [](const DriveForecast& drive) {
         const PI::CWearForecast& forecast = drive.m_Forecast;
-        const int group = forecast.GetHours() ? 0 : forecast.GetLow() ? 1 : !drive.m_Drive.IsDisk() ? 2 : 3;
+        const int group = forecast.GetHours() ? 0 : forecast.GetLow() ? 1 : !drive.m_Drive->IsDisk() ? 2 : 3;
         return std::make_tuple(group, forecast.GetHours().value_or(0), forecast.GetLow().value_or(0),
-                               -drive.m_Drive.GetFigure(Figure::WEAR).m_Value);
+                               -Wear(*drive.m_Drive).m_Value);
     };
     return rank(left) < rank(right);
 }
@@ -69,12 +91,12 @@ std::string ForecastJson(const std::vector<DriveForecast>& drives, const DriveRe
     };
     return JsonDocument("pitool forecast", [&](JsonWriter& json) {
         json.Objects("drives", drives, [&](const DriveForecast& drive) {
-            json.Member("serial_number", OrNull(drive.m_Drive.GetSerial()));
-            json.Member("model", OrNull(drive.m_Drive.GetModel()));
+            json.Member("serial_number", OrNull(drive.m_Drive->GetSerial()));
+            json.Member("model", OrNull(drive.m_Drive->GetModel()));
             json.Member("readings", drive.m_Readings);
-            json.Member("wear", known(drive.m_Drive.GetFigure(Figure::WEAR)));
-            json.Member("hours", known(drive.m_Drive.GetFigure(Figure::POWER_ON_HOURS)));
-            AddForecast(drive.m_Forecast, drive.m_Drive.IsDisk(), json.Name("forecast"));
+            json.Member("wear", known(Wear(*drive.m_Drive)));
+            json.Member("hours", known(Hours(*drive.m_Drive)));
+            AddForecast(drive.m_Forecast, drive.m_Drive->IsDisk(), json.Name("forecast"));
         });
         AddErrors(reports.m_Errors, json);
     });
@@ -86,7 +108,7 @@ std::string MonthText(const PI::CWearForecast& forecast, const std::optional<std
     constexpr std::uint64_t LONGEST = 262980;  // hours of thirty years, as LifeText
     const bool isTold = hours && *hours <= LONGEST && forecast.GetState() != State::WORN;
     const std::string time = isTold ? TimeText(forecast.GetDate(*hours).value_or(0)) : "";
-    return time.empty() ? "-" : time.substr(0, YEAR_AND_MONTH);
+    return time.substr(0, YEAR_AND_MONTH);
 }
 
 std::string ForecastTable(const std::vector<DriveForecast>& drives, const Screen& screen) {
@@ -109,22 +131,22 @@ std::string ForecastTable(const std::vector<DriveForecast>& drives, const Screen
     Table table(std::move(columns));
     for (const DriveForecast& drive : drives) {
         const PI::CWearForecast& forecast = drive.m_Forecast;
-        const SummaryFigure wear = drive.m_Drive.GetFigure(Figure::WEAR);
-        const SummaryFigure hours = drive.m_Drive.GetFigure(Figure::POWER_ON_HOURS);
+        const SummaryFigure wear = Wear(*drive.m_Drive);
+        const SummaryFigure hours = Hours(*drive.m_Drive);
         table.Add(LifeText(forecast), forecast.GetState() == State::WORN ? Style::WARNING : Style::PLAIN);
         if (areDated) {
             table.Add(MonthText(forecast, forecast.GetHours()));
             table.Add(MonthText(forecast, forecast.GetLow()));
             table.Add(MonthText(forecast, forecast.GetHigh()));
         }
-        table.Add(wear.HasValue() ? std::to_string(wear.m_Value) + (wear.IsKnown() ? " %" : " %?") : "-");
+        table.Add(wear.HasValue() ? std::to_string(wear.m_Value) + (wear.IsKnown() ? " %" : " %?") : "");
         table.Add(hours.HasValue()
                       ? AgeText(static_cast<std::uint64_t>(hours.m_Value)) + (hours.IsKnown() ? "" : "?")
-                      : "-");
+                      : "");
         table.Add(std::to_string(drive.m_Readings));
-        table.Add(PrintableText(drive.m_Drive.GetModel()));
-        table.Add(PrintableText(drive.m_Drive.GetSerial()));
-        const std::string reason = drive.Reason();
+        table.Add(drive.m_Drive->GetModel());
+        table.Add(drive.m_Drive->GetSerial());
+        const std::string_view reason = drive.m_Drive->IsDisk() ? "rotating disk" : forecast.GetReason();
         table.Add(reason.empty() ? BasisText(forecast.GetBasis()) : reason);
     }
     return table.Text(screen);
@@ -134,7 +156,8 @@ ExitStatus Run(const Options& options) {
     const DriveReports reports = ReadDrives(options.m_Files);
     std::vector<DriveForecast> drives;
     drives.reserve(reports.m_Drives.size());
-    for (const std::vector<DriveSummary>& drive : reports.m_Drives) {
+    for (const DriveList& drive : reports.m_Drives) {
+        CheckHistory(drive);
         drives.push_back(MakeForecast(drive));
     }
     std::stable_sort(drives.begin(), drives.end(), IsWornEarlier);

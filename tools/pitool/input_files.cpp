@@ -13,8 +13,6 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <iterator>
-#include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -55,83 +53,58 @@ bool ReadDescriptor(int descriptor, std::size_t size, const std::string& file, s
             IsReady(descriptor, -1);
             continue;
         }
-        if (count < 0) {
-            reason = std::strerror(errno);
-            return false;
-        }
-        if (count == 0 && isLate && file != STANDARD_INPUT) {
-            reason = "nothing writes to this pipe";
-            return false;
-        }
+        length += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
+        reason = count < 0                                        ? std::strerror(errno)
+                 : count == 0 && isLate && file != STANDARD_INPUT ? "nothing writes to this pipe"
+                 : length > MAX_INPUT_SIZE                        ? "larger than 64 mebibytes"
+                                                                  : "";
         isLate = false;
-        length += static_cast<std::size_t>(count);
-        if (length > MAX_INPUT_SIZE) {
-            reason = "larger than 64 mebibytes";
-            return false;
-        }
-        if (count == 0 || length == size) {
+        if (!reason.empty() || count == 0 || length == size) {
             text.resize(length);
-            return true;
+            return reason.empty();
         }
     }
 }
 
-bool IsReport(const std::string& name) {
-    constexpr std::string_view ENDINGS[] = {".json", ".txt", ".gz"};
-    return std::any_of(std::begin(ENDINGS), std::end(ENDINGS), [&name](std::string_view ending) {
-        return name.size() > ending.size() &&
-               name.compare(name.size() - ending.size(), ending.size(), ending) == 0;
-    });
-}
-
-/// Adds the reports of a folder and of those in it.
-void AddFiles(const fs::path& folder, std::vector<std::string>& files, const Refuse& refuse) {
+/// @return whether there was a report, or what could not be read was refused
+bool TakeFolder(const fs::path& folder, const TakeFile& take, const Refuse& refuse) {
+    std::vector<std::pair<std::string, bool>> names;  // whether each is a folder
     std::error_code error;
     for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
          entry.increment(error)) {
         std::error_code ignored;  // what is no longer there is passed over
-        const std::string name = entry->path().filename().string();
-        if (name.front() == '.' || entry->is_symlink(ignored)) {
-            continue;
-        }
-        if (entry->is_directory(ignored)) {
-            AddFiles(entry->path(), files, refuse);
-        } else if (IsReport(name) && entry->is_regular_file(ignored)) {
-            files.push_back(entry->path().string());
+        std::string name = entry->path().filename().string();
+        const std::string ending = name.substr(std::min(name.rfind('.'), name.size()));
+        const bool isReport = ending == ".json" || ending == ".txt" || ending == ".gz";
+        const bool isFolder = entry->is_directory(ignored);
+        if (name.front() != '.' && !entry->is_symlink(ignored) &&
+            (isFolder || (isReport && entry->is_regular_file(ignored)))) {
+            names.emplace_back(std::move(name), isFolder);
         }
     }
     if (error) {
         refuse(folder.string(), error.message());
     }
-}
-
-/// Orders by the names of folders and files, one after another.
-bool IsBefore(const std::string& left, const std::string& right) {
-    const auto rank = [](char c) { return c == '/' ? 0 : static_cast<unsigned char>(c); };
-    return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
-                                        [&rank](char a, char b) { return rank(a) < rank(b); });
+    bool isAny = static_cast<bool>(error);
+    std::sort(names.begin(), names.end());
+    for (const auto& [name, isFolder] : names) {
+        if (!isFolder) {
+            take((folder / name).string());
+        }
+        isAny = !isFolder || TakeFolder(folder / name, take, refuse) || isAny;
+    }
+    return isAny;
 }
 
 }  // namespace
 
-void ForEachFile(const std::string& argument, const std::function<void(const std::string& file)>& take,
-                 const Refuse& refuse) {
+void ForEachFile(const std::string& argument, const TakeFile& take, const Refuse& refuse) {
     std::error_code error;
     if (argument == STANDARD_INPUT || !fs::is_directory(argument, error)) {
         take(argument);
-        return;
-    }
-    bool isRefused = false;
-    std::vector<std::string> files;
-    AddFiles(argument, files, [&](const std::string& folder, const std::string& reason) {
-        isRefused = true;
-        refuse(folder, reason);
-    });
-    if (files.empty() && !isRefused) {
+    } else if (!TakeFolder(argument, take, refuse)) {
         refuse(argument, R"(no file ending ".json", ".txt" or ".gz" in this folder)");
     }
-    std::sort(files.begin(), files.end(), IsBefore);
-    std::for_each(files.begin(), files.end(), take);
 }
 
 bool ReadInput(const std::string& file, std::string& text, std::string& reason) {

@@ -15,6 +15,7 @@ constexpr std::size_t MAX_INPUT_SIZE = std::size_t{64} * 1024 * 1024;
 /// The argument that means standard input.
 constexpr const char* STANDARD_INPUT = "-";
 
+using TakeFile = std::function<void(const std::string& file)>;
 /// Called with a file or folder that is refused, and why.
 using Refuse = std::function<void(const std::string& file, const std::string& reason)>;
 
@@ -22,8 +23,7 @@ using Refuse = std::function<void(const std::string& file, const std::string& re
 /// end in ".json", ".txt" or ".gz", in the order of their names. Below a folder, links are not followed and
 /// names that begin with a dot are ignored.
 /// @param refuse called with a folder that cannot be read or holds no such file, and why
-void ForEachFile(const std::string& argument, const std::function<void(const std::string& file)>& take,
-                 const Refuse& refuse);
+void ForEachFile(const std::string& argument, const TakeFile& take, const Refuse& refuse);
 
 /// Reads a file, or standard input for "-", whole.
 ///

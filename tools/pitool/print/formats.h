@@ -20,7 +20,7 @@ std::string CsvLine(const DriveSummary& drive);
 
 /// Metrics in the text format 0.0.4 that the textfile collector of Prometheus' node exporter reads: a series
 /// for each drive and family. A drive is its model, serial number and device; of several reports of one the
-/// newest (IsOlder) counts, since a series may be there only once; of equally old ones the worst. Where the
+/// newest (SortByAge) counts, since a series may be there only once; of equally old ones the worst. Where the
 /// serial number identifies no drive, the worst counts.
 ///
 /// Only what is known is printed: an alert must not rest on a doubtful figure.

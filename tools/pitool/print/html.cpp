@@ -63,7 +63,8 @@ std::string HtmlPage(const DriveList& all, const DriveList& drives, const Refusa
             anchors[drive] = "#" + anchor;
             sheets += "<details id=" + anchor + "><summary>" + StateWord(drive->GetState()) + " " +
                       HtmlText(drive->GetModel()) + " " + HtmlText(drive->GetSerial()) + " <small>" +
-                      HtmlText(drive->GetFile()) + "</small></summary>" + drive->GetDetail() + "</details>\n";
+                      HtmlText(drive->GetFile()) + "</small></summary>";
+            sheets.append(drive->GetDetail()).append("</details>\n");
         }
     }
     const auto rows = [&anchors](const DriveList& list, std::size_t most) {

@@ -2,9 +2,9 @@
 
 #include "print/formats.h"
 
-#include "drive_identity.h"
 #include "print/text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -122,14 +122,18 @@ std::string Labels(const DriveSummary& drive) {
 }  // namespace
 
 std::string PrometheusText(const DriveList& drives, std::size_t refused) {
-    std::map<std::string, const DriveSummary*> series;
+    std::map<std::string, DriveList> reports;
     for (const DriveSummary* drive : drives) {
-        const DriveSummary*& kept = series[Labels(*drive)];
-        // Without a serial number that identifies it, a later report may be of another drive.
-        const bool hasOrder = kept != nullptr && IdentifiesDrive(drive->GetSerial()) &&
-                              (IsOlder(*kept, *drive) || IsOlder(*drive, *kept));
-        const bool isTaken = kept == nullptr || (hasOrder ? IsOlder(*kept, *drive) : IsWorse(*drive, *kept));
-        kept = isTaken ? drive : kept;
+        reports[Labels(*drive)].push_back(drive);
+    }
+    std::map<std::string, const DriveSummary*> series;
+    for (auto& [labels, list] : reports) {
+        SortDrives("state", list);
+        std::reverse(list.begin(), list.end());
+        if (list.front()->IsIdentified()) {  // else a later report may be of another drive
+            SortByAge(list);
+        }
+        series[labels] = list.back();
     }
     std::string text;
     AddHeading("pi_inputs_refused", "Inputs that gave no drive.", text);

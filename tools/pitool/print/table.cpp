@@ -178,7 +178,8 @@ std::string Table::Text(const Screen& screen, std::size_t indent) const {
     if (const std::size_t left = rows - shown + m_Further; left != 0) {
         AddWrapped("", "", FurtherText(left), Style::FAINT, screen, text);
     }
-    return text += below;
+    text += below;
+    return text;
 }
 
 std::string Table::Html(const std::function<std::string(std::size_t row)>& link) const {
