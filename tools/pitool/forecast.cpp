@@ -56,8 +56,8 @@ void CheckHistory(DriveList reports) {
                                                 return Hours(*left).m_Value > Hours(*right).m_Value;
                                             });
     if (earlier != reports.end()) {
-        ReportFileWarning((*std::next(earlier))->GetFile(),
-                          "fewer power-on hours than in an earlier report of the same drive");
+        ReportWarning((*std::next(earlier))->GetFile(),
+                      "fewer power-on hours than in an earlier report of the same drive");
     }
 }
 

@@ -101,11 +101,11 @@ DriveReports ReadDrives(const std::vector<std::string>& arguments) {
         all.m_Drives[index].push_back(&drive);
     });
     if (unidentified != 0) {  // a line for each would be thousands where reports are published
-        ReportFileWarning(firstUnidentified->GetFile(),
-                          unidentified == 1
-                              ? "its serial number identifies no drive: it matches no other report"
-                              : "its serial number, as those of " + std::to_string(unidentified - 1) +
-                                    " more, identifies no drive: they match no other report");
+        ReportWarning(firstUnidentified->GetFile(),
+                      unidentified == 1
+                          ? "its serial number identifies no drive: it matches no other report"
+                          : "its serial number, as those of " + std::to_string(unidentified - 1) +
+                                " more, identifies no drive: they match no other report");
     }
     std::for_each(all.m_Drives.begin(), all.m_Drives.end(), SortByAge);
     return all;
