@@ -14,6 +14,15 @@
 using namespace pitool;
 using namespace pitool::test;
 
+namespace {
+
+std::string CsvLine(const Json& report, const char* file = "sample.json") {
+    const DriveSummary drive = SummaryOf(report, file);
+    return CsvText({&drive}).substr(CsvText({}).size());
+}
+
+}  // namespace
+
 TEST(Csv, ALineHasTheColumnsOfTheHeader) {
     Json report = AtaReport("INTEL SSDPE2KX010T7");
     report["device"]["protocol"] = "NVMe";
@@ -25,14 +34,14 @@ TEST(Csv, ALineHasTheColumnsOfTheHeader) {
                                                    {"percentage_used", 255},
                                                    {"power_on_hours", 20000},
                                                    {"data_units_written", 1000000000}};
-    EXPECT_EQ(CsvHeader(),
+    EXPECT_EQ(CsvText({}),
               "state,reason,model,serial_number,firmware,kind,device,file,time,capacity_bytes,power_on_hours,"
               "wear_percent,spare_percent,bytes_written,rated_terabytes,temperature_celsius,"
               "temperature_limit_celsius,critical_temperature_celsius,reallocated_sectors,pending_sectors,"
               "uncorrectable_sectors,media_errors,interface_errors,failed_self_tests,hours_to_worn,"
               "hours_to_worn_low,hours_to_worn_high,doubtful\r\n");
     EXPECT_EQ(
-        CsvLine(SummaryOf(report)),
+        CsvLine(report),
         "look,\"perhaps 255 percent worn: NVMe log 02h says 255 percent, which stands for more than 254 or "
         "for nothing\",INTEL SSDPE2KX010T7,S1,F,NVME SSD,/dev/sdx,sample.json,2023-11-14T22:13:20Z,"
         "1000204886016,20000,255,,512000000000000,1380,,,,,,,,,,93203,55922,372813,wear_percent\r\n");
@@ -40,7 +49,7 @@ TEST(Csv, ALineHasTheColumnsOfTheHeader) {
 
 TEST(Csv, EachFigureHasItsColumn) {
     std::vector<std::string> header;
-    std::stringstream names(CsvHeader());
+    std::stringstream names(CsvText({}));
     for (std::string name; std::getline(names, name, ',');) {
         header.push_back(name);
     }
@@ -63,7 +72,7 @@ TEST(Csv, EachFigureHasItsColumn) {
     };
     for (const auto& [column, members] : FIGURES) {
         const Json report = Json::parse(std::string(R"({"model_name":"A",)") + members + "}");
-        std::string line = CsvLine(SummaryOf(report));
+        std::string line = CsvLine(report);
         line.erase(0, line.find(",A,"));  // what is before it may hold commas
         std::stringstream cells(line.substr(1));
         std::string cell;
@@ -76,7 +85,7 @@ TEST(Csv, EachFigureHasItsColumn) {
 TEST(Csv, CellsAreQuotedWhereTheyMustBe) {
     // The model is the third cell, and the fourth, the serial number, is empty.
     const auto model = [](const std::string& text) {
-        const std::string line = CsvLine(SummaryOf(AtaReport(text)));
+        const std::string line = CsvLine(AtaReport(text));
         const std::size_t begin = line.find(" against it\",") + 13;
         return line.substr(begin, line.find(",,,ATA HDD") - begin);
     };
@@ -88,8 +97,8 @@ TEST(Csv, CellsAreQuotedWhereTheyMustBe) {
 
 TEST(Csv, NoTextIsAFormula) {
     for (const std::string text : {"=1+2", "+1", "-1", "@SUM(A1)"}) {
-        EXPECT_NE(CsvLine(SummaryOf(AtaReport(text))).find(",'" + text + ","), std::string::npos) << text;
+        EXPECT_NE(CsvLine(AtaReport(text)).find(",'" + text + ","), std::string::npos) << text;
     }
-    EXPECT_NE(CsvLine(SummaryOf(AtaReport("a=1"))).find(",a=1,"), std::string::npos);
-    EXPECT_NE(CsvLine(SummaryOf(AtaReport("a"), "-")).find(",-,"), std::string::npos) << "standard input";
+    EXPECT_NE(CsvLine(AtaReport("a=1")).find(",a=1,"), std::string::npos);
+    EXPECT_NE(CsvLine(AtaReport("a"), "-").find(",-,"), std::string::npos) << "standard input";
 }

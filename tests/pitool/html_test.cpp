@@ -116,6 +116,15 @@ TEST(Html, AboveFiveHundredDrivesOnlyThoseThatAreNotGoodHaveSheets) {
     EXPECT_EQ(Page(std::vector<PI::CDriveReport>(501, good)).find("<h2>Sheets"), std::string::npos);
 }
 
+TEST(Html, OfMoreDrivesNoGoodOneHasASheetHoweverFewAreShown) {
+    const DriveSummary good = Summarize("", GoodReport("S1"));
+    const DriveList all(501, &good);
+    const std::string page = HtmlPage(all, {&good}, {});
+    EXPECT_EQ(page.find("<h2>Sheets"), std::string::npos);
+    EXPECT_EQ(page.find("href"), std::string::npos);
+    EXPECT_EQ(Count(HtmlPage(DriveList(500, &good), {&good}, {}), "<a href=\"#d1\">good"), 1U);
+}
+
 TEST(Html, ASheetShowsFiguresWithTheirSources) {
     const std::string sheets = Section(Page({GoodReport("S1", Wear(3))}), "Sheets");
     EXPECT_NE(sheets.find("<td>RATED_ENDURANCE_PERCENT<td>3 percent, counts up; device statistics"),

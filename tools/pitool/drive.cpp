@@ -169,9 +169,7 @@ bool WriteJson(const Result& result) {
 }
 
 bool WriteCsv(const Result& result) {
-    return WriteOutput(CsvHeader()) &&
-           std::all_of(result.m_Shown.begin(), result.m_Shown.end(),
-                       [](const DriveSummary* drive) { return WriteOutput(CsvLine(*drive)); });
+    return WriteOutput(CsvText(result.m_Shown));
 }
 
 bool WritePrometheus(const Result& result) {

@@ -5,6 +5,8 @@
 #include "print/text.h"
 #include "print/units.h"
 
+#include <iomanip>
+#include <sstream>
 #include <utility>
 
 namespace pitool {
@@ -37,47 +39,41 @@ std::string Cell(std::string_view value) {
     if (text.find_first_of("\",") == std::string::npos) {
         return text;
     }
-    std::string quoted = "\"";
-    for (const char c : text) {
-        quoted.append(c == '"' ? 2 : 1, c);
-    }
-    return quoted + '"';
+    std::ostringstream quoted;
+    quoted << std::quoted(text, '"', '"');
+    return quoted.str();
 }
-
-constexpr const char* LINE_END = "\r\n";
 
 }  // namespace
 
-std::string CsvHeader() {
-    std::string line = "state,reason,model,serial_number,firmware,kind,device,file,time,capacity_bytes,";
+std::string CsvText(const DriveList& drives) {
+    std::string text = "state,reason,model,serial_number,firmware,kind,device,file,time,capacity_bytes,";
     for (const auto& [name, figure] : FIGURES) {
-        line.append(name).append(",");
+        text.append(name).append(",");
     }
-    return line.append("hours_to_worn,hours_to_worn_low,hours_to_worn_high,doubtful").append(LINE_END);
-}
-
-std::string CsvLine(const DriveSummary& drive) {
-    std::string line = StateWord(drive.GetState());
-    for (const std::string_view text :
-         {drive.GetReason(), drive.GetModel(), drive.GetSerial(), drive.GetFirmware(), drive.GetKind(),
-          drive.GetDevice(), drive.GetFile()}) {
-        line += "," + Cell(text);
-    }
-    line += "," + TimeText(drive.GetTime()) + ",";
-    line += drive.GetCapacity() != 0 ? std::to_string(drive.GetCapacity()) : "";
-    std::string doubtful;
-    for (const auto& [name, id] : FIGURES) {
-        const SummaryFigure figure = drive.GetFigure(id);
-        line += figure.HasValue() ? "," + std::to_string(figure.m_Value) : ",";
-        if (figure.IsDoubtful()) {
-            doubtful += (doubtful.empty() ? "" : " ") + std::string(name);
+    text += "hours_to_worn,hours_to_worn_low,hours_to_worn_high,doubtful\r\n";
+    for (const DriveSummary* drive : drives) {
+        const std::string time = TimeText(drive->GetTime());
+        text += StateWord(drive->GetState());
+        for (const std::string_view value :
+             {drive->GetReason(), drive->GetModel(), drive->GetSerial(), drive->GetFirmware(),
+              drive->GetKind(), drive->GetDevice(), drive->GetFile(), std::string_view(time)}) {
+            text += "," + Cell(value);
         }
+        text += drive->GetCapacity() != 0 ? "," + std::to_string(drive->GetCapacity()) : ",";
+        std::string doubtful;
+        for (const auto& [name, id] : FIGURES) {
+            const SummaryFigure figure = drive->GetFigure(id);
+            text += figure.HasValue() ? "," + std::to_string(figure.m_Value) : ",";
+            doubtful += figure.IsDoubtful() ? (doubtful.empty() ? "" : " ") + std::string(name) : "";
+        }
+        const PI::CWearForecast forecast = drive->GetForecast();
+        for (const auto& hours : {forecast.GetHours(), forecast.GetLow(), forecast.GetHigh()}) {
+            text += hours ? "," + std::to_string(*hours) : ",";
+        }
+        text += "," + doubtful + "\r\n";
     }
-    const PI::CWearForecast forecast = drive.GetForecast();
-    for (const auto& hours : {forecast.GetHours(), forecast.GetLow(), forecast.GetHigh()}) {
-        line += hours ? "," + std::to_string(*hours) : ",";
-    }
-    return line + "," + doubtful + LINE_END;
+    return text;
 }
 
 }  // namespace pitool

@@ -11,12 +11,10 @@
 
 namespace pitool {
 
-/// The names of the columns as a line of comma-separated values (RFC 4180); docs/pitool-json.md lists them.
-std::string CsvHeader();
-
-/// The line of a drive. Figures that are not known are empty, doubtful ones are in their columns and named in
-/// the last one. A text that a spreadsheet would take for a formula begins with an apostrophe.
-std::string CsvLine(const DriveSummary& drive);
+/// Comma-separated values (RFC 4180): the names of the columns, which docs/pitool-json.md lists, and a line a
+/// drive. Figures that are not known are empty, doubtful ones are in their columns and named in the last one.
+/// A text that a spreadsheet would take for a formula begins with an apostrophe.
+std::string CsvText(const DriveList& drives);
 
 /// Metrics in the text format 0.0.4 that the textfile collector of Prometheus' node exporter reads: a series
 /// for each drive and family. A drive is its model, serial number and device; of several reports of one the
@@ -33,8 +31,7 @@ constexpr std::size_t HTML_SHEETS_OF_ALL = 500;
 /// An HTML page that can be mailed and printed, without scripts and addresses: what to act on first, pictures
 /// of wear, models, all drives, and the sheets.
 /// @param all     drives: they are counted and acted on
-/// @param drives  those shown, in this order; their details are their sheets as HTML, empty where they have
-///                none
+/// @param drives  those shown, in this order; the details of those that have sheets are these as HTML
 /// @param refused inputs that gave no drive
 std::string HtmlPage(const DriveList& all, const DriveList& drives, const Refusals& refused);
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <iterator>
 #include <map>
+#include <set>
 
 namespace pitool {
 namespace {
@@ -34,21 +35,14 @@ details{border-bottom:1px solid var(--line);padding:.25rem 0}summary{cursor:poin
 
 /// When the reports were made; empty where none says so.
 std::string Period(const DriveList& drives) {
-    std::vector<std::int64_t> times;
+    std::set<std::int64_t> times;
     for (const DriveSummary* drive : drives) {
-        if (drive->GetTime() != 0) {
-            times.push_back(drive->GetTime());
-        }
+        times.insert(drive->GetTime());
     }
-    if (times.empty()) {
-        return "";
-    }
-    const auto [first, last] = std::minmax_element(times.begin(), times.end());
-    return "<p>Reports of " + TimeText(*first) + (*first == *last ? "" : " to " + TimeText(*last)) + "</p>";
-}
-
-std::string Heading(const char* text) {
-    return "\n<h2>" + std::string(text) + "</h2>";
+    times.erase(0);
+    return times.empty() ? ""
+                         : "<p>Reports of " + TimeText(*times.begin()) +
+                               (times.size() == 1 ? "" : " to " + TimeText(*times.rbegin())) + "</p>";
 }
 
 }  // namespace
@@ -57,8 +51,7 @@ std::string HtmlPage(const DriveList& all, const DriveList& drives, const Refusa
     std::map<const DriveSummary*, std::string> anchors;
     std::string sheets;
     for (const DriveSummary* drive : drives) {
-        if (!drive->GetDetail().empty() &&
-            (drives.size() <= HTML_SHEETS_OF_ALL || drive->GetState() != PI::DriveState::GOOD)) {
+        if (all.size() <= HTML_SHEETS_OF_ALL || drive->GetState() != PI::DriveState::GOOD) {
             const std::string anchor = "d" + std::to_string(anchors.size() + 1);
             anchors[drive] = "#" + anchor;
             sheets += "<details id=" + anchor + "><summary>" + StateWord(drive->GetState()) + " " +
@@ -85,15 +78,16 @@ std::string HtmlPage(const DriveList& all, const DriveList& drives, const Refusa
         "<meta name=viewport content=\"width=device-width,initial-scale=1\"><style>" +
         std::string(STYLE) + "</style></head>\n<body><h1>" + StateCounts(all).Text(refused.size()) + "</h1>" +
         Period(drives);
-    html += Heading("What to act on first");
-    html += toActOn.empty() ? "<p>Nothing.</p>" : rows(toActOn, FIRST_TO_ACT_ON);
-    html += Heading("Wear") + "<div class=plots>" + WearPlots(drives) + "</div>";
-    html += Heading("By model") + ModelTable(drives).Html();
-    html += Heading(drives.size() == all.size() ? "All drives" : "The drives chosen") +
-            rows(drives, drives.size());
-    if (!sheets.empty()) {
-        html += Heading("Sheets");
-        html += (anchors.size() < drives.size() ? "<p>Only of drives that are not good.</p>" : "") + sheets;
+    const auto add = [&html](const char* heading, const std::string& section) {
+        html.append("\n<h2>").append(heading).append("</h2>").append(section);
+    };
+    add("What to act on first", toActOn.empty() ? "<p>Nothing.</p>" : rows(toActOn, FIRST_TO_ACT_ON));
+    add("Wear", "<div class=plots>" + WearPlots(drives) + "</div>");
+    add("By model", ModelTable(drives).Html());
+    add(drives.size() == all.size() ? "All drives" : "The drives chosen", rows(drives, drives.size()));
+    if (!anchors.empty()) {
+        add("Sheets", anchors.size() < drives.size() ? "<p>Only of drives that are not good.</p>" : "");
+        html += sheets;
     }
     if (!refused.empty()) {
         Table table({{"FILE"}, {"REASON"}});
@@ -101,7 +95,7 @@ std::string HtmlPage(const DriveList& all, const DriveList& drives, const Refusa
             table.Add(file);
             table.Add(reason);
         }
-        html += Heading("Not read") + table.Html();
+        add("Not read", table.Html());
     }
     return html + "</body></html>\n";
 }

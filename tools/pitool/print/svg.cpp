@@ -6,6 +6,7 @@
 #include <cmath>
 #include <iterator>
 #include <set>
+#include <sstream>
 #include <utility>
 
 namespace pitool {
@@ -24,6 +25,7 @@ constexpr double HOURS_PER_YEAR = 365.25 * 24;
 
 // What is drawn in a colour and a form of its own, in the order drawn: the worst on top.
 constexpr const char* CLASSES[] = {"good", "look", "bad"};
+constexpr std::size_t CLASS_OF[] = {0, 0, 1, 2, 2};  // in the order of the states
 
 struct Point {
     double m_X;
@@ -51,12 +53,7 @@ struct Axis {
     int m_Steps;
 };
 
-std::string Label(int x, int y, const char* anchor, const std::string& text) {
-    return "<text x=" + std::to_string(x) + " y=" + std::to_string(y) + " text-anchor=" + anchor + ">" +
-           text + "</text>";
-}
-
-std::string Plot(const std::vector<Point>& points, const std::string& title, const char* xLabel) {
+void Plot(const std::vector<Point>& points, const char* title, const char* xLabel, std::ostream& svg) {
     double largestX = 1;
     double largestY = 100;
     for (const Point& point : points) {
@@ -65,35 +62,40 @@ std::string Plot(const std::vector<Point>& points, const std::string& title, con
     }
     const Axis x(largestX, LEFT, RIGHT);
     const Axis y(largestY, BOTTOM, TOP);
-    const std::string caption =
-        title + " of " + std::to_string(points.size()) + (points.size() == 1 ? " drive" : " drives");
-    std::string svg = "<figure><svg viewBox=\"0 0 " + std::to_string(WIDTH) + " " + std::to_string(HEIGHT) +
-                      "\" role=img aria-label=\"" + caption + "\">";
-    std::string lines;
+    const std::string caption = std::string(title) + " of " + std::to_string(points.size()) +
+                                (points.size() == 1 ? " drive" : " drives");
+    const auto label = [&svg](int left, int top, const char* anchor) -> std::ostream& {
+        return svg << "<text x=" << left << " y=" << top << " text-anchor=" << anchor << '>';
+    };
+    svg << "<figure><svg viewBox=\"0 0 " << WIDTH << ' ' << HEIGHT << "\" role=img aria-label=\"" << caption
+        << "\">";
     for (int step = 0; step <= y.m_Steps; ++step) {
-        const int place = y.Place(step * y.m_Step);
-        lines += "M" + std::to_string(LEFT) + " " + std::to_string(place) + "H" + std::to_string(RIGHT);
-        svg += Label(LEFT - 6, place + 4, "end", std::to_string(std::lround(step * y.m_Step)) + "%");
+        label(LEFT - 6, y.Place(step * y.m_Step) + 4, "end") << std::lround(step * y.m_Step) << "%</text>";
     }
     for (int step = 0; step <= x.m_Steps; ++step) {
-        svg += Label(x.Place(step * x.m_Step), BOTTOM + 16, "middle",
-                     std::to_string(std::lround(step * x.m_Step)));
+        label(x.Place(step * x.m_Step), BOTTOM + 16, "middle") << std::lround(step * x.m_Step) << "</text>";
     }
-    svg += Label((LEFT + RIGHT) / 2, HEIGHT - 6, "middle", xLabel);
-    svg += "<path class=a d=\"" + lines + "\"/>";
+    label((LEFT + RIGHT) / 2, HEIGHT - 6, "middle") << xLabel << "</text><path class=a d=\"";
+    for (int step = 0; step <= y.m_Steps; ++step) {
+        svg << 'M' << LEFT << ' ' << y.Place(step * y.m_Step) << 'H' << RIGHT;
+    }
+    svg << "\"/>";
     // Points of many drives fall together: each place is drawn once.
     std::set<std::pair<int, int>> places[std::size(CLASSES)];
     for (const Point& point : points) {
         places[point.m_Class].emplace(x.Place(point.m_X), y.Place(point.m_Y));
     }
     for (std::size_t i = 0; i < std::size(CLASSES); ++i) {
-        svg += places[i].empty() ? "" : std::string("<path class=\"p ") + CLASSES[i] + "\" d=\"";
-        for (const auto& [left, top] : places[i]) {
-            svg += "M" + std::to_string(left) + " " + std::to_string(top) + "h0";
+        if (places[i].empty()) {
+            continue;
         }
-        svg += places[i].empty() ? "" : "\"/>";
+        svg << "<path class=\"p " << CLASSES[i] << "\" d=\"";
+        for (const auto& [left, top] : places[i]) {
+            svg << 'M' << left << ' ' << top << "h0";
+        }
+        svg << "\"/>";
     }
-    return svg + "</svg><figcaption><small>" + caption + "</small></figcaption></figure>";
+    svg << "</svg><figcaption><small>" << caption << "</small></figcaption></figure>";
 }
 
 }  // namespace
@@ -106,9 +108,7 @@ std::string WearPlots(const DriveList& drives) {
         const SummaryFigure hours = drive->GetFigure(Health::POWER_ON_HOURS);
         const SummaryFigure temperature = drive->GetFigure(Health::TEMPERATURE);
         const auto y = static_cast<double>(wear.m_Value);
-        const std::size_t drawn = drive->GetState() >= PI::DriveState::REPLACE ? 2
-                                  : drive->GetState() == PI::DriveState::LOOK  ? 1
-                                                                               : 0;
+        const std::size_t drawn = CLASS_OF[drive->GetState()];
         if (wear.IsKnown() && hours.IsKnown()) {
             byAge.push_back({static_cast<double>(hours.m_Value) / HOURS_PER_YEAR, y, drawn});
         }
@@ -116,8 +116,10 @@ std::string WearPlots(const DriveList& drives) {
             byTemperature.push_back({static_cast<double>(temperature.m_Value), y, drawn});
         }
     }
-    return Plot(byAge, "Wear against age", "years of power-on time") +
-           Plot(byTemperature, "Wear against temperature", "degrees Celsius");
+    std::ostringstream svg;
+    Plot(byAge, "Wear against age", "years of power-on time", svg);
+    Plot(byTemperature, "Wear against temperature", "degrees Celsius", svg);
+    return svg.str();
 }
 
 }  // namespace pitool

@@ -31,7 +31,7 @@ std::string LifeText(const PI::CWearForecast& forecast);
 /// What a forecast rests on: "age", "recent pace", "bytes written"; empty where there is none.
 const char* BasisText(PI::_WEAR_FORECAST_BASIS basis);
 
-/// "2031-05-17T08:30:00Z", ISO 8601; empty for 0 and for years that do not have four digits.
+/// "2031-05-17T08:30:00Z", ISO 8601, of seconds since 1970 UTC; empty for 0 and after the year 9999.
 std::string TimeText(std::int64_t seconds);
 
 }  // namespace pitool
