@@ -225,7 +225,7 @@ TEST(Html, ModelsWithFailedDrivesComeFirst) {
     EXPECT_LT(models.find("Disk"), models.find("INTEL"));
     EXPECT_NE(
         models.find("\n<tr><td class=\"n faint\">-<td class=\"n faint\">-<td class=\"n faint\">-<td "
-                    "class=\"n\">2<td class=\"n w\">1.0 y<td class=\"n w\">3 %<td class=\"n w\">7 %<td>INTEL "
+                    "class=\"n\">2<td class=\"n m\">1.0 y<td class=\"n m\">3 %<td class=\"n w\">7 %<td>INTEL "
                     "SSDSC2BB480G7"),
         std::string::npos)
         << models;

@@ -260,14 +260,16 @@ TEST(Table, NoCellSteersATerminal) {
 }
 
 TEST(Table, IsHtmlAsWell) {
-    Table table({{"STATE"}, {"WEAR", Align::RIGHT, 1}, {"SIZE", Align::RIGHT, 2}});
+    Table table({{"STATE"}, {"WEAR", Align::RIGHT, 1}, {"SIZE", Align::RIGHT, 3}, {"FILE", Align::PATH, 4}});
     table.Add("<look>", Style::WARNING);
     table.Add("95 %", Style::FAILING);
     table.Add("");
+    table.Add("a/b");
     EXPECT_EQ(table.Html([](std::size_t row) { return "#" + std::to_string(row); }),
-              "<div class=scroll><table>\n<tr><th>STATE<th class=\"n\">WEAR<th class=\"n w\">SIZE\n"
-              "<tr><td class=\"look\"><a href=\"#0\">&lt;look&gt;</a><td class=\"n bad\">95 %<td class=\"n w "
-              "faint\">-</table></div>");
+              "<div class=scroll><table>\n<tr><th>STATE<th class=\"n\">WEAR<th class=\"n m\">SIZE<th "
+              "class=\"f w\">FILE\n"
+              "<tr><td class=\"look\"><a href=\"#0\">&lt;look&gt;</a><td class=\"n bad\">95 %<td class=\"n m "
+              "faint\">-<td class=\"f w\">a/b</table></div>");
 }
 
 TEST(Table, AStyleCoversTheTextAndNotTheBlanks) {

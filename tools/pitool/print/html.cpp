@@ -22,14 +22,14 @@ constexpr const char* STYLE = R"(
 body{font:14px/1.45 system-ui,sans-serif;background:var(--ground);color:var(--text);max-width:1360px;margin:0 auto;padding:1rem}
 h1{font-size:1.4rem;margin:0}h2{font-size:1.15rem;margin:2rem 0 .5rem}
 .scroll{overflow-x:auto}table{border-collapse:collapse;width:100%}
-th,td{text-align:left;padding:.25rem .7rem .25rem 0;border-bottom:1px solid var(--line);vertical-align:top;overflow-wrap:anywhere}
+th,td{text-align:left;padding:.25rem .7rem .25rem 0;border-bottom:1px solid var(--line);vertical-align:top;overflow-wrap:break-word}.w{white-space:nowrap}.f{white-space:normal;overflow-wrap:anywhere;min-width:9rem}
 th{font-weight:600;font-size:.8rem;color:var(--faint)}th,a{white-space:nowrap}.n{text-align:right;white-space:nowrap}
 .bad,.look{font-weight:600}.bad{color:var(--bad)}.look{color:var(--look)}.faint,p,small{color:var(--faint)}
-.plots{display:flex;flex-wrap:wrap;gap:1rem}figure{margin:0;flex:1 1 340px}svg{width:100%;height:auto;display:block}
-svg text{font-size:12px;fill:var(--faint)}svg .a{stroke:var(--line);fill:none}svg .p{fill:none;stroke-width:7;stroke-linecap:round}
-svg .bad{stroke:var(--bad)}svg .look{stroke:var(--look);stroke-linecap:square;stroke-width:6}svg .good{stroke:var(--good);stroke-width:4}
+.plots{display:flex;flex-wrap:wrap;gap:1rem}figure{margin:0;flex:1 1 440px;max-width:680px}svg{width:100%;height:auto;display:block}
+svg text{font-size:12px;fill:var(--faint)}svg .a{stroke:var(--line);fill:none}svg .p{fill:none;stroke-width:9;stroke-linecap:round}
+svg .bad{stroke:var(--bad)}svg .look{stroke:var(--look);stroke-linecap:square;stroke-width:7}svg .good{stroke:var(--good);stroke-width:6}
 details{border-bottom:1px solid var(--line);padding:.25rem 0}summary{cursor:pointer;overflow-wrap:anywhere}a{color:inherit}
-@media(max-width:800px){.w{display:none}}
+@media(max-width:1200px){.w{display:none}}@media(max-width:700px){.m{display:none}}@media(max-width:520px){td+td{overflow-wrap:anywhere}svg text{font-size:14px}}
 @media print{body{max-width:none;padding:0;font-size:9pt}tr,details,figure{break-inside:avoid}}
 )";
 

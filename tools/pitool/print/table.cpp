@@ -183,7 +183,8 @@ std::string Table::Text(const Screen& screen, std::size_t indent) const {
 }
 
 std::string Table::Html(const std::function<std::string(std::size_t row)>& link) const {
-    constexpr int ON_NARROW_SCREENS = 1;                                    // as m_LeaveOut counts
+    constexpr int ON_NARROW_SCREENS = 1;  // as m_LeaveOut counts
+    constexpr int ON_MEDIUM_SCREENS = 3;
     constexpr const char* CLASSES[] = {"", "", " bad", " look", " faint"};  // in the order of Style
     const std::size_t count = m_Columns.size();
     std::string html = "<div class=scroll><table>";
@@ -191,7 +192,10 @@ std::string Table::Html(const std::function<std::string(std::size_t row)>& link)
         const Column& column = m_Columns[i % count];
         const bool isHeading = i < m_Headings * count;
         std::string classes = column.m_Align == Align::RIGHT ? " n" : "";
-        classes += column.m_LeaveOut > ON_NARROW_SCREENS ? " w" : "";
+        classes += column.m_Align == Align::PATH ? " f" : "";
+        classes += column.m_LeaveOut > ON_MEDIUM_SCREENS   ? " w"
+                   : column.m_LeaveOut > ON_NARROW_SCREENS ? " m"
+                                                           : "";
         classes += CLASSES[static_cast<std::size_t>(m_Cells[i].m_Style)];
         html.append(i % count == 0 ? "\n<tr>" : "").append(isHeading ? "<th" : "<td");
         html += classes.empty() ? "" : " class=\"" + classes.substr(1) + "\"";

@@ -47,8 +47,8 @@ public:
     /// @param indent blanks before each line
     std::string Text(const Screen& screen, std::size_t indent = 0) const;
 
-    /// The rows as an HTML table, whose page decides on the classes: n for numbers, w for what narrow screens
-    /// do without, bad, look and faint.
+    /// The rows as an HTML table, whose page decides on the classes: n for numbers, f for files, w for what
+    /// only wide screens show, m for what medium ones show too, bad, look and faint.
     /// @param link of the first cell of a row, such as "#d1"; an empty one is none
     std::string Html(const std::function<std::string(std::size_t row)>& link = {}) const;
 
