@@ -141,10 +141,14 @@ bool WriteText(const Result& result) {
 }
 
 bool WriteJson(const Result& result) {
-    const auto count = [&result](bool (*isCounted)(const DriveSummary& drive)) {
-        return std::count_if(result.m_All.begin(), result.m_All.end(),
-                             [isCounted](const DriveSummary* drive) { return isCounted(*drive); });
-    };
+    std::size_t failing = 0;
+    std::size_t worn = 0;
+    std::size_t unknownLifetime = 0;
+    for (const DriveSummary* drive : result.m_All) {
+        failing += drive->IsFailing() ? 1 : 0;
+        worn += drive->IsWorn() ? 1 : 0;
+        unknownLifetime += drive->IsSolidState() && !drive->HasLifetime() ? 1 : 0;
+    }
     bool isWritten = true;
     const std::string rest = JsonDocument("pitool drive", [&](JsonWriter& json) {
         json.Name("drives").List(result.m_Shown, [&](const DriveSummary* drive) {
@@ -154,11 +158,9 @@ bool WriteJson(const Result& result) {
         AddErrors(result.m_Refusals, json);
         json.Member("summary", [&] {
             json.Member("drives", result.m_All.size());
-            json.Member("failing", count([](const DriveSummary& drive) { return drive.IsFailing(); }));
-            json.Member("worn", count([](const DriveSummary& drive) { return drive.IsWorn(); }));
-            json.Member("unknown_lifetime", count([](const DriveSummary& drive) {
-                            return drive.IsSolidState() && !drive.HasLifetime();
-                        }));
+            json.Member("failing", failing);
+            json.Member("worn", worn);
+            json.Member("unknown_lifetime", unknownLifetime);
             json.Member("refused", result.m_Refusals.size());
             for (const PI::_DRIVE_STATE state : STATES_WORST_FIRST) {
                 json.Member(StateWord(state), result.m_Counts.m_InState[state]);
