@@ -39,7 +39,7 @@ struct Options {
 struct Finding {
     const Vocabulary* m_Vocabulary;
     PI::CVocabularyEntry m_Entry;
-    std::string m_Query = "";
+    std::string m_Query = {};
     const char* m_Match = "";
 
     /// As code in the namespace PI names it; empty for help topics and icons.
