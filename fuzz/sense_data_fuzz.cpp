@@ -4,6 +4,7 @@
 #include <pi/plugin_helper.h>
 #include <pi/sense.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -46,6 +47,9 @@ void CheckTexts(const PI::CSense& sense) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     CheckCut(data, size);
     const PI::CSense sense = PI::DecodeSense(data, size);
+    CHECK(sense.GetReason().empty() == sense.GetKey().has_value());
+    const std::string text = sense.GetAdditionalText();
+    CHECK(std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; }));
     if (!sense.GetKey()) {
         return 0;
     }
