@@ -35,8 +35,4 @@ constexpr std::size_t HTML_SHEETS_OF_ALL = 500;
 /// @param refused inputs that gave no drive
 std::string HtmlPage(const DriveList& all, const DriveList& drives, const Refusals& refused);
 
-/// SVG within that page, whose style decides on the colours: wear against age, and wear against temperature,
-/// a point for each drive of which both are known.
-std::string WearPlots(const DriveList& drives);
-
 }  // namespace pitool

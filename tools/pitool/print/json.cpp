@@ -40,14 +40,9 @@ std::string Escaped(std::string_view value, std::size_t& length) {
 
 inline void JsonWriter::Put(std::string_view part) {
     if (m_Text.size() - m_Size < part.size()) {
-        Grow(part.size());
+        m_Text.resize(2 * (m_Size + part.size()));
     }
     m_Size += part.copy(&m_Text[m_Size], part.size());
-}
-
-void JsonWriter::Grow(std::size_t size) {
-    constexpr std::size_t LEAST = 4096;
-    m_Text.resize(2 * m_Text.size() + size + LEAST);
 }
 
 void JsonWriter::Break() {

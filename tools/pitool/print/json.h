@@ -75,7 +75,6 @@ public:
 
 private:
     void Put(std::string_view part);
-    void Grow(std::size_t size);
     void AddText(std::string_view value);
     void Separate();
     void Begin(char bracket);

@@ -59,23 +59,11 @@ bool FailOutput() {
     return false;
 }
 
-/// Ends the program as the signal would have, without leaving half a file behind.
+/// Ends the program as the signal would have, without half a file.
 void RemoveTemporary(int signal) {
     unlink(temporary.c_str());
     std::signal(signal, SIG_DFL);
     std::raise(signal);
-}
-
-/// Lets RemoveTemporary take every signal that ends the program, unless it is ignored.
-void CatchSignals() {
-    constexpr int HARMLESS[] = {SIGCHLD, SIGCONT, SIGTSTP, SIGTTIN, SIGTTOU, SIGURG, SIGWINCH};
-    for (int signal = 1; signal <= SIGRTMAX; ++signal) {
-        const bool endsProgram =
-            std::find(std::begin(HARMLESS), std::end(HARMLESS), signal) == std::end(HARMLESS);
-        if (endsProgram && std::signal(signal, RemoveTemporary) == SIG_IGN) {
-            std::signal(signal, SIG_IGN);
-        }
-    }
 }
 
 /// Writes a line. It stays one on a terminal too: messages are searched for and pasted.
@@ -112,7 +100,13 @@ bool OpenOutput(const std::string& file) {
     }
     outputName = isThere ? fs::canonical(file, error).string() : file;
     temporary = outputName + ".XXXXXX";
-    CatchSignals();
+    constexpr int HARMLESS[] = {SIGCHLD, SIGCONT, SIGTSTP, SIGTTIN, SIGTTOU, SIGURG, SIGWINCH};
+    for (int signal = 1; signal <= SIGRTMAX; ++signal) {
+        if (std::count(std::begin(HARMLESS), std::end(HARMLESS), signal) == 0 &&
+            std::signal(signal, RemoveTemporary) == SIG_IGN) {
+            std::signal(signal, SIG_IGN);
+        }
+    }
     const int descriptor = mkostemp(temporary.data(), O_CLOEXEC);
     const mode_t mask = umask(0);
     umask(mask);

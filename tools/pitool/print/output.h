@@ -18,23 +18,20 @@ void PrepareOutput();
 ///             knows colours, unless NO_COLOR is set
 void UseColors(const std::string& when);
 
-/// What a text for standard output is laid out for. A terminal has the width that it says, else that of
-/// COLUMNS, else 80 columns. What is coloured although it is no terminal is likely shown on one later, and
-/// has the width of COLUMNS where that is given.
+/// What a text for the output is laid out for. A terminal has the width that it says, else that of COLUMNS,
+/// else 80 columns. What is coloured although it is no terminal is likely shown on one later, and has the
+/// width of COLUMNS where that is given.
 Screen OutputScreen();
 
-/// Lets WriteOutput write to a file instead of standard output: to a new one beside it, which CloseOutput
-/// renames, so that a reader finds the old content or all of the new, and which a signal that ends the
-/// program removes.
-///
-/// A link is followed. What exists and is no regular file is refused, and so is a link to nothing.
+/// Lets WriteOutput write to a new file beside this one, which CloseOutput renames, so that a reader finds
+/// the old content or all of the new, and which a signal that ends the program removes. A link is followed.
+/// What exists and is no regular file is refused, and so is a link to nothing.
 /// @return false when it cannot be created; standard error says why
 bool OpenOutput(const std::string& file);
 
-/// Puts the file in place, with the mode of the one that was there before. Without OpenOutput it does
-/// nothing.
+/// Puts the file of OpenOutput, if any, in place, with the mode of the one that was there before.
 /// @param isWhole false: something could not be written, and the old file stays
-/// @return false when the file could not be put in place; standard error says why
+/// @return whether all is written and in place; else standard error says why
 bool CloseOutput(bool isWhole);
 
 /// Shows on standard error, if it is a terminal, how far the work is; the next message or output replaces it.

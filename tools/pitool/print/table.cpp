@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <map>
 
 namespace pitool {
 namespace {
@@ -49,11 +50,6 @@ void Table::Add(std::string_view text, Style style) {
     m_Cells.push_back({static_cast<std::uint32_t>(m_Texts.size()), isNothing ? Style::FAINT : style});
 }
 
-void Table::SetFurther(std::size_t rows, std::string where) {
-    m_Further = rows;
-    m_Where = std::move(where);
-}
-
 std::string_view Table::CellText(std::size_t cell) const {
     const std::size_t begin = cell == 0 ? 0 : m_Cells[cell - 1].m_End;
     return std::string_view(m_Texts).substr(begin, m_Cells[cell].m_End - begin);
@@ -73,41 +69,40 @@ std::vector<std::size_t> Table::Fit(std::size_t rows, std::size_t room) const {
         widths[i % count] = std::max(widths[i % count], DisplayWidth(CellText(i)));
         isBlank[i % count] = isBlank[i % count] && (i < count || CellText(i) == NOTHING);
     }
-    std::vector<std::pair<int, std::size_t>> order;
+    std::multimap<int, std::size_t> order;
     for (std::size_t i = 0; i < count; ++i) {
-        order.emplace_back(isBlank[i] ? INT_MAX : m_Columns[i].m_LeaveOut, i);
+        order.emplace(isBlank[i] ? INT_MAX : m_Columns[i].m_LeaveOut, i);
     }
-    std::sort(order.begin(), order.end());
-
-    std::size_t least = 0;  // of those shown
+    std::size_t least = 0;  // width of those shown, when cut as far as they may be
     std::size_t total = 0;
     for (const auto& [rank, i] : order) {
         const std::size_t cut = m_Columns[i].m_Least != 0 ? m_Columns[i].m_Least : widths[i];
-        const std::size_t more = least + std::min(cut, widths[i]) + GAP;
-        if (rank == 0 || more <= room) {
-            least = more;
-            total += widths[i] + GAP;
-        } else {
-            widths[i] = 0;
-        }
+        const std::size_t more = std::min(cut, widths[i]) + GAP;
+        widths[i] = rank == 0 || least + more <= room ? widths[i] : 0;
+        least += widths[i] != 0 ? more : 0;
+        total += widths[i] != 0 ? widths[i] + GAP : 0;
     }
     while (widths.size() > 1 && widths.back() == 0) {
         widths.pop_back();
     }
-    // What a column has beyond its least goes first, then what leaves a text that is worth reading.
-    const auto toGive = [&](const std::size_t& width) -> std::pair<bool, std::size_t> {
-        const std::size_t kept = m_Columns[static_cast<std::size_t>(&width - widths.data())].m_Least;
-        const bool isCut = width > NARROWEST_TEXT && (kept != 0 || &width == &widths.back());
-        return {isCut && width > kept, !isCut ? 0 : width - (width > kept ? kept : 0)};
-    };
     for (; total > room; --total) {
-        const auto most = std::max_element(
-            widths.begin(), widths.end(),
-            [&](const std::size_t& left, const std::size_t& right) { return toGive(left) < toGive(right); });
-        if (toGive(*most).second == 0) {
+        std::pair<bool, std::size_t> largest = {false, 0};
+        std::size_t most = 0;
+        for (std::size_t i = 0; i < widths.size(); ++i) {
+            // What is beyond the least goes first, then what leaves a text that is worth reading.
+            const bool isBeyond = widths[i] > m_Columns[i].m_Least;
+            const std::pair<bool, std::size_t> given = {isBeyond,
+                                                        widths[i] - (isBeyond ? m_Columns[i].m_Least : 0)};
+            const bool isCut = m_Columns[i].m_Least != 0 || i + 1 == widths.size();
+            if (isCut && widths[i] > NARROWEST_TEXT && given > largest) {
+                largest = given;
+                most = i;
+            }
+        }
+        if (largest.second == 0) {
             break;
         }
-        --*most;
+        --widths[most];
     }
     return widths;
 }

@@ -39,7 +39,10 @@ public:
     /// Adds the next cell, row by row. Below a heading an empty one reads "-".
     void Add(std::string_view text, Style style = Style::PLAIN);
     /// Says how many further rows there would be, and where they can be had.
-    void SetFurther(std::size_t rows, std::string where);
+    void SetFurther(std::size_t rows, std::string where) {
+        m_Further = rows;
+        m_Where = std::move(where);
+    }
     /// Sets the text that stands below the table.
     void SetSummary(std::string text) { m_Summary = std::move(text); }
 
