@@ -182,7 +182,7 @@ TEST_F(Program, LimitOfModelsKeepsNoDriveFromTheirCounts) {
                   all.substr(all.rfind("\n12 drives") + 1));
     EXPECT_EQ(RunPitool({"drive", "--by-model", "--limit", "11", "."}).m_Output, all);
     EXPECT_EQ(RunPitool({"drive", "--by-model", "--sort", "wear", "."}).m_ExitStatus, 2);
-    for (const char* none : {"-1", "1.5", "three"}) {
+    for (const char* none : {"-1", "1.5", "three", "0x10"}) {
         EXPECT_EQ(RunPitool({"drive", "--limit", none, "."}).m_ExitStatus, 2) << none;
     }
 }
@@ -228,6 +228,8 @@ TEST_F(Program, SortsAndLimits) {
     EXPECT_EQ(run.m_Output.find("look   INTEL SSDPE2KE016T8"), run.m_Output.find('\n') + 1) << run.m_Output;
     EXPECT_NE(run.m_Output.find("\n... and 10 more; --limit 0 shows all\n12 drives: "), std::string::npos);
     EXPECT_EQ(RunPitool({"drive", "--limit", "0", "."}).m_Output, RunPitool({"drive", "."}).m_Output);
+    EXPECT_EQ(RunPitool({"drive", "--limit", "010", "."}).m_Output,
+              RunPitool({"drive", "--limit", "10", "."}).m_Output);
     const Json json = Json::parse(RunPitool({"drive", "--limit", "2", "--json", "."}).m_Output);
     EXPECT_EQ(json["drives"].size(), 2U);
     EXPECT_EQ(json["summary"]["drives"], 12);

@@ -11,6 +11,7 @@
 #include <CLI/CLI.hpp>
 
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -48,6 +49,23 @@ inline ExitStatus Print(std::string_view text) {
 constexpr const char* JSON_HELP = "Print JSON instead of text";
 constexpr const char* EXAMPLES = "Examples, typed in the folder examples of the sources or of libpi-doc:\n";
 constexpr const char* STRINGS_HELP = "Language file (the one that came with pitool)";
+
+/// Takes decimal numbers, also with zeros in front, which the parser would take for octal ones.
+/// @param otherwise what else a text could have been, before "a whole number"
+template <class Number>
+CLI::Validator WholeNumber(const std::string& otherwise = "not") {
+    const auto read = [otherwise](std::string& text) -> std::string {
+        using Limits = std::numeric_limits<Number>;
+        Number number = 0;
+        if (!ReadWholeNumber(text, number)) {
+            return Quoted(text) + " is " + otherwise + " a whole number from " +
+                   std::to_string(Limits::min()) + " to " + std::to_string(Limits::max());
+        }
+        text = std::to_string(number);
+        return "";
+    };
+    return {read, ""};
+}
 
 /// Adds a command with its options and examples to the command line.
 /// @param action set when the command is given; must live as long as the command line

@@ -11,7 +11,6 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <climits>
 #include <cstdint>
 #include <deque>
 #include <iterator>
@@ -306,7 +305,7 @@ void AddDrive(CLI::App& app, Action& action) {
         ->check(CLI::IsMember(states).description(""));
     command->add_option("--limit", options->m_Limit, "Show N drives at most; 0: all")
         ->option_text("N")
-        ->check(CLI::Range(INT_MAX).description(""));
+        ->transform(WholeNumber<std::size_t>());
     command->add_flag("--by-model", options->m_ByModel, "Show one line for each model")->excludes(sort);
     CLI::Option* events =
         command->add_flag("--events", options->m_Events, "Show the events that the drives raise");

@@ -14,7 +14,6 @@
 #include <ctime>
 #include <filesystem>
 #include <iterator>
-#include <limits>
 #include <stdexcept>
 #include <utility>
 
@@ -27,23 +26,6 @@ struct Options {
     std::string m_Strings;
     bool m_Json = false;
 };
-
-/// Takes decimal numbers, also with zeros in front, which the parser would take for octal ones.
-/// @param otherwise what else a text could have been, before "a whole number"
-template <class Number>
-CLI::Validator WholeNumber(const std::string& otherwise = "not") {
-    const auto read = [otherwise](std::string& text) -> std::string {
-        using Limits = std::numeric_limits<Number>;
-        Number number = 0;
-        if (!ReadWholeNumber(text, number)) {
-            return Quoted(text) + " is " + otherwise + " a whole number from " +
-                   std::to_string(Limits::min()) + " to " + std::to_string(Limits::max());
-        }
-        text = std::to_string(number);
-        return "";
-    };
-    return {read, ""};
-}
 
 constexpr std::string PI::CEvent::*PLACEHOLDERS[] = {
     &PI::CEvent::m_PlaceHolder1, &PI::CEvent::m_PlaceHolder2, &PI::CEvent::m_PlaceHolder3,
