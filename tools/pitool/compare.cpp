@@ -5,15 +5,9 @@
 #include "input_files.h"
 #include "reports.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <map>
-#include <memory>
-#include <string>
-#include <string_view>
 #include <utility>
-#include <vector>
 
 namespace pitool {
 namespace {
@@ -29,11 +23,11 @@ struct Options {
 
 /// A drive that is not as it was.
 struct Finding {
-    const DriveSummary* m_Old;  ///< null: not in the old reports
-    const DriveSummary* m_New;  ///< null: not in the new ones
-    std::string m_Text;         ///< such as "good -> replace; reallocated sectors 0 -> 1040"
+    const DriveSummary* m_Old = nullptr;  ///< null: not in the old reports
+    const DriveSummary* m_New = nullptr;  ///< null: not in the new ones
+    std::string m_Text;                   ///< such as "good -> replace; reallocated sectors 0 -> 1040"
     CheckStatus m_Status = CHECK_GOOD;
-    std::vector<PI::CHealthChange> m_Changes = {};
+    std::vector<PI::CHealthChange> m_Changes;
 
     const DriveSummary& Drive() const { return m_New != nullptr ? *m_New : *m_Old; }
 };
@@ -54,82 +48,76 @@ CheckStatus StatusOf(PI::_DRIVE_STATE state) {
     return state == State::REPLACE || state == State::FAILED ? CHECK_CRITICAL : CHECK_LOOK;
 }
 
-Finding Compare(const DriveSummary& before, const DriveSummary& after) {
-    Finding finding = {&before, &after, ""};
-    if (before.GetState() != after.GetState()) {
-        finding.m_Text = std::string(StateWord(before.GetState())) + " -> " + StateWord(after.GetState());
-    }
-    bool isWorse = PI::IsWorseState(before.GetState(), after.GetState());
-    finding.m_Changes = PI::FindHealthChanges(before.GetHealth(), after.GetHealth());
-    for (const PI::CHealthChange& change : finding.m_Changes) {
+/// Says what changed in a drive that is in both.
+void FindChanges(Finding& drive) {
+    const PI::_DRIVE_STATE before = drive.m_Old->GetState();
+    const PI::_DRIVE_STATE after = drive.m_New->GetState();
+    drive.m_Text = before != after ? std::string(StateWord(before)) + " -> " + StateWord(after) : "";
+    bool isWorse = PI::IsWorseState(before, after);
+    drive.m_Changes = PI::FindHealthChanges(drive.m_Old->GetHealth(), drive.m_New->GetHealth());
+    for (const PI::CHealthChange& change : drive.m_Changes) {
         isWorse = isWorse || change.IsWorse();
-        finding.m_Text += (finding.m_Text.empty() ? "" : "; ") + change.GetText();
+        drive.m_Text += (drive.m_Text.empty() ? "" : "; ") + change.GetText();
     }
-    finding.m_Status = isWorse ? StatusOf(after.GetState()) : CHECK_GOOD;
-    return finding;
+    drive.m_Status = isWorse ? StatusOf(after) : CHECK_GOOD;
 }
 
-using DrivesByIdentity = std::map<std::pair<std::string_view, std::string_view>, const DriveSummary*>;
-
-/// The latest report of each drive that is identified.
-DrivesByIdentity LatestReports(const DriveReports& reports) {
-    DrivesByIdentity drives;
-    for (const DriveList& drive : reports.m_Drives) {
-        if (drive.back()->IsIdentified()) {
-            drives[IdentityOf(*drive.back())] = drive.back();
-        }
+bool IsBefore(const Finding& left, const Finding& right) {
+    if (left.m_Status != right.m_Status) {
+        return left.m_Status > right.m_Status;
     }
-    return drives;
+    return IsWorse(left.Drive(), right.Drive()) ||
+           (!IsWorse(right.Drive(), left.Drive()) && left.m_New != nullptr && right.m_New == nullptr);
 }
 
 /// What is in one of both only, where the other was not read whole, may be there all the same. Where nothing
 /// was read of one, nothing is compared.
 Findings Compare(const DriveReports& before, const DriveReports& after) {
-    Findings findings;
-    for (const DriveReports* side : {&before, &after}) {
-        findings.m_Errors.insert(findings.m_Errors.end(), side->m_Errors.begin(), side->m_Errors.end());
-    }
-    const DrivesByIdentity old = LatestReports(before);
-    const DrivesByIdentity now = LatestReports(after);
-    findings.m_Unidentified = before.m_Drives.size() - old.size() + after.m_Drives.size() - now.size();
-    if (before.m_Drives.empty() || after.m_Drives.empty()) {
-        return findings;
-    }
-    for (const auto& [identity, drive] : now) {
-        if (const auto found = old.find(identity); found != old.end()) {
-            findings.m_Compared += 1;
-            Finding finding = Compare(*found->second, *drive);
-            findings.m_Worse += finding.m_Status != CHECK_GOOD ? 1 : 0;
-            if (!finding.m_Text.empty()) {
-                findings.m_Drives.push_back(std::move(finding));
+    Findings all;
+    std::map<std::pair<std::string_view, std::string_view>, Finding> drives;
+    const auto take = [&](const DriveReports& side, const DriveSummary* Finding::*latest) {
+        all.m_Errors.insert(all.m_Errors.end(), side.m_Errors.begin(), side.m_Errors.end());
+        for (const DriveList& reports : side.m_Drives) {
+            if (reports.back()->IsIdentified()) {
+                drives[IdentityOf(*reports.back())].*latest = reports.back();
+            } else {
+                all.m_Unidentified += 1;
             }
-        } else {
+        }
+    };
+    take(before, &Finding::m_Old);
+    take(after, &Finding::m_New);
+    if (before.m_Drives.empty() || after.m_Drives.empty()) {
+        return all;
+    }
+    for (auto& [identity, drive] : drives) {
+        if (drive.m_Old == nullptr) {
             const bool isNew = before.m_Errors.empty();
-            (isNew ? findings.m_New : findings.m_NotRead) += 1;
-            findings.m_Drives.push_back(
-                {nullptr, drive, isNew ? "new" : "not read before",
-                 drive->GetState() > State::GOOD ? StatusOf(drive->GetState()) : CHECK_GOOD});
+            (isNew ? all.m_New : all.m_NotRead) += 1;
+            drive.m_Text = isNew ? "new" : "not read before";
+            drive.m_Status =
+                drive.m_New->GetState() > State::GOOD ? StatusOf(drive.m_New->GetState()) : CHECK_GOOD;
+        } else if (drive.m_New == nullptr) {
+            const bool isGone = after.m_Errors.empty();
+            (isGone ? all.m_Gone : all.m_NotRead) += 1;
+            drive.m_Text = isGone ? "gone" : "not read";
+            drive.m_Status = isGone ? CHECK_LOOK : CHECK_GOOD;
+        } else {
+            FindChanges(drive);
+            all.m_Compared += 1;
+            all.m_Worse += drive.m_Status != CHECK_GOOD ? 1 : 0;
+        }
+        if (!drive.m_Text.empty()) {
+            all.m_Drives.push_back(std::move(drive));
         }
     }
     for (const DriveSummary& drive : after.m_Reports) {
         if (drive.GetState() > State::GOOD && !drive.IsIdentified()) {
-            findings.m_Drives.push_back({nullptr, &drive, "without identity", StatusOf(drive.GetState())});
+            all.m_Drives.push_back({nullptr, &drive, "without identity", StatusOf(drive.GetState()), {}});
         }
     }
-    for (const auto& [identity, drive] : old) {
-        if (now.count(identity) == 0) {
-            const bool isGone = after.m_Errors.empty();
-            (isGone ? findings.m_Gone : findings.m_NotRead) += 1;
-            findings.m_Drives.push_back(
-                {drive, nullptr, isGone ? "gone" : "not read", isGone ? CHECK_LOOK : CHECK_GOOD});
-        }
-    }
-    std::stable_sort(findings.m_Drives.begin(), findings.m_Drives.end(),
-                     [](const Finding& left, const Finding& right) {
-                         return left.m_Status != right.m_Status ? left.m_Status > right.m_Status
-                                                                : IsWorse(left.Drive(), right.Drive());
-                     });
-    return findings;
+    std::stable_sort(all.m_Drives.begin(), all.m_Drives.end(), IsBefore);
+    return all;
 }
 
 std::string CompareTable(const Findings& findings, std::string summary) {
@@ -177,11 +165,12 @@ std::string CheckLine(const Findings& findings) {
 std::string CompareJson(const Findings& findings) {
     return JsonDocument("pitool compare", [&](JsonWriter& json) {
         const auto addSide = [&json](const char* name, const DriveSummary* drive) {
+            json.Name(name);
             if (drive == nullptr) {
-                json.Name(name).Raw("null");
+                json.Raw("null");
                 return;
             }
-            json.Member(name, [&] {
+            json.Value([&] {
                 json.Member("file", drive->GetFile());
                 json.Member("state", PI::DriveStateToString(drive->GetState()));
             });

@@ -6,16 +6,10 @@
 #include "print/units.h"
 #include "reports.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <iterator>
-#include <memory>
-#include <optional>
-#include <string>
-#include <string_view>
+#include <map>
 #include <tuple>
-#include <vector>
 
 namespace pitool {
 namespace {
@@ -42,21 +36,19 @@ SummaryFigure Hours(const DriveSummary& drive) {
     return drive.GetFigure(PI::HealthFigure::POWER_ON_HOURS);
 }
 
-/// Warns of a report that is later than another one and has fewer hours.
-/// @param reports of one drive
-void CheckHistory(DriveList reports) {
-    reports.erase(std::remove_if(reports.begin(), reports.end(),
-                                 [](const DriveSummary* report) {
-                                     return report->GetTime() == 0 || !Hours(*report).IsKnown();
-                                 }),
-                  reports.end());
-    SortByAge(reports);
-    const auto earlier = std::adjacent_find(reports.begin(), reports.end(),
-                                            [](const DriveSummary* left, const DriveSummary* right) {
-                                                return Hours(*left).m_Value > Hours(*right).m_Value;
-                                            });
-    if (earlier != reports.end()) {
-        ReportWarning((*std::next(earlier))->GetFile(),
+/// Warns of a report that is later than another one of the same drive and has fewer hours.
+void CheckHistory(const DriveList& reports) {
+    std::map<std::pair<std::int64_t, std::int64_t>, const DriveSummary*> dated;  // by date, then hours
+    for (const DriveSummary* report : reports) {
+        if (report->GetTime() != 0 && Hours(*report).IsKnown()) {
+            dated[{report->GetTime(), Hours(*report).m_Value}] = report;
+        }
+    }
+    const auto earlier = std::adjacent_find(
+        dated.begin(), dated.end(),
+        [](const auto& left, const auto& right) { return left.first.second > right.first.second; });
+    if (earlier != dated.end()) {
+        ReportWarning(std::next(earlier)->second->GetFile(),
                       "fewer power-on hours than in an earlier report of the same drive");
     }
 }
@@ -146,7 +138,7 @@ std::string ForecastTable(const std::vector<DriveForecast>& drives, const Screen
         table.Add(std::to_string(drive.m_Readings));
         table.Add(drive.m_Drive->GetModel());
         table.Add(drive.m_Drive->GetSerial());
-        const std::string_view reason = drive.m_Drive->IsDisk() ? "rotating disk" : forecast.GetReason();
+        const std::string_view reason = drive.m_Drive->IsDisk() ? ROTATING : forecast.GetReason();
         table.Add(reason.empty() ? BasisText(forecast.GetBasis()) : reason);
     }
     return table.Text(screen);
