@@ -36,6 +36,23 @@ TEST(Table, IsAsWideAsItsContents) {
     EXPECT_EQ(Shown(Drives(Table::LastColumn::WRAPPED), 38), whole);
 }
 
+TEST(Table, ALongTextIsGivenInWholeLinesAndItsRestReturned) {
+    Table table({{"NUMBER"}, {"TEXT"}});
+    for (int row = 0; row < 2000; ++row) {
+        table.Add(std::to_string(row));
+        table.Add(std::string(100, 'x'));
+    }
+    table.SetSummary("2000 rows");
+    std::string text;
+    const std::string rest = table.Text({}, 0, [&text](std::string_view piece) {
+        EXPECT_EQ(piece.back(), '\n');
+        text += piece;
+    });
+    EXPECT_LT(rest.size(), 66000U);
+    EXPECT_GT(text.size(), 130000U);
+    EXPECT_EQ(text + rest, table.Text({}));
+}
+
 TEST(Table, CutsTheLastColumnFirst) {
     EXPECT_EQ(Shown(Drives(), 37),
               "STATE   MODEL   AGE  REMARK\n"

@@ -130,7 +130,13 @@ bool WriteText(const Result& result) {
     } else {
         Table table = ListOf(result, screen);
         table.SetSummary(options.m_Check ? "" : result.m_Counts.Text(result.m_Refusals.size()));
-        text += table.Text(screen);
+        bool isWritten = WriteOutput(text);
+        text = table.Text(screen, 0, [&isWritten](std::string_view piece) {
+            isWritten = isWritten && WriteOutput(piece);  // the whole never is in memory
+        });
+        if (!isWritten) {
+            return false;
+        }
     }
     if (options.m_Events) {
         const std::string events = EventTable(result.m_Shown).Text(screen);

@@ -4,6 +4,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <exception>
 #include <sstream>
@@ -76,6 +78,8 @@ int Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // As it is at first: it would grow, and what tables were made from would stay in memory.
+    mallopt(M_MMAP_THRESHOLD, 128 * 1024);
     pitool::PrepareOutput();
     try {
         return Run(argc, argv);

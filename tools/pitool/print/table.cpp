@@ -140,7 +140,9 @@ void Table::AddRow(std::size_t row, const std::vector<std::size_t>& widths, cons
     text += '\n';
 }
 
-std::string Table::Text(const Screen& screen, std::size_t indent) const {
+std::string Table::Text(const Screen& screen, std::size_t indent,
+                        const std::function<void(std::string_view piece)>& take) const {
+    constexpr std::size_t LONG = 65536;
     std::string below;
     if (!m_Summary.empty()) {
         AddWrapped("", "", m_Summary, Style::HEADING, screen, below);
@@ -167,6 +169,10 @@ std::string Table::Text(const Screen& screen, std::size_t indent) const {
         if (row <= m_Headings || used + (isWhole ? 0 : CountLines(further)) <= height) {
             shown = row + 1;
             end = text.size();
+        }
+        if (take && end > LONG) {
+            take(std::string_view(text).substr(0, end));
+            text.erase(0, std::exchange(end, 0));
         }
     }
     text.resize(end);

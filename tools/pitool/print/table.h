@@ -48,7 +48,9 @@ public:
 
     /// The lines, those of the headings first, each with its end.
     /// @param indent blanks before each line
-    std::string Text(const Screen& screen, std::size_t indent = 0) const;
+    /// @param take   if given, is called with long pieces as they are made; what remains is returned
+    std::string Text(const Screen& screen, std::size_t indent = 0,
+                     const std::function<void(std::string_view piece)>& take = {}) const;
 
     /// The rows as an HTML table, whose page decides on the classes: n for numbers, f for files, w for what
     /// only wide screens show, m for what medium ones show too, bad, look and faint.
