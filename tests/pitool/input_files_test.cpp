@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "input_files.h"
+#include "reports.h"
 
 #include <gtest/gtest.h>
 

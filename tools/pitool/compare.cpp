@@ -2,7 +2,6 @@
 
 #include "commands.h"
 
-#include "input_files.h"
 #include "reports.h"
 
 #include <algorithm>

@@ -5,8 +5,8 @@
 #include "drive_detail.h"
 #include "drive_events.h"
 #include "event.h"
-#include "input_files.h"
 #include "print/formats.h"
+#include "reports.h"
 
 #include <CLI/CLI.hpp>
 

@@ -2,7 +2,7 @@
 
 #include "event.h"
 #include "commands.h"
-#include "input_files.h"
+#include "reports.h"
 
 #include <pi/exchange/event_json.h>
 #include <pi/plugin_helper.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "input_files.h"
+#include "reports.h"
 
 #include "print/output.h"
 
@@ -22,6 +22,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// What smartctl prints for one drive stays below a hundredth of it.
+constexpr std::size_t MAX_INPUT_SIZE = std::size_t{64} * 1024 * 1024;
 constexpr std::size_t READ_STEP = std::size_t{256} * 1024;
 constexpr int PATIENCE_MS = 5000;  // judgement: long enough for a writer that starts at the same time
 

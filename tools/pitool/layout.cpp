@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "commands.h"
-#include "input_files.h"
+#include "reports.h"
 
 #include <pi/layout_reading.h>
 

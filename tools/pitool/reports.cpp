@@ -2,7 +2,6 @@
 
 #include "reports.h"
 
-#include "input_files.h"
 #include "print/json.h"
 #include "print/output.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Reports of drives in the files and folders that a command line names.
+/// The files that a command line names, and the reports of drives in them.
 #pragma once
 
 #include "drive_summary.h"
@@ -15,11 +15,31 @@ namespace pitool {
 
 class JsonWriter;
 
+/// The argument that means standard input.
+constexpr const char* STANDARD_INPUT = "-";
+
+/// Reads a file, or standard input for "-", whole, up to 64 MiB.
+///
+/// Devices are refused, and a named pipe that nothing writes to. Where a pipe gives nothing for some seconds,
+/// a warning says so, once.
+/// @param text   out; its memory is used again
+/// @param reason out: why the file is refused, when the result is false
+bool ReadInput(const std::string& file, std::string& text, std::string& reason);
+
+using TakeFile = std::function<void(const std::string& file)>;
+/// Called with a file or folder that is refused, and why.
+using Refuse = std::function<void(const std::string& file, const std::string& reason)>;
+
+/// Takes the files that an argument names: itself, or for a folder the files in it and in its folders that
+/// end in ".json", ".txt" or ".gz", in the order of their names. Below a folder, links are not followed and
+/// names that begin with a dot are ignored.
+/// @param refuse called with a folder that cannot be read or holds no such file, and why
+void ForEachFile(const std::string& argument, const TakeFile& take, const Refuse& refuse);
+
 /// Inputs that were refused, with the reason.
 using Refusals = std::vector<std::pair<std::string, std::string>>;
 
-/// Reads every report of every argument, in their order; the files of a folder, those in its folders
-/// included, in the order of their names.
+/// Reads every report of every argument, in their order.
 ///
 /// @param take called with each drive
 /// @return what gives no drive, and why; standard error says so already
