@@ -122,8 +122,10 @@ public:
 
 private:
     CDriveProperty& Add(_PROPERTY_ID id, const char* name) {
-        m_Properties.push_back(CDriveProperty(id, name));
-        return m_Properties.back();
+        CDriveProperty& property = m_Properties.emplace_back();
+        property.m_ID = id;
+        property.m_Name = name;
+        return property;
     }
 
     CDriveProperty& AddText(_PROPERTY_ID id, const std::string& text, const char* reason = NOT_REPORTED) {

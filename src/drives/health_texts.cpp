@@ -116,10 +116,13 @@ std::string CHealthFigure::GetText() const {
         const CReading& other = m_Others[i];
         return SourceText(other.m_Source, other.m_Number) + " says " + value(other.m_Value);
     };
+    if (m_Reason == static_cast<std::int32_t>(FigureReason::NOT_REPORTED)) {
+        return "not reported";  // the most frequent one
+    }
     std::string source = SourceText(m_Source, m_Number);
     switch (static_cast<FigureReason>(m_Reason)) {
-        case FigureReason::NONE: break;
-        case FigureReason::NOT_REPORTED: return "not reported";
+        case FigureReason::NONE:
+        case FigureReason::NOT_REPORTED: break;
         case FigureReason::IMPOSSIBLE: return said(0) + ", which cannot be";
         case FigureReason::NO_SENSOR: return "the drive has no sensor: it never reported more than 0";
         case FigureReason::MAYBE_NO_SENSOR: return said(0) + ", as drives without a sensor do";

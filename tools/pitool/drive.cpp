@@ -157,8 +157,8 @@ bool WriteJson(const Result& result) {
     bool isWritten = true;
     const std::string rest = JsonDocument("pitool drive", [&](JsonWriter& json) {
         json.Name("drives").List(result.m_Shown, [&](const DriveSummary* drive) {
-            json.Raw(drive->GetDetail());
-            isWritten = isWritten && WriteOutput(json.Take());  // the whole never is in memory
+            json.Raw("");  // what divides it from the one before
+            isWritten = isWritten && WriteOutput(json.Take()) && WriteOutput(drive->GetDetail());
         });
         AddErrors(result.m_Refusals, json);
         json.Member("summary", [&] {

@@ -3,6 +3,7 @@
 #include "drive_detail.h"
 #include "print/units.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 
@@ -39,22 +40,25 @@ void AddProperties(const char* name, const std::vector<PI::CDriveProperty>& prop
     });
 }
 
-void AddLifetime(const DriveSummary& drive, const PI::CHealthAssessment& health, JsonWriter& json) {
+/// @param properties of the drive
+void AddLifetime(const std::vector<PI::CDriveProperty>& properties, const PI::CHealthAssessment& health,
+                 JsonWriter& json) {
+    const auto hours = std::find_if(properties.begin(), properties.end(), [](const auto& property) {
+        return property.GetID() == PI::PropertyID::REMAINING_HOURS;
+    });
     const bool isByAttribute =
         health.GetFigure(PI::HealthFigure::WEAR).GetSource() == PI::FigureSource::ATA_ATTRIBUTE;
     const char* const BASES[] = {"", isByAttribute ? "wear indicator" : "drive's own statistics",
                                  "rated endurance and bytes written", "power-on hours alone"};
     constexpr const char* LIMITS[] = {"",     "service span over", "worn out", "worn early", "wear",
                                       "rate", "service span"};
-    const PI::CRemainingLifetime lifetime = health.GetLifetime();
     json.Member("lifetime", [&] {
-        json.Member("remaining_hours",
-                    lifetime.IsKnown() ? std::optional(lifetime.GetHours()) : std::nullopt);
+        json.Member("remaining_hours", hours->GetNumber());
         json.Member("counts", "down");
-        json.Member("basis", OrNull(WordOf(BASES, lifetime.GetBasis())));
-        json.Member("applicable", !drive.IsDisk());
-        json.Member("limit", OrNull(WordOf(LIMITS, lifetime.GetLimit())));
-        json.Member("reason", OrNull(health.GetLifetimeReason()));
+        json.Member("basis", OrNull(WordOf(BASES, health.GetLifetime().GetBasis())));
+        json.Member("applicable", hours->IsApplicable());
+        json.Member("limit", OrNull(WordOf(LIMITS, health.GetLifetime().GetLimit())));
+        json.Member("reason", OrNull(hours->GetReason()));
     });
 }
 
@@ -72,15 +76,13 @@ void AddForecastTime(const PI::CWearForecast& forecast, JsonWriter& json) {
 }
 
 /// The operations that one would offer on a drive: one that fails is no longer tested but taken out.
-std::vector<std::string> OperationsOf(const DriveSummary& drive, const PI::CDriveReport& report) {
-    std::vector<std::string> names = {PI::OperationIDToString(Operation::LOCATE_DEVICE),
-                                      PI::OperationIDToString(Operation::DISK_INFORMATION)};
+std::vector<PI::_OPERATION_ID> OperationsOf(const DriveSummary& drive, const PI::CDriveReport& report) {
+    std::vector<PI::_OPERATION_ID> operations = {Operation::LOCATE_DEVICE, Operation::DISK_INFORMATION};
     if (report.GetTransport() == PI::PropertyValue::SAS) {
-        names.push_back(PI::OperationIDToString(Operation::SENSE_LOG));
+        operations.push_back(Operation::SENSE_LOG);
     }
-    names.push_back(
-        PI::OperationIDToString(drive.IsFailing() ? Operation::MAKE_OFFLINE : Operation::START_VERIFY));
-    return names;
+    operations.push_back(drive.IsFailing() ? Operation::MAKE_OFFLINE : Operation::START_VERIFY);
+    return operations;
 }
 
 }  // namespace
@@ -108,10 +110,12 @@ std::string DriveJson(const DriveSummary& drive, const PI::CDriveReport& report,
         json.Member("worn", drive.IsWorn());
         AddForecast(forecast, drive.IsDisk(), json.Name("forecast"));
         AddForecastTime(forecast, json);
-        AddLifetime(drive, health, json);
+        AddLifetime(properties, health, json);
         AddProperties("properties", properties, true, json);
         AddProperties("figures", properties, false, json);
-        json.Member("operations", OperationsOf(drive, report));
+        json.Name("operations").List(OperationsOf(drive, report), [&json](PI::_OPERATION_ID operation) {
+            json.Value(PI::OperationIDToString(operation));
+        });
         if (events == nullptr) {
             json.Name("events").Raw("null");
         } else {

@@ -54,6 +54,9 @@ Style StateStyle(PI::_DRIVE_STATE state) {
 }
 
 std::string ValueText(const PI::CDriveProperty& property) {
+    if (property.GetState() == PI::FigureState::UNKNOWN) {
+        return "";
+    }
     const std::optional<std::int64_t> number = property.GetNumber();
     std::string text = number ? std::to_string(*number) : PrintableText(property.GetText());
     if (const std::string_view unit = property.GetUnit(); number && !unit.empty()) {

@@ -30,7 +30,14 @@ public:
     std::string Take() { return {m_Text.data(), std::exchange(m_Size, 0)}; }
 
     /// Of the value that is written next; plain ASCII.
-    JsonWriter& Name(std::string_view name);
+    JsonWriter& Name(std::string_view name) {
+        Separate();
+        Put("\"");
+        Put(name);
+        Put(m_Depth <= LEVELS_WITH_LINES ? std::string_view("\": ") : "\":");
+        m_HasName = true;
+        return *this;
+    }
     template <class Type>
     void Member(std::string_view name, const Type& value) {
         Name(name).Value(value);
@@ -71,12 +78,37 @@ public:
     void Value(const std::optional<Type>& value) {
         value ? Value(*value) : Raw("null");
     }
-    void Raw(std::string_view json);  ///< a value that is JSON already
+    /// A value that is JSON already.
+    void Raw(std::string_view json) {
+        Separate();
+        Put(json);
+    }
 
 private:
-    void Put(std::string_view part);
+    static constexpr int LEVELS_WITH_LINES = 2;
+
+    // Here, so that the compiler knows the lengths of names: most of pitool drive --json is spent on them.
+    void Put(std::string_view part) {
+        if (m_Text.size() - m_Size < part.size()) {
+            Grow(part.size());
+        }
+        m_Size += part.copy(&m_Text[m_Size], part.size());
+    }
+    void Separate() {
+        if (m_HasName) {
+            m_HasName = false;
+        } else if (m_Depth > 0) {
+            if (!m_First) {
+                Put(",");
+            }
+            if (m_Depth <= LEVELS_WITH_LINES) {
+                Break();
+            }
+        }
+        m_First = false;
+    }
+    void Grow(std::size_t size);
     void AddText(std::string_view value);
-    void Separate();
     void Begin(char bracket);
     void End(char bracket);
     void Break();

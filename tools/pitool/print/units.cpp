@@ -3,7 +3,7 @@
 #include "print/units.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <charconv>
 #include <ctime>
 #include <iterator>
 
@@ -15,8 +15,7 @@ constexpr double HOURS_PER_YEAR = 365.25 * 24;
 /// With so many places after the point.
 std::string Rounded(double value, int places) {
     char text[64];
-    std::snprintf(text, sizeof text, "%.*f", places, value);
-    return text;
+    return {text, std::to_chars(text, std::end(text), value, std::chars_format::fixed, places).ptr};
 }
 
 /// Years as ranges need them, without the unit: tenths below ten.

@@ -24,6 +24,9 @@ namespace PI {
 /// std::bad_alloc if allocation fails. Since 1.1.0.
 class CDriveProperty {
 public:
+    /// UNKNOWN, without a name.
+    CDriveProperty() = default;
+
     /// 0 for a figure of the drive's health that has no identifier in the vocabulary.
     _PROPERTY_ID GetID() const noexcept { return m_ID; }
     /// Name in the vocabulary; without an identifier, name of the figure (HealthFigureToString).
@@ -59,13 +62,12 @@ public:
 
 private:
     friend class CDriveDescriber;
-    CDriveProperty(_PROPERTY_ID id, const char* name) : m_ID(id), m_Name(name) {}
 
-    _PROPERTY_ID m_ID;
+    _PROPERTY_ID m_ID{};
     _PROPERTY_VALUE m_Choice = PropertyValue::EMPTY;
     _FIGURE_DIRECTION m_Direction = FigureDirection::NONE;
     bool m_IsApplicable = true;
-    const char* m_Name;
+    const char* m_Name = "";
     const char* m_Unit = "";
     std::optional<std::int64_t> m_Number;
     std::string m_Text;
