@@ -5,8 +5,6 @@
 #include "print/text.h"
 #include "print/units.h"
 
-#include <iomanip>
-#include <sstream>
 #include <utility>
 
 namespace pitool {
@@ -36,12 +34,7 @@ std::string Cell(std::string_view value) {
     if (text.size() > 1 && std::string_view("=+-@").find(text.front()) != std::string_view::npos) {
         text.insert(0, 1, '\'');
     }
-    if (text.find_first_of("\",") == std::string::npos) {
-        return text;
-    }
-    std::ostringstream quoted;
-    quoted << std::quoted(text, '"', '"');
-    return quoted.str();
+    return text.find_first_of("\",") == std::string::npos ? text : InQuotes(text, '"');
 }
 
 }  // namespace

@@ -6,10 +6,8 @@
 
 #include <algorithm>
 #include <charconv>
-#include <iomanip>
 #include <map>
 #include <optional>
-#include <sstream>
 
 namespace pitool {
 namespace {
@@ -92,11 +90,8 @@ void AddHeading(const std::string& name, const char* help, std::string& text) {
 
 /// Labels that tell drives apart.
 std::string Labels(Drive drive) {
-    std::ostringstream labels;
-    labels << "model=" << std::quoted(PrintableText(drive.GetModel()))
-           << ",serial=" << std::quoted(PrintableText(drive.GetSerial()))
-           << ",device=" << std::quoted(PrintableText(drive.GetDevice()));
-    return labels.str();
+    return "model=" + InQuotes(drive.GetModel(), '\\') + ",serial=" + InQuotes(drive.GetSerial(), '\\') +
+           ",device=" + InQuotes(drive.GetDevice(), '\\');
 }
 
 }  // namespace
@@ -120,10 +115,8 @@ std::string PrometheusText(const DriveList& drives, std::size_t refused) {
     text += "pi_inputs_refused " + std::to_string(refused) + "\n";
     AddHeading("pi_drive_info", "What the drive is; always 1.", text);
     for (const auto& [labels, drive] : series) {
-        std::ostringstream info;
-        info << labels << ",firmware=" << std::quoted(PrintableText(drive->GetFirmware()))
-             << ",kind=" << std::quoted(PrintableText(drive->GetKind()));
-        text += "pi_drive_info{" + info.str() + "} 1\n";
+        text += "pi_drive_info{" + labels + ",firmware=" + InQuotes(drive->GetFirmware(), '\\') +
+                ",kind=" + InQuotes(drive->GetKind(), '\\') + "} 1\n";
     }
     for (const Family& family : FAMILIES) {
         AddHeading(family.m_Name, family.m_Help, text);

@@ -66,6 +66,14 @@ std::string HtmlText(std::string_view text) {
     return html;
 }
 
+std::string InQuotes(std::string_view text, char escape) {
+    std::string quoted = "\"";
+    for (const char byte : PrintableText(text)) {
+        quoted.append(byte == '"' || byte == escape ? 1 : 0, escape) += byte;
+    }
+    return quoted + '"';
+}
+
 std::string Quoted(std::string_view text) {
     constexpr std::size_t LONGEST = 40;
     return "\"" + PrintableText(text.substr(0, LONGEST)) + (text.size() > LONGEST ? "...\"" : "\"");

@@ -28,6 +28,9 @@ std::string PrintableText(std::string_view text);
 /// The printable text with what means something in HTML escaped.
 std::string HtmlText(std::string_view text);
 
+/// The printable text in quotation marks, those in it and the escape after an escape.
+std::string InQuotes(std::string_view text, char escape);
+
 /// The printable text in quotation marks, cut where it is too long for a message of one line.
 std::string Quoted(std::string_view text);
 
