@@ -131,7 +131,12 @@ std::optional<std::int64_t> FieldOf(const Attribute& attribute, Field field) {
         case Field::RAW_WORD0: return static_cast<std::int64_t>(raw & 0xFFFF);
         case Field::RAW_24: return static_cast<std::int64_t>(raw & 0xFFFFFF);
         case Field::RAW_32: return static_cast<std::int64_t>(raw & 0xFFFFFFFF);
-        case Field::RAW_48: return static_cast<std::int64_t>(raw & 0xFFFFFFFFFFFF);
+        case Field::RAW_48: return Raw48(attribute);
+        case Field::RAW_COUNT: {  // values of counts begin at 100; rates go above, with several parts as raw
+                                  // value
+            const bool isRate = attribute.m_Current > 100 && Raw48(attribute) > 0xFFFF;
+            return isRate ? std::nullopt : std::optional(Raw48(attribute));
+        }
         case Field::PACKED_HIGHEST: return PackedHighest(raw);
     }
     return std::nullopt;

@@ -23,6 +23,7 @@ enum class Field {
     RAW_24,
     RAW_32,
     RAW_48,
+    RAW_COUNT,       ///< as RAW_48, but nothing where it is a rate
     PACKED_HIGHEST,  ///< highest temperature so far, packed beside the present one
 };
 

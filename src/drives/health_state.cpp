@@ -37,7 +37,7 @@ struct WarningBit {
 
 // NVMe Base Specification 2.1, log 02h, byte 0; what to do about each is a judgement.
 constexpr WarningBit WARNING_BITS[] = {
-    {1 << 0, DriveState::REPLACE, Statement::SPARE_USED_UP},
+    {1 << 0, DriveState::REPLACE, Statement::SPARE_LOW},
     {1 << 1, DriveState::LOOK, Statement::TOO_HOT},
     {1 << 2, DriveState::REPLACE, Statement::DEGRADED},
     {1 << 3, DriveState::FAILED, Statement::READ_ONLY},

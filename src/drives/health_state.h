@@ -12,11 +12,11 @@ namespace PI {
 
 /// What a reason says of its figure; the detail of a CHealthReason.
 enum class Statement : std::uint32_t {
-    VALUE,          ///< the figure's value is enough
-    FAILING,        ///< the drive's verdict
-    WARNING,        ///< the drive's verdict is a warning
-    SPARE_USED_UP,  ///< NVMe warning bits, one by one
-    TOO_HOT,        ///< also: above its limit
+    VALUE,      ///< the figure's value is enough
+    FAILING,    ///< the drive's verdict
+    WARNING,    ///< the drive's verdict is a warning
+    SPARE_LOW,  ///< NVMe warning bits, one by one
+    TOO_HOT,    ///< also: above its limit
     DEGRADED,
     READ_ONLY,
     NO_BACKUP,

@@ -172,7 +172,7 @@ std::string CHealthReason::GetText() const {
         case Statement::VALUE: break;
         case Statement::FAILING: return "the drive says that it is failing";
         case Statement::WARNING: return "the drive warns";
-        case Statement::SPARE_USED_UP: return "the drive says that its spare blocks are used up";
+        case Statement::SPARE_LOW: return "the drive says that its spare blocks are below their threshold";
         case Statement::TOO_HOT:
             if (m_Figure.GetFigure() == HealthFigure::TEMPERATURE) {
                 return "above its temperature limit: " + Counted(m_Figure);

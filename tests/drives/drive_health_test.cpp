@@ -162,6 +162,20 @@ TEST(DriveHealth, ARawValueOfAllOnesIsNoFigureAndSaysNothingAboutTheDrive) {
     EXPECT_EQ(Told(drive, Figure::PENDING_SECTORS), "known 7: device statistics page 1");
 }
 
+TEST(DriveHealth, ARateInPlaceOfUncorrectedErrorsIsNoCountOfThem) {
+    const auto errors = [](const char* name, std::uint8_t current, std::uint64_t raw) {
+        CDriveHealth drive = SolidState();
+        drive.TakeAttribute(187, name, 0x0f, current, current, 50, raw);
+        return Told(drive, Figure::MEDIA_ERRORS);
+    };
+    for (const char* name : {"", "Uncorrectable_Error_Cnt"}) {
+        EXPECT_EQ(errors(name, 117, 153342187), "unknown: not reported");
+        EXPECT_EQ(errors(name, 101, 0x10000), "unknown: not reported");
+        EXPECT_EQ(errors(name, 100, 0x10000), "known 65536: SMART attribute 187");
+        EXPECT_EQ(errors(name, 101, 0xFFFF), "known 65535: SMART attribute 187");
+    }
+}
+
 TEST(DriveHealth, AStatisticOfAllOnesIsNoFigure) {
     CDriveHealth drive = Disk();
     drive.TakeStatistic(1, 0x18, 0xFFFFFFFFFFFF);

@@ -82,7 +82,7 @@ TEST(NVMeHealthLog, EachWarningBitHasItsMeaning) {
         const char* m_Reasons;
     } const rows[] = {
         {0x00, 0, "good: nothing that was read speaks against it"},
-        {0x01, 1, "replace it: the drive says that its spare blocks are used up"},
+        {0x01, 1, "replace it: the drive says that its spare blocks are below their threshold"},
         {0x02, 2, "look at it: the drive says that its temperature is out of bounds"},
         {0x04, 1, "replace it: the drive says that it is no longer reliable"},
         {0x08, 1, "failed: the drive no longer takes data: it is read-only"},
