@@ -2,7 +2,7 @@
 // What holds for every text that is said to be a report.
 #pragma once
 
-#include <pi/exchange/smartctl.h>
+#include <pi/exchange/drive_properties.h>
 #include <pi/vocabulary.h>
 
 #include <string>
@@ -22,6 +22,9 @@ inline void CheckDrive(const CDriveReport& drive) {
         CHECK(!figure.GetText().empty());
     }
     CHECK(!drive.GetHealth().GetReasons().empty());
+    for (const CDriveProperty& property : DescribeDrive(drive, CHealthAssessment(drive.GetHealth()))) {
+        CHECK((property.GetState() == FigureState::KNOWN) == property.GetReason().empty());
+    }
     for (const std::string& note : drive.GetNotes()) {
         CHECK(!note.empty());
     }
