@@ -182,6 +182,18 @@ TEST(ForecastCommand, WhatIsMoreThanThirtyYearsAwayHasNoMonth) {
         "> 30 y (22-)  -        2048-03   -        2 %  1.1 y         1  SAMPLE NVME 960  S3Z8NB0K  age\n");
 }
 
+TEST(ForecastCommand, DoubtfulFiguresBearAMark) {
+    const Folder folder;
+    folder.Write("a.json", Report(At(8000, 255)));
+    // 1234 hours, and more above their 24 bits.
+    folder.Write("b.json",
+                 R"({"device":{"protocol":"ATA"},"model_name":"SSD","rotation_rate":0,)"
+                 R"("ata_smart_attributes":{"table":[{"id":9,"raw":{"value":46179488367826}}]}})");
+    const std::string table = RunForecast(folder).m_Output;
+    EXPECT_NE(table.find("  255 %?  0.9 y  "), std::string::npos) << table;
+    EXPECT_NE(table.find("  0.1 y?  "), std::string::npos) << table;
+}
+
 TEST(ForecastCommand, TextOfReportsSteersNoTerminal) {
     const Folder folder;
     Sample sample = At(10000, 80);
