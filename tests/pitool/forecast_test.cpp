@@ -186,11 +186,10 @@ TEST(ForecastCommand, DoubtfulFiguresBearAMark) {
     const Folder folder;
     folder.Write("a.json", Report(At(8000, 255)));
     // 1234 hours, and more above their 24 bits.
-    folder.Write("b.json",
-                 R"({"device":{"protocol":"ATA"},"model_name":"SSD","rotation_rate":0,)"
-                 R"("ata_smart_attributes":{"table":[{"id":9,"raw":{"value":46179488367826}}]}})");
+    folder.Write("b.json", R"({"device":{"protocol":"ATA"},"model_name":"SSD","rotation_rate":0,)"
+                           R"("ata_smart_attributes":{"table":[{"id":9,"raw":{"value":46179488367826}}]}})");
     const std::string table = RunForecast(folder).m_Output;
-    EXPECT_NE(table.find("  255 %?  0.9 y  "), std::string::npos) << table;
+    EXPECT_NE(table.find("  255 %?   0.9 y  "), std::string::npos) << table;
     EXPECT_NE(table.find("  0.1 y?  "), std::string::npos) << table;
 }
 
