@@ -3,8 +3,6 @@
 #include <pi/exchange/drive_properties.h>
 
 #include <algorithm>
-#include <iterator>
-#include <limits>
 
 #include "report_builder.h"
 
@@ -144,11 +142,10 @@ private:
 
     /// @param number 0 if it is unknown
     CDriveProperty& AddNumber(_PROPERTY_ID id, std::uint64_t number, const char* unit) {
-        constexpr std::uint64_t MOST = std::numeric_limits<std::int64_t>::max();
         CDriveProperty& property = AddText(id, "");
         property.m_Unit = unit;
         if (number != 0) {
-            property.m_Number = static_cast<std::int64_t>(std::min(number, MOST));
+            property.m_Number = static_cast<std::int64_t>(number);
             property.m_Reason.clear();
         }
         return property;

@@ -188,12 +188,17 @@ TEST(DriveHealth, AStatisticOfAllOnesIsNoFigure) {
     EXPECT_EQ(Told(drive, Figure::REALLOCATED_SECTORS), "known 4294967294: device statistics page 3");
     drive.TakeStatistic(1, 0x18, 0xFFFFFFFFFFFE);
     EXPECT_EQ(Told(drive, Figure::BYTES_WRITTEN), "known 144115188075854848: device statistics page 1");
+    drive.TakeFigure(Figure::BYTES_READ, 0xFFFFFFFF);
+    EXPECT_EQ(drive.GetFigure(Figure::BYTES_READ).GetValue(), 0xFFFFFFFF) << "an amount of its own unit";
 }
 
 TEST(DriveHealth, ARawWearOfAllOnesIsNone) {
     CDriveHealth drive = SolidState();
     drive.TakeAttribute(230, "Media_Wearout_Indicator", 0x32, 100, 100, -1, 0xFFFFFFFFFFFF);
     EXPECT_EQ(Told(drive, Figure::WEAR), "unknown: not reported");
+    CDriveHealth other(DriveProtocol::ATA, "Samsung SSD 840 PRO Series");
+    other.TakeAttribute(177, "Wear_Leveling_Count", 0x32, 50, 50, -1, 0xFFFFFFFFFFFF);
+    EXPECT_EQ(Told(other, Figure::WEAR), "known 50: SMART attribute 177") << "by its current value";
 }
 
 TEST(DriveHealth, NoMoreSectorsAreBadThanTheDriveHas) {
