@@ -28,8 +28,8 @@ std::string PrometheusText(const DriveList& drives, std::size_t refused);
 /// With more drives, good ones have no sheet on a page.
 constexpr std::size_t HTML_SHEETS_OF_ALL = 500;
 
-/// An HTML page that can be mailed and printed, without scripts and addresses: what to act on first, pictures
-/// of wear, models, all drives, and the sheets.
+/// A page that can be mailed and printed, without scripts and addresses: what to act on first, pictures of
+/// wear, models, all drives, and the sheets.
 /// @param all     drives: they are counted and acted on
 /// @param drives  those shown, in this order; the details of those that have sheets are these as HTML
 /// @param refused inputs that gave no drive

@@ -35,7 +35,7 @@ Value Seconds(const std::optional<std::uint64_t>& hours) {
     return hours ? Value(static_cast<double>(*hours) * SECONDS_PER_HOUR) : std::nullopt;
 }
 
-double CountDoubtful(Drive drive) {
+int CountDoubtful(Drive drive) {
     int count = 0;
     for (int figure = Health::WEAR; figure <= Health::UNSAFE_SHUTDOWNS; ++figure) {
         count += drive.GetFigure(static_cast<PI::_HEALTH_FIGURE>(figure)).IsDoubtful() ? 1 : 0;
@@ -97,31 +97,29 @@ std::string Labels(Drive drive) {
 }  // namespace
 
 std::string PrometheusText(const DriveList& drives, std::size_t refused) {
-    std::map<std::string, DriveList> reports;
+    std::map<std::string, DriveList> series;  // the last report of each counts
     for (const DriveSummary* drive : drives) {
-        reports[Labels(*drive)].push_back(drive);
+        series[Labels(*drive)].push_back(drive);
     }
-    std::map<std::string, const DriveSummary*> series;
-    for (auto& [labels, list] : reports) {
+    for (auto& [labels, list] : series) {
         SortDrives("state", list);
         std::reverse(list.begin(), list.end());
         if (list.front()->IsIdentified()) {  // else a later report may be of another drive
             SortByAge(list);
         }
-        series[labels] = list.back();
     }
     std::string text;
     AddHeading("pi_inputs_refused", "Inputs that gave no drive.", text);
     text += "pi_inputs_refused " + std::to_string(refused) + "\n";
     AddHeading("pi_drive_info", "What the drive is; always 1.", text);
-    for (const auto& [labels, drive] : series) {
-        text += "pi_drive_info{" + labels + ",firmware=" + InQuotes(drive->GetFirmware(), '\\') +
-                ",kind=" + InQuotes(drive->GetKind(), '\\') + "} 1\n";
+    for (const auto& [labels, list] : series) {
+        text += "pi_drive_info{" + labels + ",firmware=" + InQuotes(list.back()->GetFirmware(), '\\') +
+                ",kind=" + InQuotes(list.back()->GetKind(), '\\') + "} 1\n";
     }
     for (const Family& family : FAMILIES) {
         AddHeading(family.m_Name, family.m_Help, text);
-        for (const auto& [labels, drive] : series) {
-            if (const Value value = family.m_Value(*drive)) {
+        for (const auto& [labels, list] : series) {
+            if (const Value value = family.m_Value(*list.back())) {
                 char digits[64];
                 char* const end =
                     std::to_chars(digits, std::end(digits), *value, std::chars_format::fixed).ptr;

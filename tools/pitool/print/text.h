@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Text for people: what a terminal can show of it, how wide that is, how it is divided and how it stands
-/// out.
+/// Text for people: what a terminal can show of it, how wide that is, how it is divided, how it stands out.
 #pragma once
 
 #include <charconv>
@@ -68,7 +67,7 @@ enum class Style : std::uint8_t {
 /// Adds a text in a style. It must be printable: what comes from files brings no style of its own.
 void AddStyled(std::string_view printable, Style style, bool colors, std::string& text);
 
-/// The style of a severity as the library names it.
+/// @param severity as the library names it
 Style SeverityStyle(std::string_view severity);
 
 /// Text in fewer columns than these is not worth reading.
