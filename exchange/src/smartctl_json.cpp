@@ -330,10 +330,10 @@ private:
     /// @return where it ends; npos: it is refused, and m_Error is where it is no JSON
     std::size_t ReadValue(std::size_t start) {
         JsonDocument document;
-        std::size_t end = Parse(m_Text, start, document);
-        if (document.HasParseError() && MendJson(m_Text, start)) {
+        const std::size_t end = Parse(m_Text, start, document);
+        if (document.HasParseError() && start >= m_MendedEnd && MendJson(m_Text, start)) {
             m_MendedEnd = m_Text.find("\n{", start);
-            end = Parse(m_Text, start, document);
+            return ReadValue(start);
         }
         if (document.HasParseError()) {
             return RefuseJson(start + document.GetErrorOffset(), document.GetParseError());

@@ -18,7 +18,7 @@ constexpr std::uint64_t Bit(_HEALTH_FIGURE figure) {
 }  // namespace
 
 struct CHealthSnapshot::CFacts {
-    _DRIVE_STATE m_State;
+    _DRIVE_STATE m_State = DriveState::UNKNOWN;
     std::uint64_t m_HaveValue = 0;  // bits of figures
     std::uint64_t m_AreDoubtful = 0;
     std::vector<std::int64_t>
