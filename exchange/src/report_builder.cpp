@@ -91,6 +91,11 @@ void ReportBuilder::NoteExitStatus(int status) {
     if ((status & FAILING) != 0 && !Health().GetFigure(HealthFigure::VERDICT).HasValue()) {
         Verdict(false, 0, 0);
     }
+    constexpr int SELF_TESTS_FAILED = 1 << 7;
+    if ((status & SELF_TESTS_FAILED) != 0 &&
+        !Health().GetFigure(HealthFigure::FAILED_SELF_TESTS).HasValue()) {
+        Health().TakeFigure(HealthFigure::FAILED_SELF_TESTS, 1);  // at least
+    }
 }
 
 void ReportBuilder::Verdict(bool passed, int sense, int qualifier) {

@@ -651,6 +651,18 @@ TEST(SmartctlJson, ExitStatusOfAFailingDriveIsAVerdictWhereThereIsNone) {
     EXPECT_EQ(state(R"(8}, "smart_status": {"passed": true})"), DriveState::GOOD);
 }
 
+TEST(SmartctlJson, ExitStatusOfFailedSelfTestsCountsWhereThereIsNoLog) {
+    const std::string status = R"("smartctl": {"exit_status": 128}, "smart_status": {"passed": true})";
+    const CDriveReport drive =
+        ReadDrive(R"({"model_name": "A", "device": {"protocol": "ATA"}, )" + status + "}");
+    EXPECT_EQ(Figure(drive, HealthFigure::FAILED_SELF_TESTS), "1 [10/0]");
+    EXPECT_EQ(drive.GetHealth().GetState(), DriveState::LOOK);
+    EXPECT_EQ(Figure(ReadDrive(R"({"model_name": "A", "device": {"protocol": "ATA"}, )" + status +
+                               R"(, "ata_smart_self_test_log": {"standard": {"count": 0}}})"),
+                     HealthFigure::FAILED_SELF_TESTS),
+              "0 [2/6]");
+}
+
 TEST(SmartctlJson, ExitStatusIsNotedBitByBit) {
     for (unsigned bit = 0; bit < 8; ++bit) {
         const CDriveReport drive = ReadDrive(R"({"model_name": "A", "smartctl": {"exit_status": )" +
