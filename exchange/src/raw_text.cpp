@@ -20,7 +20,8 @@ public:
         m_IsHex = text.substr(0, 2) == "0x";
         at += m_IsHex ? 2 : 0;
         while (at != end && m_Count < m_Values.size()) {
-            const bool isNegative = *at == '-' && m_Between.find('(') != std::string::npos;
+            const bool isNegative =
+                *at == '-' && (m_Between.empty() || m_Between.find('(') != std::string::npos);
             std::int64_t value = 0;
             const std::from_chars_result read = std::from_chars(at, end, value, m_IsHex ? 16 : 10);
             if (read.ec == std::errc() && (isNegative || *at != '-')) {
@@ -79,6 +80,9 @@ std::optional<std::uint64_t> ReadRawText(std::string_view text, std::string_view
         raw = (raw * 60 + numbers[1]) * (isHalf ? 2 : 1);
     } else if (numbers.Begins("# (Min/Max #/#")) {
         raw = Byte(raw) | Byte(numbers[1]) << 16 | Byte(numbers[2]) << 32;
+    } else if (text[0] == '-') {
+        const bool isTemperature = numbers.Is("#") && name.find("Temp") != std::string_view::npos;
+        return isTemperature ? std::optional(Byte(raw)) : std::nullopt;
     } else if (numbers.Is("# (# # # # #)")) {  // bytes above the lowest
         raw = Byte(raw) | Join(numbers, 1, 5, 8) << 8;
     } else if (numbers.Is("# (# # #)")) {  // bytes above the lowest three

@@ -45,7 +45,7 @@ constexpr std::string_view JSON_BLANKS = " \t\r\n";
 std::size_t FindJson(std::string_view text, std::size_t from = 0);
 
 void ReadSmartctlJson(std::string text, SmartctlResults& results);
-void ReadSmartctlText(std::string_view text, SmartctlResults& results);
+void ReadSmartctlText(std::string_view given, SmartctlResults& results);
 
 /// Why a report without identity gives no drive, from what smartctl printed; null when that does not tell.
 const char* FindReason(std::string_view message);

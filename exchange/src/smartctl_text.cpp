@@ -59,6 +59,29 @@ std::optional<std::string_view> After(std::string_view line, std::string_view la
     return After(line, label.substr(number + 1));
 }
 
+/// Blanks of all kinds as plain ones, and line feeds at the ends of lines. Tabs that indent a line remain.
+std::string WithPlainBlanks(std::string_view text) {
+    std::string plain;
+    plain.reserve(text.size());
+    bool isIndent = true;
+    for (std::size_t length = 0; !text.empty(); text.remove_prefix(length)) {
+        // A byte A0h after one of ASCII is no UTF-8 but Latin-1.
+        const bool isAfterASCII = plain.empty() || static_cast<unsigned char>(plain.back()) < 0x80;
+        length = BeginsWith(text, "\xC2\xA0") ? 2 : BeginsWith(text, "\xE3\x80\x80") ? 3 : 1;
+        if (text[0] == '\r') {
+            length = std::min(text.find_first_not_of('\r'), text.size());
+            plain.append(text.substr(length, 1) == "\n" ? 0 : length, '\n');
+        } else if (length > 1 || (text[0] == '\t' && !isIndent) || (text[0] == '\xA0' && isAfterASCII)) {
+            plain += ' ';
+        } else {
+            plain += text[0];
+        }
+        const char last = plain.empty() ? '\n' : plain.back();
+        isIndent = last == '\n' || (isIndent && (last == ' ' || last == '\t'));
+    }
+    return plain;
+}
+
 /// A number at the beginning: hexadecimal after 0x, else with the separators of any language in front of
 /// three digits each.
 std::optional<std::int64_t> ReadNumber(std::string_view text) {
@@ -97,6 +120,42 @@ std::optional<std::int64_t> ReadNumber(std::string_view text) {
 int TakeSmall(std::string_view& text, int otherwise = -1) {
     const std::int64_t number = ReadNumber(TakeWord(text)).value_or(-1);
     return number >= 0 && number <= std::numeric_limits<int>::max() ? static_cast<int>(number) : otherwise;
+}
+
+/// A normalised value of an attribute; -1 for one that is not given; no value if the word is neither.
+std::optional<int> ReadNormalised(std::string_view word) {
+    if (word == "---") {
+        return -1;
+    }
+    const bool isHex = BeginsWith(word, "0x");
+    const char* const end = word.data() + word.size();
+    std::uint8_t number = 0;
+    const std::from_chars_result read =
+        std::from_chars(word.data() + (isHex ? 2 : 0), end, number, isHex ? 16 : 10);
+    return read.ec == std::errc() && read.ptr == end ? std::optional<int>(number) : std::nullopt;
+}
+
+/// Flags of an attribute: hexadecimal, or letters in the places of the bits; -1 if the word is neither.
+int ReadFlags(std::string_view word) {
+    constexpr std::string_view LETTERS = "POSRCK";
+    if (BeginsWith(word, "0x")) {
+        return TakeSmall(word);
+    }
+    if (word.size() < LETTERS.size() || word.find_first_not_of("POSRCK-+") != std::string_view::npos) {
+        return -1;
+    }
+    int flags = 0;
+    for (std::size_t bit = 0; bit < LETTERS.size(); ++bit) {
+        flags |= Has(word, LETTERS.substr(bit, 1)) ? 1 << bit : 0;
+    }
+    return flags;
+}
+
+bool IsAttribute(std::string_view line) {
+    const bool isNumbered = BeginsWithDigit(line);
+    TakeWord(line);
+    TakeWord(line);
+    return isNumbered && ReadFlags(TakeWord(line)) >= 0;
 }
 
 /// A log that is headed by a line, and says in the next one that it is empty.
@@ -148,6 +207,12 @@ public:
                 ReadSection(line);
             }
         }
+        if (m_LacksAttributes) {
+            m_Builder.Note("the table of attributes cannot be read");
+        }
+        if (m_LacksStatistics) {
+            m_Builder.Note("the device statistics cannot be read");
+        }
         return m_Builder.Take();
     }
 
@@ -189,11 +254,18 @@ private:
         }
     }
 
-    /// Removes and returns the next line if it belongs to a table.
+    /// The line after the current one, or empty.
+    std::string_view Next() const {
+        return m_At + 1 < m_Lines.size() ? m_Lines[m_At + 1] : std::string_view();
+    }
+
+    /// Removes and returns the next line if it belongs to a table, or the one after an empty line.
     template <class IsRow>
     std::optional<std::string_view> TakeRow(IsRow isRow) {
-        if (m_At + 1 < m_Lines.size() && isRow(m_Lines[m_At + 1])) {
-            return m_Lines[++m_At];
+        const std::size_t row = m_At + (Next().empty() ? 2 : 1);
+        if (row < m_Lines.size() && isRow(m_Lines[row])) {
+            m_At = row;
+            return m_Lines[row];
         }
         return std::nullopt;
     }
@@ -243,9 +315,13 @@ private:
 
     void ReadSection(std::string_view line) {
         if (BeginsWith(line, "ID# ATTRIBUTE_NAME")) {
-            ReadAttributes(!Has(line, "UPDATED"));
-        } else if (BeginsWith(line, "Page  Offset Size")) {
-            ReadStatistics();
+            ReadAttributes(line);
+        } else if (BeginsWith(line, "SMART Attributes Data Structure")) {
+            m_LacksAttributes = true;
+        } else if (BeginsWith(line, "Device Statistics (") && !Has(line, "not supported")) {
+            m_LacksStatistics = true;
+        } else if (BeginsWith(line, "0x")) {
+            ReadStatistic(line);
         }
         for (const CountedLog& log : COUNTED_LOGS) {
             if (BeginsWith(line, log.m_Head) && m_Builder.Protocol() == DriveProtocol::ATA) {
@@ -264,42 +340,54 @@ private:
         }
     }
 
-    void ReadAttributes(bool isBrief) {
-        while (auto row = TakeRow(BeginsWithDigit)) {
-            const int id = TakeSmall(*row);
-            const std::string name(TakeWord(*row));
-            const int flags = ReadFlags(TakeWord(*row));
-            const int current = TakeSmall(*row);
-            const int worst = TakeSmall(*row);
-            const int threshold = TakeSmall(*row);
-            for (int skipped = isBrief ? 1 : 3; skipped > 0; --skipped) {
-                TakeWord(*row);
+    void ReadAttributes(std::string_view heading) {
+        m_LacksAttributes = true;
+        const bool isWrapped = !Has(heading, "RAW_VALUE") && Has(Next(), "RAW_VALUE");
+        const std::string columns = std::string(heading) + std::string(isWrapped ? m_Lines[++m_At] : "");
+        const bool isBrief = !Has(columns, "UPDATED");
+        while (const auto first = TakeRow(BeginsWithDigit)) {
+            std::string row(*first);
+            while (isWrapped && !Next().empty() && !BeginsWith(Next(), "|") && !IsAttribute(Next())) {
+                row.append(" ").append(m_Lines[++m_At]);
             }
-            m_Builder.Attribute(id, name, flags, current, worst, threshold, ReadRawText(Trimmed(*row), name));
+            ReadAttribute(row, isBrief);
         }
     }
 
-    /// Hexadecimal, or letters in the places of the bits.
-    static int ReadFlags(std::string_view text) {
-        if (BeginsWith(text, "0x")) {
-            return TakeSmall(text, 0);
+    void ReadAttribute(std::string_view row, bool isBrief) {
+        const int id = TakeSmall(row);
+        const std::string name(TakeWord(row));
+        const int flags = ReadFlags(TakeWord(row));
+        const std::optional<int> current = ReadNormalised(TakeWord(row));
+        const std::optional<int> worst = ReadNormalised(TakeWord(row));
+        const std::optional<int> threshold = ReadNormalised(TakeWord(row));
+        bool isRow = flags >= 0 && current && worst && threshold;
+        if (!isBrief) {
+            const std::string_view type = TakeWord(row);
+            const std::string_view updated = TakeWord(row);
+            isRow = isRow && (type == "Pre-fail" || type == "Old_age") &&
+                    (updated == "Always" || updated == "Offline");
         }
-        int flags = 0;
-        constexpr std::string_view LETTERS = "POSRCK";
-        for (std::size_t bit = 0; bit < LETTERS.size(); ++bit) {
-            flags |= Has(text, LETTERS.substr(bit, 1)) ? 1 << bit : 0;
+        const std::string_view failed = TakeWord(row);
+        m_LacksAttributes = false;
+        if (isRow && !BeginsWithDigit(failed)) {
+            m_Builder.Attribute(id, name, flags, *current, *worst, *threshold,
+                                ReadRawText(Trimmed(row), name));
+        } else {
+            m_Builder.Note("attribute " + std::to_string(id) + " is passed over: its columns cannot be read");
         }
-        return flags;
     }
 
-    void ReadStatistics() {
-        while (auto row =
-                   TakeRow([](std::string_view line) { return line.empty() || BeginsWith(line, "0x"); })) {
-            const int page = TakeSmall(*row);
-            const int offset = TakeSmall(*row);
-            TakeWord(*row);  // size
-            const std::optional<std::int64_t> value = ReadNumber(TakeWord(*row));
-            if (value && offset > 0) {
+    /// Page, offset, size and value, as no other line has them that begins with a page.
+    void ReadStatistic(std::string_view row) {
+        const int page = TakeSmall(row);
+        const bool isOffset = BeginsWith(Trimmed(row), "0x");
+        const int offset = TakeSmall(row);
+        TakeWord(row);  // size
+        const std::optional<std::int64_t> value = ReadNumber(TakeWord(row));
+        if (offset > 0 && isOffset) {
+            m_LacksStatistics = false;
+            if (value) {
                 m_Builder.Statistic(page, offset, {}, *value);
             }
         }
@@ -343,30 +431,59 @@ private:
     void ReadSelfTests(const SelfTestLog& log) {
         std::vector<_SELF_TEST_OUTCOME> outcomes;
         bool isLog = false;
-        const auto isPart = [](std::string_view line) {
-            return !line.empty() && !BeginsWith(line, "SMART ");
+        const auto isTest = [&](std::string_view line) {
+            return (log.m_Source == FigureSource::NVME_LOG && BeginsWithDigit(line)) ||
+                   (BeginsWith(line, "#") && BeginsWithDigit(Trimmed(line.substr(1))));
+        };
+        const auto isHead = [](std::string_view line) {
+            return BeginsWith(line, "Num") || Has(line, "elf-tests ");
+        };
+        // After an empty line only what is part of no other section.
+        const auto isPart = [&](std::string_view line) {
+            return isTest(line) || isHead(line) || (!Next().empty() && !BeginsWith(line, "SMART "));
         };
         while (auto row = TakeRow(isPart)) {
-            isLog = isLog || BeginsWith(*row, "Num") || Has(*row, "elf-tests ");
-            const bool isNumbered = log.m_Source == FigureSource::NVME_LOG && BeginsWithDigit(*row);
-            if (isLog && (BeginsWith(*row, "#") || isNumbered)) {
+            isLog = isLog || isHead(*row);
+            if (isLog && isTest(*row)) {
                 row->remove_prefix(std::min(row->find_first_not_of("# "), row->size()));
                 TakeWord(*row);
                 row = Trimmed(*row);
                 const std::size_t gap = std::min(row->find("  "), row->size());
-                outcomes.push_back(ToOutcome(row->substr(0, gap), Trimmed(row->substr(gap))));
+                const std::string_view type = row->substr(0, gap);
+                const _SELF_TEST_OUTCOME outcome = ToOutcome(type, Trimmed(row->substr(gap)));
+                // A tab may be all that is between both.
+                outcomes.push_back(outcome != SelfTestOutcome::NEITHER ? outcome : ToOutcome(type, type));
             }
         }
         if (isLog) {
             m_Builder.Health().TakeSelfTests(outcomes.data(), outcomes.size(), log.m_Source, log.m_Page);
+        } else {
+            m_Builder.Note("the self-test log cannot be read");
         }
     }
 
     const Lines& m_Lines;
     ReportBuilder m_Builder;
     std::size_t m_At = 0;
-    std::bitset<64> m_Given;  ///< rows of REPORT_FIGURES
+    bool m_LacksAttributes = false;  ///< they are announced, and no row is read
+    bool m_LacksStatistics = false;  ///< likewise
+    std::bitset<64> m_Given;         ///< rows of REPORT_FIGURES
 };
+
+/// Takes out the empty line after each other one where all have it, as when the ends of lines were doubled.
+void TakeOutDoubledEnds(Lines& lines) {
+    if (std::adjacent_find(lines.begin(), lines.end(), [](std::string_view line, std::string_view next) {
+            return !line.empty() && !next.empty();
+        }) != lines.end()) {
+        return;
+    }
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        lines[kept++] = lines[i];
+        i += lines[i].empty() ? 0 : 1;
+    }
+    lines.resize(kept);
+}
 
 /// Whether a line is the first of a report: "smartctl 7.1 2019-12-30 ...".
 bool IsHeader(std::string_view line) {
@@ -395,7 +512,9 @@ std::string WhyNoDrive(const Lines& lines) {
 
 }  // namespace
 
-void ReadSmartctlText(std::string_view text, SmartctlResults& results) {
+void ReadSmartctlText(std::string_view given, SmartctlResults& results) {
+    const std::string plain = WithPlainBlanks(given);
+    std::string_view text = plain;
     constexpr std::string_view IDENTITY = "=== START OF INFORMATION SECTION";
     std::uint64_t number = 0;
     std::uint64_t first = 1;
@@ -403,6 +522,7 @@ void ReadSmartctlText(std::string_view text, SmartctlResults& results) {
     const bool isLastLineOpen = !text.empty() && text.back() != '\n';
     Lines lines;
     const auto finish = [&](bool mayBeCut) {
+        TakeOutDoubledEnds(lines);
         if (TextReader::Identify(lines).IsKnown()) {
             results.m_Drives.push_back(TextReader(lines, mayBeCut).Read());
         } else if (const std::string reason = WhyNoDrive(lines); !reason.empty()) {

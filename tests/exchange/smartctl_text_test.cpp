@@ -36,7 +36,148 @@ std::string Hours(const std::string& name, const std::string& raw) {
     return Figure(ReadDrive(ATA_IDENTITY + table), HealthFigure::POWER_ON_HOURS);
 }
 
+// Of a drive with pending sectors, a failed self-test and statistics.
+const std::string HEADING =
+    "ID# ATTRIBUTE_NAME          FLAG     VALUE WORST THRESH TYPE      UPDATED  WHEN_FAILED RAW_VALUE\n";
+const std::string WHOLE =
+    ATA_IDENTITY +
+    "=== START OF READ SMART DATA SECTION ===\nSMART overall-health self-assessment test result: PASSED\n\n"
+    "SMART Attributes Data Structure revision number: 10\nVendor Specific SMART Attributes with "
+    "Thresholds:\n" +
+    HEADING +
+    "  5 Reallocated_Sector_Ct   0x0033   100   100   010    Pre-fail  Always       -       0\n"
+    "  9 Power_On_Hours          0x0032   074   074   000    Old_age   Always       -       23456 (12 0 0)\n"
+    "194 Temperature_Celsius     0x0022   035   050   000    Old_age   Always       -       35\n"
+    "197 Current_Pending_Sector  0x0012   100   100   000    Old_age   Always       -       16\n\n"
+    "SMART Error Log Version: 1\nNo Errors Logged\n\nSMART Self-test log structure revision number 1\n"
+    "Num  Test_Description    Status                  Remaining  LifeTime(hours)  LBA_of_first_error\n"
+    "# 1  Short offline       Completed: read failure       90%     23400         -\n"
+    "# 2  Extended offline    Completed: read failure       90%     23300         1234567\n\n"
+    "Device Statistics (GP Log 0x04)\nPage  Offset Size        Value Flags Description\n"
+    "0x01  =====  =               =  ===  == General Statistics (rev 1) ==\n"
+    "0x01  0x008  4             120  ---  Lifetime Power-On Resets\n"
+    "0x05  0x058  1              60  ---  Specified Maximum Operating Temperature\n\n"
+    "0x06  0x018  4               7  ---  Number of Interface CRC Errors\n"
+    "                                |||_ C monitored condition met\n\n";
+
+std::string Replaced(std::string text, const std::string& part, const std::string& with) {
+    for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += with.size()) {
+        text.replace(at, part.size(), with);
+    }
+    return text;
+}
+
+/// As mail breaks lines: after the last blank that fits.
+std::string Wrapped(const std::string& text, std::size_t width) {
+    std::string wrapped;
+    std::size_t begin = 0;  // of the line
+    for (const char character : text) {
+        wrapped += character;
+        const std::size_t blank = wrapped.find_last_of(" \t");
+        if (character == '\n') {
+            begin = wrapped.size();
+        } else if (wrapped.size() - begin > width && blank != std::string::npos && blank >= begin) {
+            wrapped.insert(blank + 1, "\n");
+            begin = blank + 2;
+        }
+    }
+    return wrapped;
+}
+
+/// Identity, state, notes and figures.
+std::string Everything(const CDriveReport& drive) {
+    std::string all = drive.GetModel() + "|" + drive.GetSerialNumber() + "|" +
+                      std::to_string(drive.GetCapacity()) + "|" +
+                      DriveStateToString(drive.GetHealth().GetState());
+    for (const std::string& note : drive.GetNotes()) {
+        all += "\n" + note;
+    }
+    for (const CHealthFigure& figure : drive.GetHealth().GetFigures()) {
+        all += std::string("\n") + HealthFigureToString(figure.GetFigure()) + " " +
+               Figure(drive, figure.GetFigure());
+    }
+    return all;
+}
+
 }  // namespace
+
+TEST(SmartctlText, BlanksOfOtherKindsAreBlanks) {
+    const std::string plain = Everything(ReadDrive(WHOLE));
+    EXPECT_NE(plain.find("PENDING_SECTORS 16 [3/197]"), std::string::npos) << plain;
+    EXPECT_NE(plain.find("FAILED_SELF_TESTS 2 [2/6]"), std::string::npos) << plain;
+    for (const char* blank : {"\xC2\xA0", "\xE3\x80\x80", "\xA0", "\xA0\xA0", "\t"}) {
+        EXPECT_EQ(Everything(ReadDrive(Replaced(WHOLE, "   ", std::string(" ") + blank + " "))), plain)
+            << blank;
+    }
+    const std::string tabs = Replaced(Replaced(WHOLE, "    ", "  "), "  ", "\t");
+    EXPECT_EQ(Everything(ReadDrive(Replaced(tabs, "\n\t", "\n"))), plain);
+    EXPECT_EQ(ReadDrive(HEADER + "Device Model: Caf\xC3\xA0 \xE0\xA0\n").GetModel(), "Caf\xC3\xA0 \xE0\xA0")
+        << "a byte A0h within a letter is none";
+}
+
+TEST(SmartctlText, RowsWithoutTheirColumnsAreNotedAndNotUsed) {
+    const auto notes = [](const std::string& heading, const std::string& row) {
+        const CDriveReport drive = ReadDrive(ATA_IDENTITY + heading + row + "\n");
+        EXPECT_EQ(Figure(drive, HealthFigure::REALLOCATED_SECTORS), "unknown") << row;
+        return drive.GetNotes();
+    };
+    const auto isNoted = testing::ElementsAre("attribute 5 is passed over: its columns cannot be read");
+    for (const char* row :
+         {"5 A 0x0033 &nbsp; 100 010 Pre-fail Always - 0", "5 A 0x0033 100 1OO 010 Pre-fail Always - 0",
+          "5 A 0x0033 100 100 256 Pre-fail Always - 0", "5 A 0x0033 100 100 -1 Pre-fail Always - 0",
+          "5 A 0x0033 100 100 -- Pre-fail Always - 0", "5 A B 0x0033 100 100 010 Pre-fail Always - 0",
+          "5 A - 100 100 010 Pre-fail Always - 0", "5 A 0x0033 100 100 010 Always - 0 1",
+          "5 A 0x0033 100 100 010 Pre-fail - 0 1", "5 A 0x0033 100 100 010 Pre-fail Always 0 1"}) {
+        EXPECT_THAT(notes(HEADING, row), isNoted) << row;
+    }
+    const std::string brief = "ID# ATTRIBUTE_NAME          FLAGS    VALUE WORST THRESH FAIL RAW_VALUE\n";
+    for (const char* row :
+         {"5 A PO--C 100 100 010 - 0", "5 A POxxCK 100 100 010 - 0", "5 A PO--CK 100 100 010 0 1"}) {
+        EXPECT_THAT(notes(brief, row), isNoted) << row;
+    }
+    for (const char* row :
+         {"5 A PO--CK 255 0xff --- - 7", "5 A PO--CK+ 000 0x0 0x0a NOW 7", "5 A 0x0033 1 1 1 Past 7"}) {
+        EXPECT_EQ(Figure(ReadDrive(ATA_IDENTITY + brief + row + "\n"), HealthFigure::REALLOCATED_SECTORS),
+                  "7 [3/5]")
+            << row;
+    }
+}
+
+TEST(SmartctlText, LineEndsOfOtherKindsAreLineEnds) {
+    const std::string plain = Everything(ReadDrive(WHOLE));
+    EXPECT_EQ(Everything(ReadDrive(Replaced(WHOLE, "\n", "\r"))), plain);
+    EXPECT_EQ(Everything(ReadDrive(Replaced(WHOLE, "\n", "\r\r\n"))), plain);
+    EXPECT_EQ(Everything(ReadDrive(Replaced(WHOLE, "\n", "\n\n"))), plain);
+    EXPECT_EQ(Everything(ReadDrive("\n\n" + Replaced(WHOLE, "\n", "\r\n\r\n"))), plain);
+}
+
+TEST(SmartctlText, AnEmptyLineDoesNotEndATableOfWhichRowsFollow) {
+    const std::string plain = Everything(ReadDrive(WHOLE));
+    for (const char* line : {"197 ", "  5 ", "No Errors", "# 1", "# 2", "0x05", "Num"}) {
+        EXPECT_EQ(
+            Everything(ReadDrive(Replaced(WHOLE, std::string("\n") + line, std::string("\n\n") + line))),
+            plain)
+            << line;
+    }
+}
+
+TEST(SmartctlText, RowsThatMailWrappedAreRead) {
+    const std::string plain = Everything(ReadDrive(WHOLE));
+    for (std::size_t width = 64; width < HEADING.size() - 1; ++width) {
+        EXPECT_EQ(Everything(ReadDrive(Wrapped(WHOLE, width))), plain) << Wrapped(WHOLE, width);
+    }
+}
+
+TEST(SmartctlText, SectionsOfWhichNothingCanBeReadAreNoted) {
+    const auto notes = [](const std::string& cut) { return ReadDrive(Replaced(WHOLE, cut, "")).GetNotes(); };
+    EXPECT_TRUE(ReadDrive(WHOLE).GetNotes().empty());
+    EXPECT_THAT(notes(HEADING), testing::ElementsAre("the table of attributes cannot be read"));
+    EXPECT_THAT(notes("Num  Test_Description"), testing::ElementsAre("the self-test log cannot be read"));
+    EXPECT_THAT(ReadDrive(Replaced(WHOLE, "\n0x", "\n ?")).GetNotes(),
+                testing::ElementsAre("the device statistics cannot be read"));
+    EXPECT_TRUE(
+        ReadDrive(ATA_IDENTITY + "Device Statistics (GP/SMART Log 0x04) not supported\n").GetNotes().empty());
+}
 
 TEST(SmartctlText, IdentityOfAnATADriveIsRead) {
     const CDriveReport drive = ReadDrive(ATA_IDENTITY);
@@ -168,14 +309,21 @@ TEST(SmartctlText, RawValuesComeBackFromTheirTexts) {
     EXPECT_EQ(Hours("Power_On_Hours", "-"), "unknown");
 }
 
-TEST(SmartctlText, OnlyInBracketsNumbersAreNegative) {
-    const auto highest = [](const std::string& raw) {
-        return Figure(ReadDrive(ATA_IDENTITY +
-                                "ID# ATTRIBUTE_NAME          FLAGS    VALUE WORST THRESH FAIL RAW_VALUE\n194 "
-                                "Temperature_Celsius     -O---K   100   100   000    -    " +
-                                raw + "\n"),
-                      HealthFigure::HIGHEST_TEMPERATURE);
+TEST(SmartctlText, OnlyTemperaturesAreNegative) {
+    const auto read = [](const std::string& raw) {
+        return ReadDrive(ATA_IDENTITY +
+                         "ID# ATTRIBUTE_NAME          FLAGS    VALUE WORST THRESH FAIL RAW_VALUE\n194 "
+                         "Temperature_Celsius     -O---K   100   100   000    -    " +
+                         raw + "\n");
     };
+    const auto highest = [&](const std::string& raw) {
+        return Figure(read(raw), HealthFigure::HIGHEST_TEMPERATURE);
+    };
+    EXPECT_EQ(Figure(read("-5 (Min/Max -10/40)"), HealthFigure::TEMPERATURE), "-5 [3/194]");
+    EXPECT_EQ(Figure(read("-5"), HealthFigure::TEMPERATURE), "-5 [3/194]");
+    EXPECT_EQ(Figure(read("-5 (3 4)"), HealthFigure::TEMPERATURE), "unknown");
+    EXPECT_EQ(Hours("Power_On_Hours", "-5"), "unknown");
+    EXPECT_EQ(highest("-5 (Min/Max -10/40)"), "40 [3/194]");
     EXPECT_EQ(highest("25 (Min/Max -5/39)"), "39 [3/194]");
     EXPECT_EQ(highest("25 (Min/Max -39/-5)"), "unknown") << "it is hotter now";
     EXPECT_EQ(highest("-25 (Min/Max -39/-5)"), "unknown");
