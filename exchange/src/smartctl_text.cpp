@@ -345,10 +345,13 @@ private:
         const bool isWrapped = !Has(heading, "RAW_VALUE") && Has(Next(), "RAW_VALUE");
         const std::string columns = std::string(heading) + std::string(isWrapped ? m_Lines[++m_At] : "");
         const bool isBrief = !Has(columns, "UPDATED");
+        // A terminal that broke the heading within this column did so with its words in the rows.
+        const bool isBroken =
+            isWrapped && !isBrief && !Has(heading, "WHEN_FAILED") && !Has(m_Lines[m_At], "WHEN_FAILED");
         while (const auto first = TakeRow(BeginsWithDigit)) {
             std::string row(*first);
             while (isWrapped && !Next().empty() && !BeginsWith(Next(), "|") && !IsAttribute(Next())) {
-                row.append(" ").append(m_Lines[++m_At]);
+                row.append(isBroken && row.back() != '-' ? "" : " ").append(m_Lines[++m_At]);
             }
             ReadAttribute(row, isBrief);
         }

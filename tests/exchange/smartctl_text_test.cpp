@@ -168,6 +168,25 @@ TEST(SmartctlText, RowsThatMailWrappedAreRead) {
     }
 }
 
+TEST(SmartctlText, RowsThatATerminalBrokeWithinWordsAreRead) {
+    const auto read = [](std::size_t width) {
+        std::string text =
+            HEADING +
+            "  5 Reallocated_Sector_Ct   0x0033   140   140   140    Pre-fail  Always   FAILING_NOW 1800\n"
+            "  9 Power_On_Hours          0x0032   074   074   000    Old_age   Always   -           23456\n"
+            "196 Reallocated_Event_Ct    0x0032   010   001   005    Old_age   Always   In_the_past 3 4\n";
+        for (std::size_t at = 0, end = 0; (end = text.find('\n', at)) != std::string::npos; at = end + 2) {
+            text.insert(at + width, "\n");
+        }
+        return Everything(ReadDrive(ATA_IDENTITY + text));
+    };
+    const std::string plain = read(0);
+    EXPECT_NE(plain.find("REALLOCATED_SECTORS 1800 [3/5]"), std::string::npos) << plain;
+    for (std::size_t width = 75; width <= 87; ++width) {
+        EXPECT_EQ(read(width), plain) << width;
+    }
+}
+
 TEST(SmartctlText, SectionsOfWhichNothingCanBeReadAreNoted) {
     const auto notes = [](const std::string& cut) { return ReadDrive(Replaced(WHOLE, cut, "")).GetNotes(); };
     EXPECT_TRUE(ReadDrive(WHOLE).GetNotes().empty());
