@@ -301,10 +301,12 @@ bool VisitReports(const JsonValue& value, unsigned depth, const std::vector<std:
     return isReport || found;
 }
 
+/// @param text in and out: texts of the document stay in it
 /// @return where the document ends
-std::size_t Parse(const std::string& text, std::size_t start, JsonDocument& document) {
-    rapidjson::StringStream stream(text.c_str() + start);
-    document.ParseStream<JSON_FLAGS | rapidjson::kParseTrailingCommasFlag>(stream);
+std::size_t Parse(std::string& text, std::size_t start, JsonDocument& document) {
+    rapidjson::InsituStringStream stream(text.data() + start);
+    document.ParseStream<JSON_FLAGS | rapidjson::kParseTrailingCommasFlag | rapidjson::kParseInsituFlag>(
+        stream);
     return start + stream.Tell();
 }
 
@@ -312,7 +314,7 @@ std::size_t Parse(const std::string& text, std::size_t start, JsonDocument& docu
 class TextReader {
 public:
     TextReader(std::string text, SmartctlResults& results)
-        : m_Text(std::move(text)), m_Places(m_Text), m_Results(results) {}
+        : m_Text(std::move(text)), m_Parsed(m_Text), m_Places(m_Text), m_Results(results) {}
 
     void Read() {
         for (std::size_t at = FindJson(m_Text); at != std::string::npos;) {
@@ -330,9 +332,10 @@ private:
     /// @return where it ends; npos: it is refused, and m_Error is where it is no JSON
     std::size_t ReadValue(std::size_t start) {
         JsonDocument document;
-        const std::size_t end = Parse(m_Text, start, document);
+        const std::size_t end = Parse(m_Parsed, start, document);
         if (document.HasParseError() && start >= m_MendedEnd && MendJson(m_Text, start)) {
             m_MendedEnd = m_Text.find("\n{", start);
+            m_Parsed.replace(start, m_MendedEnd - start, m_Text, start, m_MendedEnd - start);
             return ReadValue(start);
         }
         if (document.HasParseError()) {
@@ -406,6 +409,7 @@ private:
     }
 
     std::string m_Text;
+    std::string m_Parsed;  ///< the same, changed by the parser
     PlaceCounter m_Places;
     SmartctlResults& m_Results;
     std::size_t m_MendedEnd = 0;
