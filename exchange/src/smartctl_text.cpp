@@ -31,7 +31,7 @@ bool BeginsWithDigit(std::string_view text) {
 }
 
 std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view BLANKS = " \t\r";
+    constexpr std::string_view BLANKS = " \t";
     text.remove_prefix(std::min(text.find_first_not_of(BLANKS), text.size()));
     return text.substr(0, text.find_last_not_of(BLANKS) + 1);
 }
@@ -350,7 +350,8 @@ private:
             isWrapped && !isBrief && !Has(heading, "WHEN_FAILED") && !Has(m_Lines[m_At], "WHEN_FAILED");
         while (const auto first = TakeRow(BeginsWithDigit)) {
             std::string row(*first);
-            while (isWrapped && !Next().empty() && !BeginsWith(Next(), "|") && !IsAttribute(Next())) {
+            while (BeginsWith(Next(), "(") ||
+                   (isWrapped && !Next().empty() && !BeginsWith(Next(), "|") && !IsAttribute(Next()))) {
                 row.append(isBroken && row.back() != '-' ? "" : " ").append(m_Lines[++m_At]);
             }
             ReadAttribute(row, isBrief);
@@ -421,6 +422,10 @@ private:
         std::string_view columns[COLUMNS];
         for (std::string_view& column : columns) {
             column = TakeWord(line);
+            if (column.empty() && BeginsWithDigit(Next())) {  // wrapped
+                line = m_Lines[++m_At];
+                column = TakeWord(line);
+            }
         }
         if (!isVerify && !columns[AMOUNT].empty()) {
             m_Builder.Gigabytes(page == 0x02, columns[AMOUNT]);
@@ -473,21 +478,6 @@ private:
     std::bitset<64> m_Given;         ///< rows of REPORT_FIGURES
 };
 
-/// Takes out the empty line after each other one where all have it, as when the ends of lines were doubled.
-void TakeOutDoubledEnds(Lines& lines) {
-    if (std::adjacent_find(lines.begin(), lines.end(), [](std::string_view line, std::string_view next) {
-            return !line.empty() && !next.empty();
-        }) != lines.end()) {
-        return;
-    }
-    std::size_t kept = 0;
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        lines[kept++] = lines[i];
-        i += lines[i].empty() ? 0 : 1;
-    }
-    lines.resize(kept);
-}
-
 /// Whether a line is the first of a report: "smartctl 7.1 2019-12-30 ...".
 bool IsHeader(std::string_view line) {
     const auto version = After(line, "smartctl ");
@@ -525,7 +515,6 @@ void ReadSmartctlText(std::string_view given, SmartctlResults& results) {
     const bool isLastLineOpen = !text.empty() && text.back() != '\n';
     Lines lines;
     const auto finish = [&](bool mayBeCut) {
-        TakeOutDoubledEnds(lines);
         if (TextReader::Identify(lines).IsKnown()) {
             results.m_Drives.push_back(TextReader(lines, mayBeCut).Read());
         } else if (const std::string reason = WhyNoDrive(lines); !reason.empty()) {
@@ -541,7 +530,7 @@ void ReadSmartctlText(std::string_view given, SmartctlResults& results) {
         text.remove_prefix(std::min(end + 1, text.size()));
         // A report may be indented with blanks, but not with tabs.
         line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
-        line = line.substr(0, line.find_last_not_of(" \t\r") + 1);
+        line = line.substr(0, line.find_last_not_of(" \t") + 1);
         ++number;
         if ((IsHeader(line) && !lines.empty()) || (hasIdentity && BeginsWith(line, IDENTITY))) {
             finish(false);

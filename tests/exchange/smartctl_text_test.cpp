@@ -168,6 +168,29 @@ TEST(SmartctlText, RowsThatMailWrappedAreRead) {
     }
 }
 
+TEST(SmartctlText, RowsThatMailWrappedBelowAShorterHeadingAreRead) {
+    const CDriveReport drive =
+        ReadDrive(ATA_IDENTITY +
+                  "ID# ATTRIBUTE_NAME          FLAGS    VALUE WORST THRESH FAIL RAW_VALUE\n"
+                  "194 Temperature_Celsius     -O---K   ---   ---   ---    -    25\n"
+                  "(Min/Max 17/39)\n"
+                  "197 Current_Pending_Sector  -O--CK   100   100   000    -    16\n");
+    EXPECT_EQ(Figure(drive, HealthFigure::HIGHEST_TEMPERATURE), "39 [3/194]");
+    EXPECT_EQ(Figure(drive, HealthFigure::PENDING_SECTORS), "16 [3/197]");
+}
+
+TEST(SmartctlText, CountersOfErrorsThatMailWrappedAreRead) {
+    const std::string rows =
+        "Error counter log:\n"
+        "read:   1410362924        0         0  1410362924          0        386.568           1\n"
+        "write:         0        0         0         0          0       2124,590           2\n";
+    for (std::size_t width = 70; width < 90; ++width) {
+        const CDriveReport drive = ReadDrive(HEADER + "Product: X\n" + Wrapped(rows, width));
+        EXPECT_EQ(Figure(drive, HealthFigure::MEDIA_ERRORS), "3 [6/2]") << width;
+        EXPECT_EQ(Figure(drive, HealthFigure::BYTES_READ), "386568000000 [6/3]") << width;
+    }
+}
+
 TEST(SmartctlText, RowsThatATerminalBrokeWithinWordsAreRead) {
     const auto read = [](std::size_t width) {
         std::string text =
