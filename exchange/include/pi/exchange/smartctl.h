@@ -3,8 +3,9 @@
 /// Reads reports of smartctl: a text goes in, drives come out, or the reason why there is none.
 ///
 /// Reports of smartctl 7.x are read as JSON (also with --json=o, v, u) and as text (-a, -x, -i), one or many,
-/// plain or compressed with gzip. A figure that cannot be read does not cost the drive: it is unknown, and a
-/// note says why.
+/// plain or compressed with gzip. Text may have been pasted: with blanks and line ends of other kinds, empty
+/// lines in tables, or rows that mail wrapped. A figure that cannot be read does not cost the drive: it is
+/// unknown, and a note says why.
 #pragma once
 
 #include <pi/drive_health.h>
