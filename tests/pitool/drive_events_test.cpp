@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "drive_events.h"
+#include "drive_detail.h"
 
 #include "sample_reports.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The English language file.
 
-#include "drive_events.h"
+#include "drive_detail.h"
 
 #include <pi/event.h>
 #include <pi/plugin_helper.h>

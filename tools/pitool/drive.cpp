@@ -3,7 +3,6 @@
 
 #include "commands.h"
 #include "drive_detail.h"
-#include "drive_events.h"
 #include "event.h"
 #include "print/formats.h"
 #include "reports.h"

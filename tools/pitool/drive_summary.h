@@ -48,9 +48,8 @@ public:
     bool IsSolidState() const { return m_IsSolidState; }
     bool IsDisk() const { return m_IsDisk; }                  ///< the report shows that it rotates
     std::uint64_t GetCapacity() const { return m_Capacity; }  ///< bytes; 0 when unknown
-    std::int64_t GetTime() const {
-        return m_Time;
-    }  ///< of the report, seconds since 1970 UTC; 0 when unknown
+    /// Of the report, seconds since 1970 UTC; 0 when unknown.
+    std::int64_t GetTime() const { return m_Time; }
 
     PI::_DRIVE_STATE GetState() const { return m_Health.GetState(); }
     /// The weightiest reason for the state, such as "1040 reallocated sectors"; never empty.

@@ -22,8 +22,8 @@ struct Options {
 };
 
 struct DriveForecast {
-    const DriveSummary*
-        m_Drive;  ///< the latest report that tells wear and power-on hours, else the latest one
+    /// The latest report that tells wear and power-on hours, else the latest one.
+    const DriveSummary* m_Drive;
     std::size_t m_Readings;
     PI::CWearForecast m_Forecast;
 };
