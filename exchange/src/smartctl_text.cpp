@@ -61,23 +61,28 @@ std::optional<std::string_view> After(std::string_view line, std::string_view la
 
 /// Blanks of all kinds as plain ones, and line feeds at the ends of lines. Tabs that indent a line remain.
 std::string WithPlainBlanks(std::string_view text) {
+    const auto isSpecial = [](char character) { return character < ' ' || character > '~'; };
     std::string plain;
     plain.reserve(text.size());
     bool isIndent = true;
     for (std::size_t length = 0; !text.empty(); text.remove_prefix(length)) {
         // A byte A0h after one of ASCII is no UTF-8 but Latin-1.
         const bool isAfterASCII = plain.empty() || static_cast<unsigned char>(plain.back()) < 0x80;
-        length = BeginsWith(text, "\xC2\xA0") ? 2 : BeginsWith(text, "\xE3\x80\x80") ? 3 : 1;
-        if (text[0] == '\r') {
+        length = static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isSpecial) - text.begin());
+        if (length != 0) {
+            isIndent = isIndent && text.find_first_not_of(' ') >= length;
+            plain.append(text.substr(0, length));
+        } else if (text[0] == '\r') {
             length = std::min(text.find_first_not_of('\r'), text.size());
             plain.append(text.substr(length, 1) == "\n" ? 0 : length, '\n');
-        } else if (length > 1 || (text[0] == '\t' && !isIndent) || (text[0] == '\xA0' && isAfterASCII)) {
-            plain += ' ';
+            isIndent = true;
         } else {
-            plain += text[0];
+            length = BeginsWith(text, "\xC2\xA0") ? 2 : BeginsWith(text, "\xE3\x80\x80") ? 3 : 1;
+            const bool isBlank =
+                length > 1 || (text[0] == '\t' && !isIndent) || (text[0] == '\xA0' && isAfterASCII);
+            plain += isBlank ? ' ' : text[0];
+            isIndent = text[0] == '\n' || (isIndent && (isBlank || text[0] == '\t'));
         }
-        const char last = plain.empty() ? '\n' : plain.back();
-        isIndent = last == '\n' || (isIndent && (last == ' ' || last == '\t'));
     }
     return plain;
 }
