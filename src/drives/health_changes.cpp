@@ -21,8 +21,7 @@ struct CHealthSnapshot::CFacts {
     _DRIVE_STATE m_State = DriveState::UNKNOWN;
     std::uint64_t m_HaveValue = 0;  // bits of figures
     std::uint64_t m_AreDoubtful = 0;
-    std::vector<std::int64_t>
-        m_Values;  // those that there are: half of the figures are unknown in most drives
+    std::vector<std::int64_t> m_Values;  // of those that have one: in most drives half of the figures
 };
 
 CHealthSnapshot::CHealthSnapshot(const CHealthAssessment& health) {

@@ -149,7 +149,7 @@ CHealthFigure DecideRating(const DriveFacts& facts) noexcept;
 /// @return whether they do
 bool ReadAttributes(const DriveFacts& facts, _HEALTH_FIGURE figure, Reading& reading, bool& isWeak) noexcept;
 
-/// Bits of an NVMe drive's critical warning that announce or tell a failure: the spare is used up, it is
+/// Bits of an NVMe drive's critical warning that announce or tell a failure: the spare is low, it is
 /// degraded, read-only, or its memory is not saved when power fails. The others are its temperature and
 /// memory that it lends to hosts.
 constexpr std::int64_t NVME_FAILURE_BITS = 0b1'1101;
