@@ -56,8 +56,10 @@ public:
     std::string GetText() const;
 
 private:
+    /// @cond
     friend std::vector<CHealthChange> FindHealthChanges(const CHealthSnapshot& before,
                                                         const CHealthSnapshot& after);
+    /// @endcond
 
     std::int64_t m_Before = 0;
     std::int64_t m_After = 0;

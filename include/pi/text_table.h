@@ -54,7 +54,9 @@ public:
     const std::string* Find(std::uint32_t id) const noexcept;
 
 private:
+    /// @cond
     friend PI_API CTextTable ReadTextTable(const std::string& text, const std::string& name);
+    /// @endcond
     struct Texts;
 
     std::shared_ptr<const Texts> m_Texts;  // null: none
